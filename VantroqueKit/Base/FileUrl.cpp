@@ -1,0 +1,64 @@
+#include "Base/FileUrl.h"
+
+namespace vantroque {
+
+namespace {
+
+const QString scheme = QStringLiteral("file://");
+
+/// Where the extension's dot stands in a file name, or -1.
+qsizetype extensionDot(const QString& name)
+{
+    const qsizetype dot = name.lastIndexOf(u'.');
+    return dot <= 0 || dot == name.size() - 1 ? -1 : dot;
+}
+
+} // namespace
+
+FileUrl FileUrl::fromPath(const std::filesystem::path& path)
+{
+    std::error_code error;
+    auto absolute = std::filesystem::absolute(path, error);
+    return FileUrl(error ? path : std::move(absolute));
+}
+
+std::optional<FileUrl> FileUrl::fromString(const QString& text)
+{
+    if (!text.startsWith(scheme + u'/'))
+        return std::nullopt;
+    const QByteArray bytes = QByteArray::fromPercentEncoding(text.mid(scheme.size()).toUtf8());
+    if (bytes.contains('\0'))
+        return std::nullopt;
+    return FileUrl(std::filesystem::path(bytes.toStdString()));
+}
+
+QString FileUrl::toString() const
+{
+    return scheme
+           + QString::fromLatin1(QByteArray::fromStdString(m_path.native()).toPercentEncoding("/"));
+}
+
+QString FileUrl::displayPath() const
+{
+    return QString::fromStdString(m_path.native());
+}
+
+QString FileUrl::fileName() const
+{
+    return QString::fromStdString(m_path.filename().native());
+}
+
+QString FileUrl::extension() const
+{
+    const QString name = fileName();
+    const qsizetype dot = extensionDot(name);
+    return dot < 0 ? QString() : name.mid(dot + 1);
+}
+
+QString FileUrl::stem() const
+{
+    const QString name = fileName();
+    return name.left(extensionDot(name)); // left(-1) is the whole name
+}
+
+} // namespace vantroque

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Base/FileUrl.h"
+#include "Base/Result.h"
+
+#include <QByteArray>
+
+#include <filesystem>
+
+/// Whole files in and out. Blocking, callable from any thread.
+namespace vantroque::Files {
+
+/// The bytes of a regular file of at most `maxBytes`. An error names the path and the reason.
+Result<QByteArray> read(const std::filesystem::path& path, qint64 maxBytes);
+
+/// Writes to the sibling "{name}.tmp", flushes it to disk and swaps it in, so that a crash or a
+/// full disk leaves the old file whole. On failure the sibling is removed.
+Result<void> writeAtomically(const std::filesystem::path& path, const QByteArray& bytes);
+
+/// The words of the system for an error number.
+QString systemMessage(int errorNumber);
+
+} // namespace vantroque::Files

@@ -1,0 +1,59 @@
+#include "Base/Json.h"
+
+#include <QJsonDocument>
+
+namespace vantroque::Json {
+
+namespace {
+
+/// Whether brackets outside of strings nest deeper than the limit. Runs ahead of the parser, whose
+/// own limit is higher and not ours to set.
+bool isTooDeep(const QByteArray& text)
+{
+    int depth = 0;
+    bool inString = false;
+    bool escaped = false;
+    for (const char c : text) {
+        if (inString) {
+            if (escaped)
+                escaped = false;
+            else if (c == '\\')
+                escaped = true;
+            else if (c == '"')
+                inString = false;
+        } else if (c == '"') {
+            inString = true;
+        } else if (c == '[' || c == '{') {
+            if (++depth > maxDepth)
+                return true;
+        } else if (c == ']' || c == '}') {
+            --depth;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+Result<QJsonValue> parse(const QByteArray& text)
+{
+    if (text.size() > maxBytes)
+        return failure(QStringLiteral("JSON larger than %1 MB").arg(maxBytes / 1'000'000));
+    if (isTooDeep(text))
+        return failure(QStringLiteral("JSON nested deeper than %1 levels").arg(maxDepth));
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+    if (error.error != QJsonParseError::NoError)
+        return failure(QStringLiteral("not valid JSON at byte %1: %2")
+                           .arg(QString::number(error.offset), error.errorString()));
+    return document.isArray() ? QJsonValue(document.array()) : QJsonValue(document.object());
+}
+
+QByteArray print(const QJsonValue& value)
+{
+    const QJsonDocument document =
+        value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
+    return document.toJson(QJsonDocument::Indented);
+}
+
+} // namespace vantroque::Json

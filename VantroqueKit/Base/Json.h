@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Base/RecordCoding.h"
+
+#include <QByteArray>
+
+/// JSON text of any origin to values and back, with bounds that keep a hostile document harmless.
+namespace vantroque::Json {
+
+constexpr qsizetype maxBytes = 100'000'000;
+constexpr int maxDepth = 512;
+
+/// The object or list in `text`. Fails on malformed UTF-8 or JSON (with the byte offset), on more
+/// than `maxBytes` bytes and on nesting deeper than `maxDepth`.
+Result<QJsonValue> parse(const QByteArray& text);
+
+/// Indented UTF-8 with a final line feed; keys in alphabetical order. Needs an object or
+/// a list.
+QByteArray print(const QJsonValue& value);
+
+/// A record from its JSON text.
+template<typename T>
+Result<T> read(const QByteArray& text)
+{
+    return TRY(RecordCoding::decode<T>(TRY(parse(text))));
+}
+
+/// A record as JSON text.
+template<typename T>
+Result<QByteArray> write(const T& record)
+{
+    return print(TRY(RecordCoding::encode(record)));
+}
+
+} // namespace vantroque::Json

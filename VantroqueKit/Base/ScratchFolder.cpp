@@ -1,0 +1,118 @@
+#include "Base/ScratchFolder.h"
+
+#include "Base/Files.h"
+#include "Base/Numbers.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <string>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+namespace vantroque {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view prefix = "vantroque-";
+
+/// The system's temporary folder first, then places whose names are known to be plain.
+std::array<fs::path, 3> parents()
+{
+    std::error_code error;
+    fs::path system = fs::temp_directory_path(error);
+    if (error || system.native().find_first_of("%:',[];\\") != std::string::npos)
+        system = "/tmp";
+    return {system, "/tmp", "/var/tmp"};
+}
+
+FileDescriptor lockFolder(const fs::path& folder)
+{
+    FileDescriptor lock(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    if (!lock.isOpen() || ::flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
+        return {};
+    return lock;
+}
+
+/// The process id in "vantroque-{pid}-XXXXXX"; 0 for any other name.
+pid_t ownerOf(const std::string& name)
+{
+    if (name.rfind(prefix, 0) != 0)
+        return 0;
+    const auto digits = QString::fromStdString(name.substr(prefix.size())).section(u'-', 0, 0);
+    return static_cast<pid_t>(Numbers::toInt(digits).value_or(0));
+}
+
+bool isOwnFolder(const fs::path& path)
+{
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)
+           && status.st_uid == ::geteuid();
+}
+
+void removeQuietly(const fs::path& path)
+{
+    std::error_code ignored;
+    fs::remove_all(path, ignored);
+}
+
+} // namespace
+
+Result<ScratchFolder> ScratchFolder::make()
+{
+    Error last;
+    for (const fs::path& parent : parents()) {
+        auto made = makeIn(parent);
+        if (made)
+            return made;
+        last = made.error();
+    }
+    return tl::unexpected(last);
+}
+
+Result<ScratchFolder> ScratchFolder::makeIn(const fs::path& parent)
+{
+    std::string pattern =
+        (parent / (std::string(prefix) + std::to_string(::getpid()) + "-XXXXXX")).native();
+    if (::mkdtemp(pattern.data()) == nullptr)
+        return failure(QString::fromStdString(parent.native()) + QStringLiteral(": ")
+                       + Files::systemMessage(errno));
+    FileDescriptor lock = lockFolder(pattern);
+    if (!lock.isOpen()) {
+        const int problem = errno;
+        removeQuietly(pattern);
+        return failure(QString::fromStdString(pattern) + QStringLiteral(": ")
+                       + Files::systemMessage(problem));
+    }
+    return ScratchFolder(pattern, std::move(lock));
+}
+
+ScratchFolder::~ScratchFolder()
+{
+    if (m_lock.isOpen())
+        removeQuietly(m_path);
+}
+
+void ScratchFolder::sweep()
+{
+    for (const fs::path& parent : parents())
+        sweepIn(parent);
+}
+
+void ScratchFolder::sweepIn(const fs::path& parent)
+{
+    std::error_code error;
+    for (const fs::directory_entry& entry : fs::directory_iterator(parent, error)) {
+        const pid_t owner = ownerOf(entry.path().filename().native());
+        const bool ownerIsGone = owner > 0 && ::kill(owner, 0) != 0 && errno == ESRCH;
+        // The lock also tells of an owner in another process namespace that shares the folder.
+        if (ownerIsGone && isOwnFolder(entry.path()) && lockFolder(entry.path()).isOpen())
+            removeQuietly(entry.path());
+    }
+}
+
+} // namespace vantroque

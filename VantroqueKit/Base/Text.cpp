@@ -1,0 +1,73 @@
+#include "Base/Text.h"
+
+#include <QLocale>
+#include <QTextBoundaryFinder>
+
+namespace vantroque::Text {
+
+namespace {
+
+/// The offset behind the first `count` characters, or the end of the text.
+qsizetype offsetBehind(const QString& text, qsizetype count)
+{
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    qsizetype offset = 0;
+    while (count-- > 0) {
+        const qsizetype next = finder.toNextBoundary();
+        if (next < 0)
+            return text.size();
+        offset = next;
+    }
+    return offset;
+}
+
+} // namespace
+
+QString utf8(std::string_view bytes)
+{
+    return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+qsizetype characterCount(const QString& text)
+{
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    qsizetype count = 0;
+    while (finder.toNextBoundary() >= 0)
+        ++count;
+    return count;
+}
+
+QString firstCharacters(const QString& text, qsizetype count)
+{
+    return text.left(offsetBehind(text, count));
+}
+
+QString lastCharacters(const QString& text, qsizetype count)
+{
+    // No character is longer than its code units, so a text this short is whole.
+    if (text.size() <= count)
+        return text;
+    return text.mid(offsetBehind(text, characterCount(text) - count));
+}
+
+QString fitted(const QString& text, qsizetype count)
+{
+    return firstCharacters(text, count) + QString(qMax(0, count - characterCount(text)), u' ');
+}
+
+QString joined(const std::vector<QString>& list, const QString& separator)
+{
+    return joined(list, separator, [](const QString& part) { return part; });
+}
+
+QString plural(qint64 count)
+{
+    return count == 1 ? QString() : QStringLiteral("s");
+}
+
+QString byteCount(qint64 bytes)
+{
+    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+}
+
+} // namespace vantroque::Text

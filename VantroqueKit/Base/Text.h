@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <string_view>
+#include <vector>
+
+/// Text for people. "Characters" are user-perceived ones (Unicode grapheme clusters).
+namespace vantroque::Text {
+
+/// Text from UTF-8; invalid bytes become U+FFFD.
+QString utf8(std::string_view bytes);
+
+/// How many characters `text` has.
+qsizetype characterCount(const QString& text);
+/// At most the first or last `count` characters.
+QString firstCharacters(const QString& text, qsizetype count);
+QString lastCharacters(const QString& text, qsizetype count);
+/// Exactly `count` characters: cut, or padded with blanks behind.
+QString fitted(const QString& text, qsizetype count);
+
+/// `function` of each element, joined.
+template<typename List, typename Function>
+QString joined(const List& list, const QString& separator, Function function)
+{
+    QStringList parts;
+    for (const auto& element : list)
+        parts.append(function(element));
+    return parts.join(separator);
+}
+
+QString joined(const std::vector<QString>& list, const QString& separator);
+
+/// "s" unless `count` is 1.
+QString plural(qint64 count);
+
+/// A size on disk in decimal units with one decimal, such as "1.2 GB".
+QString byteCount(qint64 bytes);
+
+} // namespace vantroque::Text

@@ -1,0 +1,66 @@
+#include "Records/MediaInfo.h"
+
+#include "Base/Numbers.h"
+#include "Base/Text.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString codecLabel(const VideoStreamInfo& video)
+{
+    if (video.codec != "prores"_L1)
+        return video.codec.toUpper();
+    if (!video.proresProfile)
+        return u"ProRes"_s;
+    return (*video.proresProfile == "4444"_L1 ? u"ProRes %1"_s : u"ProRes 422 %1"_s)
+        .arg(*video.proresProfile);
+}
+
+} // namespace
+
+std::optional<bool> VideoStreamInfo::isFullRange() const
+{
+    if (colorRange == u"pc"_s)
+        return true;
+    if (colorRange == u"tv"_s)
+        return false;
+    return std::nullopt;
+}
+
+bool VideoStreamInfo::isHDR() const
+{
+    return colorTransfer == u"smpte2084"_s || colorTransfer == u"arib-std-b67"_s;
+}
+
+bool SubtitleStreamInfo::isText() const
+{
+    static constexpr std::array codecs{"mov_text"_L1, "subrip"_L1,  "srt"_L1,
+                                       "webvtt"_L1,   "text"_L1,    "ass"_L1,
+                                       "ssa"_L1,      "eia_608"_L1, "tx3g"_L1};
+    return std::ranges::any_of(codecs, [&](QLatin1StringView name) { return codec == name; });
+}
+
+QString MediaInfo::summaryLine() const
+{
+    QStringList parts{formatBytes(fileSizeBytes)};
+    if (durationSeconds > 0)
+        parts << Numbers::fixed(durationSeconds, 1) + u's';
+    if (video)
+        parts << u"%1x%2"_s.arg(video->width).arg(video->height) << codecLabel(*video);
+    return parts.join(u" · "_s);
+}
+
+QString MediaInfo::formatBytes(std::int64_t count)
+{
+    return Text::byteCount(count);
+}
+
+} // namespace vantroque

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "Base/FileUrl.h"
+#include "Base/Record.h"
+#include "Records/SignalInfo.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace vantroque {
+
+/// The version of the measurement code. A stored record of another version is measured afresh.
+constexpr int currentAnalysisVersion = 5;
+
+/// Hypothetical reference decoder parameters: the stream's own claim on its bit rate
+/// (ITU-T H.264 and H.265, annex E).
+struct HRDInfo {
+    bool present = false;
+    std::optional<bool> cbrFlag;
+    std::optional<double> declaredBitrateKbps;
+
+    VANTROQUE_RECORD(HRDInfo, present, cbrFlag, declaredBitrateKbps)
+};
+
+/// Static HDR metadata (SMPTE ST 2086, CTA-861.3).
+struct HDRMetadata {
+    std::optional<int> maxCLL;  ///< Nits.
+    std::optional<int> maxFALL; ///< Nits.
+    std::optional<QString> masteringDisplay;
+    std::optional<double> masteringPeakNits;
+
+    VANTROQUE_RECORD(HDRMetadata, maxCLL, maxFALL, masteringDisplay, masteringPeakNits)
+};
+
+/// The file's picture. Names and texts are ffprobe's.
+struct VideoStreamInfo {
+    QString codec;
+    QString rawCodecName;
+    std::optional<QString> proresProfile; ///< "HQ" and its kin; other codecs carry their profile.
+    std::optional<QString> encoderProfile;
+    std::optional<int> level;
+    int width = 0; ///< Pixels as stored, before any rotation.
+    int height = 0;
+    QString pixFmt;
+    std::optional<QString> chroma; ///< "444", "422" or "420".
+    std::optional<QString> sampleAspect;
+    std::optional<QString> fieldOrder;
+    double nominalFrameRate = 0;
+    std::optional<std::int64_t> frameCount;
+    double durationSeconds = 0;
+    std::optional<double> bitrateKbps;
+    bool isVFR = false; ///< The packet times do not follow the nominal rate.
+    std::optional<QString> vfrDetail;
+    std::optional<HRDInfo> hrd;               ///< H.264 and HEVC only.
+    std::vector<double> bitratePerSecondKbps; ///< Of each second that has packets.
+    std::optional<QString> colorTransfer;
+    std::optional<bool> closedCaptions; ///< CEA-608 or 708 data inside the picture.
+    std::optional<QString> colorRange;
+    std::optional<QString> colorSpace;
+    std::optional<QString> colorPrimaries;
+    std::optional<int> bitDepth;
+    std::optional<HDRMetadata> hdr;
+
+    /// Absent unless the range is tagged.
+    std::optional<bool> isFullRange() const;
+    /// The transfer is PQ (SMPTE ST 2084) or HLG (ARIB STD-B67).
+    bool isHDR() const;
+
+    VANTROQUE_RECORD(VideoStreamInfo, codec, rawCodecName, proresProfile, encoderProfile, level,
+                     width, height, pixFmt, chroma, sampleAspect, fieldOrder, nominalFrameRate,
+                     frameCount, durationSeconds, bitrateKbps, isVFR, vfrDetail, hrd,
+                     bitratePerSecondKbps, colorTransfer, closedCaptions, colorRange, colorSpace,
+                     colorPrimaries, bitDepth, hdr)
+};
+
+/// The file's first audio stream.
+struct AudioStreamInfo {
+    QString codec; ///< "pcm" for any linear PCM.
+    QString rawCodecName;
+    int sampleRate = 0; ///< Hertz.
+    int channels = 0;
+    std::optional<int> bitDepth;
+    std::optional<double> bitrateKbps;
+    int streamCount = 0; ///< Audio streams in the file.
+    std::optional<double> durationSeconds;
+    std::optional<QString> channelLayout;
+
+    VANTROQUE_RECORD(AudioStreamInfo, codec, rawCodecName, sampleRate, channels, bitDepth,
+                     bitrateKbps, streamCount, durationSeconds, channelLayout)
+};
+
+struct SubtitleStreamInfo {
+    int index = 0; ///< Among all streams of the file.
+    QString codec;
+    std::optional<QString> language;
+
+    /// Its cues are text and not pictures.
+    bool isText() const;
+
+    VANTROQUE_RECORD(SubtitleStreamInfo, index, codec, language)
+};
+
+/// What is known about a file: what ffprobe says, what packets and headers show, and in `signal`
+/// what the decoding pass measured.
+struct MediaInfo {
+    FileUrl url;
+    std::int64_t fileSizeBytes = 0;
+    QString formatName;
+    QString containerKind; ///< "mp4", "mov", "mxf", "webm", "mkv", "mpg" or ffprobe's own name.
+    double durationSeconds = 0;
+    std::optional<VideoStreamInfo> video; ///< The first that is not cover art.
+    std::optional<AudioStreamInfo> audio;
+    std::optional<SignalInfo> signal;
+    std::optional<bool> moovBeforeMdat; ///< Fast start; mp4 and mov only.
+    std::optional<std::vector<SubtitleStreamInfo>> subtitleStreams;
+    std::optional<int> analysisVersion;
+    std::optional<QString> startTimecode;
+
+    bool isCurrentAnalysis() const { return analysisVersion == currentAnalysisVersion; }
+    /// Size, duration, picture size and codec in one line for people.
+    QString summaryLine() const;
+
+    static QString formatBytes(std::int64_t count);
+
+    VANTROQUE_RECORD(MediaInfo, url, fileSizeBytes, formatName, containerKind, durationSeconds,
+                     video, audio, signal, moovBeforeMdat, subtitleStreams, analysisVersion,
+                     startTimecode)
+};
+
+} // namespace vantroque

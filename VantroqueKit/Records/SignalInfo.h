@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Records/AudioLevels.h"
+#include "Records/DetailEstimate.h"
+#include "Records/FrameCadence.h"
+#include "Records/PictureLevels.h"
+#include "Records/TextRegion.h"
+#include "Records/TimeSpan.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace vantroque {
+
+/// A picture inside the frame, in pixels from the top left.
+struct CropRect {
+    int width = 0;
+    int height = 0;
+    int x = 0;
+    int y = 0;
+
+    VANTROQUE_RECORD(CropRect, width, height, x, y)
+};
+
+/// What the decoding pass measured. An absent field was never measured, also by an earlier version
+/// of this program; an empty list was measured and found nothing.
+struct SignalInfo {
+    std::optional<double> integratedLKFS; ///< ITU-R BS.1770 programme loudness.
+    std::optional<double> truePeakDb;     ///< dBTP.
+    std::optional<double> loudnessRangeLU;
+    std::optional<double> longestSilenceSeconds;
+    double headBlackSeconds = 0;
+    double tailBlackSeconds = 0;
+    double headFreezeSeconds = 0;
+    std::optional<CropRect> activePicture;
+    std::optional<double> interlacedRatio; ///< Share of sampled frames that are combed.
+    std::optional<std::vector<TimeSpan>> blackRuns;
+    std::optional<std::vector<TimeSpan>> audioIslands; ///< Sound between silences.
+    std::optional<double> leaderToneHz;
+    std::optional<double> leaderPopPeakDb; ///< dBFS.
+    std::optional<bool> leaderToneChecked;
+    std::optional<double> headSilenceSeconds;
+    std::optional<std::vector<QString>> slateTextLines;
+    std::optional<std::vector<TextRegion>> textRegions;
+    std::optional<bool> textScanAttempted;
+    std::optional<PictureLevels> levels;
+    std::optional<FrameCadence> cadence;
+    std::optional<StereoPhase> phase;
+    std::optional<std::vector<ChannelLevel>> channelLevels; ///< One a channel, in file order.
+    std::optional<ChannelLevelSeries> channelSeries;
+    std::optional<DetailEstimate> detail;
+
+    VANTROQUE_RECORD(SignalInfo, integratedLKFS, truePeakDb, loudnessRangeLU, longestSilenceSeconds,
+                     headBlackSeconds, tailBlackSeconds, headFreezeSeconds, activePicture,
+                     interlacedRatio, blackRuns, audioIslands, leaderToneHz, leaderPopPeakDb,
+                     leaderToneChecked, headSilenceSeconds, slateTextLines, textRegions,
+                     textScanAttempted, levels, cadence, phase, channelLevels, channelSeries,
+                     detail)
+};
+
+} // namespace vantroque
