@@ -1,0 +1,96 @@
+#include "Base/Numbers.h"
+#include "Probe/PacketListReader.h"
+#include "Probe/Prober.h"
+#include "Tools/FFTool.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace vantroque::Prober {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Intervals may deviate by this share of the expected one, and this share of them may do so.
+constexpr double intervalTolerance = 0.12;
+constexpr double deviatingShareAllowed = 0.02;
+constexpr std::size_t fewestTimes = 9;
+/// Buckets end after a day, so that a broken time cannot fill the memory.
+constexpr double lastSecond = 86'400.0;
+
+/// Gathers what the packets tell, one after the other.
+class PacketTally {
+public:
+    void add(const Packet& packet)
+    {
+        ++m_count;
+        if (const auto time = packet.ptsTime ? packet.ptsTime : packet.dtsTime)
+            m_times.push_back(*time);
+        const auto time = packet.dtsTime ? packet.dtsTime : packet.ptsTime;
+        if (!time || !packet.size)
+            return;
+        const double bits = *packet.size * 8;
+        m_totalBits += bits;
+        if (*time >= 0 && *time < lastSecond)
+            m_bitsOfSecond[Numbers::truncatedToInt(*time)] += bits;
+    }
+
+    PacketStats stats(double nominalFPS)
+    {
+        PacketStats stats;
+        stats.totalBits = m_totalBits;
+        stats.packetCount = m_count;
+        for (const auto& [second, bits] : m_bitsOfSecond)
+            stats.perSecondKbps.push_back(bits / 1000.0);
+        const double share = deviatingShare(nominalFPS);
+        stats.isVFR = Numbers::above(share, deviatingShareAllowed);
+        if (stats.isVFR)
+            stats.vfrDetail = u"%1% of frame intervals deviate from the %2 fps cadence"_s.arg(
+                Numbers::fixed(share * 100, 0), Numbers::fixed(nominalFPS, 3));
+        return stats;
+    }
+
+private:
+    /// The share of intervals that do not fit the rate; 0 when too little is known.
+    double deviatingShare(double nominalFPS)
+    {
+        if (nominalFPS <= 0 || m_times.size() < fewestTimes)
+            return 0;
+        std::ranges::sort(m_times);
+        const double expected = 1 / nominalFPS;
+        std::size_t deviating = 0;
+        for (std::size_t i = 1; i < m_times.size(); ++i)
+            if (Numbers::above(std::abs(m_times[i] - m_times[i - 1] - expected),
+                               intervalTolerance * expected))
+                ++deviating;
+        return static_cast<double>(deviating) / static_cast<double>(m_times.size() - 1);
+    }
+
+    std::vector<double> m_times;
+    std::map<std::int64_t, double> m_bitsOfSecond;
+    double m_totalBits = 0;
+    std::int64_t m_count = 0;
+};
+
+} // namespace
+
+Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const FileUrl& url,
+                                double nominalFPS, const std::string& stream)
+{
+    PacketTally tally;
+    PacketListReader reader([&](const Packet& packet) { tally.add(packet); });
+    FFTool::Observer observer;
+    observer.keepStdout = false;
+    observer.stdout = [&](std::string_view chunk) { reader.feed(chunk); };
+    TRY(FFTool::run(ffprobe,
+                    {"-v", "error", "-print_format", "json", "-select_streams", stream,
+                     "-show_entries", "packet=pts_time,dts_time,size", url.path().native()},
+                    {.observer = observer}));
+    if (!reader.isComplete())
+        return failure(u"ffprobe printed a packet list that is not valid JSON"_s);
+    return tally.stats(nominalFPS);
+}
+
+} // namespace vantroque::Prober

@@ -1,0 +1,291 @@
+#include "Probe/Prober.h"
+
+#include "Base/Numbers.h"
+#include "Tools/FFTool.h"
+
+#include <array>
+#include <sys/stat.h>
+
+namespace vantroque::Prober {
+
+using namespace Qt::StringLiterals;
+namespace fs = std::filesystem;
+using Stream = FFProbeOutput::Stream;
+
+namespace {
+
+const QString unknown = u"unknown"_s;
+
+/// ffprobe would wait for ever for a writer on a pipe. What does not exist or cannot be read is
+/// left to ffprobe's own words.
+bool isPipeOrDevice(const FileUrl& url)
+{
+    struct stat status {};
+    return ::stat(url.path().c_str(), &status) == 0 && !S_ISREG(status.st_mode)
+           && !S_ISDIR(status.st_mode);
+}
+
+std::optional<double> asDouble(const std::optional<FFString>& text)
+{
+    return text ? text->asDouble() : std::nullopt;
+}
+
+std::optional<std::int64_t> asInt(const std::optional<FFString>& text)
+{
+    return text ? text->asInt() : std::nullopt;
+}
+
+std::int64_t fileSize(const FileUrl& url, const FFProbeOutput::Format& format)
+{
+    std::error_code error;
+    const auto size = fs::file_size(url.path(), error);
+    return error ? asInt(format.size).value_or(0) : static_cast<std::int64_t>(size);
+}
+
+std::vector<Stream> streamsOfType(const FFProbeOutput& output, const QString& type)
+{
+    std::vector<Stream> found;
+    for (const Stream& stream : output.streams.value_or(std::vector<Stream>()))
+        if (stream.isType(type))
+            found.push_back(stream);
+    return found;
+}
+
+/// One probe in the making: where the tools are and what they look at.
+struct VideoProbe {
+    const fs::path& ffprobe;
+    const FileUrl& url;
+    std::string specifier; ///< "v:0", or further on when cover art stands ahead.
+
+    VideoStreamInfo describe(const Stream& stream, double formatDuration) const;
+    void measurePackets(VideoStreamInfo& video) const;
+    bool carriesCaptions(const Stream& stream, const VideoStreamInfo& video) const;
+};
+
+VideoStreamInfo VideoProbe::describe(const Stream& stream, double formatDuration) const
+{
+    VideoStreamInfo video;
+    video.codec = video.rawCodecName = stream.codec_name.value_or(unknown);
+    video.proresProfile = proresProfile(stream.codec_tag_string, stream.profile);
+    video.encoderProfile = stream.profile;
+    video.level = stream.level;
+    video.width = stream.width.value_or(0);
+    video.height = stream.height.value_or(0);
+    video.pixFmt = stream.pix_fmt.value_or(unknown);
+    video.chroma = chroma(stream.pix_fmt);
+    video.sampleAspect = stream.sample_aspect_ratio;
+    video.fieldOrder = stream.field_order;
+    const auto averageRate = parseRate(stream.avg_frame_rate);
+    video.nominalFrameRate =
+        averageRate ? *averageRate : parseRate(stream.r_frame_rate).value_or(0);
+    video.frameCount = asInt(stream.nb_frames);
+    video.durationSeconds = asDouble(stream.duration).value_or(formatDuration);
+    if (const auto bitsPerSecond = asDouble(stream.bit_rate))
+        video.bitrateKbps = *bitsPerSecond / 1000.0;
+    video.colorTransfer = stream.color_transfer;
+    video.colorRange = stream.color_range;
+    video.colorSpace = stream.color_space;
+    video.colorPrimaries = stream.color_primaries;
+    video.bitDepth = pictureBitDepth(stream.pix_fmt);
+    measurePackets(video);
+    if (video.codec == "h264"_L1 || video.codec == "hevc"_L1)
+        video.hrd = hrdInfo(url);
+    if (video.isHDR())
+        video.hdr = hdrMetadata(ffprobe, url, specifier);
+    video.closedCaptions = carriesCaptions(stream, video);
+    return video;
+}
+
+void VideoProbe::measurePackets(VideoStreamInfo& video) const
+{
+    auto stats = packetStats(ffprobe, url, video.nominalFrameRate, specifier);
+    if (!stats)
+        return;
+    video.isVFR = stats->isVFR;
+    video.vfrDetail = stats->vfrDetail;
+    video.bitratePerSecondKbps = std::move(stats->perSecondKbps);
+    if (!video.bitrateKbps && video.durationSeconds > 0)
+        video.bitrateKbps = stats->totalBits / video.durationSeconds / 1000.0;
+    if (!video.frameCount)
+        video.frameCount = stats->packetCount;
+}
+
+bool VideoProbe::carriesCaptions(const Stream& stream, const VideoStreamInfo& video) const
+{
+    if (stream.closed_captions.value_or(0) > 0)
+        return true;
+    static constexpr std::array codecs{"h264"_L1, "hevc"_L1, "mpeg2video"_L1};
+    return std::ranges::any_of(codecs, [&](auto codec) { return video.codec == codec; })
+           && hasClosedCaptions(ffprobe, url, video.durationSeconds, specifier);
+}
+
+std::optional<VideoStreamInfo> describeVideo(const FFProbeOutput& output, const fs::path& ffprobe,
+                                             const FileUrl& url, double formatDuration)
+{
+    const auto streams = streamsOfType(output, u"video"_s);
+    for (std::size_t i = 0; i < streams.size(); ++i)
+        if (!streams[i].isCoverArt())
+            return VideoProbe{ffprobe, url, "v:" + std::to_string(i)}.describe(streams[i],
+                                                                               formatDuration);
+    return std::nullopt;
+}
+
+std::optional<AudioStreamInfo> describeAudio(const FFProbeOutput& output)
+{
+    const auto streams = streamsOfType(output, u"audio"_s);
+    if (streams.empty())
+        return std::nullopt;
+    const Stream& stream = streams.front();
+    AudioStreamInfo audio;
+    audio.rawCodecName = stream.codec_name.value_or(unknown);
+    audio.codec = audio.rawCodecName.startsWith("pcm"_L1) ? u"pcm"_s : audio.rawCodecName;
+    audio.sampleRate = static_cast<int>(
+        std::clamp<std::int64_t>(asInt(stream.sample_rate).value_or(0), 0, INT32_MAX));
+    audio.channels = stream.channels.value_or(0);
+    audio.bitDepth = bitDepth(audio.rawCodecName, stream.bits_per_raw_sample);
+    if (const auto bitsPerSecond = asDouble(stream.bit_rate))
+        audio.bitrateKbps = *bitsPerSecond / 1000.0;
+    audio.streamCount = static_cast<int>(streams.size());
+    audio.durationSeconds = asDouble(stream.duration);
+    audio.channelLayout = stream.channel_layout;
+    return audio;
+}
+
+std::vector<SubtitleStreamInfo> describeSubtitles(const FFProbeOutput& output)
+{
+    std::vector<SubtitleStreamInfo> subtitles;
+    for (const Stream& stream : streamsOfType(output, u"subtitle"_s)) {
+        SubtitleStreamInfo subtitle{stream.index, stream.codec_name.value_or(unknown), {}};
+        if (stream.tags && stream.tags->contains(u"language"_s))
+            subtitle.language = stream.tags->at(u"language"_s);
+        subtitles.push_back(subtitle);
+    }
+    return subtitles;
+}
+
+} // namespace
+
+Result<MediaInfo> probe(const FileUrl& url)
+{
+    const fs::path ffprobe = TRY(FFTool::find("ffprobe"));
+    if (isPipeOrDevice(url))
+        return failure(u"%1 is a pipe, socket or device and not a file."_s.arg(url.fileName()));
+    auto arguments = ffprobeArguments();
+    arguments.push_back(url.path().native());
+    const auto printed = TRY(FFTool::run(ffprobe, arguments));
+    const auto output = TRY(FFProbeOutput::decode(printed.stdout));
+    const auto format = output.format.value_or(FFProbeOutput::Format());
+
+    MediaInfo media;
+    media.url = url;
+    media.fileSizeBytes = fileSize(url, format);
+    media.formatName = format.format_name.value_or(unknown);
+    media.containerKind = containerKind(media.formatName, url.extension().toLower());
+    media.durationSeconds = asDouble(format.duration).value_or(0);
+    media.video = describeVideo(output, ffprobe, url, media.durationSeconds);
+    media.audio = describeAudio(output);
+    media.subtitleStreams = describeSubtitles(output);
+    if (media.durationSeconds <= 0)
+        media.durationSeconds = media.video ? media.video->durationSeconds : 0;
+    if (media.containerKind == "mp4"_L1 || media.containerKind == "mov"_L1)
+        media.moovBeforeMdat = moovBeforeMdat(url);
+    media.startTimecode = startTimecode(output);
+    media.analysisVersion = currentAnalysisVersion;
+    return media;
+}
+
+QString containerKind(const QString& formatName, const QString& ext)
+{
+    if (formatName.contains("mp4"_L1) || formatName.contains("mov"_L1))
+        return ext == "mov"_L1 ? u"mov"_s : u"mp4"_s;
+    if (formatName.contains("mxf"_L1))
+        return u"mxf"_s;
+    if (formatName.contains("webm"_L1) || formatName.contains("matroska"_L1))
+        return ext == "webm"_L1 ? u"webm"_s : u"mkv"_s;
+    if (formatName.contains("mpeg"_L1))
+        return u"mpg"_s;
+    return formatName;
+}
+
+std::optional<double> parseRate(const std::optional<QString>& text)
+{
+    if (!text || text->isEmpty() || *text == "0/0"_L1)
+        return std::nullopt;
+    const QStringList parts = text->split(u'/');
+    if (parts.size() == 2) {
+        const auto numerator = Numbers::toDouble(parts[0]);
+        const auto denominator = Numbers::toDouble(parts[1]);
+        if (numerator && denominator && *denominator != 0)
+            return *numerator / *denominator;
+    }
+    return Numbers::toDouble(*text);
+}
+
+std::optional<QString> chroma(const std::optional<QString>& pixFmt)
+{
+    for (const QString& sampling : {u"444"_s, u"422"_s, u"420"_s})
+        if (pixFmt && pixFmt->contains(sampling))
+            return sampling;
+    return std::nullopt;
+}
+
+std::optional<int> bitDepth(const QString& codecName,
+                            const std::optional<FFString>& bitsPerRawSample)
+{
+    static constexpr std::array<std::pair<QLatin1StringView, int>, 5> depths{{{"pcm_s16"_L1, 16},
+                                                                              {"pcm_u16"_L1, 16},
+                                                                              {"pcm_s24"_L1, 24},
+                                                                              {"pcm_s32"_L1, 32},
+                                                                              {"pcm_f32"_L1, 32}}};
+    for (const auto& [name, depth] : depths)
+        if (codecName.startsWith(name))
+            return depth;
+    const auto bits = asInt(bitsPerRawSample);
+    if (!bits)
+        return std::nullopt;
+    return static_cast<int>(std::clamp<std::int64_t>(*bits, INT32_MIN, INT32_MAX));
+}
+
+std::optional<QString> startTimecode(const FFProbeOutput& probe)
+{
+    const auto timecode = [](const std::optional<FFTags>& tags) -> std::optional<QString> {
+        if (!tags || !tags->contains(u"timecode"_s) || tags->at(u"timecode"_s).isEmpty())
+            return std::nullopt;
+        return tags->at(u"timecode"_s);
+    };
+    if (probe.format)
+        if (auto found = timecode(probe.format->tags))
+            return found;
+    for (const Stream& stream : probe.streams.value_or(std::vector<Stream>()))
+        if (auto found = timecode(stream.tags))
+            return found;
+    return std::nullopt;
+}
+
+std::optional<QString> startTimecode(const FileUrl& url)
+{
+    const auto ffprobe = FFTool::find("ffprobe");
+    if (!ffprobe || isPipeOrDevice(url))
+        return std::nullopt;
+    auto arguments = ffprobeArguments();
+    arguments.push_back(url.path().native());
+    const auto printed = FFTool::run(*ffprobe, arguments, {.allowFailure = true});
+    if (!printed)
+        return std::nullopt;
+    const auto output = FFProbeOutput::decode(printed->stdout);
+    return output ? startTimecode(*output) : std::nullopt;
+}
+
+std::optional<QString> proresProfile(const std::optional<QString>& tag,
+                                     const std::optional<QString>& profile)
+{
+    // The four-character codes of Apple's ProRes white paper.
+    static const std::map<QString, QString> profiles{
+        {u"apco"_s, u"Proxy"_s}, {u"apcs"_s, u"LT"_s},   {u"apcn"_s, u"Standard"_s},
+        {u"apch"_s, u"HQ"_s},    {u"ap4h"_s, u"4444"_s}, {u"ap4x"_s, u"4444 XQ"_s}};
+    if (tag && profiles.contains(*tag))
+        return profiles.at(*tag);
+    return profile;
+}
+
+} // namespace vantroque::Prober

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "Base/Result.h"
+#include "Probe/FFProbeOutput.h"
+#include "Records/MediaInfo.h"
+
+#include <QString>
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Finds out what a file is without decoding it, by ffprobe, by its packets and headers, and by a
+/// look at its atoms. Stateless; every operation that takes a file blocks.
+namespace vantroque::Prober {
+
+/// All of `MediaInfo` but `signal`. Fails with the tool's words when ffprobe cannot be found, run
+/// or understood, or when the path is a pipe, socket or device; whatever else cannot be found out
+/// stays absent.
+Result<MediaInfo> probe(const FileUrl& url);
+
+/// "mp4", "mov", "mxf", "webm", "mkv" or "mpg", else `formatName`. ffprobe prints one name for a
+/// whole family of containers, so the lower-case extension decides inside a family.
+QString containerKind(const QString& formatName, const QString& ext);
+/// "30000/1001" or "25"; nothing for an absent, empty or undefined ("0/0") rate.
+std::optional<double> parseRate(const std::optional<QString>& text);
+/// "444", "422" or "420".
+std::optional<QString> chroma(const std::optional<QString>& pixFmt);
+/// Of audio samples.
+std::optional<int> bitDepth(const QString& codecName,
+                            const std::optional<FFString>& bitsPerRawSample);
+
+// Deep probes: questions that ffprobe's plain output does not answer. `stream` is the specifier of
+// the video stream, such as "v:0".
+
+struct PacketStats {
+    bool isVFR = false; ///< The packet times do not follow the nominal rate.
+    std::optional<QString> vfrDetail;
+    std::vector<double> perSecondKbps; ///< Of each second that has packets, ascending.
+    double totalBits = 0;
+    std::int64_t packetCount = 0; ///< With or without usable fields.
+};
+
+/// Reads the packet list of the whole file. Fails when ffprobe does.
+Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const FileUrl& url,
+                                double nominalFPS, const std::string& stream = "v:0");
+
+/// The claims of an H.264 or HEVC stream on its bit rate; nothing when the header says nothing.
+std::optional<HRDInfo> hrdInfo(const FileUrl& url);
+/// The value of the first header trace line of that field; `name` is a regular expression.
+std::optional<std::int64_t> field(const QString& name, const QString& text);
+
+/// Static HDR metadata of the first frame; nothing when there is no list of side data.
+std::optional<HDRMetadata> hdrMetadata(const std::filesystem::path& ffprobe, const FileUrl& url,
+                                       const std::string& stream = "v:0");
+/// The same from ffprobe's frame list.
+std::optional<HDRMetadata> hdrMetadata(const QByteArray& framesJson);
+
+/// Whether the index of a QuickTime or MP4 file stands ahead of its media (ISO/IEC 14496-12). Reads
+/// 16 bytes an atom; nothing when neither is found among the first 64.
+std::optional<bool> moovBeforeMdat(const FileUrl& url);
+
+/// Whether the picture carries CEA-608 or 708 captions (ATSC A/53 part 4). Decodes a few frames at
+/// the head and, in case captions begin late, at some more places up to `duration` seconds.
+bool hasClosedCaptions(const std::filesystem::path& ffprobe, const FileUrl& url, double duration,
+                       const std::string& stream = "v:0");
+
+std::optional<QString> startTimecode(const FFProbeOutput& probe);
+/// For use outside of `probe`.
+std::optional<QString> startTimecode(const FileUrl& url);
+
+/// The ProRes profile of a four-character code; any other tag gives `profile` unchanged.
+std::optional<QString> proresProfile(const std::optional<QString>& tag,
+                                     const std::optional<QString>& profile);
+/// Bits of a picture sample.
+std::optional<int> pictureBitDepth(const std::optional<QString>& pixFmt);
+
+} // namespace vantroque::Prober

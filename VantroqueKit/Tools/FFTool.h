@@ -1,0 +1,83 @@
+#pragma once
+
+#include "Base/Result.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vantroque {
+
+/// Why a tool gave no output.
+struct FFToolError {
+    enum class Kind {
+        notFound,
+        failed,      ///< It ended with another status than 0.
+        timedOut,    ///< It was stopped.
+        launchFailed ///< The system could not start it.
+    };
+
+    Kind kind = Kind::failed;
+    QString tool;       ///< The last path component of the executable.
+    int status = 0;     ///< Exit status, 128 + the signal, or for `launchFailed` the error number.
+    QString stderr;     ///< Empty unless it is valid UTF-8.
+    double seconds = 0; ///< The limit that was passed.
+
+    /// The text for the operator.
+    QString description() const;
+    operator Error() const { return {description()}; }
+};
+
+/// The one place where ffmpeg and ffprobe are found and started. Every operation blocks and may be
+/// called from any thread.
+namespace FFTool {
+
+/// Measurements may take this long and no longer, in seconds.
+constexpr double defaultTimeout = 600.0;
+
+/// The executable of that name: in $VANTROQUE_FFMPEG_DIR, in "bin" of the resource folder, in
+/// /opt/homebrew/bin, in /usr/local/bin, or on the search path. Nothing is cached, so a tool that
+/// is installed while the program runs is found.
+Result<std::filesystem::path, FFToolError> find(const std::string& name);
+
+/// Watches a run. The callbacks run on two reader threads, beside each other, and never after `run`
+/// has returned.
+struct Observer {
+    std::function<void(std::string_view)> stdout;     ///< Each chunk as it arrives.
+    std::function<void(std::string_view)> stderrLine; ///< Each line, UTF-8 without its end.
+    /// Whether the output is kept for the result as well. Not for endless ones.
+    bool keepStdout = true;
+    bool keepStderr = true;
+};
+
+struct RunOptions {
+    bool allowFailure =
+        false; ///< Return the output of a tool that ends with another status than 0.
+    double timeout = defaultTimeout; ///< Seconds.
+    Observer observer = {};
+};
+
+struct ToolOutput {
+    QByteArray stdout;
+    QByteArray stderr;
+    int status = 0;
+};
+
+/// Runs a tool to its end and gives its complete output. A tool that passes the time-out is asked
+/// to terminate, killed 3 seconds later with all that it started, and its output dropped.
+Result<ToolOutput, FFToolError> run(const std::filesystem::path& executable,
+                                    const std::vector<std::string>& arguments,
+                                    const RunOptions& options = {});
+
+/// Reads a descriptor to its end. Every chunk goes to `onChunk`, if set, and is part of the result
+/// unless `keep` is false.
+QByteArray drain(int descriptor, const std::function<void(std::string_view)>& onChunk,
+                 bool keep = true);
+
+} // namespace FFTool
+} // namespace vantroque

@@ -1,0 +1,138 @@
+// vantroque-supervise PARENT_PID TOOL [ARGUMENT...]
+//
+// Runs a tool in a process group of its own and sees to it that nothing of the tool is left when it
+// ends: not when it leaves children behind, and not when the program that asked for it is killed.
+// A parent-death signal alone would spare the tool's own children.
+
+#include "Tools/SuperviseProtocol.h"
+
+#include <cerrno>
+#include <charconv>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <string>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace vantroque::SuperviseProtocol;
+
+namespace {
+
+void report(Outcome outcome, int value)
+{
+    const Report message{outcome, value};
+    // Fails only when nobody listens any more.
+    [[maybe_unused]] const auto written = ::write(reportDescriptor, &message, sizeof message);
+}
+
+[[noreturn]] void becomeTool(char** command, const sigset_t& blocked)
+{
+    ::setpgid(0, 0);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
+    ::execv(command[0], command);
+    report(Outcome::launchFailed, errno);
+    ::_exit(127);
+}
+
+bool hasEnded(pid_t tool)
+{
+    siginfo_t info{};
+    // WNOWAIT keeps the process id, and so the group's, from being given away before the group is
+    // killed.
+    return ::waitid(P_PID, static_cast<id_t>(tool), &info, WEXITED | WNOHANG | WNOWAIT) == 0
+           && info.si_pid == tool;
+}
+
+void waitForEnd(pid_t tool, const sigset_t& signals)
+{
+    while (!hasEnded(tool)) {
+        switch (::sigwaitinfo(&signals, nullptr)) {
+        case terminateSignal: ::kill(-tool, SIGTERM); break;
+        case killSignal:
+        case orphanedSignal: ::kill(-tool, SIGKILL); break;
+        default: break;
+        }
+    }
+}
+
+/// Kills the direct children, which as a subreaper are all that the tool left behind, in groups of
+/// their own too. False when there are none.
+bool killChildren()
+{
+    const int list = ::open("/proc/thread-self/children", O_RDONLY | O_CLOEXEC);
+    if (list < 0)
+        return false;
+    std::string text;
+    char chunk[4096];
+    for (ssize_t count = 0; (count = ::read(list, chunk, sizeof chunk)) > 0;)
+        text.append(chunk, static_cast<std::size_t>(count));
+    ::close(list);
+    bool found = false;
+    const char* position = text.data();
+    const char* end = position + text.size();
+    for (pid_t child = 0;;) {
+        while (position != end && *position == ' ')
+            ++position;
+        const auto [next, error] = std::from_chars(position, end, child);
+        if (error != std::errc{})
+            return found;
+        ::kill(child, SIGKILL);
+        found = true;
+        position = next;
+    }
+}
+
+int reap(pid_t tool)
+{
+    int status = 0;
+    while (::waitpid(tool, &status, 0) < 0 && errno == EINTR) {
+    }
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 3)
+        return EXIT_FAILURE;
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    for (const int number : {terminateSignal, killSignal, orphanedSignal, SIGCHLD})
+        ::sigaddset(&signals, number);
+    ::sigprocmask(SIG_BLOCK, &signals, nullptr);
+    ::prctl(PR_SET_PDEATHSIG, orphanedSignal);
+    ::prctl(PR_SET_CHILD_SUBREAPER, 1);
+    pid_t parent = 0;
+    std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), parent);
+    if (::getppid() != parent) // It died before it could be watched.
+        return EXIT_FAILURE;
+    ::fcntl(reportDescriptor, F_SETFD, FD_CLOEXEC);
+
+    const pid_t tool = ::fork();
+    if (tool == 0)
+        becomeTool(argv + 2, signals);
+    if (tool < 0) {
+        report(Outcome::launchFailed, errno);
+        return EXIT_FAILURE;
+    }
+    ::setpgid(tool, tool);
+    // The readers must see the end of the output when the tool closes it.
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        ::close(descriptor);
+
+    waitForEnd(tool, signals);
+    ::kill(-tool, SIGKILL);
+    const int status = reap(tool);
+    while (killChildren())
+        while (::waitpid(-1, nullptr, 0) > 0) {
+        }
+    if (WIFEXITED(status))
+        report(Outcome::exited, WEXITSTATUS(status));
+    else
+        report(Outcome::signalled, WTERMSIG(status));
+    return EXIT_SUCCESS;
+}
