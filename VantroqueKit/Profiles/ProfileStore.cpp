@@ -1,0 +1,126 @@
+#include "Profiles/ProfileStore.h"
+
+#include "Base/FileUrl.h"
+#include "Base/Files.h"
+#include "Base/Json.h"
+#include "Base/ResourceFolder.h"
+#include "Base/Text.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace vantroque::ProfileStore {
+
+using namespace Qt::StringLiterals;
+namespace fs = std::filesystem;
+
+namespace {
+
+std::vector<fs::path> programRoots()
+{
+    std::vector<fs::path> roots;
+    if (auto resources = ResourceFolder::path())
+        roots.push_back(*std::move(resources));
+    roots.push_back(ResourceFolder::executableFolder());
+    return roots;
+}
+
+QString display(const fs::path& path)
+{
+    return FileUrl::fromPath(path).displayPath();
+}
+
+Error profilesMissing(const std::vector<fs::path>& searched)
+{
+    return {u"Could not find the platform profiles. Looked in:\n"_s
+            + Text::joined(searched, u"\n"_s, display)};
+}
+
+/// The profile files of a folder in the order of their names, so that the first damaged one is the
+/// same on every machine.
+Result<std::vector<fs::path>> profileFiles(const fs::path& directory)
+{
+    std::error_code error;
+    std::vector<fs::path> files;
+    for (fs::directory_iterator entry(directory, error); !error && entry != fs::end(entry);
+         entry.increment(error))
+        if (FileUrl::fromPath(entry->path()).extension() == "json"_L1)
+            files.push_back(entry->path());
+    if (error)
+        return failure(display(directory) + u": "_s + Files::systemMessage(error.value()));
+    std::ranges::sort(files);
+    return files;
+}
+
+Result<Profile> read(const fs::path& file)
+{
+    auto profile = Json::read<Profile>(TRY(Files::read(file, Json::maxBytes)));
+    if (!profile)
+        return failure(display(file) + u": "_s + profile.error().description);
+    return profile;
+}
+
+bool precedes(const Profile& a, const Profile& b)
+{
+    if (a.group != b.group)
+        return a.group < b.group;
+    // By code point, unlike QString's order, which is by UTF-16 unit.
+    return std::ranges::lexicographical_compare(a.name.toUcs4(), b.name.toUcs4());
+}
+
+} // namespace
+
+QString noneFoundText()
+{
+    return u"No platform profiles were found in the app bundle."_s;
+}
+
+Directory profilesDirectory()
+{
+    return profilesDirectory(programRoots());
+}
+
+Directory profilesDirectory(const std::vector<fs::path>& roots)
+{
+    Directory found;
+    for (const fs::path& root : roots)
+        for (const fs::path& folder : {root / "Vantroque_VantroqueKit.bundle", root})
+            found.searched.push_back(folder / "Profiles");
+    std::error_code error;
+    const auto first = std::ranges::find_if(
+        found.searched, [&](const fs::path& path) { return fs::is_directory(path, error); });
+    if (first != found.searched.end())
+        found.url = *first;
+    return found;
+}
+
+Result<std::vector<Profile>> loadAll()
+{
+    return loadAll(programRoots());
+}
+
+Result<std::vector<Profile>> loadAll(const std::vector<fs::path>& roots)
+{
+    const Directory directory = profilesDirectory(roots);
+    if (!directory.url)
+        return tl::unexpected(profilesMissing(directory.searched));
+    return loadFrom(*directory.url);
+}
+
+Result<std::vector<Profile>> loadFrom(const fs::path& directory)
+{
+    std::vector<Profile> profiles;
+    for (const fs::path& file : TRY(profileFiles(directory)))
+        profiles.push_back(TRY(read(file)));
+    std::ranges::stable_sort(profiles, precedes);
+    return profiles;
+}
+
+Result<std::optional<Profile>> profile(const QString& id)
+{
+    const std::vector<Profile> profiles = TRY(loadAll());
+    const auto found = std::ranges::find(profiles, id, &Profile::id);
+    return found == profiles.end() ? std::nullopt : std::optional(*found);
+}
+
+} // namespace vantroque::ProfileStore
