@@ -1,0 +1,100 @@
+#include "Records/MediaInfo.h"
+
+#include "Support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+MediaInfo withVideo(const QString& codec, const std::optional<QString>& proresProfile = {})
+{
+    MediaInfo media;
+    media.fileSizeBytes = 1'234'567;
+    media.durationSeconds = 30.25;
+    media.video = VideoStreamInfo{};
+    media.video->codec = codec;
+    media.video->proresProfile = proresProfile;
+    media.video->width = 1920;
+    media.video->height = 1080;
+    return media;
+}
+
+} // namespace
+
+TEST(MediaInfo, TheSummaryHasSizeDurationPictureAndCodec)
+{
+    EXPECT_EQ(withVideo(u"h264"_s).summaryLine(), u"1.2 MB · 30.3s · 1920x1080 · H264"_s);
+}
+
+TEST(MediaInfo, AProResCodecIsCalledByItsProfile)
+{
+    const auto summary = [](const std::optional<QString>& profile) {
+        return withVideo(u"prores"_s, profile).summaryLine();
+    };
+    EXPECT_EQ(summary({}), u"1.2 MB · 30.3s · 1920x1080 · ProRes"_s);
+    EXPECT_EQ(summary(u"4444"_s), u"1.2 MB · 30.3s · 1920x1080 · ProRes 4444"_s);
+    EXPECT_EQ(summary(u"HQ"_s), u"1.2 MB · 30.3s · 1920x1080 · ProRes 422 HQ"_s);
+    EXPECT_EQ(summary(u"4444 XQ"_s), u"1.2 MB · 30.3s · 1920x1080 · ProRes 422 4444 XQ"_s);
+}
+
+TEST(MediaInfo, AnotherCodecsProfileStaysOutOfTheSummary)
+{
+    EXPECT_EQ(withVideo(u"h264"_s, u"High"_s).summaryLine(),
+              u"1.2 MB · 30.3s · 1920x1080 · H264"_s);
+}
+
+TEST(MediaInfo, AnAudioFileSummarizesToSizeAndDuration)
+{
+    MediaInfo media;
+    media.fileSizeBytes = 999;
+    media.durationSeconds = 1;
+    EXPECT_EQ(media.summaryLine(), u"999 bytes · 1.0s"_s);
+    media.durationSeconds = 0;
+    EXPECT_EQ(media.summaryLine(), u"999 bytes"_s);
+}
+
+TEST(MediaInfo, TheRangeIsUnknownUnlessItIsTagged)
+{
+    VideoStreamInfo video;
+    EXPECT_EQ(video.isFullRange(), std::nullopt);
+    video.colorRange = u"pc"_s;
+    EXPECT_EQ(video.isFullRange(), true);
+    video.colorRange = u"tv"_s;
+    EXPECT_EQ(video.isFullRange(), false);
+    video.colorRange = u"unknown"_s;
+    EXPECT_EQ(video.isFullRange(), std::nullopt);
+}
+
+TEST(MediaInfo, APqOrHlgTransferIsHdr)
+{
+    VideoStreamInfo video;
+    EXPECT_FALSE(video.isHDR());
+    for (const QString& transfer : {u"smpte2084"_s, u"arib-std-b67"_s}) {
+        video.colorTransfer = transfer;
+        EXPECT_TRUE(video.isHDR());
+    }
+    video.colorTransfer = u"bt709"_s;
+    EXPECT_FALSE(video.isHDR());
+}
+
+TEST(MediaInfo, OnlyThePresentVersionIsCurrent)
+{
+    MediaInfo media;
+    EXPECT_FALSE(media.isCurrentAnalysis());
+    media.analysisVersion = 4;
+    EXPECT_FALSE(media.isCurrentAnalysis());
+    media.analysisVersion = 5;
+    EXPECT_TRUE(media.isCurrentAnalysis());
+}
+
+TEST(MediaInfo, ASpanIsNeverNegative)
+{
+    EXPECT_EQ((TimeSpan{1, 3}).duration(), 2);
+    EXPECT_EQ((TimeSpan{3, 1}).duration(), 0);
+}
+
+} // namespace vantroque

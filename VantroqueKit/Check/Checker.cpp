@@ -1,0 +1,62 @@
+#include "Check/Checker.h"
+
+#include "Check/Matching.h"
+#include "Profiles/PlatformZones.h"
+
+#include <array>
+
+namespace vantroque::Checker {
+
+namespace {
+
+/// The order of the rows in every report.
+constexpr std::array checksInOrder{
+    checkContainer,     checkVideoCodec,    checkResolution, checkPixels,   checkChroma,
+    checkFrameRate,     checkCadence,       checkLevels,     checkBitrate,  checkRecommendedBitrate,
+    checkAudio,         checkAudioCoverage, checkLoudness,   checkDuration, checkContent,
+    checkTextPlacement, checkFile,
+};
+
+bool namesZonesOnly(const Profile& profile)
+{
+    const auto& content = profile.content;
+    const bool namesZones =
+        content && content->textClearOfZones && !content->textClearOfZones->empty();
+    return namesZones && !profile.container && !profile.video && !profile.frameRate
+           && !profile.audio && !profile.loudness && !profile.duration && !profile.file
+           && !profile.recommendedBitrate && !content->slate && !content->letterboxForbidden
+           && !content->headTailBlackForbidden && !content->textSafeFraction
+           && !content->textRejectFraction;
+}
+
+} // namespace
+
+ProfileReport evaluate(const Profile& profile, const MediaInfo& media)
+{
+    ProfileReport report;
+    report.profileID = profile.id;
+    report.profileName = profile.name;
+    report.profileShortName = profile.shortName.value_or(profile.name);
+    report.inferred = profile.inferred.value_or(false);
+    report.sourceURL = profile.sourceURL;
+    report.verifiedDate = profile.verifiedDate;
+    if (profile.group == ProfileGroup::recommendation)
+        report.advisory = true;
+    for (const auto check : checksInOrder)
+        check(profile, media, report.checks);
+    return report;
+}
+
+bool applies(const Profile& profile, const MediaInfo& media)
+{
+    if (!namesZonesOnly(profile))
+        return true;
+    if (!media.video)
+        return false;
+    const auto family = classify(media.video->width, media.video->height, 0.02);
+    return std::ranges::any_of(PlatformZoneCatalog::zones(family), [&](const PlatformZone& zone) {
+        return contains(*profile.content->textClearOfZones, zone.id);
+    });
+}
+
+} // namespace vantroque::Checker

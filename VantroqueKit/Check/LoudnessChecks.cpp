@@ -1,0 +1,135 @@
+#include "Base/Numbers.h"
+#include "Check/CheckRow.h"
+#include "Check/Checker.h"
+
+#include <cmath>
+
+namespace vantroque::Checker {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString whole(double value)
+{
+    return Numbers::fixed(value, 0);
+}
+
+QString oneDecimal(double value)
+{
+    return Numbers::fixed(value, 1);
+}
+
+QString normalizeOnExport(double target, double peak)
+{
+    return u"normalize on export (in ffmpeg: -af loudnorm=I=%1:TP=%2:LRA=7)."_s.arg(whole(target),
+                                                                                    whole(peak));
+}
+
+double toleranceOf(const LoudnessRule& rule)
+{
+    return rule.toleranceLU.value_or(2.0);
+}
+
+CheckRow loudnessLabel(const LoudnessRule& rule, double target)
+{
+    return {u"loudness"_s, u"Loudness"_s,
+            u"%1 LKFS ± %2 LU"_s.arg(whole(target), whole(toleranceOf(rule)))};
+}
+
+CheckResult loudnessRow(const LoudnessRule& rule, double target, double integrated)
+{
+    const CheckRow row = loudnessLabel(rule, target);
+    const double off = integrated - target;
+    const QString measured = oneDecimal(integrated) + u" LKFS"_s;
+    if (!Numbers::above(std::abs(off), toleranceOf(rule)))
+        return row.pass(measured);
+
+    const QString offTarget =
+        u"%1 (%2 LU off target)"_s.arg(measured, Numbers::signedFixed(off, 1));
+    const QString gain = Numbers::signedFixed(-off, 1);
+    if (rule.autoNormalized.value_or(false))
+        return row.warn(
+            offTarget, u"Accepted: the platform normalizes it to %1 LKFS, which takes the result "
+                       u"out of your hands. Adjust the mix by %2 dB to deliver it on target."_s.arg(
+                           whole(target), gain));
+    return row.fail(offTarget,
+                    u"Adjust the mix by %1 dB, or %2"_s.arg(
+                        gain, normalizeOnExport(target, rule.maxTruePeakDb.value_or(-2))));
+}
+
+QString limiterFix(const LoudnessRule& rule, double ceiling)
+{
+    const QString limiter =
+        u"Apply a true-peak limiter at %1 dBTP in your mix"_s.arg(whole(ceiling));
+    if (rule.targetLKFS)
+        return limiter + u", or "_s + normalizeOnExport(*rule.targetLKFS, ceiling);
+    return limiter
+           + u". Lossy encoders overshoot, so a file that peaks at the ceiling can clip after the "
+             u"platform re-encodes it."_s;
+}
+
+CheckResult truePeakRow(const LoudnessRule& rule, double ceiling, double peak)
+{
+    const auto& floor = rule.minTruePeakDb;
+    const QString limit = floor ? u"%1 to %2 dBTP"_s.arg(whole(ceiling), whole(*floor))
+                                : u"≤ %1 dBTP"_s.arg(whole(ceiling));
+    const CheckRow row{u"true-peak"_s, u"True peak"_s, limit};
+    const QString measured = oneDecimal(peak) + u" dBTP"_s;
+    if (Numbers::above(peak, ceiling))
+        return row.fail(measured + u" (over the ceiling)"_s, limiterFix(rule, ceiling));
+    if (floor && Numbers::below(peak, *floor)) {
+        const QString tail =
+            rule.targetLKFS
+                ? u" while integrated loudness stays at %1 LKFS"_s.arg(whole(*rule.targetLKFS))
+                : QString();
+        return row.fail(measured + u" (below the window)"_s,
+                        u"Peaks sit below the required window. Raise the mix so peaks land between "
+                        u"%1 and %2 dBTP%3."_s.arg(whole(*floor), whole(ceiling), tail));
+    }
+    const auto& recommended = rule.recommendedMaxTruePeakDb;
+    if (recommended && Numbers::above(peak, *recommended))
+        return row.expecting(u"%1, %2 dBTP recommended"_s.arg(limit, whole(*recommended)))
+            .warn(measured + u" (within spec, above the recommendation)"_s,
+                  u"Accepted under the %1 dBTP ceiling. The platform recommends %2 dBTP, which "
+                  u"downstream digital destinations accept too."_s.arg(whole(ceiling),
+                                                                       whole(*recommended)));
+    return row.pass(measured);
+}
+
+CheckResult silenceRow(double limit, double longest)
+{
+    const CheckRow row{u"silence"_s, u"Audio silence"_s,
+                       u"no silent run over %1 s"_s.arg(oneDecimal(limit))};
+    if (Numbers::above(longest, limit))
+        return row.fail(u"%1 s of continuous silence"_s.arg(oneDecimal(longest)),
+                        u"Check for a dropped audio region or a silent head/tail. Room tone under "
+                        u"the gap is enough to clear this."_s);
+    return row.pass(longest > 0 ? u"longest silent run %1 s"_s.arg(oneDecimal(longest))
+                                : u"no silent runs"_s);
+}
+
+} // namespace
+
+void checkLoudness(const Profile& profile, const MediaInfo& media, Rows& rows)
+{
+    if (!profile.loudness)
+        return;
+    const LoudnessRule& rule = *profile.loudness;
+    const auto& target = rule.targetLKFS;
+    if (!media.signal) {
+        if (target)
+            rows.push_back(loudnessLabel(rule, *target).info(u"signal pass skipped"_s));
+        return;
+    }
+    const SignalInfo& signal = *media.signal;
+    if (target && signal.integratedLKFS)
+        rows.push_back(loudnessRow(rule, *target, *signal.integratedLKFS));
+    if (rule.maxTruePeakDb && signal.truePeakDb)
+        rows.push_back(truePeakRow(rule, *rule.maxTruePeakDb, *signal.truePeakDb));
+    if (rule.maxSilenceSeconds)
+        rows.push_back(
+            silenceRow(*rule.maxSilenceSeconds, signal.longestSilenceSeconds.value_or(0)));
+}
+
+} // namespace vantroque::Checker

@@ -1,0 +1,29 @@
+#include "Check/SignalChecks.h"
+
+#include "Base/Numbers.h"
+
+namespace vantroque::SignalChecks {
+
+using namespace Qt::StringLiterals;
+
+QString seconds(double value)
+{
+    return Numbers::fixed(value, Numbers::below(value, 10) ? 1 : 0) + u" s"_s;
+}
+
+QString matrixName(ColorMatrix matrix)
+{
+    switch (matrix) {
+    case ColorMatrix::bt709: return u"Rec.709"_s;
+    case ColorMatrix::bt601: return u"Rec.601"_s;
+    case ColorMatrix::bt2020: return u"Rec.2020"_s;
+    }
+    return {};
+}
+
+double countingRate(const MediaInfo& media)
+{
+    return media.video && media.video->nominalFrameRate > 0 ? media.video->nominalFrameRate : 24;
+}
+
+} // namespace vantroque::SignalChecks
