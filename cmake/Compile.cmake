@@ -2,7 +2,7 @@
 add_library(vantroque_compile INTERFACE)
 target_compile_options(vantroque_compile INTERFACE
     -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wno-sign-conversion
-    -Wno-missing-field-initializers -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wnull-dereference -Wduplicated-cond)
+    -Wno-missing-field-initializers -Wnon-virtual-dtor -Woverloaded-virtual -Wundef -Wduplicated-cond)
 target_compile_definitions(vantroque_compile INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
 # Arithmetic in single precision is compared exactly, so no fused multiply-add behind our back.
@@ -11,7 +11,7 @@ if(VANTROQUE_SANITIZE)
     target_compile_options(vantroque_compile INTERFACE
         -fsanitize=${VANTROQUE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
         # g++ 12 warns falsely in instrumented code.
-        -Wno-null-dereference -Wno-maybe-uninitialized)
+        -Wno-maybe-uninitialized)
     target_link_options(vantroque_compile INTERFACE -fsanitize=${VANTROQUE_SANITIZE})
 endif()
 

@@ -1,0 +1,39 @@
+#include "VantroqueCLI/CheckReports.h"
+
+#include "Base/Json.h"
+#include "Check/TextRenderer.h"
+
+namespace vantroque::CheckReports {
+
+using namespace Qt::StringLiterals;
+
+QByteArray text(const std::vector<CheckedFile>& files, bool color)
+{
+    QStringList texts;
+    for (const CheckedFile& file : files)
+        texts << (file.outcome ? TextRenderer::render(file.outcome->report, color)
+                               : u"%1    could not be analysed\n  %2\n"_s.arg(
+                                   file.path, file.outcome.error().description.trimmed()));
+    return (texts.join(TextRenderer::separator()) + u'\n').toUtf8();
+}
+
+Result<QByteArray> json(const std::vector<CheckedFile>& files, bool withMedia)
+{
+    QJsonArray list;
+    for (const CheckedFile& file : files) {
+        QJsonObject object{{u"path"_s, file.path},
+                           {u"status"_s, file.outcome ? u"done"_s : u"failed"_s}};
+        if (file.outcome) {
+            object.insert(u"report"_s, TRY(RecordCoding::encode(file.outcome->report)));
+            if (withMedia)
+                object.insert(u"media"_s, TRY(RecordCoding::encode(file.outcome->media)));
+        } else {
+            object.insert(u"error"_s, file.outcome.error().description);
+        }
+        list.append(object);
+    }
+    return Json::print(
+        QJsonObject{{u"version"_s, QStringLiteral(VANTROQUE_VERSION)}, {u"files"_s, list}});
+}
+
+} // namespace vantroque::CheckReports

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "VantroqueCLI/Arguments.h"
+#include "VantroqueCLI/ExitStatus.h"
+
+namespace vantroque {
+
+/// One thing that the command line can do.
+struct Command {
+    const char* name;
+    const char* usage; ///< The words behind the name.
+    const char* summary;
+    Arguments::Options options;
+    ExitStatus (*run)(const Arguments& arguments);
+};
+
+ExitStatus check(const Arguments& arguments);
+ExitStatus probe(const Arguments& arguments);
+ExitStatus profiles(const Arguments& arguments);
+
+} // namespace vantroque

@@ -1,0 +1,98 @@
+#include "Base/ScratchFolder.h"
+#include "VantroqueCLI/Commands.h"
+#include "VantroqueCLI/Output.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+using namespace vantroque;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const std::vector<Command>& commands()
+{
+    static const std::vector<Command> all{
+        {"check",
+         "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit] [--media]\n"
+         "        [--jobs N] [--profiles-dir DIR] [-o FILE] FILE...",
+         "Scores files against the delivery specifications of platforms; the digital ones\n"
+         "      unless profiles or groups (digital, broadcast, recommendation) are named.",
+         {{"profile", true},
+          {"group", true},
+          {"all", false},
+          {"format", true},
+          {"media", false},
+          {"jobs", true},
+          {"profiles-dir", true},
+          {"output", true}},
+         check},
+        {"probe",
+         "FILE...",
+         "Prints what is known of each file without decoding it, as JSON.",
+         {},
+         probe},
+        {"profiles",
+         "[--freshness] [--format text|json] [--profiles-dir DIR]",
+         "Lists the installed profiles, or how long ago each was compared with its source.",
+         {{"freshness", false}, {"format", true}, {"profiles-dir", true}},
+         profiles},
+    };
+    return all;
+}
+
+QByteArray usage()
+{
+    QByteArray text = "Usage: vantroque-cli COMMAND ...\n\n";
+    for (const Command& command : commands())
+        text.append("  ")
+            .append(command.name)
+            .append(' ')
+            .append(command.usage)
+            .append("\n      ")
+            .append(command.summary)
+            .append("\n\n");
+    return text
+           + "Exit status: 0 every file was analysed and none fails a platform, 1 some file fails\n"
+             "one, 2 some file could not be analysed or the call was wrong. Put \"--\" ahead of "
+             "file\n"
+             "names that begin with a hyphen.\n";
+}
+
+ExitStatus printed(const QByteArray& text)
+{
+    const auto written = Output::write({}, text);
+    return written ? ExitStatus::passed : ExitStatus::trouble;
+}
+
+ExitStatus wrongCall(const QString& problem)
+{
+    Output::complain(problem + u" (vantroque-cli --help tells the usage)"_s);
+    return ExitStatus::trouble;
+}
+
+ExitStatus run(const std::vector<std::string>& words)
+{
+    if (words.empty())
+        return wrongCall(u"no command given"_s);
+    if (words[0] == "--help" || words[0] == "-h" || words[0] == "help")
+        return printed(usage());
+    if (words[0] == "--version")
+        return printed("vantroque-cli " VANTROQUE_VERSION "\n");
+    const auto command = std::ranges::find(commands(), words[0], &Command::name);
+    if (command == commands().end())
+        return wrongCall(u"unknown command \"%1\""_s.arg(QString::fromStdString(words[0])));
+    if (words.size() == 2 && words[1] == "--help")
+        return printed(usage());
+    const auto arguments = Arguments::parse({words.begin() + 1, words.end()}, command->options);
+    return arguments ? command->run(*arguments) : wrongCall(arguments.error().description);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    ScratchFolder::sweep();
+    return static_cast<int>(run({argv + 1, argv + argc}));
+}
