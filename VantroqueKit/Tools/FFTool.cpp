@@ -46,6 +46,12 @@ namespace {
 
 constexpr std::chrono::seconds terminationGrace{3};
 
+/// The tools write in small pieces, and waking up for each costs more than reading it. After a
+/// short read the reader therefore lets the pipe fill for a moment; the pipe holds many times what
+/// comes in meanwhile.
+constexpr std::size_t shortRead = 32 * 1024;
+constexpr std::chrono::milliseconds fillTime{2};
+
 FFToolError errorOf(FFToolError::Kind kind, const fs::path& executable)
 {
     FFToolError error;
@@ -143,6 +149,8 @@ QByteArray drain(int descriptor, const std::function<void(std::string_view)>& on
             all.append(chunk.data(), count);
         if (onChunk)
             onChunk({chunk.data(), static_cast<std::size_t>(count)});
+        if (static_cast<std::size_t>(count) < shortRead)
+            std::this_thread::sleep_for(fillTime);
     }
 }
 

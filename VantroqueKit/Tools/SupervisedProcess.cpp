@@ -2,6 +2,8 @@
 
 #include "Base/ResourceFolder.h"
 
+#include <QByteArray>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -115,6 +117,9 @@ Result<Pipe, int> Pipe::make()
         if (!high[i].isOpen())
             return tl::unexpected(errno);
     }
+    // A roomier pipe spares the tool waiting; the usual size does as well.
+    constexpr int capacity = 1 << 20;
+    static_cast<void>(::fcntl(high[0].get(), F_SETPIPE_SZ, capacity));
     return Pipe{std::move(high[0]), std::move(high[1])};
 }
 
@@ -124,7 +129,7 @@ Result<SupervisedProcess, int> SupervisedProcess::start(const std::filesystem::p
                                                         const FileDescriptor& standardError)
 {
     Pipe report = TRY(Pipe::make());
-    std::vector<std::string> command{supervisorPath(), std::to_string(::getpid()),
+    std::vector<std::string> command{supervisorPath(), QByteArray::number(::getpid()).toStdString(),
                                      executable.native()};
     command.insert(command.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;

@@ -1,0 +1,110 @@
+#include "Base/Text.h"
+#include "Support/TestFolder.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+using namespace vantroque;
+using namespace Qt::StringLiterals;
+namespace fs = std::filesystem;
+
+namespace {
+
+const fs::path source = VANTROQUE_SOURCE;
+
+struct Floor {
+    int number = 0;
+    std::set<QString> mayUse; ///< Folders named in the row.
+};
+
+QString text(const fs::path& file)
+{
+    return QString::fromUtf8(contents(file));
+}
+
+/// The table of folders in the architecture page.
+std::map<QString, Floor> floors()
+{
+    static const QRegularExpression row(uR"(^\| (\d) \| `(\w+)` \|.*\| ([^|]+) \|$)"_s,
+                                        QRegularExpression::MultilineOption);
+    std::map<QString, Floor> table;
+    for (const auto& match : row.globalMatch(text(source / "docs/ARCHITECTURE.md"))) {
+        Floor floor{match.captured(1).toInt(), {}};
+        for (const QString& name : match.captured(3).split(u", "_s))
+            floor.mayUse.insert(name);
+        table[match.captured(2)] = floor;
+    }
+    return table;
+}
+
+/// What a folder may include: itself, what its row names, and what those may.
+std::set<QString> reach(const std::map<QString, Floor>& table, const QString& folder)
+{
+    std::set<QString> found{folder};
+    if (const auto floor = table.find(folder); floor != table.end())
+        for (const QString& used : floor->second.mayUse)
+            found.merge(reach(table, used));
+    return found;
+}
+
+QStringList includedFolders(const fs::path& file)
+{
+    static const QRegularExpression include(uR"(^#include "(\w+)/)"_s,
+                                            QRegularExpression::MultilineOption);
+    QStringList folders;
+    for (const auto& match : include.globalMatch(text(file)))
+        folders << match.captured(1);
+    return folders;
+}
+
+std::vector<fs::path> sourcesUnder(const fs::path& folder)
+{
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder))
+        if (entry.path().extension() == ".h" || entry.path().extension() == ".cpp")
+            files.push_back(entry.path());
+    return files;
+}
+
+} // namespace
+
+TEST(IncludeFloors, ThePageListsExactlyTheFoldersOfTheKit)
+{
+    std::set<QString> listed;
+    for (const auto& [folder, floor] : floors())
+        listed.insert(folder);
+    std::set<QString> present;
+    for (const auto& entry : fs::directory_iterator(source / "VantroqueKit"))
+        if (entry.is_directory())
+            present.insert(QString::fromStdString(entry.path().filename().native()));
+    EXPECT_EQ(listed, present);
+}
+
+TEST(IncludeFloors, ArrowsBetweenFoldersLeadDown)
+{
+    const auto table = floors();
+    for (const auto& [folder, floor] : table)
+        for (const QString& used : floor.mayUse) {
+            const auto below = table.find(used);
+            EXPECT_TRUE(below == table.end() || below->second.number < floor.number)
+                << folder.toStdString() << " uses " << used.toStdString();
+        }
+}
+
+TEST(IncludeFloors, FilesIncludeOnlyWhatTheirFolderMayUse)
+{
+    const auto table = floors();
+    for (const auto& [folder, floor] : table) {
+        const auto allowed = reach(table, folder);
+        for (const fs::path& file : sourcesUnder(source / "VantroqueKit" / folder.toStdString()))
+            for (const QString& included : includedFolders(file))
+                EXPECT_TRUE(allowed.contains(included))
+                    << file << " includes " << included.toStdString();
+    }
+}
