@@ -70,8 +70,9 @@ Result<void> writeAtomically(const std::filesystem::path& path, const QByteArray
 {
     std::filesystem::path sibling = path;
     sibling += ".tmp";
-    FileDescriptor file(
-        ::open(sibling.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0666));
+    // What a crash left behind goes first, also a link or a FIFO, on which opening would hang.
+    ::unlink(sibling.c_str());
+    FileDescriptor file(::open(sibling.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
     if (!file.isOpen())
         return failed(path, errno);
     int problem = writeWhole(file, bytes);

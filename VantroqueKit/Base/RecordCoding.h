@@ -8,6 +8,7 @@
 #include <QJsonObject>
 #include <QJsonValue>
 
+#include <cmath>
 #include <concepts>
 #include <cstdint>
 #include <limits>
@@ -223,7 +224,10 @@ Coded<T> decode(const QJsonValue& json)
         using Limits = std::numeric_limits<T>;
         return static_cast<T>(TRY(decodeInteger(json, Limits::min(), Limits::max())));
     } else if constexpr (std::floating_point<T>) {
-        return static_cast<T>(TRY(decodeNumber(json)));
+        const auto number = static_cast<T>(TRY(decodeNumber(json)));
+        if (!std::isfinite(number))
+            return tl::unexpected(CodingError{{}, QStringLiteral("out of range")});
+        return number;
     } else if constexpr (std::same_as<T, FileUrl>) {
         return decodeFileUrl(json);
     } else if constexpr (NamedEnum<T>) {

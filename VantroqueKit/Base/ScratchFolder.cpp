@@ -3,6 +3,8 @@
 #include "Base/Files.h"
 #include "Base/Numbers.h"
 
+#include <QRegularExpression>
+
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -11,14 +13,13 @@
 #include <string>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <utility>
 
 namespace vantroque {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr std::string_view prefix = "vantroque-";
 
 /// The system's temporary folder first, then places whose names are known to be plain.
 std::array<fs::path, 3> parents()
@@ -41,10 +42,10 @@ FileDescriptor lockFolder(const fs::path& folder)
 /// The process id in "vantroque-{pid}-XXXXXX"; 0 for any other name.
 pid_t ownerOf(const std::string& name)
 {
-    if (name.rfind(prefix, 0) != 0)
-        return 0;
-    const auto digits = QString::fromStdString(name.substr(prefix.size())).section(u'-', 0, 0);
-    return static_cast<pid_t>(Numbers::toInt(digits).value_or(0));
+    static const QRegularExpression form(
+        QStringLiteral("^vantroque-([1-9][0-9]{0,9})-[A-Za-z0-9]{6}\\z"));
+    const auto pid = Numbers::toInt(form.match(QString::fromStdString(name)).capturedView(1));
+    return std::in_range<pid_t>(pid.value_or(0)) ? static_cast<pid_t>(pid.value_or(0)) : 0;
 }
 
 bool isOwnFolder(const fs::path& path)
@@ -76,8 +77,8 @@ Result<ScratchFolder> ScratchFolder::make()
 
 Result<ScratchFolder> ScratchFolder::makeIn(const fs::path& parent)
 {
-    std::string pattern =
-        (parent / (std::string(prefix) + std::to_string(::getpid()) + "-XXXXXX")).native();
+    const QByteArray name = "vantroque-" + QByteArray::number(::getpid()) + "-XXXXXX";
+    std::string pattern = (parent / name.toStdString()).native();
     if (::mkdtemp(pattern.data()) == nullptr)
         return failure(QString::fromStdString(parent.native()) + QStringLiteral(": ")
                        + Files::systemMessage(errno));

@@ -14,6 +14,8 @@ namespace vantroque {
 namespace {
 
 constexpr double defaultRate = 25;
+/// Keeps the frames of a day within 64 bits at any rate.
+constexpr std::int64_t maxWholeRate = 1'000'000'000'000;
 
 double usable(double rate)
 {
@@ -22,7 +24,7 @@ double usable(double rate)
 
 std::int64_t wholeRate(double rate)
 {
-    return std::max<std::int64_t>(Numbers::roundedToInt(rate), 1);
+    return std::clamp<std::int64_t>(Numbers::roundedToInt(rate), 1, maxWholeRate);
 }
 
 QString twoDigits(std::int64_t value)

@@ -18,7 +18,7 @@ public:
     /// A store in a file of its own.
     explicit UserDefaults(const QString& file);
 
-    /// Nothing when the key is absent or holds something else.
+    /// Nothing when the key is absent or holds something else; a list reads as its JSON text, too.
     std::optional<QString> text(const QString& key) const;
     std::optional<QStringList> textList(const QString& key) const;
     void setText(const QString& key, const QString& value);

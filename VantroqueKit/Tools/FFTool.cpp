@@ -165,6 +165,8 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
     auto errPipe = Pipe::make();
     if (!outPipe || !errPipe)
         return cannotLaunch(!outPipe ? outPipe.error() : errPipe.error());
+    outPipe->widen();
+    errPipe->widen();
 
     const Observer& observer = options.observer;
     LineSplitter lines(observer.stderrLine);

@@ -104,6 +104,13 @@ void reap(pid_t process)
 
 } // namespace
 
+void Pipe::widen() const
+{
+    // Well below what the kernel grants one user in all, also for many runs at once.
+    constexpr int capacity = 256 * 1024;
+    static_cast<void>(::fcntl(readEnd.get(), F_SETPIPE_SZ, capacity));
+}
+
 Result<Pipe, int> Pipe::make()
 {
     std::array<int, 2> ends{};
@@ -117,9 +124,6 @@ Result<Pipe, int> Pipe::make()
         if (!high[i].isOpen())
             return tl::unexpected(errno);
     }
-    // A roomier pipe spares the tool waiting; the usual size does as well.
-    constexpr int capacity = 1 << 20;
-    static_cast<void>(::fcntl(high[0].get(), F_SETPIPE_SZ, capacity));
     return Pipe{std::move(high[0]), std::move(high[1])};
 }
 

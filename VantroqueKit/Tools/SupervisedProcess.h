@@ -58,6 +58,8 @@ struct Pipe {
 
     /// Fails with the error number.
     static Result<Pipe, int> make();
+    /// Makes room for a tool that prints much, if the system grants it.
+    void widen() const;
 };
 
 } // namespace vantroque

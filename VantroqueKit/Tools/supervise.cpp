@@ -10,6 +10,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fcntl.h>
 #include <string>
 #include <sys/prctl.h>
@@ -58,8 +59,7 @@ void waitForEnd(pid_t tool, const sigset_t& signals)
     }
 }
 
-/// Kills the direct children, which as a subreaper are all that the tool left behind, in groups of
-/// their own too. False when there are none.
+/// Kills the direct children. False when the system does not list them.
 bool killChildren()
 {
     const int list = ::open("/proc/thread-self/children", O_RDONLY | O_CLOEXEC);
@@ -70,7 +70,6 @@ bool killChildren()
     for (ssize_t count = 0; (count = ::read(list, chunk, sizeof chunk)) > 0;)
         text.append(chunk, static_cast<std::size_t>(count));
     ::close(list);
-    bool found = false;
     const char* position = text.data();
     const char* end = position + text.size();
     for (pid_t child = 0;;) {
@@ -78,10 +77,24 @@ bool killChildren()
             ++position;
         const auto [next, error] = std::from_chars(position, end, child);
         if (error != std::errc{})
-            return found;
+            return true;
         ::kill(child, SIGKILL);
-        found = true;
         position = next;
+    }
+}
+
+/// Kills and reaps what the tool left behind, in groups of its own too. As a subreaper this process
+/// becomes the parent of each orphan, but only when the orphan's own parent dies: hence the rounds.
+void endChildren(const sigset_t& signals)
+{
+    constexpr timespec step{0, 10'000'000};
+    for (;;) {
+        pid_t reaped = 0;
+        while ((reaped = ::waitpid(-1, nullptr, WNOHANG)) > 0) {
+        }
+        if (reaped < 0 || !killChildren())
+            return;
+        ::sigtimedwait(&signals, nullptr, &step); // The death of a child ends the wait.
     }
 }
 
@@ -127,9 +140,7 @@ int main(int argc, char** argv)
     waitForEnd(tool, signals);
     ::kill(-tool, SIGKILL);
     const int status = reap(tool);
-    while (killChildren())
-        while (::waitpid(-1, nullptr, 0) > 0) {
-        }
+    endChildren(signals);
     if (WIFEXITED(status))
         report(Outcome::exited, WEXITSTATUS(status));
     else
