@@ -6,6 +6,24 @@ namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Long options count from here, short ones are characters.
+constexpr int firstLongOption = 1001;
+
+/// The option that getopt has just refused, as it was written.
+QString refusedOption(const std::vector<char*>& argv)
+{
+    // Several short options may share a word, and then getopt has not left it yet.
+    if (optopt != 0 && optopt < firstLongOption) {
+        const char letter = static_cast<char>(optopt);
+        return u'-' + QString::fromUtf8(&letter, 1);
+    }
+    return QString::fromUtf8(argv[static_cast<std::size_t>(optind - 1)]);
+}
+
+} // namespace
+
 Result<Arguments> Arguments::parse(const std::vector<std::string>& words, const Options& known)
 {
     std::vector<std::string> names;
@@ -14,7 +32,7 @@ Result<Arguments> Arguments::parse(const std::vector<std::string>& words, const 
     for (const auto& [name, takesValue] : known) {
         names.push_back(name);
         options.push_back({names.back().c_str(), takesValue ? required_argument : no_argument,
-                           nullptr, static_cast<int>(names.size()) + 1000});
+                           nullptr, static_cast<int>(names.size()) + firstLongOption - 1});
     }
     options.push_back({});
 
@@ -33,12 +51,11 @@ Result<Arguments> Arguments::parse(const std::vector<std::string>& words, const 
     for (int found = 0;
          (found = ::getopt_long(argc, argv.data(), shortOptions, options.data(), nullptr)) != -1;) {
         if (found == '?' || found == ':') {
-            const QString word = QString::fromUtf8(argv[static_cast<std::size_t>(optind - 1)]);
-            return failure(
-                (found == ':' ? u"%1 needs a value"_s : u"unknown option %1"_s).arg(word));
+            return failure((found == ':' ? u"%1 needs a value"_s : u"unknown option %1"_s)
+                               .arg(refusedOption(argv)));
         }
         const std::string name =
-            found == 'o' ? "output" : names.at(static_cast<std::size_t>(found - 1001));
+            found == 'o' ? "output" : names.at(static_cast<std::size_t>(found - firstLongOption));
         arguments.m_values[name].push_back(optarg != nullptr ? optarg : "");
     }
     for (int i = optind; i < argc; ++i)

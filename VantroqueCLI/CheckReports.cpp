@@ -1,19 +1,35 @@
 #include "VantroqueCLI/CheckReports.h"
 
 #include "Base/Json.h"
+#include "Base/Text.h"
 #include "Check/TextRenderer.h"
 
 namespace vantroque::CheckReports {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The report without what a terminal would act on; only what came from the file can hold it.
+FileReport displayable(FileReport report)
+{
+    report.fileName = Text::printable(report.fileName);
+    for (ProfileReport& profile : report.profiles)
+        for (CheckResult& row : profile.checks)
+            row.measured = Text::printable(row.measured);
+    return report;
+}
+
+} // namespace
+
 QByteArray text(const std::vector<CheckedFile>& files, bool color)
 {
     QStringList texts;
     for (const CheckedFile& file : files)
-        texts << (file.outcome ? TextRenderer::render(file.outcome->report, color)
+        texts << (file.outcome ? TextRenderer::render(displayable(file.outcome->report), color)
                                : u"%1    could not be analysed\n  %2\n"_s.arg(
-                                   file.path, file.outcome.error().description.trimmed()));
+                                   Text::printable(file.path),
+                                   Text::printable(file.outcome.error().description.trimmed())));
     return (texts.join(TextRenderer::separator()) + u'\n').toUtf8();
 }
 

@@ -2,6 +2,7 @@
 
 #include "Base/FileDescriptor.h"
 #include "Base/Files.h"
+#include "Base/Text.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -55,8 +56,8 @@ Result<void> write(const std::string& file, const QByteArray& document)
 
 void complain(const QString& message)
 {
-    static_cast<void>(
-        writeAll(STDERR_FILENO, (u"vantroque-cli: "_s + message.trimmed() + u'\n').toUtf8()));
+    const QString lines = Text::joined(message.trimmed().split(u'\n'), u"\n"_s, Text::printable);
+    static_cast<void>(writeAll(STDERR_FILENO, (u"vantroque-cli: "_s + lines + u'\n').toUtf8()));
 }
 
 bool isColorTerminal()

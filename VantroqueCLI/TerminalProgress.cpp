@@ -40,15 +40,6 @@ QString timeLeft(std::size_t done, std::size_t count, double elapsedSeconds)
     return u", %1:%2 left"_s.arg(QString::number(left / 60), Numbers::zeroPadded(left % 60, 2));
 }
 
-/// Names may hold line feeds and escape sequences, which must not reach the terminal.
-QString printable(QString text)
-{
-    for (QChar& c : text)
-        if (!c.isPrint() && !c.isSurrogate())
-            c = u'?';
-    return text;
-}
-
 } // namespace
 
 TerminalProgress::TerminalProgress(std::size_t fileCount)
@@ -85,7 +76,7 @@ QString TerminalProgress::line(std::size_t done, std::size_t count, const QStrin
     const QString whole = u"[%1%2] %3/%4%5  %6  %7"_s.arg(
         QString(filled, u'#'), QString(barWidth - filled, u'.'), QString::number(done),
         QString::number(count), timeLeft(done, count, elapsedSeconds),
-        AnalysisProgress::label(stage), printable(name));
+        AnalysisProgress::label(stage), Text::printable(name));
     return Text::firstCharacters(whole, columns - 1);
 }
 

@@ -63,7 +63,10 @@ QByteArray usage()
 ExitStatus printed(const QByteArray& text)
 {
     const auto written = Output::write({}, text);
-    return written ? ExitStatus::passed : ExitStatus::trouble;
+    if (written)
+        return ExitStatus::passed;
+    Output::complain(written.error().description);
+    return ExitStatus::trouble;
 }
 
 ExitStatus wrongCall(const QString& problem)

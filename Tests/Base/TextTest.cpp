@@ -64,6 +64,11 @@ TEST(Text, ListsAreJoinedInOrder)
     EXPECT_EQ(Text::joined(std::vector{1, 2}, u" or "_s, doubled), u"2 or 4"_s);
 }
 
+TEST(Text, ControlCharactersDoNotReachATerminal)
+{
+    EXPECT_EQ(Text::printable(u"a\u001b[31mb\nc\u009dé🎬"_s), u"a?[31mb?c?é🎬"_s);
+}
+
 TEST(Text, OnlyOneIsSingular)
 {
     EXPECT_EQ(Text::plural(0), u"s"_s);

@@ -112,10 +112,15 @@ std::optional<double> toDouble(QStringView text)
     return toDouble(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
 }
 
+std::optional<std::int64_t> toInt(std::string_view text)
+{
+    return parseWhole<std::int64_t>(text);
+}
+
 std::optional<std::int64_t> toInt(QStringView text)
 {
     const QByteArray bytes = text.toUtf8();
-    return parseWhole<std::int64_t>({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    return toInt(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
 }
 
 } // namespace vantroque::Numbers

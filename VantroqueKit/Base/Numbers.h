@@ -31,6 +31,7 @@ QString zeroPadded(std::int64_t value, int width);
 std::optional<double> toDouble(std::string_view text);
 std::optional<double> toDouble(QStringView text);
 /// A decimal integer that takes up the whole text, sign allowed.
+std::optional<std::int64_t> toInt(std::string_view text);
 std::optional<std::int64_t> toInt(QStringView text);
 
 /// Limits of seconds, levels and picture fractions are given in decimal, and a measurement that

@@ -50,6 +50,14 @@ QString lastCharacters(const QString& text, qsizetype count)
     return text.mid(offsetBehind(text, characterCount(text) - count));
 }
 
+QString printable(QString text)
+{
+    for (QChar& c : text)
+        if (c.category() == QChar::Other_Control)
+            c = u'?';
+    return text;
+}
+
 QString fitted(const QString& text, qsizetype count)
 {
     return firstCharacters(text, count) + QString(qMax(0, count - characterCount(text)), u' ');

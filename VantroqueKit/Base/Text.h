@@ -17,6 +17,8 @@ qsizetype characterCount(const QString& text);
 /// At most the first or last `count` characters.
 QString firstCharacters(const QString& text, qsizetype count);
 QString lastCharacters(const QString& text, qsizetype count);
+/// Safe for a terminal: control characters, which names may hold, become "?".
+QString printable(QString text);
 /// Exactly `count` characters: cut, or padded with blanks behind.
 QString fitted(const QString& text, qsizetype count);
 

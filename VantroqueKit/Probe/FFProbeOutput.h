@@ -37,6 +37,11 @@ struct FFProbeOutput {
         VANTROQUE_RECORD(Disposition, attached_pic)
     };
 
+    struct SideData {
+        std::optional<int> rotation; ///< Of the display matrix.
+        VANTROQUE_RECORD(SideData, rotation)
+    };
+
     struct Stream {
         int index = 0;
         std::optional<QString> codec_type;
@@ -65,6 +70,7 @@ struct FFProbeOutput {
         std::optional<QString> color_primaries;
         std::optional<int> closed_captions;
         std::optional<FFTags> tags;
+        std::optional<std::vector<SideData>> side_data_list;
 
         bool isType(const QString& type) const { return codec_type == type; }
         bool isCoverArt() const
@@ -76,7 +82,7 @@ struct FFProbeOutput {
                          disposition, width, height, pix_fmt, sample_aspect_ratio, field_order,
                          level, avg_frame_rate, r_frame_rate, nb_frames, duration, bit_rate,
                          sample_rate, channels, channel_layout, bits_per_raw_sample, color_transfer,
-                         color_range, color_space, color_primaries, closed_captions, tags)
+                         color_range, color_space, color_primaries, closed_captions, tags, side_data_list)
     };
 
     struct Format {

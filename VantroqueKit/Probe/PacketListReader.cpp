@@ -6,155 +6,233 @@ namespace vantroque {
 
 namespace {
 
-/// Walks the members of one flat JSON object.
-class Members {
+constexpr bool isWhiteSpace(char c)
+{
+    return c == ' ' || c == '\n' || c == '\t' || c == '\r';
+}
+
+constexpr bool isBracket(char c)
+{
+    return c == '{' || c == '}' || c == '[' || c == ']';
+}
+
+/// Reads the members of one JSON object whose brackets are known to match. Only the values that
+/// matter are looked at; lists and objects inside, such as side data, are passed over.
+class PacketText {
 public:
-    explicit Members(std::string_view object) : m_rest(object) { m_rest.remove_prefix(1); }
+    explicit PacketText(std::string_view object) : m_rest(object) { m_rest.remove_prefix(1); }
 
-    /// Moves to the next member. False at the end, and then `isValid` tells which one it is.
-    bool next()
+    /// Nothing when it is not an object.
+    std::optional<Packet> packet()
     {
-        skip(" \t\r\n,");
-        if (m_rest == "}")
-            return false;
-        if (!readString(m_name))
-            return fail();
-        skip(" \t\r\n:");
-        if (!m_rest.empty() && m_rest.front() == '"')
-            return readString(m_value) || fail();
-        const std::size_t end = m_rest.find_first_of(" \t\r\n,}");
-        if (end == 0 || end == m_rest.npos || m_rest.find_first_of("{[") < end)
-            return fail();
-        m_value = m_rest.substr(0, end);
-        m_rest.remove_prefix(end);
-        return true;
+        if (take('}'))
+            return m_packet;
+        do {
+            if (!readMember())
+                return std::nullopt;
+        } while (take(','));
+        return take('}') ? std::optional(m_packet) : std::nullopt;
     }
-
-    bool isValid() const { return m_valid; }
-    std::string_view name() const { return m_name; }
-    std::string_view value() const { return m_value; }
 
 private:
-    void skip(std::string_view characters)
+    bool readMember()
     {
-        m_rest.remove_prefix(std::min(m_rest.find_first_not_of(characters), m_rest.size()));
-    }
-
-    bool readString(std::string_view& target)
-    {
-        if (m_rest.empty() || m_rest.front() != '"')
+        skipWhiteSpace();
+        const auto name = readString();
+        if (!name || !take(':'))
             return false;
-        std::size_t end = 1;
-        while (end < m_rest.size() && m_rest[end] != '"')
-            end += m_rest[end] == '\\' ? 2 : 1;
-        if (end >= m_rest.size())
+        skipWhiteSpace();
+        if (m_rest.front() == '{' || m_rest.front() == '[')
+            return skipNested();
+        const auto value = m_rest.front() == '"' ? readString() : readWord();
+        if (!value)
             return false;
-        target = m_rest.substr(1, end - 1);
-        m_rest.remove_prefix(end + 1);
+        if (*name == "pts_time")
+            m_packet.ptsTime = Numbers::toDouble(*value);
+        else if (*name == "dts_time")
+            m_packet.dtsTime = Numbers::toDouble(*value);
+        else if (*name == "size")
+            m_packet.size = Numbers::toDouble(*value);
         return true;
     }
 
-    bool fail()
+    // The closing bracket of the object is always there, so that `front` is safe until it is taken.
+
+    void skipWhiteSpace()
     {
-        m_valid = false;
-        return false;
+        while (isWhiteSpace(m_rest.front()))
+            m_rest.remove_prefix(1);
+    }
+
+    bool take(char mark)
+    {
+        skipWhiteSpace();
+        if (m_rest.front() != mark)
+            return false;
+        m_rest.remove_prefix(1);
+        return true;
+    }
+
+    std::string_view takeFirst(std::size_t count)
+    {
+        const std::string_view first = m_rest.substr(0, count);
+        m_rest.remove_prefix(count);
+        return first;
+    }
+
+    std::optional<std::string_view> readString()
+    {
+        if (m_rest.front() != '"')
+            return std::nullopt;
+        std::size_t end = 1;
+        while (m_rest[end] != '"')
+            end += m_rest[end] == '\\' ? 2 : 1;
+        return takeFirst(end + 1).substr(1, end - 1);
+    }
+
+    /// A number, true, false or null.
+    std::optional<std::string_view> readWord()
+    {
+        const std::size_t end = m_rest.find_first_of(" \t\r\n,\"{}[]");
+        return end == 0 ? std::nullopt : std::optional(takeFirst(end));
+    }
+
+    bool skipNested()
+    {
+        std::size_t depth = 0;
+        do {
+            const char c = m_rest.front();
+            if (c == '"') {
+                readString();
+                continue;
+            }
+            if (isBracket(c))
+                depth += c == '{' || c == '[' ? 1 : -1;
+            m_rest.remove_prefix(1);
+        } while (depth > 0);
+        return true;
     }
 
     std::string_view m_rest;
-    std::string_view m_name;
-    std::string_view m_value;
-    bool m_valid = true;
+    Packet m_packet;
 };
 
 } // namespace
 
 void PacketListReader::feed(std::string_view bytes)
 {
-    for (const char c : bytes) {
-        if (m_malformed)
-            return;
-        take(c);
+    while (!bytes.empty() && !m_malformed) {
+        if (isInPacket()) {
+            bytes.remove_prefix(takeOfPacket(bytes));
+        } else {
+            take(bytes.front());
+            bytes.remove_prefix(1);
+        }
     }
 }
 
 bool PacketListReader::isComplete() const
 {
-    return m_rootSeen && m_level == 0 && !m_malformed;
+    return m_rootSeen && m_open.empty() && !m_malformed;
+}
+
+/// Up to the next bracket, which is nearly always the packet's end. Returns the number of bytes.
+std::size_t PacketListReader::takeOfPacket(std::string_view bytes)
+{
+    std::size_t end = 0;
+    char bracket = '\0';
+    while (end < bytes.size() && bracket == '\0') {
+        const char c = bytes[end++];
+        if (m_inString)
+            takeInString(c);
+        else if (c == '"')
+            m_inString = true;
+        else if (isBracket(c))
+            bracket = c;
+    }
+    m_packet.append(bytes.substr(0, end));
+    m_malformed = m_packet.size() > maxPacketBytes;
+    if (bracket != '\0')
+        takeBracket(bracket);
+    return end;
 }
 
 void PacketListReader::take(char c)
 {
-    const bool inPacket = m_inPackets && m_level >= packetLevel;
-    if (inPacket) {
-        m_packet += c;
-        m_malformed = m_packet.size() > maxPacketBytes;
-    }
     if (m_inString) {
-        if (m_escaped)
-            m_escaped = false;
-        else if (c == '\\')
-            m_escaped = true;
-        else if (c == '"')
-            m_inString = false;
-        else if (m_level == 1 && m_text.size() < maxPacketBytes)
+        takeInString(c);
+        if (m_inString && level() == 1 && m_text.size() < maxPacketBytes)
             m_text += c;
-        if (!m_inString && m_level == 1)
-            std::swap(m_key, m_text);
         return;
     }
-    switch (c) {
-    case '"':
+    if (isWhiteSpace(c))
+        return;
+    if (isBracket(c)) {
+        takeBracket(c);
+        return;
+    }
+    if (c == '"') {
         m_inString = true;
         m_text.clear();
-        break;
-    case '{':
-    case '[': open(c); break;
-    case '}':
-    case ']': close(); break;
-    default: break;
     }
+    // Outside the root there is nothing else, and a list of packets holds objects alone.
+    const bool betweenPackets = m_inPackets && level() < packetLevel;
+    m_malformed = m_open.empty() || (betweenPackets && c != ',');
+}
+
+void PacketListReader::takeInString(char c)
+{
+    if (m_escaped)
+        m_escaped = false;
+    else if (c == '\\')
+        m_escaped = true;
+    else
+        m_inString = c != '"';
+}
+
+void PacketListReader::takeBracket(char c)
+{
+    if (c == '{' || c == '[')
+        open(c);
+    else
+        close(c);
 }
 
 void PacketListReader::open(char c)
 {
-    if (m_level == 0) {
+    if (m_open.empty()) {
         m_malformed = m_rootSeen || c != '{';
         m_rootSeen = true;
-    } else if (m_level == 1) {
-        m_inPackets = c == '[' && m_key == "packets";
+    } else if (level() == 1) {
+        m_inPackets = m_text == "packets";
+        m_malformed = m_inPackets && c != '[';
     }
-    ++m_level;
-    if (m_inPackets && m_level == packetLevel) {
-        m_malformed = c != '{';
+    m_open += c;
+    m_malformed = m_malformed || level() > deepest;
+    if (m_inPackets && level() == packetLevel) {
+        m_malformed = m_malformed || c != '{';
         m_packet = c;
     }
 }
 
-void PacketListReader::close()
+void PacketListReader::close(char c)
 {
-    if (m_inPackets && m_level == packetLevel)
+    if (m_open.empty() || m_open.back() != (c == '}' ? '{' : '[')) {
+        m_malformed = true;
+        return;
+    }
+    if (m_inPackets && level() == packetLevel)
         finishPacket();
-    --m_level;
-    m_malformed = m_malformed || m_level < 0;
-    if (m_level == 1)
-        m_inPackets = false;
+    m_open.pop_back();
+    m_inPackets = m_inPackets && level() > 1;
 }
 
 void PacketListReader::finishPacket()
 {
-    Packet packet;
-    Members members(m_packet);
-    while (members.next()) {
-        if (members.name() == "pts_time")
-            packet.ptsTime = Numbers::toDouble(members.value());
-        else if (members.name() == "dts_time")
-            packet.dtsTime = Numbers::toDouble(members.value());
-        else if (members.name() == "size")
-            packet.size = Numbers::toDouble(members.value());
-    }
-    m_malformed = !members.isValid();
-    if (!m_malformed)
-        m_onPacket(packet);
+    if (const auto packet = PacketText(m_packet).packet())
+        m_onPacket(*packet);
+    else
+        m_malformed = true;
 }
 
 } // namespace vantroque

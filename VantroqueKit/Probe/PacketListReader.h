@@ -24,25 +24,30 @@ public:
     }
 
     void feed(std::string_view bytes);
-    /// Whether all that came in was one whole JSON object.
+    /// Whether all that came in was one whole JSON object with a list of packets or none.
     bool isComplete() const;
 
 private:
+    std::size_t takeOfPacket(std::string_view bytes);
     void take(char c);
+    void takeInString(char c);
+    void takeBracket(char c);
     void open(char c);
-    void close();
+    void close(char c);
     void finishPacket();
+    std::size_t level() const { return m_open.size(); }
+    bool isInPacket() const { return m_inPackets && level() >= packetLevel; }
 
     /// The root is level 1, a list in it 2, an element of that list 3.
-    static constexpr int packetLevel = 3;
+    static constexpr std::size_t packetLevel = 3;
+    static constexpr std::size_t deepest = 512;
     /// No packet comes near; a longer one is not ffprobe's.
     static constexpr std::size_t maxPacketBytes = 65536;
 
     std::function<void(const Packet&)> m_onPacket;
     std::string m_packet; ///< The bytes of the packet that is being read.
-    std::string m_text;   ///< The string that is being read at the root.
-    std::string m_key;    ///< The last one before.
-    int m_level = 0;
+    std::string m_text;   ///< The last string at the root: ahead of a list, its key.
+    std::string m_open;   ///< The brackets that wait for their partners.
     bool m_inString = false;
     bool m_escaped = false;
     bool m_inPackets = false;

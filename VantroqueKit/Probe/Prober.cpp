@@ -51,11 +51,20 @@ std::vector<Stream> streamsOfType(const FFProbeOutput& output, const QString& ty
     return found;
 }
 
+/// Degrees by which a player turns the picture; nothing when it stays as it is.
+std::optional<int> rotationOf(const Stream& stream)
+{
+    for (const auto& sideData : stream.side_data_list.value_or(std::vector<FFProbeOutput::SideData>()))
+        if (sideData.rotation.value_or(0) != 0)
+            return sideData.rotation;
+    return std::nullopt;
+}
+
 /// One probe in the making: where the tools are and what they look at.
 struct VideoProbe {
     const fs::path& ffprobe;
     const FileUrl& url;
-    std::string specifier; ///< "v:0", or further on when cover art stands ahead.
+    int position; ///< Of the stream among the video streams; cover art may stand ahead.
 
     VideoStreamInfo describe(const Stream& stream, double formatDuration) const;
     void measurePackets(VideoStreamInfo& video) const;
@@ -65,6 +74,9 @@ struct VideoProbe {
 VideoStreamInfo VideoProbe::describe(const Stream& stream, double formatDuration) const
 {
     VideoStreamInfo video;
+    if (position > 0)
+        video.position = position;
+    video.rotation = rotationOf(stream);
     video.codec = video.rawCodecName = stream.codec_name.value_or(unknown);
     video.proresProfile = proresProfile(stream.codec_tag_string, stream.profile);
     video.encoderProfile = stream.profile;
@@ -91,14 +103,14 @@ VideoStreamInfo VideoProbe::describe(const Stream& stream, double formatDuration
     if (video.codec == "h264"_L1 || video.codec == "hevc"_L1)
         video.hrd = hrdInfo(url);
     if (video.isHDR())
-        video.hdr = hdrMetadata(ffprobe, url, specifier);
+        video.hdr = hdrMetadata(ffprobe, url, video.specifier());
     video.closedCaptions = carriesCaptions(stream, video);
     return video;
 }
 
 void VideoProbe::measurePackets(VideoStreamInfo& video) const
 {
-    auto stats = packetStats(ffprobe, url, video.nominalFrameRate, specifier);
+    auto stats = packetStats(ffprobe, url, video.nominalFrameRate, video.specifier());
     if (!stats)
         return;
     video.isVFR = stats->isVFR;
@@ -116,7 +128,7 @@ bool VideoProbe::carriesCaptions(const Stream& stream, const VideoStreamInfo& vi
         return true;
     static constexpr std::array codecs{"h264"_L1, "hevc"_L1, "mpeg2video"_L1};
     return std::ranges::any_of(codecs, [&](auto codec) { return video.codec == codec; })
-           && hasClosedCaptions(ffprobe, url, video.durationSeconds, specifier);
+           && hasClosedCaptions(ffprobe, url, video.durationSeconds, video.specifier());
 }
 
 std::optional<VideoStreamInfo> describeVideo(const FFProbeOutput& output, const fs::path& ffprobe,
@@ -125,8 +137,8 @@ std::optional<VideoStreamInfo> describeVideo(const FFProbeOutput& output, const 
     const auto streams = streamsOfType(output, u"video"_s);
     for (std::size_t i = 0; i < streams.size(); ++i)
         if (!streams[i].isCoverArt())
-            return VideoProbe{ffprobe, url, "v:" + std::to_string(i)}.describe(streams[i],
-                                                                               formatDuration);
+            return VideoProbe{ffprobe, url, static_cast<int>(i)}.describe(streams[i],
+                                                                          formatDuration);
     return std::nullopt;
 }
 

@@ -40,6 +40,11 @@ bool VideoStreamInfo::isHDR() const
     return colorTransfer == u"smpte2084"_s || colorTransfer == u"arib-std-b67"_s;
 }
 
+std::string VideoStreamInfo::specifier() const
+{
+    return "v:" + QByteArray::number(position.value_or(0)).toStdString();
+}
+
 bool SubtitleStreamInfo::isText() const
 {
     static constexpr std::array codecs{"mov_text"_L1, "subrip"_L1,  "srt"_L1,

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace vantroque {
@@ -63,7 +64,12 @@ struct VideoStreamInfo {
     std::optional<QString> colorPrimaries;
     std::optional<int> bitDepth;
     std::optional<HDRMetadata> hdr;
+    /// Its place among the file's video streams, where cover art stands ahead of it.
+    std::optional<int> position;
+    std::optional<int> rotation; ///< Degrees by which a player turns the picture, unless 0.
 
+    /// The specifier by which a tool is told to look at this stream: "v:0".
+    std::string specifier() const;
     /// Absent unless the range is tagged.
     std::optional<bool> isFullRange() const;
     /// The transfer is PQ (SMPTE ST 2084) or HLG (ARIB STD-B67).
@@ -73,7 +79,7 @@ struct VideoStreamInfo {
                      width, height, pixFmt, chroma, sampleAspect, fieldOrder, nominalFrameRate,
                      frameCount, durationSeconds, bitrateKbps, isVFR, vfrDetail, hrd,
                      bitratePerSecondKbps, colorTransfer, closedCaptions, colorRange, colorSpace,
-                     colorPrimaries, bitDepth, hdr)
+                     colorPrimaries, bitDepth, hdr, position, rotation)
 };
 
 /// The file's first audio stream.
