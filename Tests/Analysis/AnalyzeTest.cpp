@@ -67,8 +67,7 @@ TEST(Analyze, ShowsItsStagesAndWhatTheProbeFound)
     Listener listener;
     {
         AnalysisProgress progress(listener.callback());
-        ASSERT_TRUE(
-            Analyzer::analyze(FileUrl::fromPath(Clips::plain()), {mxfOnly()}, &progress));
+        ASSERT_TRUE(Analyzer::analyze(FileUrl::fromPath(Clips::plain()), {mxfOnly()}, &progress));
     }
     const auto stages = listener.stages();
     ASSERT_FALSE(stages.empty());

@@ -82,7 +82,8 @@ struct FFProbeOutput {
                          disposition, width, height, pix_fmt, sample_aspect_ratio, field_order,
                          level, avg_frame_rate, r_frame_rate, nb_frames, duration, bit_rate,
                          sample_rate, channels, channel_layout, bits_per_raw_sample, color_transfer,
-                         color_range, color_space, color_primaries, closed_captions, tags, side_data_list)
+                         color_range, color_space, color_primaries, closed_captions, tags,
+                         side_data_list)
     };
 
     struct Format {

@@ -54,7 +54,8 @@ std::vector<Stream> streamsOfType(const FFProbeOutput& output, const QString& ty
 /// Degrees by which a player turns the picture; nothing when it stays as it is.
 std::optional<int> rotationOf(const Stream& stream)
 {
-    for (const auto& sideData : stream.side_data_list.value_or(std::vector<FFProbeOutput::SideData>()))
+    for (const auto& sideData :
+         stream.side_data_list.value_or(std::vector<FFProbeOutput::SideData>()))
         if (sideData.rotation.value_or(0) != 0)
             return sideData.rotation;
     return std::nullopt;
