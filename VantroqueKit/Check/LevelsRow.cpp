@@ -3,6 +3,8 @@
 #include "Check/CheckRow.h"
 #include "Check/SignalChecks.h"
 
+#include <QStringList>
+
 #include <algorithm>
 
 namespace vantroque::SignalChecks {

@@ -219,7 +219,7 @@ void AnalysisProgress::deliver(std::unique_lock<std::mutex>& lock)
     listener(state);
 }
 
-void AnalysisProgress::keepTime(std::stop_token stop)
+void AnalysisProgress::keepTime(const std::stop_token& stop)
 {
     std::unique_lock lock(m_mutex);
     while (!stop.stop_requested()) {

@@ -123,7 +123,7 @@ private:
     void deliver(std::unique_lock<std::mutex>& lock);
     void refreshFraction();
     void reach(double mediaSeconds);
-    void keepTime(std::stop_token stop);
+    void keepTime(const std::stop_token& stop);
 
     const Options m_options;
     std::mutex m_mutex; ///< Guards all that follows but the thread.

@@ -49,7 +49,7 @@ constexpr std::chrono::seconds terminationGrace{3};
 /// The tools write in small pieces, and waking up for each costs more than reading it. After a
 /// short read the reader therefore lets the pipe fill for a moment; the pipe holds many times what
 /// comes in meanwhile.
-constexpr std::size_t shortRead = 32 * 1024;
+constexpr std::size_t shortRead = 32'768;
 constexpr std::chrono::milliseconds fillTime{2};
 
 FFToolError errorOf(FFToolError::Kind kind, const fs::path& executable)
