@@ -7,7 +7,7 @@ target_compile_definitions(vantroque_compile INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
 # g++ 12 reports these falsely for std::string in optimised code (its bugs 105329 and 105651).
 target_compile_options(vantroque_compile INTERFACE
-    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-array-bounds -Wno-stringop-overflow>)
+    -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
 # Arithmetic in single precision is compared exactly, so no fused multiply-add behind our back.
 target_compile_options(vantroque_compile INTERFACE -ffp-contract=off)
 if(VANTROQUE_SANITIZE)

@@ -116,4 +116,14 @@ void ScratchFolder::sweepIn(const fs::path& parent)
     }
 }
 
+void ScratchFolder::removeAll()
+{
+    std::error_code error;
+    for (const fs::path& parent : parents())
+        for (const fs::directory_entry& entry : fs::directory_iterator(parent, error))
+            if (ownerOf(entry.path().filename().native()) == ::getpid()
+                && isOwnFolder(entry.path()))
+                removeQuietly(entry.path());
+}
+
 } // namespace vantroque

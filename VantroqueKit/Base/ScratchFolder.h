@@ -22,6 +22,9 @@ public:
     static void sweep();
     static void sweepIn(const std::filesystem::path& parent);
 
+    /// Removes all folders of this process, for a way out on which no value ends.
+    static void removeAll();
+
     ScratchFolder(ScratchFolder&&) noexcept = default;
     ScratchFolder& operator=(ScratchFolder&&) = delete;
     ~ScratchFolder();

@@ -1,0 +1,51 @@
+#include "Base/Numbers.h"
+#include "Signal/SignalAnalyzer.h"
+#include "Signal/SignalMatches.h"
+
+#include <algorithm>
+
+namespace vantroque::SignalAnalyzer {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What ffmpeg prints about the passage, standard output first.
+std::optional<QString> printed(const FileUrl& url, double start, double duration,
+                               const std::string& spectrum)
+{
+    const auto ffmpeg = FFTool::find("ffmpeg");
+    if (!ffmpeg)
+        return std::nullopt;
+    const auto seconds = [](double value) { return Numbers::fixed(value, 3).toStdString(); };
+    const auto ran = FFTool::run(*ffmpeg,
+                                 {"-hide_banner", "-nostats", "-ss", seconds(std::max(start, 0.0)),
+                                  "-t", seconds(duration), "-i", url.path().native(), "-af",
+                                  "volumedetect," + spectrum + ",ametadata=mode=print:file=-", "-f",
+                                  "null", "-"},
+                                 {.allowFailure = true});
+    if (!ran)
+        return std::nullopt;
+    return QString::fromUtf8(ran->stdout) + QString::fromUtf8(ran->stderr);
+}
+
+} // namespace
+
+Pop measurePop(const FileUrl& url, double start, double duration)
+{
+    auto text = printed(url, start, duration, "aspectralstats=measure=centroid");
+    // Before version 6 the filter measures everything and takes no choice.
+    if (text && text->contains(u"Error initializing filter 'aspectralstats'"_s))
+        text = printed(url, start, duration, "aspectralstats");
+    if (!text)
+        return {};
+    Pop pop;
+    for (const QStringList& groups : matches(uR"(centroid=([\d.]+))"_s, *text))
+        if (const auto hertz = Numbers::toDouble(groups.value(0)))
+            pop.centroidHz = std::min(pop.centroidHz.value_or(*hertz), *hertz);
+    if (const auto peak = firstMatch(uR"(max_volume:\s*(-?[\d.]+) dB)"_s, *text))
+        pop.peakDb = Numbers::toDouble(*peak);
+    return pop;
+}
+
+} // namespace vantroque::SignalAnalyzer

@@ -1,0 +1,124 @@
+#include "Signal/LiveLogReader.h"
+
+#include "Base/Numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace vantroque {
+
+namespace {
+
+/// Less than can be measured, dBFS.
+constexpr float silence = -99;
+
+/// What stands behind `key`; nothing without it.
+std::optional<std::string_view> behind(std::string_view line, std::string_view key)
+{
+    const std::size_t found = line.find(key);
+    if (found == line.npos)
+        return std::nullopt;
+    return line.substr(found + key.size());
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    const std::size_t start = std::min(text.find_first_not_of(" \t"), text.size());
+    const std::size_t end = text.find_last_not_of(" \t");
+    return end == text.npos ? std::string_view() : text.substr(start, end + 1 - start);
+}
+
+std::optional<double> firstNumber(std::string_view text)
+{
+    const std::string_view word = trimmed(text);
+    return Numbers::toDouble(word.substr(0, word.find_first_of(" \t")));
+}
+
+} // namespace
+
+void LiveLogReader::feed(std::string_view line)
+{
+    if (const auto time = behind(line, "pts_time:"))
+        feedTime(*time);
+    else if (const auto level = behind(line, "lavfi.astats."))
+        feedLevel(*level);
+    else
+        feedEvent(line);
+}
+
+void LiveLogReader::flush()
+{
+    const std::scoped_lock lock(m_mutex);
+    flushWindowLocked();
+}
+
+void LiveLogReader::feedTime(std::string_view text)
+{
+    const auto time = Numbers::toDouble(text.substr(0, text.find_first_of(" \t")));
+    if (!time)
+        return;
+    m_progress.noteMediaTime(*time);
+    const std::scoped_lock lock(m_mutex);
+    flushWindowLocked();
+    m_windowTime = time;
+}
+
+void LiveLogReader::feedLevel(std::string_view text)
+{
+    const std::size_t dot = text.find('.');
+    const std::size_t equals = text.find('=');
+    if (dot == text.npos || equals == text.npos || equals < dot)
+        return;
+    const auto channel = Numbers::toInt(text.substr(0, dot));
+    if (!channel || *channel < 1 || *channel > std::numeric_limits<int>::max())
+        return;
+    const std::string_view key = text.substr(dot + 1, equals - dot - 1);
+    const auto value =
+        static_cast<float>(Numbers::toDouble(trimmed(text.substr(equals + 1))).value_or(silence));
+    const float level = std::isfinite(value) ? std::max(value, silence) : silence;
+    const std::scoped_lock lock(m_mutex);
+    if (key == "RMS_level")
+        m_windowRMS[static_cast<int>(*channel)] = level;
+    else if (key == "Peak_level")
+        m_windowPeak[static_cast<int>(*channel)] = level;
+}
+
+void LiveLogReader::feedEvent(std::string_view line)
+{
+    static constexpr std::array<std::string_view, 6> keys{
+        "black_start:", "black_end:",    "silence_start:",
+        "silence_end:", "freeze_start:", "freeze_end:"};
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        if (const auto text = behind(line, keys[i])) {
+            if (const auto time = firstNumber(*text))
+                m_progress.append(AnalysisProgress::LiveEvent{
+                    static_cast<AnalysisProgress::LiveEvent::Kind>(i), *time});
+            return;
+        }
+}
+
+void LiveLogReader::flushWindowLocked()
+{
+    const auto whole = static_cast<std::size_t>(std::max(m_channels, 0));
+    if (!m_windowTime || m_windowRMS.size() < whole || m_windowPeak.size() < whole)
+        return;
+    AnalysisProgress::ChannelLevels levels;
+    for (int channel = 1; channel <= m_channels; ++channel) {
+        const auto of = [&](const std::map<int, float>& window) {
+            const auto found = window.find(channel);
+            return found == window.end() ? silence : found->second;
+        };
+        levels.rms.push_back(of(m_windowRMS));
+        levels.peak.push_back(of(m_windowPeak));
+    }
+    const double time = *m_windowTime;
+    m_windowRMS.clear();
+    m_windowPeak.clear();
+    m_windowTime.reset();
+    m_progress.append(AnalysisProgress::AudioSample{
+        time, std::make_shared<const AnalysisProgress::ChannelLevels>(std::move(levels))});
+}
+
+} // namespace vantroque

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "Progress/AnalysisProgress.h"
+#include "Records/MediaInfo.h"
+#include "Tools/FFTool.h"
+
+#include <filesystem>
+#include <optional>
+
+/// The one full decode of a file: a single ffmpeg run whose filter graph feeds every measurement,
+/// and what is made of its output.
+namespace vantroque::SignalAnalyzer {
+
+/// Frames for text recognition that ride along on the decode.
+struct TextFrameRequest {
+    std::filesystem::path directory; ///< Receives the PNG files; owned by the caller.
+    double rate = 2;                 ///< Frames a second wanted.
+    double sourceRate = 25;          ///< Frames a second of the file.
+    int maxWidth = 960;              ///< Pixels.
+
+    /// Picture frames from one file to the next, at least 1.
+    int step() const;
+    std::string selectFilter() const;
+    /// The source time of file number `frame`, which counts from 1, in seconds.
+    double time(int frame) const;
+    std::filesystem::path path(int frame) const;
+
+private:
+    double usableSourceRate() const { return sourceRate > 0 ? sourceRate : 25; }
+};
+
+struct Options {
+    bool includeDetail = false; ///< Measure how well the picture survives half and quarter size.
+    std::optional<TextFrameRequest> textFrames;
+    std::optional<int> previewWidth; ///< Pixels; asks for pictures to show meanwhile.
+};
+
+/// The raw picture dump: 8-bit planar 4:4:4 of this size.
+constexpr int levelsWidth = 192;
+constexpr int levelsHeight = 108;
+
+/// Samples a second for a file of that many seconds: so many that a file gives about 1500.
+double levelsSampleRate(double duration);
+
+/// Decodes the file and measures it. Blocks until ffmpeg has ended. Fails as `FFTool::run` does, or
+/// when the decode gave nothing that can be measured; a file that ends in damage is measured as far
+/// as it goes. `progress` may be null.
+Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& media,
+                                        const Options& options, AnalysisProgress* progress);
+
+/// The tone of a short burst of sound and its peak.
+struct Pop {
+    std::optional<double> centroidHz;
+    std::optional<double> peakDb; ///< dBFS.
+    bool operator==(const Pop&) const = default;
+};
+
+/// Measures the sound from `start` for `duration` seconds. Both values are absent when ffmpeg
+/// cannot be found or run.
+Pop measurePop(const FileUrl& url, double start, double duration);
+
+} // namespace vantroque::SignalAnalyzer

@@ -1,0 +1,300 @@
+#include "Signal/SignalLog.h"
+
+#include "Base/Numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace vantroque {
+
+namespace {
+
+constexpr std::string_view blanks = " \t";
+/// Less than can be measured, dBFS.
+constexpr double silence = -99;
+/// More than ffmpeg decodes.
+constexpr int mostChannels = 1024;
+
+std::optional<std::string_view> behind(std::string_view text, std::string_view key)
+{
+    const std::size_t found = text.find(key);
+    if (found == std::string_view::npos)
+        return std::nullopt;
+    return text.substr(found + key.size());
+}
+
+bool contains(std::string_view text, std::string_view key)
+{
+    return text.find(key) != std::string_view::npos;
+}
+
+/// The first word, blanks ahead of it passed over.
+std::string_view word(std::string_view text)
+{
+    const std::size_t start = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(start, text.find_first_of(blanks, start) - start);
+}
+
+std::optional<double> number(std::string_view text)
+{
+    return Numbers::toDouble(word(text));
+}
+
+std::optional<double> numberBehind(std::string_view line, std::string_view key)
+{
+    const auto text = behind(line, key);
+    return text ? number(*text) : std::nullopt;
+}
+
+std::optional<int> wholeNumber(std::string_view text)
+{
+    const auto value = Numbers::toInt(text);
+    if (!value || *value < 0 || *value > std::numeric_limits<int>::max())
+        return std::nullopt;
+    return static_cast<int>(*value);
+}
+
+/// A level in dBFS, for which ffmpeg also prints "-inf".
+std::optional<double> level(std::string_view text)
+{
+    return word(text) == "-inf" ? std::optional(silence) : number(text);
+}
+
+void keep(std::vector<double>& list, const std::optional<double>& value)
+{
+    if (value)
+        list.push_back(*value);
+}
+
+/// Cuts the headers of inputs and outputs out of the lines: they hold the file's name and tags.
+class HeaderFilter {
+public:
+    bool isHeader(std::string_view line)
+    {
+        if (line.starts_with("Input #") || line.starts_with("Output #")) {
+            m_inHeader = m_aheadOfStreams = true;
+            return true;
+        }
+        if (!m_inHeader)
+            return false;
+        // The file's name and the keys of tags are printed with their line feeds.
+        m_aheadOfStreams = m_aheadOfStreams && !line.starts_with("  Stream #");
+        m_inHeader = m_aheadOfStreams || line.starts_with("  ");
+        return m_inHeader;
+    }
+
+private:
+    bool m_inHeader = false;
+    bool m_aheadOfStreams = false;
+};
+
+} // namespace
+
+SignalLog::SignalLog(std::string_view log)
+{
+    HeaderFilter headers;
+    bool isDecoding = false;
+    for (std::size_t at = 0; at < log.size();) {
+        const std::size_t end = std::min(log.find('\n', at), log.size());
+        std::string_view line = log.substr(at, end - at);
+        at = end + 1;
+        if (line.ends_with('\r'))
+            line.remove_suffix(1);
+        // Complaints about a damaged file begin with its path.
+        if (headers.isHeader(line) || line.starts_with('/'))
+            continue;
+        if (line == "Stream mapping:") {
+            *this = SignalLog();
+            isDecoding = true;
+        } else if (isDecoding) {
+            readLine(line);
+        }
+    }
+}
+
+std::optional<CropRect> SignalLog::activePicture() const
+{
+    const Rectangle* best = nullptr;
+    for (const Rectangle& rectangle : m_cropOrder)
+        if (best == nullptr || m_crops.at(rectangle) > m_crops.at(*best))
+            best = &rectangle;
+    if (best == nullptr)
+        return std::nullopt;
+    const auto& [width, height, x, y] = *best;
+    return CropRect{width, height, x, y};
+}
+
+void SignalLog::readLine(std::string_view line)
+{
+    if (const auto metadata = behind(line, "lavfi.")) {
+        readMetadata(*metadata);
+        return;
+    }
+    if (contains(line, "pts_time:")) // ahead of each frame's values, and by the million
+        return;
+    if (const auto crop = behind(line, "crop=")) {
+        readCrop(*crop);
+        return;
+    }
+    if (contains(line, "Summary:")) {
+        m_hasSummary = m_inSummary = true;
+        m_summary.clear();
+        return;
+    }
+    if (m_inSummary) {
+        m_inSummary = line.empty() || line.starts_with("  ");
+        if (m_inSummary) {
+            constexpr std::size_t longestSummary = 4096;
+            if (m_summary.size() < longestSummary)
+                m_summary.append(line) += '\n';
+            return;
+        }
+    }
+    readBlack(line);
+    readSilence(line);
+    readFields(line);
+    readChannel(line);
+}
+
+void SignalLog::readMetadata(std::string_view text)
+{
+    constexpr std::string_view statistics = "signalstats.";
+    constexpr std::string_view levels = "astats.";
+    constexpr std::string_view phase = "aphasemeter.phase=";
+    if (text.starts_with(statistics))
+        readStatistic(text.substr(statistics.size()));
+    else if (text.starts_with(levels))
+        readLevel(text.substr(levels.size()));
+    else if (text.starts_with(phase)) {
+        if (const auto value = number(text.substr(phase.size())))
+            m_phase.push_back(static_cast<float>(*value));
+    } else {
+        readFreeze(text);
+    }
+}
+
+void SignalLog::readStatistic(std::string_view text)
+{
+    const std::size_t equals = text.find('=');
+    if (equals == std::string_view::npos)
+        return;
+    const std::string_view key = text.substr(0, equals);
+    const std::string_view value = word(text.substr(equals + 1));
+    if (key == "YDIF") {
+        keep(m_lumaDifferences, Numbers::toDouble(value));
+        return;
+    }
+    const auto code = wholeNumber(value);
+    if (!code)
+        return;
+    if (key == "YMIN")
+        m_lowestLuma = std::min(m_lowestLuma.value_or(*code), *code);
+    else if (key == "YMAX")
+        m_highestLuma = std::max(m_highestLuma.value_or(*code), *code);
+    else if (key == "YBITDEPTH")
+        m_firstLumaBits = m_firstLumaBits.value_or(*code);
+}
+
+void SignalLog::readLevel(std::string_view text)
+{
+    const std::size_t dot = text.find('.');
+    const std::size_t equals = text.find('=');
+    if (dot == std::string_view::npos || equals == std::string_view::npos || equals < dot)
+        return;
+    const auto channel = wholeNumber(text.substr(0, dot));
+    const std::string_view key = text.substr(dot + 1, equals - dot - 1);
+    const bool isRms = key == "RMS_level";
+    if (!channel || *channel < 1 || *channel > mostChannels || (!isRms && key != "Peak_level"))
+        return;
+    const double value = number(text.substr(equals + 1)).value_or(silence);
+    LevelWindows& windows = m_levelWindows[*channel];
+    (isRms ? windows.rms : windows.peak).push_back(static_cast<float>(std::max(value, silence)));
+}
+
+void SignalLog::readFreeze(std::string_view text)
+{
+    keep(m_freezeStarts, numberBehind(text, "freeze_start:"));
+    keep(m_freezeDurations, numberBehind(text, "freeze_duration:"));
+}
+
+void SignalLog::readCrop(std::string_view text)
+{
+    std::array<int, 4> sides{};
+    std::string_view rest = word(text);
+    for (int& side : sides) {
+        const std::size_t end = std::min(rest.find(':'), rest.size());
+        const auto pixels = wholeNumber(rest.substr(0, end));
+        if (!pixels)
+            return; // an all-black picture has negative sides
+        side = *pixels;
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    const Rectangle rectangle{sides[0], sides[1], sides[2], sides[3]};
+    if (++m_crops[rectangle] == 1)
+        m_cropOrder.push_back(rectangle);
+}
+
+void SignalLog::readBlack(std::string_view line)
+{
+    const auto start = numberBehind(line, "black_start:");
+    const auto end = numberBehind(line, "black_end:");
+    const auto duration = numberBehind(line, "black_duration:");
+    if (start && end && duration)
+        m_blackRuns.push_back({*start, *end, *duration});
+}
+
+void SignalLog::readSilence(std::string_view line)
+{
+    if (!contains(line, "silence"))
+        return;
+    m_hasSilenceDetector = true;
+    keep(m_silenceStarts, numberBehind(line, "silence_start:"));
+    if (const auto end = behind(line, "silence_end:")) {
+        ++m_silenceEndCount;
+        keep(m_silenceEnds, number(*end));
+    }
+    keep(m_silenceDurations, numberBehind(line, "silence_duration:"));
+}
+
+void SignalLog::readFields(std::string_view line)
+{
+    const auto count = [&](std::string_view key) -> std::optional<std::int64_t> {
+        const auto text = behind(line, key);
+        return text ? Numbers::toInt(word(*text)) : std::nullopt;
+    };
+    if (contains(line, "Multi frame detection:")) {
+        const auto top = count("TFF:");
+        const auto bottom = count("BFF:");
+        const auto progressive = count("Progressive:");
+        const auto undetermined = count("Undetermined:");
+        if (top && bottom && progressive && undetermined)
+            m_fieldCounts = {*top, *bottom, *progressive, *undetermined};
+    } else if (contains(line, "Repeated Fields:")) {
+        m_repeatedFields = {count("Neither:").value_or(0), count("Top:").value_or(0),
+                            count("Bottom:").value_or(0)};
+    }
+}
+
+void SignalLog::readChannel(std::string_view line)
+{
+    if (contains(line, "Channel: ")) {
+        if (std::ssize(m_channelBlocks) < mostChannels)
+            m_channelBlocks.emplace_back();
+        return;
+    }
+    if (m_channelBlocks.empty())
+        return;
+    ChannelBlock& block = m_channelBlocks.back();
+    if (const auto rms = behind(line, "RMS level dB:"))
+        block.rmsDb = block.rmsDb ? block.rmsDb : level(*rms);
+    else if (const auto peak = behind(line, "Peak level dB:"))
+        block.peakDb = block.peakDb ? block.peakDb : level(*peak);
+    else if (const auto bits = behind(line, "Bit depth:")) {
+        const auto used = behind(word(*bits), "/");
+        block.bits = block.bits || !used ? block.bits : wholeNumber(*used);
+    }
+}
+
+} // namespace vantroque

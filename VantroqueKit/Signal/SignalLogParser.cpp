@@ -1,0 +1,276 @@
+#include "Signal/SignalLogParser.h"
+
+#include "Base/Numbers.h"
+#include "Signal/CadenceAnalyzer.h"
+#include "Signal/Decimation.h"
+#include "Signal/DetailAnalyzer.h"
+#include "Signal/LevelsAnalyzer.h"
+#include "Signal/PhaseAnalyzer.h"
+#include "Signal/SignalAnalyzer.h"
+#include "Signal/SignalMatches.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vantroque::SignalAnalyzer {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The edge of a file, in seconds, for black and still pictures.
+constexpr double headEdge = 0.05;
+constexpr double tailEdge = 0.1;
+/// Samples in one window of levels or phase.
+constexpr double windowSamples = 4800;
+
+std::optional<double> loudness(const QString& pattern, const QString& summary)
+{
+    const auto text = firstMatch(pattern, summary);
+    if (!text)
+        return std::nullopt;
+    constexpr double unmeasurable = -99;
+    return *text == "-inf"_L1 ? std::optional(unmeasurable) : Numbers::toDouble(*text);
+}
+
+void parseLoudness(SignalInfo& info, const SignalLog& log)
+{
+    const QString summary = QString::fromStdString(log.summary());
+    info.integratedLKFS = loudness(uR"(I:\s+(-?[\d.]+|-inf)\s+LUFS)"_s, summary);
+    info.loudnessRangeLU = loudness(uR"(LRA:\s+([\d.]+)\s+LU)"_s, summary);
+    const qsizetype truePeak = summary.indexOf("True peak:"_L1);
+    if (truePeak >= 0)
+        info.truePeakDb = loudness(uR"(Peak:\s+(-?[\d.]+|-inf)\s+dBFS)"_s, summary.mid(truePeak));
+}
+
+/// Where silence number `index` ends: at its end, or with the file.
+double silenceEnd(const SignalLog& log, std::size_t index, double duration)
+{
+    if (index < log.silenceEnds().size())
+        return log.silenceEnds()[index];
+    return duration > 0 ? duration : log.silenceStarts()[index];
+}
+
+/// The sound between the silences.
+std::vector<TimeSpan> islands(const SignalLog& log, double duration)
+{
+    constexpr double shortest = 0.001;
+    std::vector<TimeSpan> found;
+    double cursor = 0;
+    for (std::size_t i = 0; i < log.silenceStarts().size(); ++i) {
+        const double start = std::max(log.silenceStarts()[i], 0.0);
+        if (Numbers::below(cursor + shortest, start))
+            found.push_back({cursor, start});
+        cursor = std::max(cursor, silenceEnd(log, i, duration));
+    }
+    if (duration > 0 && Numbers::below(cursor, duration - shortest))
+        found.push_back({cursor, duration});
+    return found;
+}
+
+void parseSilence(SignalInfo& info, const SignalLog& log, double duration)
+{
+    const auto& starts = log.silenceStarts();
+    std::vector<double> lengths = log.silenceDurations();
+    if (const auto open = trailingRun(starts, log.silenceEndCount(), duration))
+        lengths.push_back(*open);
+    if (!lengths.empty())
+        info.longestSilenceSeconds = std::ranges::max(lengths);
+    if (!log.hasSilenceDetector() && !log.hasSummary())
+        return;
+    info.headSilenceSeconds = 0;
+    if (!starts.empty() && !Numbers::above(starts.front(), 0.1)) {
+        const double end = silenceEnd(log, 0, duration);
+        info.headSilenceSeconds = std::max(end - std::max(starts.front(), 0.0), 0.0);
+    }
+    info.audioIslands = islands(log, duration);
+}
+
+void parseBlack(SignalInfo& info, const SignalLog& log, double duration)
+{
+    info.blackRuns.emplace();
+    for (const auto& run : log.blackRuns()) {
+        info.blackRuns->push_back({run.start, run.end});
+        if (!Numbers::above(run.start, headEdge))
+            info.headBlackSeconds = std::max(info.headBlackSeconds, run.duration);
+        if (duration > 0 && !Numbers::below(run.end, duration - tailEdge))
+            info.tailBlackSeconds = std::max(info.tailBlackSeconds, run.duration);
+    }
+}
+
+double headFreeze(const SignalLog& log, double duration)
+{
+    const auto& starts = log.freezeStarts();
+    const auto& lengths = log.freezeDurations();
+    // A freeze that lasts to the end is never closed.
+    if (starts.size() == 1 && lengths.empty())
+        return !Numbers::above(starts[0], headEdge) && duration > 0 ? duration - starts[0] : 0;
+    double longest = 0;
+    for (std::size_t i = 0; i < std::min(starts.size(), lengths.size()); ++i)
+        if (!Numbers::above(starts[i], headEdge))
+            longest = std::max(longest, lengths[i]);
+    return longest;
+}
+
+std::optional<double> interlacedRatio(const SignalLog& log)
+{
+    if (!log.fieldCounts())
+        return std::nullopt;
+    const auto& counts = *log.fieldCounts();
+    const auto combed = static_cast<double>(counts.topFirst + counts.bottomFirst);
+    const double all = combed + static_cast<double>(counts.progressive + counts.undetermined);
+    return all > 0 ? std::optional(combed / all) : std::nullopt;
+}
+
+/// The full-frame statistics keep the codes of a full-range picture only where nothing has scaled
+/// it: a narrow picture, and the formats whose very name says full range. The dump never does.
+std::optional<int> inVideoRange(const std::optional<int>& code, const VideoStreamInfo& video,
+                                int bitDepth)
+{
+    const bool isFull = video.isFullRange().value_or(false)
+                        && (video.width <= 640 || video.pixFmt.startsWith("yuvj"_L1));
+    if (!code || !isFull)
+        return code;
+    const double scale = std::exp2(bitDepth - 8);
+    return static_cast<int>(
+        Numbers::roundedToInt(16 * scale + *code * 219 * scale / (std::exp2(bitDepth) - 1)));
+}
+
+void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& media,
+                   const SideOutputs& outputs)
+{
+    const VideoStreamInfo& video = *media.video;
+    // The log tells the bits in use and not the depth: a black first frame has one.
+    const int bitDepth = std::max({log.firstLumaBits().value_or(8), video.bitDepth.value_or(8), 8});
+    CadenceAnalyzer::Input input;
+    const auto frames =
+        RawFrames::make(outputs.levelsDump, levelsWidth, levelsHeight, outputs.levelsRate);
+    if (frames) {
+        const auto resolved = resolveColorMatrix(video.colorSpace, video.height);
+        info.levels =
+            LevelsAnalyzer::measure(*frames, resolved.matrix, resolved.assumed, false,
+                                    inVideoRange(log.lowestLuma(), video, bitDepth),
+                                    inVideoRange(log.highestLuma(), video, bitDepth), bitDepth);
+        info.levels->fullRange = video.isFullRange().value_or(false);
+        input.stillSpans = StillPassages::spans(*frames);
+    }
+    input.ydif = log.lumaDifferences();
+    input.ydifBitDepth = bitDepth;
+    input.repeatedTop = log.repeatedFields().top;
+    input.repeatedBottom = log.repeatedFields().bottom;
+    input.repeatedNeither = log.repeatedFields().neither;
+    input.blackRuns = info.blackRuns.value_or(std::vector<TimeSpan>());
+    input.duration = media.durationSeconds;
+    input.frameCount = video.frameCount.value_or(0);
+    info.cadence = CadenceAnalyzer::measure(input);
+
+    const auto view = [](const QByteArray& bytes) {
+        return std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    };
+    constexpr int detailStride = 12;
+    const auto half = DetailAnalyzer::series(view(outputs.halfStats));
+    const auto quarter = DetailAnalyzer::series(view(outputs.quarterStats));
+    DetailEstimate detail;
+    detail.halfResPsnrDb = DetailAnalyzer::median(half);
+    detail.quarterResPsnrDb = DetailAnalyzer::median(quarter);
+    detail.samplesMeasured = std::ssize(half);
+    if (outputs.bitsDump)
+        detail.lumaBitsInUse =
+            DetailAnalyzer::bitsInUse(view(*outputs.bitsDump), video.bitDepth.value_or(bitDepth));
+    detail.segments = DetailAnalyzer::segments(half, quarter, detailStride, video.nominalFrameRate);
+    info.detail = std::move(detail);
+}
+
+/// The first blocks are those of the whole file's statistics; the levels branch prints its own
+/// behind them.
+std::optional<std::vector<ChannelLevel>> channelLevels(const SignalLog& log, std::size_t channels,
+                                                       bool isPcm)
+{
+    const auto& blocks = log.channelBlocks();
+    if (blocks.empty())
+        return std::nullopt;
+    std::vector<ChannelLevel> levels;
+    for (std::size_t i = 0; i < std::min(channels, blocks.size()); ++i)
+        levels.push_back(
+            {blocks[i].rmsDb, blocks[i].peakDb, isPcm ? blocks[i].bits : std::optional<int>()});
+    return levels;
+}
+
+std::optional<ChannelLevelSeries> channelSeries(const SignalLog& log, std::size_t channels,
+                                                double sampleRate)
+{
+    ChannelLevelSeries series;
+    series.sampleHz = sampleRate / windowSamples;
+    for (std::size_t i = 1; i <= channels; ++i) {
+        const auto found = log.levelWindows().find(static_cast<int>(i));
+        const bool known = found != log.levelWindows().end();
+        series.rms.push_back(known ? found->second.rms : std::vector<float>());
+        series.peak.push_back(known ? found->second.peak : std::vector<float>());
+    }
+    if (series.rms.front().empty())
+        return std::nullopt;
+    std::size_t shortest = series.rms.front().size();
+    const auto forEach = [&](auto&& function) {
+        for (auto* lists : {&series.rms, &series.peak})
+            for (std::vector<float>& list : *lists)
+                function(list);
+    };
+    forEach([&](const auto& list) { shortest = std::min(shortest, list.size()); });
+    forEach([&](auto& list) { list.resize(shortest); });
+    while (series.rms.front().size() > longestSeries) {
+        forEach([](auto& list) { keepEverySecond(list); });
+        series.sampleHz /= 2;
+    }
+    forEach([](auto& list) {
+        for (float& value : list)
+            value = std::round(value * 10.0F) / 10.0F;
+    });
+    return series;
+}
+
+void extendSound(SignalInfo& info, const SignalLog& log, const AudioStreamInfo& audio)
+{
+    const auto channels = static_cast<std::size_t>(std::max(audio.channels, 1));
+    const double sampleRate = audio.sampleRate > 0 ? audio.sampleRate : 48'000;
+    info.channelLevels = channelLevels(log, channels, audio.codec == "pcm"_L1);
+    info.channelSeries = channelSeries(log, channels, sampleRate);
+    if (audio.channels >= 2)
+        info.phase = PhaseAnalyzer::measure(log.phase(), sampleRate / windowSamples,
+                                            info.audioIslands, info.channelLevels);
+}
+
+} // namespace
+
+std::optional<double> trailingRun(const std::vector<double>& starts, std::size_t endCount,
+                                  double duration)
+{
+    if (starts.empty() || endCount >= starts.size() || duration <= 0)
+        return std::nullopt;
+    const double last = starts.back();
+    if (last < 0)
+        return duration;
+    return duration - last > 0 ? std::optional(duration - last) : std::nullopt;
+}
+
+SignalInfo parse(const SignalLog& log, double duration)
+{
+    SignalInfo info;
+    parseLoudness(info, log);
+    parseSilence(info, log, duration);
+    parseBlack(info, log, duration);
+    info.headFreezeSeconds = headFreeze(log, duration);
+    info.interlacedRatio = interlacedRatio(log);
+    info.activePicture = log.activePicture();
+    return info;
+}
+
+void extend(SignalInfo& info, const SignalLog& log, const MediaInfo& media,
+            const SideOutputs& outputs)
+{
+    if (media.video)
+        extendPicture(info, log, media, outputs);
+    if (media.audio)
+        extendSound(info, log, *media.audio);
+}
+
+} // namespace vantroque::SignalAnalyzer

@@ -1,0 +1,234 @@
+#include "Signal/SignalPlan.h"
+
+#include "Base/Numbers.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vantroque::SignalAnalyzer {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string text(std::int64_t number)
+{
+    return QByteArray::number(static_cast<qlonglong>(number)).toStdString();
+}
+
+std::string everyNth(std::int64_t step)
+{
+    return "select='not(mod(n\\," + text(step) + "))'";
+}
+
+int downToEven(int size)
+{
+    return size - size % 2;
+}
+
+/// Prints a statistic of each frame into the log.
+std::string printed(const char* key)
+{
+    return std::string("metadata=mode=print:key=lavfi.signalstats.") + key;
+}
+
+std::string joined(const std::vector<std::string>& parts, const std::string& separator)
+{
+    std::string whole;
+    for (const std::string& part : parts)
+        whole += (whole.empty() ? std::string() : separator) + part;
+    return whole;
+}
+
+} // namespace
+
+int TextFrameRequest::step() const
+{
+    const double wanted = rate > 0 ? rate : 2;
+    return static_cast<int>(
+        std::max<std::int64_t>(Numbers::truncatedToInt(usableSourceRate() / wanted), 1));
+}
+
+std::string TextFrameRequest::selectFilter() const
+{
+    return everyNth(step());
+}
+
+double TextFrameRequest::time(int frame) const
+{
+    return (frame - 1) * step() / usableSourceRate();
+}
+
+fs::path TextFrameRequest::path(int frame) const
+{
+    return directory / (Numbers::zeroPadded(frame, 5).toStdString() + ".png");
+}
+
+double levelsSampleRate(double duration)
+{
+    constexpr double mostSamples = 1500;
+    for (const double rate : {4.0, 2.0, 1.0, 0.5})
+        if (!Numbers::above(duration * rate, mostSamples))
+            return rate;
+    return 0.25;
+}
+
+std::optional<PictureSize> previewSize(const MediaInfo& media, const Options& options)
+{
+    if (!options.previewWidth || !media.video || media.video->width < 1 || media.video->height < 1)
+        return std::nullopt;
+    const double width = media.video->width;
+    const int previewWidth = downToEven(std::min(media.video->width, *options.previewWidth));
+    const auto height = Numbers::roundedToInt(media.video->height * previewWidth / width);
+    return PictureSize{previewWidth,
+                       downToEven(static_cast<int>(std::max<std::int64_t>(height, 2)))};
+}
+
+SignalPlan::SignalPlan(const MediaInfo& media, Options options, fs::path scratch,
+                       std::optional<PictureSize> preview)
+    : m_media(media),
+      m_options(std::move(options)),
+      m_scratch(std::move(scratch)),
+      m_preview(preview),
+      m_hasBits(media.video && media.video->bitDepth.value_or(8) > 8)
+{
+}
+
+double SignalPlan::frameRate() const
+{
+    return m_media.video && m_media.video->nominalFrameRate > 0 ? m_media.video->nominalFrameRate
+                                                                : 25;
+}
+
+int SignalPlan::levelsStep() const
+{
+    const double wanted = levelsSampleRate(m_media.durationSeconds);
+    return static_cast<int>(std::max<std::int64_t>(Numbers::roundedToInt(frameRate() / wanted), 1));
+}
+
+double SignalPlan::levelsRate() const
+{
+    return frameRate() / levelsStep();
+}
+
+std::string SignalPlan::levelsSelect() const
+{
+    return everyNth(levelsStep());
+}
+
+std::string SignalPlan::graph() const
+{
+    std::vector<std::string> chains;
+    if (m_media.video)
+        addVideoChains(chains);
+    if (m_media.audio)
+        addAudioChains(chains);
+    return joined(chains, ";");
+}
+
+void SignalPlan::addVideoChains(std::vector<std::string>& chains) const
+{
+    const VideoStreamInfo& video = *m_media.video;
+    std::vector<std::string> labels{"[vfull]", "[vlv]"};
+    if (m_hasBits)
+        labels.emplace_back("[vbits]");
+    if (m_options.includeDetail)
+        labels.emplace_back("[vq]");
+    if (m_options.textFrames)
+        labels.emplace_back("[vtext]");
+    if (m_preview)
+        labels.emplace_back("[vprev]");
+    chains.push_back("[0:" + video.specifier()
+                     + "]cropdetect=limit=24:round=2:reset=0,blackdetect=d=0.02:pix_th=0.10,"
+                       "freezedetect=n=-60dB:d=1.0,split="
+                     + text(std::ssize(labels)) + joined(labels, ""));
+    chains.push_back("[vlv]" + levelsSelect() + ",scale=" + text(levelsWidth) + ":"
+                     + text(levelsHeight) + ":flags=area,format=yuv444p[levels]");
+    if (m_hasBits)
+        chains.push_back("[vbits]" + everyNth(48)
+                         + ",extractplanes=y,scale=64:36:flags=neighbor,format="
+                         + (*video.bitDepth < 11 ? "gray10le" : "gray12le") + "[bitsout]");
+    if (m_options.includeDetail)
+        addDetailChains(chains);
+    if (const auto& frames = m_options.textFrames)
+        chains.push_back("[vtext]" + frames->selectFilter() + ",scale='min("
+                         + text(frames->maxWidth) + ",iw)':-2[text]");
+    if (m_preview)
+        chains.push_back("[vprev]" + levelsSelect() + ",scale=" + text(m_preview->width) + ":"
+                         + text(m_preview->height) + ":flags=area,format=yuv444p[preview]");
+    // The height stays, so that idet still sees the fields.
+    chains.push_back(
+        std::string("[vfull]") + (video.width > 640 ? "scale=480:ih:flags=fast_bilinear," : "")
+        + (video.pixFmt == QLatin1String("unknown") ? std::string()
+                                                    : "format=" + video.pixFmt.toStdString() + ",")
+        + "idet,signalstats," + printed("YMIN") + "," + printed("YMAX") + "," + printed("YDIF")
+        + "," + printed("YBITDEPTH") + "[vmain]");
+}
+
+void SignalPlan::addDetailChains(std::vector<std::string>& chains) const
+{
+    const std::string back = "scale=" + text(m_media.video->width) + ":"
+                             + text(m_media.video->height) + ":flags=bicubic";
+    chains.push_back("[vq]" + everyNth(12) + ",hqdn3d=0:0:12:12,split=3[da][db][dc]");
+    chains.push_back("[db]scale=iw/2:ih/2:flags=bicubic," + back + "[db2]");
+    chains.push_back("[dc]scale=iw/4:ih/4:flags=bicubic," + back + "[dc2]");
+    chains.emplace_back("[da]split=2[da1][da2]");
+    chains.push_back("[da1][db2]psnr=stats_file=" + halfStats().native() + "[phalf]");
+    chains.push_back("[da2][dc2]psnr=stats_file=" + quarterStats().native() + "[pquarter]");
+}
+
+void SignalPlan::addAudioChains(std::vector<std::string>& chains) const
+{
+    const bool hasPhase = m_media.audio->channels > 1;
+    chains.push_back(hasPhase ? "[0:a:0]asplit=3[amain][alevels][aphase]"
+                              : "[0:a:0]asplit=2[amain][alevels]");
+    chains.emplace_back("[alevels]asetnsamples=n=4800,astats=metadata=1:reset=1:measure_overall="
+                        "none:measure_perchannel=RMS_level+Peak_level,ametadata=mode=print"
+                        "[levelsout]");
+    chains.emplace_back("[amain]astats=measure_overall=none:measure_perchannel=RMS_level+Peak_level"
+                        "+Bit_depth,ebur128=peak=true,silencedetect=n=-50dB:d=0.5[aout]");
+    if (hasPhase)
+        chains.emplace_back(
+            "[aphase]pan=stereo|c0=c0|c1=c1,asetnsamples=n=4800,aphasemeter=video=0,"
+            "ametadata=mode=print:key=lavfi.aphasemeter.phase[phaseout]");
+}
+
+std::vector<std::string> SignalPlan::arguments() const
+{
+    std::vector<std::string> list{"-hide_banner", "-nostats", "-y"};
+    // The record has the stored size, so the picture must not be turned ahead of the graph.
+    if (m_media.video && m_media.video->rotation.value_or(0) != 0)
+        list.emplace_back("-noautorotate");
+    const auto add = [&](std::initializer_list<std::string> more) {
+        list.insert(list.end(), more);
+    };
+    add({"-i", m_media.url.path().native(), "-filter_complex", graph()});
+    if (m_media.video)
+        add({"-map", "[levels]", "-fps_mode", "passthrough", "-f", "rawvideo", "-pix_fmt",
+             "yuv444p", "pipe:1"});
+    if (m_hasBits)
+        add({"-map", "[bitsout]", "-f", "rawvideo", bitsDump().native()});
+    if (m_media.video && m_options.textFrames)
+        add({"-map", "[text]", "-pix_fmt", "rgb24", "-compression_level", "1", "-fps_mode",
+             "passthrough", "-f", "image2",
+             (m_options.textFrames->directory / "%05d.png").native()});
+    if (m_preview)
+        add({"-map", "[preview]", "-fps_mode", "passthrough", "-f", "rawvideo",
+             previewFifo().native()});
+    const auto sink = [&](const char* label) { add({"-map", label, "-f", "null", "-"}); };
+    if (m_media.video && m_options.includeDetail) {
+        sink("[phalf]");
+        sink("[pquarter]");
+    }
+    if (m_media.video)
+        sink("[vmain]");
+    if (m_media.audio) {
+        sink("[levelsout]");
+        sink("[aout]");
+        if (m_media.audio->channels > 1)
+            sink("[phaseout]");
+    }
+    return list;
+}
+
+} // namespace vantroque::SignalAnalyzer

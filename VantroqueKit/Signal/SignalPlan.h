@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Signal/SignalAnalyzer.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace vantroque::SignalAnalyzer {
+
+struct PictureSize {
+    int width = 0;
+    int height = 0;
+    bool operator==(const PictureSize&) const = default;
+};
+
+/// The size of the preview for a picture, both even; nothing unless it is asked for and both sides
+/// are known.
+std::optional<PictureSize> previewSize(const MediaInfo& media, const Options& options);
+
+/// What one decode is asked to do: the filter graph and the arguments of ffmpeg. Pure.
+class SignalPlan {
+public:
+    /// `scratch` receives the side files; its path must be plain enough for a filter graph.
+    SignalPlan(const MediaInfo& media, Options options, std::filesystem::path scratch,
+               std::optional<PictureSize> preview);
+
+    /// Samples of the dump a second, as really obtained from a whole step of frames.
+    double levelsRate() const;
+    std::string graph() const;
+    std::vector<std::string> arguments() const;
+
+    /// The sample of the bits in use, for pictures of more than 8 bits. ffmpeg refuses the whole
+    /// graph over it for some formats, and then it is left out.
+    bool hasBits() const { return m_hasBits; }
+    void leaveOutBits() { m_hasBits = false; }
+
+    const std::optional<PictureSize>& preview() const { return m_preview; }
+    std::filesystem::path halfStats() const { return m_scratch / "half.txt"; }
+    std::filesystem::path quarterStats() const { return m_scratch / "quarter.txt"; }
+    std::filesystem::path bitsDump() const { return m_scratch / "bits.raw"; }
+    std::filesystem::path previewFifo() const { return m_scratch / "preview.yuv"; }
+
+private:
+    double frameRate() const;
+    int levelsStep() const;
+    std::string levelsSelect() const;
+    void addVideoChains(std::vector<std::string>& chains) const;
+    void addDetailChains(std::vector<std::string>& chains) const;
+    void addAudioChains(std::vector<std::string>& chains) const;
+
+    const MediaInfo& m_media;
+    Options m_options;
+    std::filesystem::path m_scratch;
+    std::optional<PictureSize> m_preview;
+    bool m_hasBits;
+};
+
+} // namespace vantroque::SignalAnalyzer

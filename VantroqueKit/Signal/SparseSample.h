@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Records/MediaInfo.h"
+#include "Tools/FFTool.h"
+
+#include <QByteArray>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// A look at a few frames all over a file of more than 8 bits, for two things that the decoding
+/// pass gets wrong there: its limit for black bars is an 8-bit code, so that 10-bit black counts as
+/// picture, and its sample of the bits in use is converted on the way, which fills the low bits.
+namespace vantroque::SparseSample {
+
+struct Output {
+    QByteArray log;  ///< With the crop lines.
+    QByteArray bits; ///< Luma samples of 16 bits, little endian; empty when the format has none.
+};
+
+/// The arguments of ffmpeg; the samples go to standard output when `withBits`.
+std::vector<std::string> arguments(const MediaInfo& media, bool withBits);
+
+/// Decodes some dozens of frames, whatever the length of the file. Nothing when that fails.
+std::optional<Output> take(const std::filesystem::path& ffmpeg, const MediaInfo& media);
+
+} // namespace vantroque::SparseSample
