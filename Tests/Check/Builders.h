@@ -78,6 +78,14 @@ inline MediaInfo hdSpot()
     return media;
 }
 
+/// The same after a decoding pass that found nothing worth a word.
+inline MediaInfo measuredSpot()
+{
+    MediaInfo media = hdSpot();
+    media.signal = SignalInfo{};
+    return media;
+}
+
 /// The rows of one check.
 inline Checker::Rows rowsOf(void (*check)(const Profile&, const MediaInfo&, Checker::Rows&),
                             const Profile& profile, const MediaInfo& media)

@@ -199,4 +199,39 @@ TEST(DuplicatesRow, WithoutAFrameRateTimecodesCountTwentyFour)
     EXPECT_EQ(duplicatesRow(media, {}, false)->measured, u"1 duplicated frame at 00:00:01:01"_s);
 }
 
+TEST(FlashFramesRow, WithoutPictureOrMeasurementThereIsNoRow)
+{
+    EXPECT_EQ(flashFramesRow(hdSpot()), std::nullopt);
+    EXPECT_EQ(flashFramesRow(measuredSpot()), std::nullopt);
+    MediaInfo media = measured({});
+    media.video.reset();
+    EXPECT_EQ(flashFramesRow(media), std::nullopt);
+}
+
+TEST(FlashFramesRow, AFileWithoutFlashesPasses)
+{
+    EXPECT_EQ(flashFramesRow(measured({})),
+              row("flash-frames", "Flash frames", Verdict::pass, "none",
+                  "no single frame that matches neither the one before it nor the one after"));
+}
+
+TEST(FlashFramesRow, FourFlashesAreListedAndTheRestCounted)
+{
+    FrameCadence cadence;
+    cadence.flashFrames = {{25, 12.5}, {50, 8}};
+    EXPECT_EQ(flashFramesRow(measured(cadence)),
+              row("flash-frames", "Flash frames", Verdict::info,
+                  "00:00:01:00 (13×), 00:00:02:00 (8×), against the motion around them. A stray "
+                  "frame from another shot or a render glitch reads this way. A fast cut on a "
+                  "bright frame reads the same way, so look before acting",
+                  "no single frame that matches neither the one before it nor the one after"));
+    cadence.flashFrames = {{1, 9}, {2, 9}, {3, 9}, {4, 9}};
+    const QString four =
+        u"00:00:00:01 (9×), 00:00:00:02 (9×), 00:00:00:03 (9×), 00:00:00:04 (9×)"_s;
+    EXPECT_TRUE(flashFramesRow(measured(cadence))->measured.startsWith(four + u", against"_s));
+    cadence.flashFrames.push_back({5, 9});
+    EXPECT_TRUE(
+        flashFramesRow(measured(cadence))->measured.startsWith(four + u" and 1 more, against"_s));
+}
+
 } // namespace vantroque::SignalChecks

@@ -2,11 +2,13 @@
 #include "Base/Text.h"
 #include "Base/Timecode.h"
 #include "Check/CheckRow.h"
+#include "Check/CheckTexts.h"
 #include "Check/SignalChecks.h"
 
 namespace vantroque::SignalChecks {
 
 using namespace Qt::StringLiterals;
+using Checker::firstOf;
 
 namespace {
 
@@ -20,20 +22,6 @@ std::optional<double> telecineRatio(const FrameCadence& cadence)
     if (cadence.frameCountSeen <= 9 || total < 1 || Numbers::below(repeated / total, 0.2))
         return std::nullopt;
     return repeated / total;
-}
-
-/// "00:00:01:00, 00:00:02:12 and 3 more": the first four places.
-QString placesText(const FrameCadence& cadence, double rate)
-{
-    constexpr std::int64_t shown = 4;
-    const auto& frames = cadence.duplicateFrames;
-    const std::vector<std::int64_t> first(
-        frames.begin(), frames.begin() + std::min<std::ptrdiff_t>(shown, std::ssize(frames)));
-    const QString places = Text::joined(
-        first, u", "_s, [&](std::int64_t frame) { return Timecode(frame, rate).text(); });
-    if (cadence.duplicateCount <= shown)
-        return places;
-    return u"%1 and %2 more"_s.arg(places, QString::number(cadence.duplicateCount - shown));
 }
 
 CheckResult cadenceRow(const CheckRow& row, const FrameCadence& cadence, double rate,
@@ -67,12 +55,33 @@ CheckResult cadenceRow(const CheckRow& row, const FrameCadence& cadence, double 
         return row.pass(u"no duplicate frames"_s
                         + (telecineMatters ? u", no repeated fields"_s : QString()));
     return row.warn(u"%1 duplicated frame%2 at %3"_s.arg(
-                        count, Text::plural(cadence.duplicateCount), placesText(cadence, rate)),
+                        count, Text::plural(cadence.duplicateCount),
+                        firstOf(cadence.duplicateFrames, 4, cadence.duplicateCount, at)),
                     u"A frame repeated inside motion is usually a dropped render frame or a hold "
                     u"left on the timeline. Step to each one and check the edit."_s);
 }
 
 } // namespace
+
+std::optional<CheckResult> flashFramesRow(const MediaInfo& media)
+{
+    if (!media.video || !media.signal || !media.signal->cadence)
+        return std::nullopt;
+    const CheckRow row{
+        u"flash-frames"_s, u"Flash frames"_s,
+        u"no single frame that matches neither the one before it nor the one after"_s};
+    const auto& flashes = media.signal->cadence->flashFrames;
+    if (flashes.empty())
+        return row.pass(u"none"_s);
+    const auto place = [rate = countingRate(media)](const FlashFrame& flash) {
+        return u"%1 (%2×)"_s.arg(Timecode(flash.frame, rate).text(),
+                                 Numbers::fixed(flash.ratio, 0));
+    };
+    return row.info(firstOf(flashes, 4, std::ssize(flashes), place)
+                    + u", against the motion around them. A stray frame from another shot or a "
+                      u"render glitch reads this way. A fast cut on a bright frame reads the same "
+                      u"way, so look before acting"_s);
+}
 
 std::optional<CheckResult> duplicatesRow(const MediaInfo& media,
                                          const std::optional<FrameRateRule>& rule, bool gate)

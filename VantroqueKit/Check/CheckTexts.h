@@ -1,8 +1,12 @@
 #pragma once
 
+#include "Base/Text.h"
+
 #include <QString>
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <vector>
 
 /// How the checks word values. Decimal mark is a point in every locale.
@@ -22,5 +26,19 @@ QString pct(double fraction);
 QString frameSize(int width, int height);
 /// "mp4 or mov"
 QString joinedWithOr(const std::vector<QString>& list);
+
+/// What `describe` says of the first `shown` elements, and how many more of `total` there are:
+/// "a, b and 3 more".
+template<typename Element, typename Function>
+QString firstOf(const std::vector<Element>& list, std::int64_t shown, std::int64_t total,
+                Function describe)
+{
+    const auto count = std::min<std::ptrdiff_t>(shown, std::ssize(list));
+    const std::vector<Element> first(list.begin(), list.begin() + count);
+    QString text = Text::joined(first, QStringLiteral(", "), describe);
+    if (total <= shown)
+        return text;
+    return QStringLiteral("%1 and %2 more").arg(text, QString::number(total - shown));
+}
 
 } // namespace vantroque::Checker

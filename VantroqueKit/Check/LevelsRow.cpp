@@ -3,10 +3,6 @@
 #include "Check/CheckRow.h"
 #include "Check/SignalChecks.h"
 
-#include <QStringList>
-
-#include <algorithm>
-
 namespace vantroque::SignalChecks {
 
 using namespace Qt::StringLiterals;
@@ -15,11 +11,6 @@ namespace {
 
 /// EBU R 103 with its usual tolerance, for files that no platform grades.
 const LevelsRule generalRule{u"EBU R 103"_s, 5, 1, 4};
-
-double length(const LevelRun& run)
-{
-    return std::max(run.end - run.start, 0.0);
-}
 
 /// The first of the longest runs.
 std::optional<LevelRun> longest(const std::vector<LevelRun>& runs)

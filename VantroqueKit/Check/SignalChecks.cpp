@@ -2,6 +2,8 @@
 
 #include "Base/Numbers.h"
 
+#include <algorithm>
+
 namespace vantroque::SignalChecks {
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,11 @@ QString matrixName(ColorMatrix matrix)
     case ColorMatrix::bt2020: return u"Rec.2020"_s;
     }
     return {};
+}
+
+double length(const LevelRun& run)
+{
+    return std::max(run.end - run.start, 0.0);
 }
 
 double countingRate(const MediaInfo& media)

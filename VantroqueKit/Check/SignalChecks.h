@@ -4,7 +4,9 @@
 #include "Records/Profile.h"
 #include "Records/Report.h"
 
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 /// Rows on what the decoding pass measured, against what is generally right. Nothing comes back
 /// when a row does not apply. Pure, callable from any thread.
@@ -19,10 +21,34 @@ std::optional<CheckResult> levelsRow(const MediaInfo& media, const std::optional
 std::optional<CheckResult> duplicatesRow(const MediaInfo& media,
                                          const std::optional<FrameRateRule>& rule, bool gate);
 
+/// How the file is tagged, and whether the tags go together.
+std::optional<CheckResult> colorTagsRow(const MediaInfo& media);
+/// Static metadata of an HDR picture; no other picture has the row.
+std::optional<CheckResult> hdrRow(const MediaInfo& media);
+/// Black between shots, behind a leader that ends at `leaderEnd` seconds (0 without one).
+std::optional<CheckResult> blackFramesRow(const MediaInfo& media, double leaderEnd);
+/// Single frames unlike both neighbours.
+std::optional<CheckResult> flashFramesRow(const MediaInfo& media);
+/// Whether left and right survive being summed to mono.
+std::optional<CheckResult> phaseRow(const MediaInfo& media);
+/// Channels without sound.
+std::optional<CheckResult> channelLevelsRow(const MediaInfo& media);
+/// Samples that carry fewer bits than their format. Never graded.
+std::optional<CheckResult> bitsRow(const MediaInfo& media);
+
+/// The black inside the picture, without what belongs to the leader.
+std::vector<TimeSpan> blackBehindLeader(const FrameCadence& cadence, double leaderEnd);
+/// A frame or two without media, and no dip that somebody made.
+bool isGap(const TimeSpan& black, double rate);
+/// How many frames a passage has, at least 1.
+std::int64_t framesIn(const TimeSpan& span, double rate);
+
 /// "3.5 s" below ten seconds, "12 s" from there on.
 QString seconds(double value);
 /// "Rec.709" and its kin.
 QString matrixName(ColorMatrix matrix);
+/// Seconds, never negative.
+double length(const LevelRun& run);
 /// The rate at which the file's frames are counted: the picture's, or 24 when that says nothing.
 double countingRate(const MediaInfo& media);
 

@@ -1,0 +1,165 @@
+#include "Check/SignalEvents.h"
+
+#include "Base/Numbers.h"
+#include "Base/Text.h"
+#include "Check/SignalChecks.h"
+#include "Signal/ChannelAnalyzer.h"
+
+#include <algorithm>
+
+namespace vantroque::SignalEvents {
+
+using namespace Qt::StringLiterals;
+using SignalChecks::seconds;
+using Kind = SignalEvent::Kind;
+
+namespace {
+
+QString channelWord(int index)
+{
+    switch (index) {
+    case 0: return u"left"_s;
+    case 1: return u"right"_s;
+    default: return u"channel "_s + QString::number(index + 1);
+    }
+}
+
+/// Collects events by subject; frames count at `rate`.
+class EventList {
+public:
+    explicit EventList(double rate) : m_rate(rate) {}
+
+    void addLevels(const PictureLevels& levels)
+    {
+        for (const LevelRun& run : levels.yRejectRuns)
+            addLevelRun(run, u"Luma beyond EBU R 103 tolerance on "_s, false, {});
+        const QString assumed =
+            levels.matrixAssumed ? u" (assuming %1)"_s.arg(SignalChecks::matrixName(levels.matrix))
+                                 : QString();
+        for (const LevelRun& run : levels.rgbRejectRuns)
+            addLevelRun(run, u"RGB out of gamut on "_s, levels.matrixAssumed, assumed);
+    }
+
+    void addBlack(const FrameCadence& cadence, double leaderEnd)
+    {
+        for (const TimeSpan& run : SignalChecks::blackBehindLeader(cadence, leaderEnd)) {
+            if (SignalChecks::isGap(run, m_rate)) {
+                const std::int64_t frames = SignalChecks::framesIn(run, m_rate);
+                add(Kind::blackFrame, run, Verdict::warn,
+                    u"%1 black frame%2 inside the picture"_s.arg(QString::number(frames),
+                                                                 Text::plural(frames)));
+            } else {
+                add(Kind::blackFrame, run, Verdict::info,
+                    u"Dip to black for "_s + seconds(run.duration()));
+            }
+        }
+    }
+
+    void addFlashes(const FrameCadence& cadence)
+    {
+        for (const FlashFrame& flash : cadence.flashFrames)
+            add(Kind::flashFrame, flash.frame, Verdict::info,
+                u"Flash frame: it matches neither the frame before nor the one after, by %1× the "
+                u"motion around it"_s.arg(Numbers::fixed(flash.ratio, 0)));
+    }
+
+    /// A regular repeat is one event, since its single frames tell nothing more.
+    void addDuplicates(const FrameCadence& cadence)
+    {
+        const auto& frames = cadence.duplicateFrames;
+        if (const auto period = cadence.periodDescription(); period && !frames.empty()) {
+            add(Kind::duplicateFrame, frames.front(), Verdict::warn,
+                u"Duplicate frames "_s + *period);
+        } else if (const auto retime = cadence.retimeDescription();
+                   retime && cadence.duplicateSpan) {
+            add(Kind::duplicateFrame, cadence.duplicateSpan->first, Verdict::warn,
+                u"%1 duplicated frames: %2"_s.arg(QString::number(cadence.duplicateCount),
+                                                  *retime));
+        } else {
+            for (const std::int64_t frame : frames)
+                add(Kind::duplicateFrame, frame, Verdict::warn,
+                    u"Frame repeats the one before it"_s);
+        }
+    }
+
+    void addPhase(const StereoPhase& phase)
+    {
+        for (const TimeSpan& run : phase.outOfPhaseRuns)
+            add(Kind::phase, run, Verdict::warn,
+                u"Left and right inverted for %1: cancels in mono"_s.arg(seconds(run.duration())));
+    }
+
+    void addDeadChannels(const std::vector<ChannelLevel>& levels)
+    {
+        const auto dead = ChannelAnalyzer::deadChannels(levels);
+        if (!dead.empty())
+            add(Kind::deadChannel, 0, Verdict::warn,
+                u"Silent %1 channel for the whole file"_s.arg(
+                    Text::joined(dead, u", "_s, channelWord)));
+    }
+
+    /// In order of frames, cut at the cap, with their ids.
+    std::vector<SignalEvent> finished() &&
+    {
+        std::ranges::stable_sort(m_events, {}, &SignalEvent::frame);
+        if (const auto count = std::ssize(m_events); count > cap) {
+            m_events.resize(cap);
+            add(Kind::duplicateFrame, m_events.back().frame, Verdict::info,
+                u"and %1 more"_s.arg(QString::number(count - cap)));
+        }
+        for (int index = 0; SignalEvent & event : m_events)
+            event.id = u"%1-%2-%3"_s.arg(Text::utf8(enumName(event.kind)),
+                                         QString::number(event.frame), QString::number(index++));
+        return std::move(m_events);
+    }
+
+private:
+    void add(Kind kind, std::int64_t frame, Verdict verdict, const QString& text,
+             const std::optional<std::int64_t>& endFrame = {})
+    {
+        m_events.push_back({{}, kind, frame, endFrame, verdict, text, {}});
+    }
+
+    void add(Kind kind, const TimeSpan& run, Verdict verdict, const QString& text)
+    {
+        add(kind, frameAt(run.start), verdict, text, frameAt(run.end));
+    }
+
+    void addLevelRun(const LevelRun& run, const QString& what, bool neverFails,
+                     const QString& remark)
+    {
+        const bool isLong = !Numbers::below(run.end - run.start, 4);
+        add(Kind::levels, TimeSpan{run.start, run.end},
+            isLong && !neverFails ? Verdict::fail : Verdict::warn,
+            u"%1%2% of the picture for %3%4"_s.arg(what, Numbers::fixed(run.worstFraction * 100, 1),
+                                                   seconds(SignalChecks::length(run)), remark));
+    }
+
+    std::int64_t frameAt(double time) const { return Numbers::roundedToInt(m_rate * time); }
+
+    double m_rate;
+    std::vector<SignalEvent> m_events;
+};
+
+} // namespace
+
+std::vector<SignalEvent> events(const MediaInfo& media, double leaderEnd)
+{
+    if (!media.signal)
+        return {};
+    EventList list(SignalChecks::countingRate(media));
+    if (const auto& levels = media.signal->levels)
+        list.addLevels(*levels);
+    if (const auto& cadence = media.signal->cadence) {
+        list.addBlack(*cadence, leaderEnd);
+        list.addFlashes(*cadence);
+        list.addDuplicates(*cadence);
+    }
+    if (const auto& phase = media.signal->phase)
+        list.addPhase(*phase);
+    if (const auto& levels = media.signal->channelLevels)
+        list.addDeadChannels(*levels);
+    return std::move(list).finished();
+}
+
+} // namespace vantroque::SignalEvents
