@@ -41,20 +41,24 @@ std::optional<QString> problemWith(const Arguments& arguments)
 }
 
 /// Analyses the files, several at once if asked; the results stand in the order of the call.
-std::vector<CheckedFile> analyseAll(const std::vector<std::string>& names,
-                                    const std::vector<Profile>& profiles, std::size_t jobs)
+std::vector<CheckedFile> analyseAll(const Arguments& arguments,
+                                    const std::vector<Profile>& profiles)
 {
+    const std::vector<std::string>& names = arguments.files();
+    const std::size_t jobs = *jobCount(arguments);
+    const Analyzer::Options options{.skipSignalPass = arguments.has("skip-signal"),
+                                    .includeDetail = arguments.has("detail")};
     std::vector<CheckedFile> files(names.size());
-    TerminalProgress display(names.size());
+    TerminalProgress display(names.size(), arguments.has("verbose"));
     std::atomic<std::size_t> next = 0;
     const auto work = [&] {
         for (std::size_t i = 0; (i = next++) < names.size();) {
             const FileUrl url = FileUrl::fromPath(names[i]);
             files[i].path = QString::fromStdString(names[i]);
             AnalysisProgress progress([&](const AnalysisProgress::Snapshot& snapshot) {
-                display.entered(i, url.fileName(), snapshot.stage);
+                display.update(i, url.fileName(), snapshot);
             });
-            files[i].outcome = Analyzer::analyze(url, profiles, &progress);
+            files[i].outcome = Analyzer::analyze(url, profiles, options, &progress);
             display.finished(i);
         }
     };
@@ -112,7 +116,7 @@ ExitStatus check(const Arguments& arguments)
         status = ExitStatus::trouble;
     }
 
-    const auto files = analyseAll(arguments.files(), chosen, *jobCount(arguments));
+    const auto files = analyseAll(arguments, chosen);
     status = worse(status, judged(files));
     // A report in a file must not hide that some file is missing from it.
     if (arguments.has("output"))

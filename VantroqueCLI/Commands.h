@@ -15,7 +15,9 @@ struct Command {
 };
 
 ExitStatus check(const Arguments& arguments);
+ExitStatus measure(const Arguments& arguments);
 ExitStatus probe(const Arguments& arguments);
 ExitStatus profiles(const Arguments& arguments);
+ExitStatus still(const Arguments& arguments);
 
 } // namespace vantroque

@@ -3,6 +3,7 @@
 #include "Base/Numbers.h"
 #include "Base/Text.h"
 
+#include <array>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -31,19 +32,28 @@ int terminalColumns()
     return ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
 }
 
-QString timeLeft(std::size_t done, std::size_t count, double elapsedSeconds)
+QString timeLeft(double done, std::size_t count, double elapsedSeconds)
 {
-    if (done == 0)
+    constexpr double tooEarly = 0.02;
+    if (done < tooEarly)
         return {};
-    const double each = elapsedSeconds / static_cast<double>(done);
-    const auto left = Numbers::roundedToInt(each * static_cast<double>(count - done));
+    const auto left =
+        Numbers::roundedToInt(elapsedSeconds / done * (static_cast<double>(count) - done));
     return u", %1:%2 left"_s.arg(QString::number(left / 60), Numbers::zeroPadded(left % 60, 2));
+}
+
+QString eventText(const AnalysisProgress::LiveEvent& event)
+{
+    static const std::array words{u"black from"_s, u"black to"_s,   u"silent from"_s,
+                                  u"silent to"_s,  u"still from"_s, u"still to"_s};
+    return u"%1 %2 s"_s.arg(words.at(static_cast<std::size_t>(event.kind)),
+                            Numbers::fixed(event.time, 2));
 }
 
 } // namespace
 
-TerminalProgress::TerminalProgress(std::size_t fileCount)
-    : m_fileCount(fileCount), m_isTerminal(::isatty(STDERR_FILENO) == 1)
+TerminalProgress::TerminalProgress(std::size_t fileCount, bool verbose)
+    : m_fileCount(fileCount), m_verbose(verbose), m_isTerminal(::isatty(STDERR_FILENO) == 1)
 {
 }
 
@@ -53,11 +63,17 @@ TerminalProgress::~TerminalProgress()
         print(clearLine);
 }
 
-void TerminalProgress::entered(std::size_t file, const QString& name, AnalysisProgress::Stage stage)
+void TerminalProgress::update(std::size_t file, const QString& name,
+                              const AnalysisProgress::Snapshot& snapshot)
 {
     const std::scoped_lock lock(m_mutex);
-    m_running[file] = {name, stage};
-    draw(name, stage);
+    Running& running = m_running[file];
+    running.name = name;
+    running.stage = snapshot.stage;
+    running.fraction = snapshot.fraction;
+    if (m_verbose)
+        tellEvents(running, snapshot);
+    draw(running);
 }
 
 void TerminalProgress::finished(std::size_t file)
@@ -66,27 +82,42 @@ void TerminalProgress::finished(std::size_t file)
     ++m_done;
     m_running.erase(file);
     if (!m_running.empty())
-        draw(m_running.begin()->second.first, m_running.begin()->second.second);
+        draw(m_running.begin()->second);
 }
 
-QString TerminalProgress::line(std::size_t done, std::size_t count, const QString& name,
-                               AnalysisProgress::Stage stage, double elapsedSeconds, int columns)
+void TerminalProgress::tellEvents(Running& running, const AnalysisProgress::Snapshot& snapshot)
 {
-    const auto filled = static_cast<qsizetype>(barWidth * done / std::max<std::size_t>(count, 1));
+    for (; running.eventsTold < snapshot.events.size(); ++running.eventsTold)
+        print((m_isTerminal ? clearLine : QByteArray())
+              + u"%1: %2\n"_s
+                    .arg(Text::printable(running.name),
+                         eventText(snapshot.events[running.eventsTold]))
+                    .toUtf8());
+}
+
+QString TerminalProgress::line(double done, std::size_t count, const Running& running,
+                               double elapsedSeconds, int columns)
+{
+    const double share = count > 0 ? done / static_cast<double>(count) : 0;
+    const auto filled = static_cast<qsizetype>(Numbers::truncatedToInt(barWidth * share));
     const QString whole = u"[%1%2] %3/%4%5  %6  %7"_s.arg(
-        QString(filled, u'#'), QString(barWidth - filled, u'.'), QString::number(done),
-        QString::number(count), timeLeft(done, count, elapsedSeconds),
-        AnalysisProgress::label(stage), Text::printable(name));
+        QString(filled, u'#'), QString(barWidth - filled, u'.'),
+        QString::number(Numbers::truncatedToInt(done)), QString::number(count),
+        timeLeft(done, count, elapsedSeconds), AnalysisProgress::label(running.stage),
+        Text::printable(running.name));
     return Text::firstCharacters(whole, columns - 1);
 }
 
-void TerminalProgress::draw(const QString& name, AnalysisProgress::Stage stage)
+void TerminalProgress::draw(const Running& running)
 {
     if (!m_isTerminal)
         return;
+    double done = static_cast<double>(m_done);
+    for (const auto& [file, each] : m_running)
+        done += each.fraction;
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_started;
     print(clearLine
-          + line(m_done, m_fileCount, name, stage, elapsed.count(), terminalColumns()).toUtf8());
+          + line(done, m_fileCount, running, elapsed.count(), terminalColumns()).toUtf8());
 }
 
 } // namespace vantroque

@@ -1,5 +1,6 @@
 #include "Base/ScratchFolder.h"
 #include "VantroqueCLI/Commands.h"
+#include "VantroqueCLI/Interruption.h"
 #include "VantroqueCLI/Output.h"
 
 #include <QStringList>
@@ -16,7 +17,9 @@ const std::vector<Command>& commands()
     static const std::vector<Command> all{
         {"check",
          "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit] [--media]\n"
-         "        [--jobs N] [--profiles-dir DIR] [-o FILE] FILE...",
+         "        [--detail] [--skip-signal] [--jobs N] [--verbose] [--profiles-dir DIR] [-o "
+         "FILE]\n"
+         "        FILE...",
          "Scores files against the delivery specifications of platforms; the digital ones\n"
          "      unless profiles or groups (digital, broadcast, recommendation) are named.",
          {{"profile", true},
@@ -24,6 +27,9 @@ const std::vector<Command>& commands()
           {"all", false},
           {"format", true},
           {"media", false},
+          {"detail", false},
+          {"skip-signal", false},
+          {"verbose", false},
           {"jobs", true},
           {"profiles-dir", true},
           {"output", true}},
@@ -33,6 +39,16 @@ const std::vector<Command>& commands()
          "Prints what is known of each file without decoding it, as JSON.",
          {},
          probe},
+        {"measure",
+         "[--profiles-dir DIR] [-o FILE] FILE...",
+         "Measures files and prints a table, one line a file and one column a measurement.",
+         {{"profiles-dir", true}, {"output", true}},
+         measure},
+        {"still",
+         "--at TIME [-o FILE] FILE",
+         "Writes one frame as a picture, by default beside the file.",
+         {{"at", true}, {"output", true}},
+         still},
         {"profiles",
          "[--freshness] [--format text|json] [--profiles-dir DIR]",
          "Lists the installed profiles, or how long ago each was compared with its source.",
@@ -96,6 +112,7 @@ ExitStatus run(const std::vector<std::string>& words)
 
 int main(int argc, char** argv)
 {
+    Interruption::watch();
     ScratchFolder::sweep();
     return static_cast<int>(run({argv + 1, argv + argc}));
 }

@@ -67,7 +67,8 @@ TEST(Analyze, ShowsItsStagesAndWhatTheProbeFound)
     Listener listener;
     {
         AnalysisProgress progress(listener.callback());
-        ASSERT_TRUE(Analyzer::analyze(FileUrl::fromPath(Clips::plain()), {mxfOnly()}, &progress));
+        ASSERT_TRUE(
+            Analyzer::analyze(FileUrl::fromPath(Clips::plain()), {mxfOnly()}, {}, &progress));
     }
     const auto stages = listener.stages();
     ASSERT_FALSE(stages.empty());
@@ -88,7 +89,7 @@ TEST(Analyze, FailsWithTheProbesWords)
     Listener listener;
     AnalysisProgress progress(listener.callback());
     const auto analysis =
-        Analyzer::analyze(FileUrl::fromPath("/nowhere.mp4"), {mxfOnly()}, &progress);
+        Analyzer::analyze(FileUrl::fromPath("/nowhere.mp4"), {mxfOnly()}, {}, &progress);
     ASSERT_FALSE(analysis);
     EXPECT_EQ(analysis.error().description,
               u"ffprobe exited with status 1: /nowhere.mp4: No such file or directory\n"_s);

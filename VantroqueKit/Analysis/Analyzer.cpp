@@ -1,6 +1,8 @@
 #include "Analysis/Analyzer.h"
 
+#include "Check/TwoPop.h"
 #include "Probe/Prober.h"
+#include "Signal/SignalAnalyzer.h"
 
 #include <algorithm>
 
@@ -8,22 +10,131 @@ namespace vantroque::Analyzer {
 
 using Stage = AnalysisProgress::Stage;
 
-Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
-                         AnalysisProgress* progress)
+namespace {
+
+constexpr int previewWidth = 960;
+
+void enter(AnalysisProgress* progress, Stage stage)
 {
-    const auto enter = [&](Stage stage) {
-        if (progress != nullptr)
-            progress->set(stage);
-    };
-    enter(Stage::probing);
+    if (progress != nullptr)
+        progress->set(stage);
+}
+
+/// What is read from the file beside the decode, then the verdicts.
+FileReport readAndScore(MediaInfo& media, const std::vector<Profile>& profiles,
+                        AnalysisProgress* progress)
+{
+    enter(progress, Stage::measuringPop);
+    measureLeaderToneIfNeeded(media, profiles);
+    enter(progress, Stage::scoring);
+    FileReport scored = report(media, profiles);
+    enter(progress, Stage::done);
+    return scored;
+}
+
+/// A record of another version is probed afresh; its measurements stay until they are replaced.
+Result<MediaInfo> probedAgain(const MediaInfo& stored, AnalysisProgress* progress)
+{
+    enter(progress, Stage::probing);
+    MediaInfo media = TRY(Prober::probe(stored.url));
+    media.signal = stored.signal;
+    return media;
+}
+
+bool needsDecode(const MediaInfo& media, bool isCurrent, const std::vector<Profile>& profiles)
+{
+    if (!media.signal)
+        return needsSignalPass(profiles);
+    return !isCurrent || !media.signal->blackRuns;
+}
+
+/// What a new decode does not measure and an earlier reading has found.
+void carryOver(const SignalInfo& old, SignalInfo& fresh)
+{
+    fresh.leaderToneHz = old.leaderToneHz;
+    fresh.leaderPopPeakDb = old.leaderPopPeakDb;
+    fresh.leaderToneChecked = old.leaderToneChecked;
+    fresh.slateTextLines = old.slateTextLines;
+    if (old.textScanAttempted.value_or(false)) {
+        fresh.textRegions = old.textRegions;
+        fresh.textScanAttempted = true;
+    }
+}
+
+} // namespace
+
+Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
+                         const Options& options, AnalysisProgress* progress)
+{
+    enter(progress, Stage::probing);
     Analysis analysis;
     analysis.media = TRY(Prober::probe(url));
     if (progress != nullptr)
         progress->set(analysis.media);
-    enter(Stage::scoring);
-    analysis.report = report(analysis.media, profiles);
-    enter(Stage::done);
+    if (!options.skipSignalPass && needsSignalPass(profiles))
+        analysis.media.signal = TRY(decode(analysis.media, options, progress));
+    analysis.report = readAndScore(analysis.media, profiles, progress);
     return analysis;
+}
+
+Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profiles,
+                           AnalysisProgress* progress)
+{
+    if (!needsAdditionalSignalPass(media, profiles)) {
+        FileReport scored = report(media, profiles);
+        enter(progress, Stage::done);
+        return scored;
+    }
+    const bool isCurrent = media.isCurrentAnalysis();
+    MediaInfo renewed = isCurrent ? media : TRY(probedAgain(media, progress));
+    if (needsDecode(renewed, isCurrent, profiles)) {
+        SignalInfo fresh = TRY(decode(renewed, {}, progress));
+        if (renewed.signal)
+            carryOver(*renewed.signal, fresh);
+        renewed.signal = std::move(fresh);
+    }
+    FileReport scored = readAndScore(renewed, profiles, progress);
+    media = std::move(renewed);
+    return scored;
+}
+
+Result<SignalInfo> decode(const MediaInfo& media, const Options& options,
+                          AnalysisProgress* progress)
+{
+    SignalAnalyzer::Options asked;
+    asked.includeDetail = options.includeDetail;
+    if (progress != nullptr && progress->wantsPreview())
+        asked.previewWidth = previewWidth;
+    return TRY(SignalAnalyzer::analyze(media.url, media, asked, progress));
+}
+
+void measureLeaderToneIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles)
+{
+    if (!media.audio || !media.signal)
+        return;
+    SignalInfo& signal = *media.signal;
+    if (signal.leaderToneChecked.value_or(false)
+        && (!signal.leaderToneHz || signal.leaderPopPeakDb))
+        return;
+    std::optional<double> leaderEnd;
+    for (const Profile& profile : profiles)
+        if (const auto& content = profile.content;
+            content && content->slateSeconds && content->slateBlackSeconds)
+            leaderEnd = std::max(leaderEnd.value_or(0),
+                                 *content->slateSeconds + *content->slateBlackSeconds);
+    if (!leaderEnd)
+        return;
+    signal.leaderToneChecked = true;
+    constexpr double rateWithoutPicture = 24;
+    const double fps = media.video ? media.video->nominalFrameRate : rateWithoutPicture;
+    const auto island = Checker::lonePopIsland(signal, *leaderEnd, fps);
+    if (!island)
+        return;
+    constexpr double shortestWindow = 0.03;
+    const auto pop = SignalAnalyzer::measurePop(media.url, island->start,
+                                                std::max(island->duration(), shortestWindow));
+    signal.leaderToneHz = pop.centroidHz;
+    signal.leaderPopPeakDb = pop.peakDb;
 }
 
 bool needsSignalPass(const std::vector<Profile>& profiles)

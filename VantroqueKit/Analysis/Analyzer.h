@@ -16,10 +16,28 @@ struct Analysis {
     FileReport report;
 };
 
-/// Probes a file and scores it. Blocks; any thread. Fails with the probe's words. `progress` may be
-/// null.
+struct Options {
+    bool skipSignalPass = false; ///< Leave out the decode, and with it all that it measures.
+    bool includeDetail = false;  ///< Estimate the picture's detail as well.
+};
+
+/// Probes a file, measures what the profiles ask for and scores it. Blocks; any thread. Fails with
+/// the words of the probe or of the decode. `progress` may be null.
 Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
-                         AnalysisProgress* progress = nullptr);
+                         const Options& options = {}, AnalysisProgress* progress = nullptr);
+
+/// Scores a stored record against other profiles, and first measures what it lacks for them.
+/// Blocks; any thread. On failure `media` stays as it was. `progress` may be null.
+Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profiles,
+                           AnalysisProgress* progress = nullptr);
+
+/// The one decode of a file. Blocks; any thread. `progress` may be null.
+Result<SignalInfo> decode(const MediaInfo& media, const Options& options,
+                          AnalysisProgress* progress);
+
+/// Tells a sync pop in the leader from other sound, once, when a profile describes a leader.
+/// Blocks; any thread. Cannot fail: what cannot be measured stays absent.
+void measureLeaderToneIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles);
 
 /// Scores what is known about a file against the profiles that apply to it, in their order. Never
 /// fails, does no I/O and starts no process.

@@ -1,17 +1,17 @@
 #include "Analysis/Analyzer.h"
 #include "Captions/EmbeddedCaptions.h"
 #include "Check/Checker.h"
+#include "Check/SignalChecks.h"
+#include "Check/SignalEvents.h"
+#include "Check/SignalReport.h"
+#include "Signal/Leader.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace vantroque::Analyzer {
 
 namespace {
-
-double length(const LevelRun& run)
-{
-    return std::max(run.end - run.start, 0.0);
-}
 
 /// The longest of several lists of runs, in seconds; absent when there is no run.
 std::optional<double> longest(std::initializer_list<const std::vector<LevelRun>*> lists)
@@ -19,7 +19,7 @@ std::optional<double> longest(std::initializer_list<const std::vector<LevelRun>*
     std::optional<double> seconds;
     for (const auto* runs : lists)
         for (const LevelRun& run : *runs)
-            seconds = std::max(seconds.value_or(0), length(run));
+            seconds = std::max(seconds.value_or(0), SignalChecks::length(run));
     return seconds;
 }
 
@@ -72,21 +72,26 @@ std::optional<VideoSummary> videoSummary(const MediaInfo& media)
 
 FileReport report(const MediaInfo& media, const std::vector<Profile>& profiles)
 {
+    std::vector<Profile> kept;
+    std::ranges::copy_if(profiles, std::back_inserter(kept),
+                         [&](const Profile& profile) { return Checker::applies(profile, media); });
+
     FileReport report;
     report.fileName = media.url.fileName();
     report.filePath = media.url.displayPath();
     report.summaryLine = media.summaryLine();
     report.measurements = measurements(media.signal);
     report.video = videoSummary(media);
-    bool levelsGated = false;
-    for (const Profile& profile : profiles) {
-        if (!Checker::applies(profile, media))
-            continue;
+    for (const Profile& profile : kept)
         report.profiles.push_back(Checker::evaluate(profile, media));
-        levelsGated = levelsGated || (profile.video && profile.video->levels);
-    }
     if (report.measurements)
-        report.measurements->levelsGated = levelsGated;
+        report.measurements->levelsGated = std::ranges::any_of(
+            kept, [](const Profile& profile) { return profile.video && profile.video->levels; });
+    const double leaderEnd = Leader::end(media, kept);
+    if (const auto section = SignalReport::section(media, leaderEnd)) {
+        report.sections = {*section};
+        report.events = SignalEvents::events(media, leaderEnd);
+    }
     return report;
 }
 
