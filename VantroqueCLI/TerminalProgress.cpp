@@ -100,9 +100,11 @@ QString TerminalProgress::line(double done, std::size_t count, const Running& ru
 {
     const double share = count > 0 ? done / static_cast<double>(count) : 0;
     const auto filled = static_cast<qsizetype>(Numbers::truncatedToInt(barWidth * share));
-    const QString whole = u"[%1%2] %3/%4%5  %6  %7"_s.arg(
+    const QString files =
+        count > 1 ? u", %1 of %2 files"_s.arg(Numbers::truncatedToInt(done)).arg(count) : QString();
+    const QString whole = u"[%1%2] %3%%4%5  %6  %7"_s.arg(
         QString(filled, u'#'), QString(barWidth - filled, u'.'),
-        QString::number(Numbers::truncatedToInt(done)), QString::number(count),
+        QString::number(Numbers::truncatedToInt(100 * share)), files,
         timeLeft(done, count, elapsedSeconds), AnalysisProgress::label(running.stage),
         Text::printable(running.name));
     return Text::firstCharacters(whole, columns - 1);

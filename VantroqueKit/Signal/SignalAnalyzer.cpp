@@ -49,11 +49,15 @@ public:
             return;
         const auto picture =
             dumpedPicture(media, plan.preview()->width, plan.preview()->height, plan.levelsRate());
+        // A decode that is tried a second time writes into the FIFO a second time.
         m_preview = std::jthread(
             [&progress, picture, fifo = plan.previewFifo()](const std::stop_token& stop) {
-                LivePreviewReader reader(progress, picture, fifo);
-                if (reader.isOpen())
+                while (!stop.stop_requested()) {
+                    LivePreviewReader reader(progress, picture, fifo);
+                    if (!reader.isOpen())
+                        return;
                     reader.read(stop);
+                }
             });
     }
 
