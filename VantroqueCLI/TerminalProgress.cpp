@@ -107,7 +107,7 @@ QString TerminalProgress::line(double done, std::size_t count, const Running& ru
         QString::number(Numbers::truncatedToInt(100 * share)), files,
         timeLeft(done, count, elapsedSeconds), AnalysisProgress::label(running.stage),
         Text::printable(running.name));
-    return Text::firstCharacters(whole, columns - 1);
+    return Text::firstColumns(whole, columns - 1);
 }
 
 void TerminalProgress::draw(const Running& running)

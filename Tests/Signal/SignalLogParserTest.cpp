@@ -54,6 +54,7 @@ MediaInfo picture(std::optional<int> bitDepth = {})
     media.video->height = 1080;
     media.video->nominalFrameRate = 25;
     media.video->bitDepth = bitDepth;
+    media.video->pixFmt = bitDepth == 10 ? u"yuv420p10le"_s : u"yuv420p"_s;
     return media;
 }
 

@@ -57,8 +57,12 @@ bool isOwnFolder(const fs::path& path)
 
 void removeQuietly(const fs::path& path)
 {
-    std::error_code ignored;
-    fs::remove_all(path, ignored);
+    // A tool that still writes into the folder can get a file in between; it cannot keep that up.
+    constexpr int tries = 20;
+    std::error_code problem;
+    for (int i = 0; i < tries; ++i)
+        if (fs::remove_all(path, problem); !problem)
+            return;
 }
 
 } // namespace

@@ -50,6 +50,19 @@ QString lastCharacters(const QString& text, qsizetype count)
     return text.mid(offsetBehind(text, characterCount(text) - count));
 }
 
+QString firstColumns(const QString& text, int columns)
+{
+    constexpr char16_t firstWide = 0x1100; // Hangul, the first script of wide letters
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    qsizetype start = 0;
+    for (qsizetype end = 0; (end = finder.toNextBoundary()) >= 0; start = end) {
+        columns -= text[start] >= firstWide ? 2 : 1;
+        if (columns < 0)
+            break;
+    }
+    return text.left(start);
+}
+
 QString printable(QString text)
 {
     for (QChar& c : text)

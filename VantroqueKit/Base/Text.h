@@ -17,6 +17,9 @@ qsizetype characterCount(const QString& text);
 /// At most the first or last `count` characters.
 QString firstCharacters(const QString& text, qsizetype count);
 QString lastCharacters(const QString& text, qsizetype count);
+/// As many characters as fit into so many columns of a terminal. What is beyond the alphabetic
+/// scripts may be two columns wide, and counts so.
+QString firstColumns(const QString& text, int columns);
 /// Safe for a terminal: control characters, which names may hold, become "?".
 QString printable(QString text);
 /// Exactly `count` characters: cut, or padded with blanks behind.

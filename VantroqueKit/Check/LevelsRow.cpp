@@ -3,6 +3,8 @@
 #include "Check/CheckRow.h"
 #include "Check/SignalChecks.h"
 
+#include <QStringList>
+
 namespace vantroque::SignalChecks {
 
 using namespace Qt::StringLiterals;

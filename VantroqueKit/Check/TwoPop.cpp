@@ -20,9 +20,12 @@ std::optional<TimeSpan> lonePopIsland(const SignalInfo& signal, double leaderEnd
     if (islands.size() != 1)
         return std::nullopt;
 
+    // The log gives times to 10 microseconds, and a tone that starts at zero is heard a sample late.
+    constexpr double logSlack = 0.0001;
     const TimeSpan& island = islands.front();
     const double offset = std::abs(island.start - (leaderEnd - 2));
-    if (Numbers::above(island.duration(), frame * 3) || Numbers::above(offset, frame * 3))
+    const double reach = frame * 3 + logSlack;
+    if (Numbers::above(island.duration(), reach) || Numbers::above(offset, reach))
         return std::nullopt;
     return island;
 }

@@ -4,6 +4,7 @@
 #include "Base/Numbers.h"
 #include "Base/Text.h"
 #include "Signal/ChannelAnalyzer.h"
+#include "Signal/LogHeaders.h"
 #include "Tools/FFTool.h"
 
 #include <algorithm>
@@ -337,17 +338,18 @@ BlockAndBlur blockAndBlur(const MediaInfo& media)
     const auto ffmpeg = FFTool::find("ffmpeg");
     if (!ffmpeg || !media.video)
         return {};
+    const std::string filters =
+        "select='not(mod(n\\,12))',scale=480:-2:flags=area,blockdetect,blurdetect,"
+        "metadata=mode=print:key=lavfi.block,metadata=mode=print:key=lavfi.blur";
     const auto ran =
         FFTool::run(*ffmpeg,
                     {"-hide_banner", "-nostats", "-i", media.url.path().native(), "-map",
-                     "0:" + media.video->specifier(), "-vf",
-                     "select='not(mod(n\\,12))',scale=480:-2:flags=area,blockdetect,blurdetect,"
-                     "metadata=mode=print:key=lavfi.block,metadata=mode=print:key=lavfi.blur",
-                     "-f", "null", "-"},
+                     "0:" + media.video->specifier(), "-vf", filters, "-f", "null", "-"},
                     {.allowFailure = true});
     if (!ran)
         return {};
-    return {mean(ran->stderr, "lavfi.block="), mean(ran->stderr, "lavfi.blur=")};
+    const QByteArray log = LogHeaders::without(ran->stderr);
+    return {mean(log, "lavfi.block="), mean(log, "lavfi.blur=")};
 }
 
 } // namespace vantroque::MeasurementCSV

@@ -75,9 +75,16 @@ std::vector<std::int64_t> duplicates(const std::vector<double>& d, const Passage
                                      const Passages& still)
 {
     std::vector<std::int64_t> found;
-    for (std::size_t i = 1; i < d.size(); ++i)
-        if (d[i] < repeatBelow && !black.contains(i) && !still.contains(i))
+    // From the back: a still begins between two samples, and the repeats that lead up to its first
+    // sample belong to it.
+    bool leadsToStill = false;
+    for (std::size_t i = d.size(); i-- > 1;) {
+        const bool repeats = d[i] < repeatBelow;
+        leadsToStill = repeats && (leadsToStill || still.contains(i));
+        if (repeats && !leadsToStill && !black.contains(i))
             found.push_back(static_cast<std::int64_t>(i));
+    }
+    std::ranges::reverse(found);
     return found;
 }
 

@@ -1,4 +1,5 @@
 #include "Base/Numbers.h"
+#include "Signal/LogHeaders.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Signal/SignalMatches.h"
 
@@ -26,7 +27,7 @@ std::optional<QString> printed(const FileUrl& url, double start, double duration
                                  {.allowFailure = true});
     if (!ran)
         return std::nullopt;
-    return QString::fromUtf8(ran->stdout) + QString::fromUtf8(ran->stderr);
+    return QString::fromUtf8(ran->stdout) + QString::fromUtf8(LogHeaders::without(ran->stderr));
 }
 
 } // namespace

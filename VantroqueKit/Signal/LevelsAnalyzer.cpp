@@ -80,6 +80,8 @@ Counts count(const RawFrames::Planes& planes, std::size_t pixels, const Coeffici
     return {luma, rgb, strict};
 }
 
+} // namespace
+
 double percentOfCode(int code, bool fullRange, int bitDepth)
 {
     if (fullRange)
@@ -87,8 +89,6 @@ double percentOfCode(int code, bool fullRange, int bitDepth)
     const double scale = std::exp2(bitDepth - 8);
     return (code - 16 * scale) / (235 * scale - 16 * scale) * 100;
 }
-
-} // namespace
 
 PictureLevels measure(const RawFrames& frames, ColorMatrix matrix, bool matrixAssumed,
                       bool fullRange, std::optional<int> yMinCode, std::optional<int> yMaxCode,

@@ -24,6 +24,9 @@ PictureLevels measure(const RawFrames& frames, ColorMatrix matrix, bool matrixAs
                       bool fullRange, std::optional<int> yMinCode, std::optional<int> yMaxCode,
                       int bitDepth);
 
+/// A luma code in percent of its range: 0 is black, 100 is white.
+double percentOfCode(int code, bool fullRange, int bitDepth);
+
 /// The stretches of `fractions`, one a sample, that lie above `area`.
 std::vector<LevelRun> runs(const std::vector<double>& fractions, double rate, double area);
 

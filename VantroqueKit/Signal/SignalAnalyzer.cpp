@@ -5,6 +5,7 @@
 #include "Signal/LiveFrameReader.h"
 #include "Signal/LiveLogReader.h"
 #include "Signal/LivePreviewReader.h"
+#include "Signal/LogHeaders.h"
 #include "Signal/SignalLog.h"
 #include "Signal/SignalLogParser.h"
 #include "Signal/SignalPlan.h"
@@ -64,7 +65,14 @@ public:
     FFTool::Observer observer()
     {
         FFTool::Observer observer;
-        observer.stderrLine = [this](std::string_view line) { m_log.feed(line); };
+        // What comes first is the file's own tags and a first, empty round of results.
+        observer.stderrLine = [this](std::string_view line) {
+            if (m_headers.holds(line))
+                return;
+            m_isDecoding = m_isDecoding || line == "Stream mapping:";
+            if (m_isDecoding)
+                m_log.feed(line);
+        };
         if (m_hasVideo)
             observer.stdout = [this](std::string_view chunk) { m_frames.feed(chunk); };
         return observer;
@@ -81,6 +89,8 @@ public:
 
 private:
     LiveLogReader m_log;
+    LogHeaders m_headers; ///< This and the next of the thread that reads the log.
+    bool m_isDecoding = false;
     LiveFrameReader m_frames;
     bool m_hasVideo;
     std::jthread m_preview;
@@ -95,38 +105,92 @@ FFToolError failedRun(const FFTool::ToolOutput& output)
     return error;
 }
 
-/// Whether a run gave something that can be measured, however it ended.
+std::string_view view(const QByteArray& bytes)
+{
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+/// A part of the plan that ffmpeg cannot do for this file, or on this disk, by its own words.
+struct Refusal {
+    const char* words;
+    bool (*concerns)(const SignalPlan& plan);
+    void (*leaveOut)(SignalPlan& plan);
+};
+
+const std::vector<Refusal>& refusals()
+{
+    static const auto usesDisk = [](const SignalPlan& plan) {
+        // A scan of text that lacks frames would miss text, so it is not done without.
+        return (plan.hasBits() || plan.hasDetail()) && !plan.hasTextFrames();
+    };
+    static const auto leaveOutDisk = [](SignalPlan& plan) {
+        plan.leaveOutBits();
+        plan.leaveOutDetail();
+    };
+    static const std::vector<Refusal> all{
+        // Some formats have no luma plane that can be taken out.
+        {"could not choose their formats: Parsed_extractplanes",
+         [](const SignalPlan& plan) { return plan.hasBits(); },
+         [](SignalPlan& plan) { plan.leaveOutBits(); }},
+        // Loudness is defined for layouts, not for any number of channels.
+        {"Cannot select channel layout", [](const SignalPlan& plan) { return plan.hasLoudness(); },
+         [](SignalPlan& plan) { plan.leaveOutLoudness(); }},
+        // The picture changes its size, and detail is compared at one.
+        {"Error reinitializing filters!", [](const SignalPlan& plan) { return plan.hasDetail(); },
+         [](SignalPlan& plan) { plan.leaveOutDetail(); }},
+        {"No space left on device", usesDisk, leaveOutDisk},
+        {"File too large", usesDisk, leaveOutDisk},
+        {"av_interleaved_write_frame()", usesDisk, leaveOutDisk},
+    };
+    return all;
+}
+
+/// What ffmpeg gave up the whole graph over, if it did so over a part of it.
+const Refusal* refusal(const FFTool::ToolOutput& output)
+{
+    if (output.status == 0)
+        return nullptr;
+    const QByteArray log = LogHeaders::without(output.stderr);
+    for (const Refusal& each : refusals())
+        if (log.contains(each.words))
+            return &each;
+    return nullptr;
+}
+
+/// Whether ffmpeg was ended from outside, so that the rest of the file is missing.
+bool wasEnded(const FFTool::ToolOutput& output)
+{
+    constexpr int signals = 128;
+    return output.status > signals
+           && (output.status < 255 || output.stderr.contains("Exiting normally, received signal"));
+}
+
+/// Whether a run gave something that can be measured, however it ended. A file that ends in damage
+/// does as far as it goes; what was not decoded for another reason does not.
 bool counts(const FFTool::ToolOutput& output, const MediaInfo& media, const SignalLog& log)
 {
     constexpr qsizetype frameBytes = qsizetype{levelsWidth} * levelsHeight * 3;
     if (media.video && (output.stdout.isEmpty() || output.stdout.size() % frameBytes != 0))
         return false;
-    if (!media.video && media.audio && !log.hasSummary())
+    if (!media.video && media.audio && !log.hasSound())
         return false;
-    return output.status == 0 || log.hasSummary() || output.stderr.contains("Parsed_");
-}
-
-/// Some formats have no luma plane that can be taken out, and then ffmpeg refuses the whole graph.
-bool refusedBits(const FFTool::ToolOutput& output)
-{
-    return output.status != 0
-           && output.stderr.contains("could not choose their formats: Parsed_extractplanes");
+    const bool endsInDamage = refusal(output) == nullptr && !wasEnded(output);
+    return output.status == 0 || (endsInDamage && (log.hasSummary() || log.hasFilterLines()));
 }
 
 Result<FFTool::ToolOutput, FFToolError> decode(const fs::path& ffmpeg, SignalPlan& plan,
-                                               const FFTool::Observer& observer)
+                                               double timeout, const FFTool::Observer& observer)
 {
-    const FFTool::RunOptions options{.allowFailure = true, .observer = observer};
+    const FFTool::RunOptions options{
+        .allowFailure = true, .timeout = timeout, .observer = observer};
     auto output = TRY(FFTool::run(ffmpeg, plan.arguments(), options));
-    if (!plan.hasBits() || !refusedBits(output))
-        return output;
-    plan.leaveOutBits();
-    return FFTool::run(ffmpeg, plan.arguments(), options);
-}
-
-std::string_view view(const QByteArray& bytes)
-{
-    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+    const Refusal* refused = refusal(output);
+    while (refused != nullptr && refused->concerns(plan)) {
+        refused->leaveOut(plan);
+        output = TRY(FFTool::run(ffmpeg, plan.arguments(), options));
+        refused = refusal(output);
+    }
+    return output;
 }
 
 QByteArray sideFile(const fs::path& path)
@@ -135,18 +199,40 @@ QByteArray sideFile(const fs::path& path)
     return bytes ? *std::move(bytes) : QByteArray();
 }
 
-SideOutputs sideOutputs(const SignalPlan& plan, const Options& options, QByteArray dump)
+SideOutputs sideOutputs(const SignalPlan& plan, QByteArray dump)
 {
     SideOutputs outputs;
     outputs.levelsDump = std::move(dump);
     outputs.levelsRate = plan.levelsRate();
-    if (options.includeDetail) {
+    if (plan.hasDetail()) {
         outputs.halfStats = sideFile(plan.halfStats());
         outputs.quarterStats = sideFile(plan.quarterStats());
     }
     if (plan.hasBits())
         outputs.bitsDump = sideFile(plan.bitsDump());
     return outputs;
+}
+
+void dropSound(SignalInfo& info)
+{
+    info.integratedLKFS.reset();
+    info.loudnessRangeLU.reset();
+    info.truePeakDb.reset();
+    info.longestSilenceSeconds.reset();
+    info.headSilenceSeconds.reset();
+    info.audioIslands.reset();
+}
+
+/// The file by a name that cannot forge a line of the log: ffmpeg prints it in each complaint about
+/// damage, with its line breaks.
+FileUrl plainlyNamed(const FileUrl& url, const fs::path& scratch)
+{
+    if (url.path().native().find_first_of("\n\r") == std::string::npos)
+        return url;
+    const fs::path link = scratch / ("input." + url.extension().toStdString());
+    std::error_code problem;
+    fs::create_symlink(url.path(), link, problem);
+    return problem ? url : FileUrl::fromPath(link);
 }
 
 /// The preview only runs when its FIFO can be made.
@@ -166,10 +252,10 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
                                         const Options& asked, AnalysisProgress* progress)
 {
     const fs::path ffmpeg = TRY(FFTool::find("ffmpeg"));
-    MediaInfo source = media;
-    source.url = url;
     Options options = asked;
     const auto scratch = ScratchFolder::make();
+    MediaInfo source = media;
+    source.url = scratch ? plainlyNamed(url, scratch->path()) : url;
     // Without a place for side files, what needs none is still measured.
     options.includeDetail = options.includeDetail && scratch.has_value();
     const fs::path folder = scratch ? scratch->path() : fs::path();
@@ -189,7 +275,8 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
         progress->set(AnalysisProgress::Stage::decoding);
         display.emplace(*progress, source, plan);
     }
-    auto output = decode(ffmpeg, plan, display ? display->observer() : FFTool::Observer());
+    auto output =
+        decode(ffmpeg, plan, options.timeout, display ? display->observer() : FFTool::Observer());
     if (display)
         display->finish();
     if (!output)
@@ -199,12 +286,13 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     if (!counts(*output, source, log))
         return tl::unexpected(failedRun(*output));
     SignalInfo info = parse(log, media.durationSeconds);
-    SideOutputs outputs = sideOutputs(plan, options, std::move(output->stdout));
+    SideOutputs outputs = sideOutputs(plan, std::move(output->stdout));
+    // ffmpeg sums up also what it decoded no sample of, as silence.
+    if (media.audio && !log.hasSound())
+        dropSound(info);
     if (isDeep(source))
         if (const auto sample = SparseSample::take(ffmpeg, source)) {
-            const auto bars =
-                parse(SignalLog(view(sample->log)), media.durationSeconds).activePicture;
-            info.activePicture = bars ? bars : info.activePicture;
+            info.activePicture = SignalLog(view(sample->log)).activePicture();
             if (!sample->bits.isEmpty())
                 outputs.bitsDump = sample->bits;
         }

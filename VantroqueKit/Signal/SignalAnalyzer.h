@@ -32,7 +32,8 @@ private:
 struct Options {
     bool includeDetail = false; ///< Measure how well the picture survives half and quarter size.
     std::optional<TextFrameRequest> textFrames;
-    std::optional<int> previewWidth; ///< Pixels; asks for pictures to show meanwhile.
+    std::optional<int> previewWidth;         ///< Pixels; asks for pictures to show meanwhile.
+    double timeout = FFTool::defaultTimeout; ///< Seconds.
 };
 
 /// The raw picture dump: 8-bit planar 4:4:4 of this size.

@@ -1,6 +1,7 @@
 #include "Signal/SignalLog.h"
 
 #include "Base/Numbers.h"
+#include "Signal/LogHeaders.h"
 
 #include <algorithm>
 #include <array>
@@ -68,33 +69,11 @@ void keep(std::vector<double>& list, const std::optional<double>& value)
         list.push_back(*value);
 }
 
-/// Cuts the headers of inputs and outputs out of the lines: they hold the file's name and tags.
-class HeaderFilter {
-public:
-    bool isHeader(std::string_view line)
-    {
-        if (line.starts_with("Input #") || line.starts_with("Output #")) {
-            m_inHeader = m_aheadOfStreams = true;
-            return true;
-        }
-        if (!m_inHeader)
-            return false;
-        // The file's name and the keys of tags are printed with their line feeds.
-        m_aheadOfStreams = m_aheadOfStreams && !line.starts_with("  Stream #");
-        m_inHeader = m_aheadOfStreams || line.starts_with("  ");
-        return m_inHeader;
-    }
-
-private:
-    bool m_inHeader = false;
-    bool m_aheadOfStreams = false;
-};
-
 } // namespace
 
 SignalLog::SignalLog(std::string_view log)
 {
-    HeaderFilter headers;
+    LogHeaders headers;
     bool isDecoding = false;
     for (std::size_t at = 0; at < log.size();) {
         const std::size_t end = std::min(log.find('\n', at), log.size());
@@ -102,8 +81,7 @@ SignalLog::SignalLog(std::string_view log)
         at = end + 1;
         if (line.ends_with('\r'))
             line.remove_suffix(1);
-        // Complaints about a damaged file begin with its path.
-        if (headers.isHeader(line) || line.starts_with('/'))
+        if (headers.holds(line))
             continue;
         if (line == "Stream mapping:") {
             *this = SignalLog();
@@ -128,6 +106,7 @@ std::optional<CropRect> SignalLog::activePicture() const
 
 void SignalLog::readLine(std::string_view line)
 {
+    m_hasFilterLines = m_hasFilterLines || line.starts_with("[Parsed_");
     if (const auto metadata = behind(line, "lavfi.")) {
         readMetadata(*metadata);
         return;

@@ -56,7 +56,11 @@ public:
         std::vector<float> peak;
     };
 
+    /// Some filter said something.
+    bool hasFilterLines() const { return m_hasFilterLines; }
     bool hasSummary() const { return m_hasSummary; }
+    /// Some sample of sound was decoded: every window of it is measured.
+    bool hasSound() const { return !m_levelWindows.empty(); }
     const std::string& summary() const { return m_summary; } ///< Of the loudness; the last one.
     bool hasSilenceDetector() const { return m_hasSilenceDetector; }
     const std::vector<double>& silenceStarts() const { return m_silenceStarts; }
@@ -93,6 +97,7 @@ private:
 
     using Rectangle = std::tuple<int, int, int, int>;
 
+    bool m_hasFilterLines = false;
     bool m_hasSummary = false;
     bool m_inSummary = false;
     std::string m_summary;

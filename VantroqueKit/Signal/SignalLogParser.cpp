@@ -9,8 +9,9 @@
 #include "Signal/SignalAnalyzer.h"
 #include "Signal/SignalMatches.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
-#include <cmath>
 
 namespace vantroque::SignalAnalyzer {
 
@@ -122,35 +123,52 @@ std::optional<double> interlacedRatio(const SignalLog& log)
     return all > 0 ? std::optional(combed / all) : std::nullopt;
 }
 
+/// Whether ffmpeg's signalstats takes the pixel format as it is. RGB, alpha and packed formats are
+/// converted ahead of it.
+bool hasOwnStatistics(const VideoStreamInfo& video)
+{
+    static const QRegularExpression taken(
+        u"^yuv(j?4(20|22|44|11|40)p|4(20|22|44)p(9|10|12|14|16)(le|be))$"_s);
+    return taken.match(video.pixFmt).hasMatch();
+}
+
+/// The depth of the codes in the full-frame statistics. The log tells the bits in use and not the
+/// depth: a black first frame has one. What is converted and deeper than 8 bits becomes 16.
+int statisticsDepth(const VideoStreamInfo& video, const SignalLog& log)
+{
+    const int depth = std::max(video.bitDepth.value_or(8), 8);
+    if (depth > 8 && !hasOwnStatistics(video))
+        return 16;
+    return std::max(depth, log.firstLumaBits().value_or(depth));
+}
+
 /// The full-frame statistics keep the codes of a full-range picture only where nothing has scaled
 /// it: a narrow picture, and the formats whose very name says full range. The dump never does.
-std::optional<int> inVideoRange(const std::optional<int>& code, const VideoStreamInfo& video,
-                                int bitDepth)
+bool keepsFullRange(const VideoStreamInfo& video)
 {
-    const bool isFull = video.isFullRange().value_or(false)
-                        && (video.width <= 640 || video.pixFmt.startsWith("yuvj"_L1));
-    if (!code || !isFull)
-        return code;
-    const double scale = std::exp2(bitDepth - 8);
-    return static_cast<int>(
-        Numbers::roundedToInt(16 * scale + *code * 219 * scale / (std::exp2(bitDepth) - 1)));
+    return video.isFullRange().value_or(false) && hasOwnStatistics(video)
+           && (video.width <= 640 || video.pixFmt.startsWith("yuvj"_L1));
 }
 
 void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& media,
                    const SideOutputs& outputs)
 {
     const VideoStreamInfo& video = *media.video;
-    // The log tells the bits in use and not the depth: a black first frame has one.
-    const int bitDepth = std::max({log.firstLumaBits().value_or(8), video.bitDepth.value_or(8), 8});
+    const int bitDepth = statisticsDepth(video, log);
     CadenceAnalyzer::Input input;
     const auto frames =
         RawFrames::make(outputs.levelsDump, levelsWidth, levelsHeight, outputs.levelsRate);
     if (frames) {
         const auto resolved = resolveColorMatrix(video.colorSpace, video.height);
-        info.levels =
-            LevelsAnalyzer::measure(*frames, resolved.matrix, resolved.assumed, false,
-                                    inVideoRange(log.lowestLuma(), video, bitDepth),
-                                    inVideoRange(log.highestLuma(), video, bitDepth), bitDepth);
+        info.levels = LevelsAnalyzer::measure(*frames, resolved.matrix, resolved.assumed, false,
+                                              log.lowestLuma(), log.highestLuma(), bitDepth);
+        if (keepsFullRange(video)) {
+            const auto percent = [bitDepth](int code) {
+                return LevelsAnalyzer::percentOfCode(code, true, bitDepth);
+            };
+            info.levels->yMinPercent = percent(log.lowestLuma().value_or(0));
+            info.levels->yMaxPercent = log.highestLuma() ? percent(*log.highestLuma()) : 100;
+        }
         info.levels->fullRange = video.isFullRange().value_or(false);
         input.stillSpans = StillPassages::spans(*frames);
     }

@@ -75,7 +75,7 @@ double levelsSampleRate(double duration)
 
 std::optional<PictureSize> previewSize(const MediaInfo& media, const Options& options)
 {
-    if (!options.previewWidth || !media.video || media.video->width < 1 || media.video->height < 1)
+    if (!options.previewWidth || !media.video || media.video->width < 2 || media.video->height < 1)
         return std::nullopt;
     const double width = media.video->width;
     const int previewWidth = downToEven(std::min(media.video->width, *options.previewWidth));
@@ -90,7 +90,8 @@ SignalPlan::SignalPlan(const MediaInfo& media, Options options, fs::path scratch
       m_options(std::move(options)),
       m_scratch(std::move(scratch)),
       m_preview(preview),
-      m_hasBits(media.video && media.video->bitDepth.value_or(8) > 8)
+      m_hasBits(media.video && media.video->bitDepth.value_or(8) > 8),
+      m_hasLoudness(media.audio.has_value())
 {
 }
 
@@ -185,8 +186,10 @@ void SignalPlan::addAudioChains(std::vector<std::string>& chains) const
     chains.emplace_back("[alevels]asetnsamples=n=4800,astats=metadata=1:reset=1:measure_overall="
                         "none:measure_perchannel=RMS_level+Peak_level,ametadata=mode=print"
                         "[levelsout]");
-    chains.emplace_back("[amain]astats=measure_overall=none:measure_perchannel=RMS_level+Peak_level"
-                        "+Bit_depth,ebur128=peak=true,silencedetect=n=-50dB:d=0.5[aout]");
+    chains.push_back(
+        std::string("[amain]astats=measure_overall=none:measure_perchannel=RMS_level+Peak_level"
+                    "+Bit_depth,")
+        + (m_hasLoudness ? "ebur128=peak=true," : "") + "silencedetect=n=-50dB:d=0.5[aout]");
     if (hasPhase)
         chains.emplace_back(
             "[aphase]pan=stereo|c0=c0|c1=c1,asetnsamples=n=4800,aphasemeter=video=0,"

@@ -30,10 +30,19 @@ public:
     std::string graph() const;
     std::vector<std::string> arguments() const;
 
-    /// The sample of the bits in use, for pictures of more than 8 bits. ffmpeg refuses the whole
-    /// graph over it for some formats, and then it is left out.
+    // ffmpeg gives up the whole graph over a part that it cannot do for some file, and then that
+    // part is left out.
+
+    /// The sample of the bits in use, for pictures of more than 8 bits.
     bool hasBits() const { return m_hasBits; }
     void leaveOutBits() { m_hasBits = false; }
+    /// The estimate of detail.
+    bool hasDetail() const { return m_options.includeDetail; }
+    void leaveOutDetail() { m_options.includeDetail = false; }
+    /// Loudness and true peak.
+    bool hasLoudness() const { return m_hasLoudness; }
+    void leaveOutLoudness() { m_hasLoudness = false; }
+    bool hasTextFrames() const { return m_options.textFrames.has_value(); }
 
     const std::optional<PictureSize>& preview() const { return m_preview; }
     std::filesystem::path halfStats() const { return m_scratch / "half.txt"; }
@@ -54,6 +63,7 @@ private:
     std::filesystem::path m_scratch;
     std::optional<PictureSize> m_preview;
     bool m_hasBits;
+    bool m_hasLoudness;
 };
 
 } // namespace vantroque::SignalAnalyzer

@@ -17,15 +17,14 @@ std::string text(int number)
     return QByteArray::number(number).toStdString();
 }
 
-/// Spread over the file, each in the middle of its share.
+/// The head, which is there whatever the header claims of the duration, then places spread over the
+/// file.
 std::vector<double> places(double duration)
 {
     const auto count = static_cast<int>(
         std::clamp<std::int64_t>(Numbers::truncatedToInt(duration), 1, mostPlaces));
-    if (count == 1)
-        return {0};
-    std::vector<double> seconds;
-    for (int i = 0; i < count; ++i)
+    std::vector<double> seconds{0};
+    for (int i = 1; i < count; ++i)
         seconds.push_back(duration * (i + 0.5) / count);
     return seconds;
 }

@@ -63,7 +63,12 @@ Result<void> writeFrame(const FileUrl& media, double time, const fs::path& outpu
                  "-compression_level",
                  "1"};
     after.push_back(image.native());
-    TRY(run({"-y"}, media, time, after));
+    if (auto ran = run({"-y"}, media, time, after); !ran) {
+        FFToolError error = std::move(ran.error());
+        error.stderr.replace(QString::fromStdString(image.native()),
+                             QString::fromStdString(output.native()));
+        return tl::unexpected(Error(error));
+    }
     std::error_code error;
     if (!fs::exists(image, error))
         return tl::unexpected(Error(noFrame()));

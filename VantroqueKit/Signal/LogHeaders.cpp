@@ -1,0 +1,30 @@
+#include "Signal/LogHeaders.h"
+
+namespace vantroque {
+
+bool LogHeaders::holds(std::string_view line)
+{
+    if (line.starts_with("Input #") || line.starts_with("Output #")) {
+        m_inHeader = m_aheadOfStreams = true;
+        return true;
+    }
+    // Complaints about a damaged file begin with its path.
+    if (!m_inHeader)
+        return line.starts_with('/');
+    // The file's name and the keys of tags are printed with their line feeds.
+    m_aheadOfStreams = m_aheadOfStreams && !line.starts_with("  Stream #");
+    m_inHeader = m_aheadOfStreams || line.starts_with("  ");
+    return m_inHeader;
+}
+
+QByteArray LogHeaders::without(const QByteArray& log)
+{
+    LogHeaders headers;
+    QByteArray rest;
+    for (const QByteArray& line : log.split('\n'))
+        if (!headers.holds({line.constData(), static_cast<std::size_t>(line.size())}))
+            rest.append(line).append('\n');
+    return rest;
+}
+
+} // namespace vantroque
