@@ -57,13 +57,13 @@ TEST(BitsRow, AnUnmeasuredPictureStatesItsFormat)
 
 TEST(BitsRow, OnlyMeasuredPCMIsStated)
 {
-    std::vector<MediaInfo> medias(5, deep());
-    medias[0].audio->codec = u"aac"_s;
-    medias[1].audio->bitDepth.reset();
-    medias[2].signal->channelLevels.reset();
-    medias[3].signal->channelLevels = {{-99, -99, 0}, {}};
-    medias[4].audio.reset();
-    for (const MediaInfo& media : medias)
+    std::vector<MediaInfo> files(5, deep());
+    files[0].audio->codec = u"aac"_s;
+    files[1].audio->bitDepth.reset();
+    files[2].signal->channelLevels.reset();
+    files[3].signal->channelLevels = {{-99, -99, 0}, {}};
+    files[4].audio.reset();
+    for (const MediaInfo& media : files)
         EXPECT_EQ(bits(media), u"10-bit picture"_s);
 }
 

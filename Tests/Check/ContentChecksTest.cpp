@@ -175,12 +175,12 @@ TEST(ContentChecks, TheLayoutLearnsTheFilesNameLengthAndSound)
 
 TEST(ContentChecks, ARequiredLeaderThatCannotBeCountedIsOnlyLookedFor)
 {
-    std::vector<MediaInfo> medias(4, withGap(5, 7));
-    medias[0].video->isVFR = true;
-    medias[1].video->nominalFrameRate = 1;
-    medias[2].video.reset();
-    medias[3].signal->blackRuns.reset();
-    for (const MediaInfo& media : medias)
+    std::vector<MediaInfo> files(4, withGap(5, 7));
+    files[0].video->isVFR = true;
+    files[1].video->nominalFrameRate = 1;
+    files[2].video.reset();
+    files[3].signal->blackRuns.reset();
+    for (const MediaInfo& media : files)
         EXPECT_THAT(
             contentRows(leader(SlatePolicy::required), media),
             ElementsAre(row("slate", "Slate and leader", Verdict::warn,

@@ -66,13 +66,13 @@ TEST(SignalReport, WithoutAnyOfItsMeasurementsThereIsNoSection)
 
 TEST(SignalReport, OneMeasurementMakesASection)
 {
-    std::vector<MediaInfo> medias(4, measuredSpot());
-    medias[0].signal->levels = PictureLevels{};
-    medias[1].signal->cadence = FrameCadence{};
-    medias[2].signal->phase = StereoPhase{};
-    medias[3].signal->channelLevels = std::vector<ChannelLevel>{};
+    std::vector<MediaInfo> files(4, measuredSpot());
+    files[0].signal->levels = PictureLevels{};
+    files[1].signal->cadence = FrameCadence{};
+    files[2].signal->phase = StereoPhase{};
+    files[3].signal->channelLevels = std::vector<ChannelLevel>{};
     std::vector<std::optional<QString>> summaries;
-    for (const MediaInfo& media : medias) {
+    for (const MediaInfo& media : files) {
         ASSERT_TRUE(section(media, 0));
         summaries.push_back(section(media, 0)->passedSummary);
     }

@@ -20,7 +20,8 @@ std::optional<TimeSpan> lonePopIsland(const SignalInfo& signal, double leaderEnd
     if (islands.size() != 1)
         return std::nullopt;
 
-    // The log gives times to 10 microseconds, and a tone that starts at zero is heard a sample late.
+    // The log gives times to 10 microseconds, and a tone that starts at zero is heard a sample
+    // late.
     constexpr double logSlack = 0.0001;
     const TimeSpan& island = islands.front();
     const double offset = std::abs(island.start - (leaderEnd - 2));
