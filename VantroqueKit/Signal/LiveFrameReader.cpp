@@ -39,6 +39,13 @@ void LiveFrameReader::feed(std::string_view data)
     m_pending.erase(0, used);
 }
 
+void LiveFrameReader::restart()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_pending.clear();
+    m_index = 0;
+}
+
 AnalysisProgress::FrameSample LiveFrameReader::sample(ScopeFrame frame, double time)
 {
     std::array<std::size_t, 256> histogram{};

@@ -37,6 +37,8 @@ public:
 
     /// A chunk of any length.
     void feed(std::string_view data);
+    /// The stream begins anew; what is left of a frame is dropped.
+    void restart();
 
     /// A frame with its luma statistics.
     static AnalysisProgress::FrameSample sample(ScopeFrame frame, double time);

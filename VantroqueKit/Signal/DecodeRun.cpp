@@ -1,0 +1,101 @@
+#include "Signal/DecodeRun.h"
+
+#include "Signal/LogHeaders.h"
+
+#include <vector>
+
+namespace vantroque::DecodeRun {
+
+using SignalAnalyzer::SignalPlan;
+
+namespace {
+
+/// A part of the plan that ffmpeg cannot do for this file, or on this disk, by its own words.
+struct Refusal {
+    const char* words;
+    bool (*concerns)(const SignalPlan& plan);
+    void (*leaveOut)(SignalPlan& plan);
+};
+
+const std::vector<Refusal>& refusals()
+{
+    static const auto usesDisk = [](const SignalPlan& plan) {
+        // A scan of text that lacks frames would miss text, so it is not done without.
+        return (plan.hasBits() || plan.hasDetail()) && !plan.hasTextFrames();
+    };
+    static const auto leaveOutDisk = [](SignalPlan& plan) {
+        plan.leaveOutBits();
+        plan.leaveOutDetail();
+    };
+    static const std::vector<Refusal> all{
+        // Some formats have no luma plane that can be taken out.
+        {"could not choose their formats: Parsed_extractplanes",
+         [](const SignalPlan& plan) { return plan.hasBits(); },
+         [](SignalPlan& plan) { plan.leaveOutBits(); }},
+        // Loudness is defined for layouts, not for any number of channels.
+        {"Cannot select channel layout", [](const SignalPlan& plan) { return plan.hasLoudness(); },
+         [](SignalPlan& plan) { plan.leaveOutLoudness(); }},
+        // The picture changes its size, and detail is compared at one.
+        {"Error reinitializing filters!", [](const SignalPlan& plan) { return plan.hasDetail(); },
+         [](SignalPlan& plan) { plan.leaveOutDetail(); }},
+        {"No space left on device", usesDisk, leaveOutDisk},
+        {"File too large", usesDisk, leaveOutDisk},
+        {"av_interleaved_write_frame()", usesDisk, leaveOutDisk},
+    };
+    return all;
+}
+
+/// What ffmpeg gave up the whole graph over, if it did so over a part of it.
+const Refusal* refusal(const FFTool::ToolOutput& output)
+{
+    if (output.status == 0)
+        return nullptr;
+    const QByteArray log = LogHeaders::without(output.stderr);
+    for (const Refusal& each : refusals())
+        if (log.contains(each.words))
+            return &each;
+    return nullptr;
+}
+
+/// Whether ffmpeg was ended from outside, so that the rest of the file is missing.
+bool wasEnded(const FFTool::ToolOutput& output)
+{
+    constexpr int signals = 128;
+    return output.status > signals
+           && (output.status < 255 || output.stderr.contains("Exiting normally, received signal"));
+}
+
+} // namespace
+
+bool counts(const FFTool::ToolOutput& output, const MediaInfo& media, const SignalLog& log)
+{
+    constexpr qsizetype frameBytes =
+        qsizetype{SignalAnalyzer::levelsWidth} * SignalAnalyzer::levelsHeight * 3;
+    if (media.video && (output.stdout.isEmpty() || output.stdout.size() % frameBytes != 0))
+        return false;
+    if (!media.video && media.audio && !log.hasSound())
+        return false;
+    const bool endsInDamage = refusal(output) == nullptr && !wasEnded(output);
+    return output.status == 0 || (endsInDamage && (log.hasSummary() || log.hasFilterLines()));
+}
+
+Result<FFTool::ToolOutput, FFToolError> run(const std::filesystem::path& ffmpeg, SignalPlan& plan,
+                                            double timeout, SignalAnalyzer::LiveDisplay* display)
+{
+    const FFTool::RunOptions options{.allowFailure = true,
+                                     .timeout = timeout,
+                                     .observer =
+                                         display ? display->observer() : FFTool::Observer()};
+    auto output = TRY(FFTool::run(ffmpeg, plan.arguments(), options));
+    const Refusal* refused = refusal(output);
+    while (refused != nullptr && refused->concerns(plan)) {
+        refused->leaveOut(plan);
+        if (display != nullptr)
+            display->restart();
+        output = TRY(FFTool::run(ffmpeg, plan.arguments(), options));
+        refused = refusal(output);
+    }
+    return output;
+}
+
+} // namespace vantroque::DecodeRun
