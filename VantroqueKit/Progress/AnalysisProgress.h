@@ -109,7 +109,7 @@ public:
 
     /// How many frames will be read for text, and how many picture frames apart they are.
     void expectText(int frames, int step);
-    /// `seconds` is what one reading took, if there was one; `lines` all lines seen so far.
+    /// `seconds` is what one reading took, if there was one; `lines` are those in its frame.
     void noteTextFrames(int read, int extracted, std::optional<double> seconds, int lines);
     void startTextEdges(int units);
     void noteTextEdgeUnit();

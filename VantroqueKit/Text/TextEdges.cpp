@@ -1,0 +1,105 @@
+// When exactly a text came and went: a few single frames around the samples are looked at.
+
+#include "Base/Numbers.h"
+#include "Base/ScratchFolder.h"
+#include "Text/TextPlacement.h"
+#include "Text/TextPlacementReader.h"
+
+#include <algorithm>
+#include <atomic>
+#include <bit>
+#include <thread>
+
+namespace vantroque::TextPlacementReader {
+
+namespace {
+
+/// What the search for one region's edges costs at most: two exports, and on each side a binary
+/// search over the frames between two samples.
+int searchUnits(double interval, double frameRate)
+{
+    const auto frames = std::max<std::int64_t>(Numbers::roundedToInt(interval * frameRate), 1);
+    // The bits of n are ceil(log2(n + 1)).
+    return 2 * static_cast<int>(std::bit_width(static_cast<std::uint64_t>(frames))) + 2;
+}
+
+/// Whether text that fills a good part of the picture stands in the file's frame.
+bool holdsText(const std::filesystem::path& file, TextRecognizer& recognizer)
+{
+    constexpr double narrowest = 0.25;
+    const auto boxes = detectBoxes(QImage(QString::fromStdString(file.native())), recognizer,
+                                   TextRecognizer::Subject::crop);
+    return std::ranges::any_of(boxes, [](const TextSample::Box& box) {
+        return !Numbers::below(box.rect.width, narrowest);
+    });
+}
+
+std::vector<double> times(const std::vector<Frame>& frames)
+{
+    std::vector<double> list;
+    for (const Frame& frame : frames)
+        list.push_back(frame.time);
+    return list;
+}
+
+TextRegion refined(const TextRegion& region, const MediaInfo& media, double interval,
+                   TextRecognizer& recognizer, const std::function<void()>& noteUnit)
+{
+    const auto scratch = ScratchFolder::make();
+    if (!scratch)
+        return region;
+    const double before = std::max(region.start - interval, 0.0);
+    const double after = std::min(region.end + interval, media.durationSeconds);
+    auto all =
+        frames(media, before, region.start - before, region.rect(), scratch->path() / "head");
+    noteUnit();
+    const std::vector<double> head = times(all);
+    const auto behind =
+        frames(media, region.end, after - region.end, region.rect(), scratch->path() / "tail");
+    noteUnit();
+    all.insert(all.end(), behind.begin(), behind.end());
+    return TextPlacement::narrowed(region, head, times(behind), [&](double time) {
+        noteUnit();
+        const auto frame = std::ranges::find(all, time, &Frame::time);
+        return frame != all.end() && holdsText(frame->file, recognizer);
+    });
+}
+
+} // namespace
+
+std::vector<TextRegion> narrowEdges(std::vector<TextRegion> regions, const MediaInfo& media,
+                                    double interval, RecognizerPool& recognizers,
+                                    AnalysisProgress* progress)
+{
+    const std::size_t count = std::min(regions.size(), edgeRefinementLimit);
+    if (count == 0 || media.durationSeconds <= 0 || interval <= 0 || !FFTool::find("ffmpeg"))
+        return regions;
+    if (progress != nullptr)
+        progress->startTextEdges(static_cast<int>(count)
+                                 * searchUnits(interval, media.video->nominalFrameRate));
+    const auto noteUnit = [progress] {
+        if (progress != nullptr)
+            progress->noteTextEdgeUnit();
+    };
+    std::atomic<std::size_t> next = 0;
+    const auto work = [&] {
+        const auto recognizer = recognizers.take();
+        for (std::size_t i = 0; recognizer && (i = next++) < count;) {
+            (*recognizer)->forget();
+            regions[i] = refined(regions[i], media, interval, **recognizer, noteUnit);
+        }
+    };
+    {
+        std::vector<std::jthread> helpers;
+        const std::size_t threads =
+            std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, count);
+        for (std::size_t i = 1; i < threads; ++i)
+            helpers.emplace_back(work);
+        work();
+    }
+    if (progress != nullptr)
+        progress->finishTextEdges();
+    return TextPlacement::fold(regions);
+}
+
+} // namespace vantroque::TextPlacementReader

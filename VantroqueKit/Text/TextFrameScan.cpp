@@ -1,0 +1,100 @@
+#include "Text/TextFrameScan.h"
+
+#include "Base/Numbers.h"
+#include "Text/TextPlacement.h"
+
+#include <cmath>
+
+namespace vantroque {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool isThere(const fs::path& file)
+{
+    std::error_code error;
+    return fs::exists(file, error);
+}
+
+double usable(double sourceRate)
+{
+    constexpr double usual = 25;
+    return sourceRate > 0 ? sourceRate : usual;
+}
+
+} // namespace
+
+TextFrameScan::TextFrameScan(SignalAnalyzer::TextFrameRequest request, const MediaInfo& media,
+                             RecognizerPool& recognizers, AnalysisProgress* progress)
+    : m_request(std::move(request)),
+      m_media(media),
+      m_recognizers(recognizers),
+      m_progress(progress)
+{
+    const double frames = media.durationSeconds * m_request.sourceRate;
+    if (m_progress != nullptr && media.durationSeconds > 0 && m_request.sourceRate > 0)
+        m_progress->expectText(
+            static_cast<int>(std::min(std::ceil(frames / m_request.step()), 1e9)),
+            m_request.step());
+}
+
+void TextFrameScan::start()
+{
+    if (!m_worker.joinable())
+        m_worker = std::jthread([this](const std::stop_token& stop) { work(stop); });
+}
+
+std::optional<std::vector<TextRegion>> TextFrameScan::finish()
+{
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_decodeFinished = true;
+    }
+    m_wake.notify_all();
+    start();
+    m_worker.join();
+    if (m_samples.empty())
+        return std::nullopt;
+    const double interval = m_request.step() / usable(m_request.sourceRate);
+    return TextPlacementReader::narrowEdges(TextPlacement::track(std::move(m_samples)), m_media,
+                                            interval, m_recognizers, m_progress);
+}
+
+void TextFrameScan::work(const std::stop_token& stop)
+{
+    const auto recognizer = m_recognizers.take();
+    for (int frame = 1; waitFor(frame, stop); ++frame) {
+        if (recognizer)
+            readFrame(frame, **recognizer);
+        // From here on it only takes room: the frames of a film fill many gigabytes.
+        std::error_code ignored;
+        fs::remove(m_request.path(frame), ignored);
+    }
+}
+
+/// Until the frame is whole, which the next one proves, or no more will come. Whether it is there.
+bool TextFrameScan::waitFor(int frame, const std::stop_token& stop)
+{
+    constexpr std::chrono::milliseconds pause{40};
+    std::unique_lock lock(m_mutex);
+    while (!m_decodeFinished && !stop.stop_requested() && !isThere(m_request.path(frame + 1)))
+        m_wake.wait_for(lock, stop, pause, [this] { return m_decodeFinished; });
+    return !stop.stop_requested() && isThere(m_request.path(frame));
+}
+
+void TextFrameScan::readFrame(int frame, TextRecognizer& recognizer)
+{
+    const fs::path file = m_request.path(frame);
+    const auto started = std::chrono::steady_clock::now();
+    TextSample sample{m_request.time(frame), TextPlacementReader::detectBoxes(
+                                                 QImage(QString::fromStdString(file.native())),
+                                                 recognizer, TextRecognizer::Subject::frame)};
+    const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - started;
+    const int lines = static_cast<int>(TextPlacement::mergeLines(sample.boxes).size());
+    m_samples.push_back(std::move(sample));
+    if (m_progress != nullptr)
+        m_progress->noteTextFrames(frame, frame, spent.count(), lines);
+}
+
+} // namespace vantroque

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Text/TextPlacementReader.h"
+
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+namespace vantroque {
+
+/// Reads the frames that a decode writes as picture files while it still writes them, on a thread
+/// of its own. One file: made, started, worked on, finished once. A value that ends unfinished
+/// stops its worker after the frame at hand.
+class TextFrameScan {
+public:
+    /// `media`, the recognizers and the progress, which may be null, outlive this object.
+    TextFrameScan(SignalAnalyzer::TextFrameRequest request, const MediaInfo& media,
+                  RecognizerPool& recognizers, AnalysisProgress* progress);
+    TextFrameScan(const TextFrameScan&) = delete;
+    TextFrameScan& operator=(const TextFrameScan&) = delete;
+
+    /// Begins to read; a second call does nothing.
+    void start();
+    /// To be called when the last frame is written: waits for the reading of the rest. The regions
+    /// of held text, to the frame, sorted by start; nothing when no frame could be read.
+    std::optional<std::vector<TextRegion>> finish();
+
+private:
+    void work(const std::stop_token& stop);
+    bool waitFor(int frame, const std::stop_token& stop);
+    void readFrame(int frame, TextRecognizer& recognizer);
+
+    const SignalAnalyzer::TextFrameRequest m_request;
+    const MediaInfo& m_media;
+    RecognizerPool& m_recognizers;
+    AnalysisProgress* const m_progress;
+    std::mutex m_mutex; ///< Guards the flag.
+    bool m_decodeFinished = false;
+    std::condition_variable_any m_wake;
+    std::vector<TextSample> m_samples; ///< In frame order; the worker's until it has ended.
+    std::jthread m_worker;             ///< Ends first.
+};
+
+} // namespace vantroque

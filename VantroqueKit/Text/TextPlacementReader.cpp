@@ -1,0 +1,147 @@
+#include "Text/TextPlacementReader.h"
+
+#include "Base/Numbers.h"
+#include "Base/ScratchFolder.h"
+#include "Text/TextFrameScan.h"
+
+#include <algorithm>
+
+namespace vantroque::TextPlacementReader {
+
+namespace fs = std::filesystem;
+using Arguments = std::vector<std::string>;
+
+namespace {
+
+/// A frame that takes longer counts as one without text.
+constexpr std::chrono::seconds longestReading{5};
+
+bool holdsLetterOrDigit(const QString& text)
+{
+    for (const char32_t character : text.toUcs4())
+        if (QChar::isLetterOrNumber(character))
+            return true;
+    return false;
+}
+
+/// What a recognizer finds, or nothing when it fails in whatever way.
+std::vector<RecognizedLine> linesIn(const QImage& picture, TextRecognizer& recognizer,
+                                    TextRecognizer::Subject subject)
+{
+    const auto deadline = std::chrono::steady_clock::now() + longestReading;
+    try {
+        auto lines = recognizer.recognize(picture, subject, deadline);
+        return lines ? *std::move(lines) : std::vector<RecognizedLine>();
+    } catch (const std::exception&) {
+        return {};
+    }
+}
+
+/// ffmpeg's arguments up to the input, whose picture stays as it is stored: that is what sizes and
+/// boxes speak of.
+Arguments reading(const MediaInfo& media, const Arguments& place)
+{
+    Arguments list{"-hide_banner", "-loglevel", "error", "-y"};
+    if (media.video->rotation.value_or(0) != 0)
+        list.emplace_back("-noautorotate");
+    list.insert(list.end(), place.begin(), place.end());
+    list.insert(list.end(), {"-i", media.url.path().native()});
+    // ffmpeg itself takes the first picture that is no cover.
+    if (media.video->specifier() != "v:0")
+        list.insert(list.end(), {"-map", "0:" + media.video->specifier()});
+    return list;
+}
+
+void add(Arguments& list, std::initializer_list<std::string> more)
+{
+    list.insert(list.end(), more);
+}
+
+std::string fixed(double value, int decimals)
+{
+    return Numbers::fixed(value, decimals).toStdString();
+}
+
+} // namespace
+
+double sampleRate(double duration)
+{
+    constexpr double longFile = 120;
+    return Numbers::above(duration, longFile) ? 1.0 : 2.0;
+}
+
+SignalAnalyzer::TextFrameRequest request(const MediaInfo& media, const fs::path& directory)
+{
+    constexpr int maxWidth = 960;
+    return {directory, sampleRate(media.durationSeconds), media.video->nominalFrameRate, maxWidth};
+}
+
+std::vector<TextSample::Box> detectBoxes(const QImage& picture, TextRecognizer& recognizer,
+                                         TextRecognizer::Subject subject)
+{
+    const auto pixels = InkExtent::Pixels::from(picture);
+    if (!pixels)
+        return {};
+    std::vector<TextSample::Box> boxes;
+    for (const RecognizedLine& line : linesIn(picture, recognizer, subject)) {
+        const NormalizedRect rect = line.box.grown(0);
+        if (!holdsLetterOrDigit(line.text) || rect.width <= 0 || rect.height <= 0)
+            continue;
+        boxes.push_back({InkExtent::refine(rect, *pixels).value_or(rect), line.text});
+    }
+    return boxes;
+}
+
+std::vector<Frame> frames(const MediaInfo& media, double from, double span,
+                          const NormalizedRect& crop, const fs::path& directory)
+{
+    constexpr double shortest = 0.0001;
+    constexpr double around = 0.01;
+    const auto ffmpeg = FFTool::find("ffmpeg");
+    std::error_code error;
+    if (span <= shortest || !ffmpeg || !fs::create_directories(directory, error))
+        return {};
+    const NormalizedRect part = crop.grown(around);
+    // Rounded down, since ffmpeg begins with the first frame that is not before this time.
+    const double start = std::floor(from * 1e4 + 1e-6) / 1e4;
+    Arguments arguments = reading(media, {"-ss", fixed(start, 4)});
+    add(arguments, {"-t", fixed(span, 4), "-vf",
+                    "crop=iw*" + fixed(part.width, 6) + ":ih*" + fixed(part.height, 6) + ":iw*"
+                        + fixed(part.x, 6) + ":ih*" + fixed(part.y, 6) + ",scale='min(320,iw)':-2",
+                    "-pix_fmt", "rgb24", "-compression_level", "1", "-f", "image2",
+                    (directory / "%05d.png").native()});
+    if (!FFTool::run(*ffmpeg, arguments))
+        return {};
+    std::vector<Frame> list;
+    for (const auto& entry : fs::directory_iterator(directory, error))
+        if (entry.path().extension() == ".png")
+            list.push_back({0, entry.path()});
+    std::ranges::sort(list, {}, &Frame::file);
+    const double rate = media.video->nominalFrameRate > 0 ? media.video->nominalFrameRate : 25;
+    for (std::size_t i = 0; i < list.size(); ++i)
+        list[i].time = from + static_cast<double>(i) / rate;
+    return list;
+}
+
+std::optional<std::vector<TextRegion>> read(const MediaInfo& media, RecognizerPool& recognizers,
+                                            AnalysisProgress* progress)
+{
+    const auto ffmpeg = FFTool::find("ffmpeg");
+    const auto scratch = ScratchFolder::make();
+    if (!ffmpeg || !scratch || !media.video)
+        return std::nullopt;
+    const auto wanted = request(media, scratch->path());
+    TextFrameScan scan(wanted, media, recognizers, progress);
+    scan.start();
+    Arguments arguments = reading(media, {});
+    add(arguments, {"-vf",
+                    wanted.selectFilter() + ",scale='min("
+                        + QByteArray::number(wanted.maxWidth).toStdString() + ",iw)':-2",
+                    "-pix_fmt", "rgb24", "-compression_level", "1", "-fps_mode", "passthrough",
+                    "-f", "image2", (wanted.directory / "%05d.png").native()});
+    if (!FFTool::run(*ffmpeg, arguments))
+        return std::nullopt;
+    return scan.finish();
+}
+
+} // namespace vantroque::TextPlacementReader
