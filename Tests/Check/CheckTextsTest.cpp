@@ -54,4 +54,16 @@ TEST(CheckTexts, APercentageIsWholeWithinATwentieth)
     EXPECT_EQ(pct(1), u"100%"_s);
 }
 
+TEST(CheckTexts, TextFromThePictureIsQuotedAndCut)
+{
+    EXPECT_EQ(quoted(u" \tSALE now\n"_s), u"\"SALE now\""_s);
+    EXPECT_EQ(quoted(QString(40, u'x')), u'"' + QString(40, u'x') + u'"');
+    EXPECT_EQ(quoted(QString(41, u'x')), u'"' + QString(38, u'x') + u"..\""_s);
+    EXPECT_EQ(quoted({}), u"\"\""_s);
+    // An accent that is a code point of its own does not make a character more.
+    const QString accented = u"e\u0301"_s;
+    EXPECT_EQ(quoted(accented.repeated(40)), u'"' + accented.repeated(40) + u'"');
+    EXPECT_EQ(quoted(accented.repeated(41)), u'"' + accented.repeated(38) + u"..\""_s);
+}
+
 } // namespace vantroque::Checker

@@ -55,6 +55,16 @@ QString frameSize(int width, int height)
     return u"%1x%2"_s.arg(QString::number(width), QString::number(height));
 }
 
+QString quoted(const QString& text)
+{
+    constexpr qsizetype longest = 40;
+    constexpr qsizetype kept = 38;
+    const QString whole = text.trimmed();
+    if (Text::characterCount(whole) <= longest)
+        return u'"' + whole + u'"';
+    return u'"' + Text::firstCharacters(whole, kept) + u"..\""_s;
+}
+
 QString joinedWithOr(const std::vector<QString>& list)
 {
     return Text::joined(list, u" or "_s);

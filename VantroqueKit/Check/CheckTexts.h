@@ -24,6 +24,8 @@ QString channelName(int count);
 QString pct(double fraction);
 /// "1920x1080"
 QString frameSize(int width, int height);
+/// Text from the picture between quotes, cut when it is long.
+QString quoted(const QString& text);
 /// "mp4 or mov"
 QString joinedWithOr(const std::vector<QString>& list);
 

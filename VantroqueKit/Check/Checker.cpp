@@ -1,7 +1,7 @@
 #include "Check/Checker.h"
 
 #include "Check/Matching.h"
-#include "Profiles/PlatformZones.h"
+#include "Check/TextLimits.h"
 
 #include <array>
 
@@ -53,7 +53,7 @@ bool applies(const Profile& profile, const MediaInfo& media)
         return true;
     if (!media.video)
         return false;
-    const auto family = classify(media.video->width, media.video->height, 0.02);
+    const auto family = TextLimits::family(*media.video);
     return std::ranges::any_of(PlatformZoneCatalog::zones(family), [&](const PlatformZone& zone) {
         return contains(*profile.content->textClearOfZones, zone.id);
     });

@@ -2,6 +2,7 @@
 
 #include "Base/Numbers.h"
 #include "Base/Text.h"
+#include "Check/EventOrder.h"
 #include "Check/SignalChecks.h"
 #include "Signal/ChannelAnalyzer.h"
 
@@ -101,16 +102,13 @@ public:
     /// In order of frames, cut at the cap, with their ids.
     std::vector<SignalEvent> finished() &&
     {
-        std::ranges::stable_sort(m_events, {}, &SignalEvent::frame);
+        m_events = EventOrder::byFrame(std::move(m_events));
         if (const auto count = std::ssize(m_events); count > cap) {
             m_events.resize(cap);
             add(Kind::duplicateFrame, m_events.back().frame, Verdict::info,
                 u"and %1 more"_s.arg(QString::number(count - cap)));
         }
-        for (int index = 0; SignalEvent & event : m_events)
-            event.id = u"%1-%2-%3"_s.arg(Text::utf8(enumName(event.kind)),
-                                         QString::number(event.frame), QString::number(index++));
-        return std::move(m_events);
+        return EventOrder::byFrame(std::move(m_events));
     }
 
 private:
