@@ -1,0 +1,67 @@
+#include "VantroquePlatform/TextReading.h"
+
+#include "Support/TestFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace vantroque;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TextReading reading(const QString& text, double confidence)
+{
+    return textReading({{text, confidence, {0, 0, 100, 20}}});
+}
+
+} // namespace
+
+TEST(TextReading, JoinsTheWordsAndWeighsTheirConfidenceByLetters)
+{
+    const TextReading read =
+        textReading({{u"a"_s, 50, {10, 0, 8, 20}}, {u"day"_s, 90, {30, 0, 40, 20}}});
+    EXPECT_EQ(read.text, u"a day"_s);
+    EXPECT_EQ(read.letters, 4);
+    EXPECT_DOUBLE_EQ(read.confidence, 80);
+    EXPECT_EQ(read.left, 10);
+    EXPECT_EQ(read.right, 70);
+}
+
+TEST(TextReading, CutsRubbishOffTheEnds)
+{
+    const TextReading read = textReading({{u"|"_s, 95, {0, 0, 3, 20}},
+                                          {u"summer"_s, 92, {10, 0, 60, 20}},
+                                          {u"sale"_s, 91, {80, 0, 40, 20}},
+                                          {u"xq"_s, 12, {130, 0, 20, 20}}});
+    EXPECT_EQ(read.text, u"summer sale"_s);
+    EXPECT_EQ(read.left, 10);
+    EXPECT_EQ(read.right, 120);
+}
+
+TEST(TextReading, OfNothingIsNoText)
+{
+    EXPECT_FALSE(isText(textReading({})));
+    EXPECT_FALSE(isLikelyText(textReading({{u"--"_s, 99, {}}})));
+}
+
+TEST(TextReading, TheFewerTheLettersTheSurerTheEngineMustBe)
+{
+    EXPECT_TRUE(isText(reading(u"discovery"_s, 70)));
+    EXPECT_FALSE(isText(reading(u"save"_s, 70)));
+    EXPECT_TRUE(isText(reading(u"save"_s, 95)));
+    EXPECT_FALSE(isText(reading(u"ok"_s, 96)));
+}
+
+TEST(TextReading, RowsOfStrokesAreNoText)
+{
+    EXPECT_FALSE(isText(reading(u"lIlIlilIl"_s, 99)));
+    EXPECT_FALSE(isText(reading(u"oooooooo"_s, 99)));
+    EXPECT_FALSE(isText(reading(u"a.b-c_d/e"_s, 99)));
+}
+
+TEST(TextReading, WhereTextIsKnownToStandLessIsEnough)
+{
+    EXPECT_FALSE(isText(reading(u"discovery"_s, 55)));
+    EXPECT_TRUE(isLikelyText(reading(u"discovery"_s, 55)));
+}

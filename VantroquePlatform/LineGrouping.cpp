@@ -1,0 +1,146 @@
+#include "VantroquePlatform/LineGrouping.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace vantroque {
+
+namespace {
+
+bool areNeighbours(const Glyph& left, const Glyph& right)
+{
+    const cv::Rect& a = left.box;
+    const cv::Rect& b = right.box;
+    const int higher = std::max(a.height, b.height);
+    const int lower = std::min(a.height, b.height);
+    const int overlap = std::min(a.br().y, b.br().y) - std::max(a.y, b.y);
+    return b.x - a.br().x <= higher && 100 * overlap >= 55 * lower && 5 * lower >= 2 * higher
+           && std::abs(a.br().y - b.br().y) <= 0.36 * higher
+           && std::max(left.stroke, right.stroke) <= 2.2F * std::min(left.stroke, right.stroke)
+           && (left.step > 0) == (right.step > 0) && cv::norm(left.color - right.color) <= 40;
+}
+
+/// Sets that grow together, each known by its root.
+class Sets {
+public:
+    explicit Sets(std::size_t count) : m_parents(count)
+    {
+        std::iota(m_parents.begin(), m_parents.end(), std::size_t{0});
+    }
+    std::size_t root(std::size_t element)
+    {
+        while (m_parents[element] != element)
+            element = m_parents[element] = m_parents[m_parents[element]];
+        return element;
+    }
+    void join(std::size_t a, std::size_t b) { m_parents[root(b)] = root(a); }
+
+private:
+    std::vector<std::size_t> m_parents;
+};
+
+/// How many letters stand in a patch; those of small type touch.
+double letterCount(const Glyph& glyph, double letterHeight)
+{
+    return std::max(1.0, glyph.box.width / (0.75 * letterHeight));
+}
+
+float median(std::vector<float> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
+
+/// The share of the glyphs that stand on the line's straight base line.
+double regularity(const LineCandidate& line)
+{
+    std::vector<float> bottoms;
+    for (const Glyph& glyph : line.glyphs)
+        bottoms.push_back(static_cast<float>(glyph.box.br().y));
+    const float base = median(bottoms);
+    const auto near = std::ranges::count_if(bottoms, [&](float bottom) {
+        return std::abs(bottom - base) <= std::max(0.12 * line.letterHeight, 1.0);
+    });
+    return static_cast<double>(near) / static_cast<double>(bottoms.size());
+}
+
+/// Takes out what is too high for the line: it is of the scene behind.
+void dropTowering(std::vector<Glyph>& glyphs)
+{
+    constexpr float highest = 1.9F; // a "j" among small letters
+    std::vector<float> heights;
+    for (const Glyph& glyph : glyphs)
+        heights.push_back(static_cast<float>(glyph.box.height));
+    const float usual = median(std::move(heights));
+    std::erase_if(glyphs, [&](const Glyph& glyph) {
+        return static_cast<float>(glyph.box.height) > highest * usual;
+    });
+}
+
+void complete(LineCandidate& line)
+{
+    dropTowering(line.glyphs);
+    std::vector<float> heights;
+    std::vector<float> channels[3];
+    double step = 0;
+    double stroke = 0;
+    for (const Glyph& glyph : line.glyphs) {
+        line.box = line.box.empty() ? glyph.box : line.box | glyph.box;
+        heights.push_back(static_cast<float>(glyph.box.height));
+        for (int i = 0; i < 3; ++i)
+            channels[i].push_back(glyph.color[i]);
+        step += std::abs(glyph.step);
+        stroke += glyph.stroke;
+    }
+    std::ranges::sort(heights);
+    line.letterHeight = heights[heights.size() * 3 / 4];
+    line.color = {median(channels[0]), median(channels[1]), median(channels[2])};
+    for (const Glyph& glyph : line.glyphs)
+        line.units += letterCount(glyph, line.letterHeight);
+    const auto count = static_cast<double>(line.glyphs.size());
+    line.contrast = step / count;
+    line.stroke = stroke / count / line.letterHeight;
+    line.score = std::sqrt(std::min(line.units, 30.0)) * std::min(line.contrast, 160.0)
+                 * regularity(line) * std::clamp(1.6 - 2.5 * line.stroke, 0.1, 1.0);
+}
+
+/// Letters are drawn with strokes, and well visible ones.
+bool isThin(const LineCandidate& line)
+{
+    constexpr double widestStroke = 0.42;
+    constexpr double leastContrast = 35;
+    return line.stroke <= widestStroke && line.contrast >= leastContrast;
+}
+
+} // namespace
+
+std::vector<LineCandidate> groupIntoLines(const std::vector<Glyph>& glyphs)
+{
+    int highest = 0;
+    for (const Glyph& glyph : glyphs)
+        highest = std::max(highest, glyph.box.height);
+    Sets sets(glyphs.size());
+    for (std::size_t i = 0; i < glyphs.size(); ++i)
+        for (std::size_t j = i + 1;
+             j < glyphs.size() && glyphs[j].box.x <= glyphs[i].box.br().x + highest; ++j)
+            if (areNeighbours(glyphs[i], glyphs[j]))
+                sets.join(i, j);
+
+    constexpr double fewestUnits = 3;
+    std::vector<LineCandidate> byRoot(glyphs.size());
+    for (std::size_t i = 0; i < glyphs.size(); ++i)
+        byRoot[sets.root(i)].glyphs.push_back(glyphs[i]);
+    std::vector<LineCandidate> lines;
+    for (LineCandidate& line : byRoot) {
+        if (line.glyphs.empty())
+            continue;
+        complete(line);
+        if (line.units >= fewestUnits && isThin(line))
+            lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+} // namespace vantroque

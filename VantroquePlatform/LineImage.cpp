@@ -1,0 +1,136 @@
+#include "VantroquePlatform/LineImage.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vantroque {
+
+namespace {
+
+constexpr int margin = 10;
+
+/// Paints over what is too high for the line, or reaches into it from outside, but for what lies in
+/// the boxes of the letters.
+void whitenOthers(cv::Mat1b& ink, const LineCandidate& line, const cv::Rect& region)
+{
+    constexpr int dark = 128;
+    cv::Mat1b letters(ink.size(), uchar{0});
+    for (const Glyph& glyph : line.glyphs)
+        letters((glyph.box - region.tl() + cv::Size(2, 2) - cv::Point(1, 1))
+                & cv::Rect({}, ink.size()))
+            .setTo(255);
+    cv::Mat1i labels;
+    cv::Mat1i stats;
+    cv::Mat1d centroids;
+    const int count = cv::connectedComponentsWithStats(ink < dark, labels, stats, centroids, 8);
+    cv::Mat1b others(ink.size(), uchar{0});
+    for (int label = 1; label < count; ++label) {
+        const int top = stats(label, cv::CC_STAT_TOP);
+        const int height = stats(label, cv::CC_STAT_HEIGHT);
+        const int left = stats(label, cv::CC_STAT_LEFT);
+        const int width = stats(label, cv::CC_STAT_WIDTH);
+        if (top == 0 || top + height == ink.rows || left == 0 || left + width == ink.cols
+            || height > 1.6 * line.letterHeight + 2)
+            others.setTo(255, labels == label);
+    }
+    cv::dilate(others, others, cv::Mat());
+    ink.setTo(255, others & ~letters);
+}
+
+uchar percentile(std::vector<uchar> values, int percent)
+{
+    const std::size_t place = values.size() * static_cast<std::size_t>(percent) / 100;
+    const auto chosen = values.begin() + static_cast<std::ptrdiff_t>(place);
+    std::ranges::nth_element(values, chosen);
+    return *chosen;
+}
+
+/// How far from the line's color what is behind it begins, so that all of it turns white, however
+/// uneven it is.
+double backgroundDistance(const cv::Mat1b& distance)
+{
+    constexpr double least = 20;
+    // Letters cover less than half of their line.
+    const double middle = percentile({distance.begin(), distance.end()}, 70);
+    cv::Mat1b letters;
+    cv::compare(distance, cv::Scalar(0.4 * middle), letters, cv::CMP_LT);
+    cv::dilate(letters, letters, cv::Mat());
+    std::vector<uchar> behind;
+    for (int y = 0; y < distance.rows; ++y)
+        for (int x = 0; x < distance.cols; ++x)
+            if (letters(y, x) == 0)
+                behind.push_back(distance(y, x));
+    const double nearest = behind.empty() ? middle : percentile(std::move(behind), 15);
+    return std::max(nearest, least);
+}
+
+LineImage enlarged(const cv::Mat1b& pixels, const cv::Rect& region, int height)
+{
+    LineImage image{{}, region, static_cast<double>(height) / region.height};
+    cv::Mat1b resized;
+    cv::resize(pixels, resized, {}, image.scale, image.scale,
+               image.scale > 1 ? cv::INTER_CUBIC : cv::INTER_AREA);
+    cv::copyMakeBorder(resized, image.pixels, margin, margin, margin, margin, cv::BORDER_CONSTANT,
+                       cv::Scalar(255));
+    return image;
+}
+
+} // namespace
+
+double LineImage::pictureX(int x) const
+{
+    return region.x + (x - margin) / scale;
+}
+
+cv::Rect lineRegion(const LineCandidate& line, cv::Size picture)
+{
+    const int across = static_cast<int>(std::ceil(0.3 * line.letterHeight));
+    const int above = static_cast<int>(std::ceil(0.3 * line.letterHeight));
+    return cv::Rect(line.box.x - across, line.box.y - above, line.box.width + 2 * across,
+                    line.box.height + 2 * above)
+           & cv::Rect({}, picture);
+}
+
+cv::Mat1b inkIn(const cv::Mat3b& picture, const LineCandidate& line, const cv::Rect& region)
+{
+    cv::Mat3f difference;
+    picture(region).convertTo(difference, CV_32F);
+    difference -= cv::Scalar(line.color[0], line.color[1], line.color[2]);
+    std::vector<cv::Mat1f> channels;
+    cv::split(difference, channels);
+    cv::Mat1f square;
+    square =
+        channels[0].mul(channels[0]) + channels[1].mul(channels[1]) + channels[2].mul(channels[2]);
+    cv::sqrt(square / 3, square);
+    cv::Mat1b distance;
+    square.convertTo(distance, CV_8U);
+    const double background = backgroundDistance(distance);
+    cv::Mat1b ink;
+    distance.convertTo(ink, CV_8U, 255 / (0.65 * background), -255 * 0.1 / 0.65);
+    return ink;
+}
+
+LineImage inkImage(const cv::Mat3b& picture, const LineCandidate& line, int height)
+{
+    const cv::Rect region = lineRegion(line, picture.size());
+    cv::Mat1b ink = inkIn(picture, line, region);
+    whitenOthers(ink, line, region);
+    return enlarged(ink, region, height);
+}
+
+LineImage grayImage(const cv::Mat1b& luma, const LineCandidate& line, int height)
+{
+    const cv::Rect region = lineRegion(line, luma.size());
+    cv::Mat1b gray = luma(region).clone();
+    if (line.glyphs.front().step > 0)
+        gray = 255 - gray;
+    const std::vector<uchar> values(gray.begin(), gray.end());
+    const double low = percentile(values, 2);
+    const double high = std::max(low + 20.0, static_cast<double>(percentile(values, 80)));
+    gray.convertTo(gray, CV_8U, 255 / (high - low), -255 * low / (high - low));
+    return enlarged(gray, region, height);
+}
+
+} // namespace vantroque

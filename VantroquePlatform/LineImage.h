@@ -1,0 +1,27 @@
+#pragma once
+
+#include "VantroquePlatform/LineGrouping.h"
+
+namespace vantroque {
+
+/// A line of text as an engine likes it: dark on white, large, with air around it.
+struct LineImage {
+    cv::Mat1b pixels;
+    cv::Rect region;  ///< What it shows of the picture.
+    double scale = 1; ///< Its pixels a pixel of the picture.
+
+    /// Where a horizontal place of the image is in the picture.
+    double pictureX(int x) const;
+};
+
+/// The part of the picture that a line takes, with a little around it.
+cv::Rect lineRegion(const LineCandidate& line, cv::Size picture);
+/// 0 where the region has the line's color, 255 where it has that of the background.
+cv::Mat1b inkIn(const cv::Mat3b& picture, const LineCandidate& line, const cv::Rect& region);
+
+/// The line by its color: what has another one vanishes, and so does what is not of the line.
+LineImage inkImage(const cv::Mat3b& picture, const LineCandidate& line, int height);
+/// The line in plain gray: soft, but nothing is lost.
+LineImage grayImage(const cv::Mat1b& luma, const LineCandidate& line, int height);
+
+} // namespace vantroque

@@ -1,0 +1,177 @@
+#include "VantroquePlatform/LineSearch.h"
+
+#include "VantroquePlatform/LineExtension.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+
+namespace vantroque {
+
+namespace {
+
+double overlap(const cv::Rect& a, const cv::Rect& b)
+{
+    return (a & b).area() / std::max(1.0, static_cast<double>(std::min(a.area(), b.area())));
+}
+
+/// Whether a candidate goes on to the left or right of a line that was read.
+bool goesBeyond(const LineCandidate& candidate, const FoundLine& line)
+{
+    const double slack = candidate.letterHeight;
+    return candidate.box.x < line.box.x - slack || candidate.box.br().x > line.box.br().x + slack;
+}
+
+std::vector<Glyph> glyphsBetween(const std::vector<Glyph>& glyphs, double lowest, double highest)
+{
+    std::vector<Glyph> some;
+    std::ranges::copy_if(glyphs, std::back_inserter(some), [&](const Glyph& glyph) {
+        return glyph.box.height >= lowest && glyph.box.height <= highest;
+    });
+    return some;
+}
+
+} // namespace
+
+LineSearch::LineSearch(const cv::Mat3b& picture, const TextScale& scale, IsText isText,
+                       LineReader& reader)
+    : m_picture(picture), m_scale(scale), m_isText(isText), m_reader(reader)
+{
+    cv::cvtColor(picture, m_luma, cv::COLOR_RGB2GRAY);
+}
+
+Result<std::vector<FoundLine>> LineSearch::run(FrameMemory& memory, Deadline deadline)
+{
+    m_memory = &memory;
+    m_deadline = deadline;
+    memory.moveTo(m_picture);
+    m_lines = memory.lines();
+    m_maps = textMaps(m_picture, m_scale);
+    TRY(tryAll(candidatesIn(m_maps)));
+    // A line that broke in every map holds together in its own color.
+    TRY(tryAll(candidatesIn(mapsOfSureColors())));
+    if (std::chrono::steady_clock::now() > deadline)
+        return tookTooLong();
+    memory.remember(m_lines, m_picture);
+    return std::move(m_lines);
+}
+
+std::vector<LineCandidate> LineSearch::candidatesIn(const std::vector<cv::Mat1b>& maps) const
+{
+    std::vector<LineCandidate> candidates;
+    for (const cv::Mat1b& map : maps) {
+        const auto glyphs = findGlyphs(map, m_picture, m_luma, m_scale);
+        // Apart, so that what is large behind small type does not become part of its line.
+        for (const auto& some : {glyphsBetween(glyphs, 0, m_scale.smallType),
+                                 glyphsBetween(glyphs, 0.6 * m_scale.smallType, m_scale.largest)})
+            std::ranges::move(groupIntoLines(some), std::back_inserter(candidates));
+    }
+    std::ranges::stable_sort(candidates, std::greater(), &LineCandidate::score);
+    return candidates;
+}
+
+std::vector<cv::Mat1b> LineSearch::mapsOfSureColors() const
+{
+    constexpr std::size_t most = 3;
+    constexpr double sure = 80;
+    std::vector<cv::Mat1b> maps;
+    for (const FoundLine& line : m_lines)
+        if (line.confidence >= sure && maps.size() < most)
+            maps.push_back(colorMap(m_picture, line.line.color));
+    return maps;
+}
+
+Result<void> LineSearch::tryAll(const std::vector<LineCandidate>& candidates)
+{
+    constexpr int mostReadings = 24;
+    for (const LineCandidate& candidate : candidates)
+        if (m_readings < mostReadings && !isRead(candidate) && !hasFailed(candidate)
+            && TRY(tryOne(candidate)))
+            TRY(extend());
+    return {};
+}
+
+Result<void> LineSearch::extend()
+{
+    constexpr int mostReadings = 36;
+    for (bool grows = true; grows && m_readings < mostReadings;) {
+        const FoundLine line = m_lines.back();
+        const LineCandidate longer = extended(line.line, m_maps, m_picture, m_luma);
+        grows = goesBeyond(longer, line) && !hasFailed(longer) && TRY(tryOne(longer));
+    }
+    return {};
+}
+
+Result<bool> LineSearch::tryOne(const LineCandidate& candidate)
+{
+    if (!m_memory->isKnownEmpty(candidate)) {
+        const TextReading reading = TRY(readWell(candidate));
+        if (m_isText(reading) && take(candidate, reading))
+            return true;
+        m_memory->rememberEmpty(candidate, m_picture);
+    }
+    m_failed.push_back(candidate.box);
+    return false;
+}
+
+bool LineSearch::isRead(const LineCandidate& candidate) const
+{
+    return std::ranges::any_of(m_lines, [&](const FoundLine& line) {
+        return overlap(candidate.box, line.box) > 0.6 && !goesBeyond(candidate, line);
+    });
+}
+
+bool LineSearch::hasFailed(const LineCandidate& candidate) const
+{
+    const auto tries = std::ranges::count_if(m_failed, [&](const cv::Rect& box) {
+        return 10 * (box & candidate.box).area() > 8 * (box | candidate.box).area();
+    });
+    return tries >= 2;
+}
+
+Result<TextReading> LineSearch::readWell(const LineCandidate& candidate)
+{
+    constexpr int usualHeight = 40;
+    constexpr int lowHeight = 30;
+    constexpr double hopeless = 40;
+    TextReading best = TRY(readImage(inkImage(m_picture, candidate, usualHeight)));
+    if (m_isText(best) || best.confidence < hopeless || best.letters < 2)
+        return best;
+    for (const LineImage& image :
+         {inkImage(m_picture, candidate, lowHeight), grayImage(m_luma, candidate, usualHeight)}) {
+        const TextReading other = TRY(readImage(image));
+        if (m_isText(other))
+            return other;
+    }
+    return best;
+}
+
+Result<TextReading> LineSearch::readImage(const LineImage& image)
+{
+    ++m_readings;
+    TextReading reading = textReading(TRY(m_reader.readLine(image.pixels, m_deadline)));
+    reading.left = static_cast<int>(image.pictureX(reading.left));
+    reading.right = static_cast<int>(image.pictureX(reading.right));
+    return reading;
+}
+
+bool LineSearch::take(const LineCandidate& candidate, const TextReading& reading)
+{
+    FoundLine found{candidate, {}, reading.text, reading.letters, reading.confidence};
+    for (const Glyph& glyph : candidate.glyphs)
+        if (glyph.box.br().x >= reading.left && glyph.box.x <= reading.right)
+            found.box = found.box.empty() ? glyph.box : found.box | glyph.box;
+    if (found.box.empty())
+        found.box = candidate.box;
+    // What goes beyond a line takes its place, unless it lost more than it won.
+    const auto covered = std::ranges::find_if(
+        m_lines, [&](const FoundLine& line) { return overlap(found.box, line.box) > 0.3; });
+    if (covered != m_lines.end() && covered->letters >= found.letters)
+        return false;
+    std::erase_if(m_lines,
+                  [&](const FoundLine& line) { return overlap(found.box, line.box) > 0.3; });
+    m_lines.push_back(std::move(found));
+    return true;
+}
+
+} // namespace vantroque

@@ -1,0 +1,74 @@
+#include "VantroquePlatform/LookAlikes.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <vector>
+
+namespace vantroque {
+
+namespace {
+
+bool isCode(const QString& word)
+{
+    constexpr qsizetype shortest = 8;
+    const auto isDigit = [](QChar each) { return each >= u'0' && each <= u'9'; };
+    const auto isCapital = [](QChar each) { return each >= u'A' && each <= u'Z'; };
+    return word.size() >= shortest && std::ranges::any_of(word, isDigit)
+           && std::ranges::any_of(word, isCapital) && std::ranges::all_of(word, [&](QChar each) {
+                  return isDigit(each) || isCapital(each);
+              });
+}
+
+/// The widths of the characters from left to right, if each is one patch.
+std::vector<int> widths(const cv::Mat1b& image)
+{
+    cv::Mat1b ink;
+    cv::threshold(image, ink, 0, 255, cv::THRESH_BINARY | cv::THRESH_OTSU);
+    if (2 * cv::countNonZero(ink) > ink.rows * ink.cols)
+        cv::bitwise_not(ink, ink);
+    cv::Mat1i labels;
+    cv::Mat1i stats;
+    cv::Mat1d centroids;
+    const int count = cv::connectedComponentsWithStats(ink, labels, stats, centroids, 8);
+    std::vector<std::pair<int, int>> places;
+    for (int label = 1; label < count; ++label)
+        if (2 * stats(label, cv::CC_STAT_HEIGHT) > image.rows)
+            places.emplace_back(stats(label, cv::CC_STAT_LEFT), stats(label, cv::CC_STAT_WIDTH));
+    std::ranges::sort(places);
+    std::vector<int> list;
+    for (const auto& [left, width] : places)
+        list.push_back(width);
+    return list;
+}
+
+} // namespace
+
+QString settledLookAlikes(const QString& word, const cv::Mat1b& image)
+{
+    if (!isCode(word))
+        return word;
+    const auto width = widths(image);
+    if (std::ssize(width) != word.size())
+        return word;
+    // These digits look like no letter.
+    std::vector<int> sure;
+    for (std::size_t i = 0; i < width.size(); ++i)
+        if (QStringView(u"234679").contains(word[static_cast<qsizetype>(i)]))
+            sure.push_back(width[i]);
+    if (sure.empty())
+        return word;
+    std::ranges::sort(sure);
+    const double digit = sure[sure.size() / 2];
+    QString settled = word;
+    for (std::size_t i = 0; i < width.size(); ++i) {
+        QChar& each = settled[static_cast<qsizetype>(i)];
+        if (each == u'0' && width[i] > 1.2 * digit)
+            each = u'O';
+        else if (each == u'O' && width[i] < 1.05 * digit)
+            each = u'0';
+    }
+    return settled;
+}
+
+} // namespace vantroque

@@ -1,0 +1,89 @@
+#include "VantroquePlatform/TextReading.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace vantroque {
+
+namespace {
+
+int letterCount(const QString& text)
+{
+    const auto characters = text.toUcs4();
+    return static_cast<int>(std::ranges::count_if(
+        characters, [](char32_t each) { return QChar::isLetterOrNumber(each); }));
+}
+
+bool isRubbish(const ReadWord& word)
+{
+    constexpr double leastConfidence = 40;
+    return word.confidence < leastConfidence || letterCount(word.text) == 0;
+}
+
+/// Edges and fences are read as rows of such characters.
+bool isMostlyStrokes(const QString& text)
+{
+    qsizetype strokes = 0;
+    qsizetype longestRun = 0;
+    qsizetype run = 0;
+    QChar last;
+    for (const QChar each : text) {
+        const bool isStroke = QStringView(u"iIlL1tfjrTJ|!/\\()[]{}.,:;'`-_~=").contains(each);
+        strokes += isStroke ? 1 : 0;
+        run = each == last ? run + 1 : 1;
+        longestRun = std::max(longestRun, run);
+        last = each;
+    }
+    return longestRun > 3 || 10 * strokes > 7 * text.size();
+}
+
+bool isWordLike(const TextReading& reading)
+{
+    const qsizetype shown = QString(reading.text).remove(u' ').size();
+    return 100 * reading.letters >= 62 * shown && !isMostlyStrokes(reading.text);
+}
+
+} // namespace
+
+TextReading textReading(std::vector<ReadWord> words)
+{
+    const auto first = std::ranges::find_if_not(words, isRubbish);
+    words.erase(words.begin(), first);
+    while (!words.empty() && isRubbish(words.back()))
+        words.pop_back();
+    TextReading reading;
+    if (words.empty())
+        return reading;
+    QStringList texts;
+    for (const ReadWord& word : words) {
+        const int count = letterCount(word.text);
+        texts << word.text;
+        reading.letters += count;
+        reading.confidence += word.confidence * count;
+    }
+    reading.text = texts.join(u' ');
+    reading.confidence /= std::max(reading.letters, 1);
+    reading.left = words.front().box.x;
+    reading.right = words.back().box.br().x;
+    return reading;
+}
+
+bool isText(const TextReading& reading)
+{
+    if (reading.letters < 3 || !isWordLike(reading))
+        return false;
+    const double needed = reading.letters >= 8   ? 62
+                          : reading.letters >= 5 ? 78
+                          : reading.letters == 4 ? 88
+                                                 : 93;
+    return reading.confidence >= needed;
+}
+
+bool isLikelyText(const TextReading& reading)
+{
+    constexpr double leastConfidence = 45;
+    return reading.letters >= 3 && reading.confidence >= leastConfidence && isWordLike(reading);
+}
+
+} // namespace vantroque

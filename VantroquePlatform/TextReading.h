@@ -1,0 +1,26 @@
+#pragma once
+
+#include "VantroquePlatform/LineReader.h"
+
+#include <optional>
+
+namespace vantroque {
+
+/// What was read in a line, without the rubbish at its ends.
+struct TextReading {
+    QString text;
+    int letters = 0;       ///< Letters and digits.
+    double confidence = 0; ///< 0 to 100, the mean over the letters.
+    int left = 0;          ///< In the image that was read.
+    int right = 0;
+};
+
+TextReading textReading(std::vector<ReadWord> words);
+
+/// Whether it is text and not a pattern that looks a little like it. The fewer the letters, the
+/// surer the engine must be.
+bool isText(const TextReading& reading);
+/// The same where text is known to stand at times.
+bool isLikelyText(const TextReading& reading);
+
+} // namespace vantroque
