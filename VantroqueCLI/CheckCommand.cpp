@@ -4,6 +4,7 @@
 #include "VantroqueCLI/Output.h"
 #include "VantroqueCLI/ProfileChoice.h"
 #include "VantroqueCLI/TerminalProgress.h"
+#include "VantroqueCLI/TextLanguages.h"
 
 #include <algorithm>
 #include <atomic>
@@ -46,8 +47,12 @@ std::vector<CheckedFile> analyseAll(const Arguments& arguments,
 {
     const std::vector<std::string>& names = arguments.files();
     const std::size_t jobs = *jobCount(arguments);
+    RecognizerPool recognizers(recognizerStart(textLanguages(arguments)));
     const Analyzer::Options options{.skipSignalPass = arguments.has("skip-signal"),
-                                    .includeDetail = arguments.has("detail")};
+                                    .includeDetail = arguments.has("detail"),
+                                    .recognizers = &recognizers};
+    if (!options.skipSignalPass)
+        complainIfTextCannotBeRead(recognizers, profiles);
     std::vector<CheckedFile> files(names.size());
     TerminalProgress display(names.size(), arguments.has("verbose"));
     std::atomic<std::size_t> next = 0;

@@ -17,9 +17,8 @@ const std::vector<Command>& commands()
     static const std::vector<Command> all{
         {"check",
          "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit] [--media]\n"
-         "        [--detail] [--skip-signal] [--jobs N] [--verbose] [--profiles-dir DIR] [-o "
-         "FILE]\n"
-         "        FILE...",
+         "        [--detail] [--skip-signal] [--text-language CODE]... [--jobs N] [--verbose]\n"
+         "        [--profiles-dir DIR] [-o FILE] FILE...",
          "Scores files against the delivery specifications of platforms; the digital ones\n"
          "      unless profiles or groups (digital, broadcast, recommendation) are named.",
          {{"profile", true},
@@ -29,6 +28,7 @@ const std::vector<Command>& commands()
           {"media", false},
           {"detail", false},
           {"skip-signal", false},
+          {"text-language", true},
           {"verbose", false},
           {"jobs", true},
           {"profiles-dir", true},

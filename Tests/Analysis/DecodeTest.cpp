@@ -77,7 +77,7 @@ TEST_F(Decode, MeasuresPictureAndSoundInOneRun)
 {
     const MediaInfo media = probed(wide());
     m_tools.record("ffmpeg");
-    const auto signal = Analyzer::decode(media, {}, nullptr);
+    const auto signal = Analyzer::decode(media, {}, {}, nullptr);
     ASSERT_TRUE(signal) << signal.error().description.toStdString();
     EXPECT_TRUE(signal->levels && signal->cadence && signal->phase && signal->channelLevels
                 && signal->integratedLKFS && signal->blackRuns);
@@ -88,8 +88,8 @@ TEST_F(Decode, EstimatesTheDetailOnRequestOnly)
 {
     const MediaInfo media = probed(wide());
     m_tools.record("ffmpeg");
-    const auto without = Analyzer::decode(media, {}, nullptr);
-    const auto with = Analyzer::decode(media, {.includeDetail = true}, nullptr);
+    const auto without = Analyzer::decode(media, {}, {}, nullptr);
+    const auto with = Analyzer::decode(media, {}, {.includeDetail = true}, nullptr);
     ASSERT_TRUE(without && with);
     EXPECT_FALSE(without->detail && without->detail->halfResPsnrDb);
     ASSERT_TRUE(with->detail);
@@ -106,7 +106,7 @@ TEST_F(Decode, ShowsPicturesToOneWhoWantsThem)
     Watcher watcher;
     {
         AnalysisProgress progress(watcher.callback(), {.wantsPreview = true});
-        ASSERT_TRUE(Analyzer::decode(media, {}, &progress));
+        ASSERT_TRUE(Analyzer::decode(media, {}, {}, &progress));
         ASSERT_TRUE(progress.snapshot().preview);
         EXPECT_EQ(progress.snapshot().preview->width, 960);
         EXPECT_EQ(progress.snapshot().preview->height, 60);
@@ -121,7 +121,7 @@ TEST_F(Decode, TakesNoPicturesForOthers)
     Watcher watcher;
     {
         AnalysisProgress progress(watcher.callback());
-        ASSERT_TRUE(Analyzer::decode(media, {}, &progress));
+        ASSERT_TRUE(Analyzer::decode(media, {}, {}, &progress));
     }
     EXPECT_FALSE(watcher.sawPreview());
     EXPECT_FALSE(watcher.last().frames.empty());
@@ -132,7 +132,7 @@ TEST_F(Decode, TakesNoFramesForText)
 {
     const MediaInfo media = probed(wide());
     m_tools.record("ffmpeg");
-    const auto signal = Analyzer::decode(media, {}, nullptr);
+    const auto signal = Analyzer::decode(media, {}, {}, nullptr);
     ASSERT_TRUE(signal);
     EXPECT_EQ(signal->textRegions, std::nullopt);
     EXPECT_EQ(signal->textScanAttempted, std::nullopt);
@@ -143,7 +143,7 @@ TEST_F(Decode, FailsWithTheToolsWords)
 {
     const MediaInfo media = probed(wide());
     m_tools.put("ffmpeg", "echo 'cannot decode' >&2; exit 4");
-    const auto signal = Analyzer::decode(media, {}, nullptr);
+    const auto signal = Analyzer::decode(media, {}, {}, nullptr);
     ASSERT_FALSE(signal);
     EXPECT_EQ(signal.error().description, u"ffmpeg exited with status 4: cannot decode\n"_s);
 }
@@ -152,7 +152,7 @@ TEST_F(Decode, OfAMissingFileFails)
 {
     MediaInfo media = probed(wide());
     media.url = FileUrl::fromPath("/nowhere.mov");
-    const auto signal = Analyzer::decode(media, {.includeDetail = true}, nullptr);
+    const auto signal = Analyzer::decode(media, {}, {.includeDetail = true}, nullptr);
     ASSERT_FALSE(signal);
     EXPECT_THAT(signal.error().description.toStdString(), HasSubstr("No such file or directory"));
 }
@@ -164,7 +164,7 @@ TEST_F(Decode, BelongsToAnAnalysisThatAsksForMeasurements)
     m_tools.record("ffmpeg");
     const auto analysis = Analyzer::analyze(FileUrl::fromPath(wide()), {bareProfile(), asking()});
     ASSERT_TRUE(analysis);
-    EXPECT_EQ(analysis->media.signal, Analyzer::decode(analysis->media, {}, nullptr).value());
+    EXPECT_EQ(analysis->media.signal, Analyzer::decode(analysis->media, {}, {}, nullptr).value());
     EXPECT_TRUE(analysis->report.measurements);
     EXPECT_EQ(decodes(m_tools).size(), 2U);
 }
@@ -214,8 +214,9 @@ TEST_F(Decode, ComesBetweenTheProbeAndTheVerdicts)
         AnalysisProgress progress(watcher.callback());
         ASSERT_TRUE(Analyzer::analyze(FileUrl::fromPath(wide()), {asking()}, {}, &progress));
     }
-    EXPECT_THAT(watcher.stages(), ElementsAre(Stage::probing, Stage::decoding, Stage::measuringPop,
-                                              Stage::scoring, Stage::done));
+    EXPECT_THAT(watcher.stages(),
+                ElementsAre(Stage::probing, Stage::decoding, Stage::readingSlate,
+                            Stage::measuringPop, Stage::readingText, Stage::scoring, Stage::done));
     EXPECT_TRUE(std::ranges::is_sorted(watcher.fractions()));
     EXPECT_GE(watcher.fractions().front(), 0);
     EXPECT_LT(watcher.fractions().end()[-2], 1);

@@ -99,7 +99,7 @@ std::vector<Stage> stagesOf(MediaInfo media, const std::vector<Profile>& profile
     Watcher watcher;
     {
         AnalysisProgress progress(watcher.callback());
-        EXPECT_TRUE(rescore(media, profiles, &progress));
+        EXPECT_TRUE(rescore(media, profiles, nullptr, &progress));
     }
     EXPECT_TRUE(std::ranges::is_sorted(watcher.fractions()));
     EXPECT_EQ(watcher.last().fraction, 1);
@@ -298,7 +298,7 @@ TEST(RescoreFailure, OfTheDecodeLeavesTheRecord)
         MediaInfo media = stored;
         Watcher watcher;
         AnalysisProgress progress(watcher.callback());
-        const auto report = rescore(media, {loud(), withLeader()}, &progress);
+        const auto report = rescore(media, {loud(), withLeader()}, nullptr, &progress);
         ASSERT_FALSE(report);
         EXPECT_EQ(report.error().description, u"ffmpeg exited with status 4: cannot decode\n"_s);
         EXPECT_EQ(media, stored);
@@ -316,13 +316,15 @@ TEST(RescoreProgress, OfWhatIsMeasuredIsOnlyItsEnd)
 TEST(RescoreProgress, OfTheReadersAloneHasNoDecode)
 {
     EXPECT_THAT(stagesOf(analysed(), {withLeader()}),
-                ElementsAre(Stage::measuringPop, Stage::scoring, Stage::done));
+                ElementsAre(Stage::readingSlate, Stage::measuringPop, Stage::readingText,
+                            Stage::scoring, Stage::done));
 }
 
 TEST(RescoreProgress, OfADecodeHasNoProbe)
 {
     EXPECT_THAT(stagesOf(probed(), {loud()}),
-                ElementsAre(Stage::decoding, Stage::measuringPop, Stage::scoring, Stage::done));
+                ElementsAre(Stage::decoding, Stage::readingSlate, Stage::measuringPop,
+                            Stage::readingText, Stage::scoring, Stage::done));
 }
 
 TEST(RescoreProgress, OfAnotherVersionHasAll)
@@ -330,8 +332,8 @@ TEST(RescoreProgress, OfAnotherVersionHasAll)
     MediaInfo media = analysed();
     media.analysisVersion = 4;
     EXPECT_THAT(stagesOf(media, {loud()}),
-                ElementsAre(Stage::probing, Stage::decoding, Stage::measuringPop, Stage::scoring,
-                            Stage::done));
+                ElementsAre(Stage::probing, Stage::decoding, Stage::readingSlate,
+                            Stage::measuringPop, Stage::readingText, Stage::scoring, Stage::done));
 }
 
 TEST(RescoreProgress, ShowsPicturesOnRequest)
@@ -339,7 +341,7 @@ TEST(RescoreProgress, ShowsPicturesOnRequest)
     MediaInfo media = probed();
     Watcher watcher;
     AnalysisProgress progress(watcher.callback(), {.wantsPreview = true});
-    ASSERT_TRUE(rescore(media, {loud()}, &progress));
+    ASSERT_TRUE(rescore(media, {loud()}, nullptr, &progress));
     ASSERT_TRUE(progress.snapshot().preview);
     EXPECT_EQ(progress.snapshot().preview->width, 64);
 }

@@ -1,8 +1,11 @@
 #include "Analysis/Analyzer.h"
 
+#include "Base/ScratchFolder.h"
 #include "Check/TwoPop.h"
 #include "Probe/Prober.h"
 #include "Signal/SignalAnalyzer.h"
+#include "Text/SlateReader.h"
+#include "Text/TextFrameScan.h"
 
 #include <algorithm>
 
@@ -22,10 +25,14 @@ void enter(AnalysisProgress* progress, Stage stage)
 
 /// What is read from the file beside the decode, then the verdicts.
 FileReport readAndScore(MediaInfo& media, const std::vector<Profile>& profiles,
-                        AnalysisProgress* progress)
+                        RecognizerPool* recognizers, AnalysisProgress* progress)
 {
+    enter(progress, Stage::readingSlate);
+    readSlateIfNeeded(media, profiles, recognizers);
     enter(progress, Stage::measuringPop);
     measureLeaderToneIfNeeded(media, profiles);
+    enter(progress, Stage::readingText);
+    scanTextIfNeeded(media, profiles, recognizers, progress);
     enter(progress, Stage::scoring);
     FileReport scored = report(media, profiles);
     enter(progress, Stage::done);
@@ -46,6 +53,15 @@ bool needsDecode(const MediaInfo& media, bool isCurrent, const std::vector<Profi
     if (!media.signal)
         return needsSignalPass(profiles);
     return !isCurrent || !media.signal->blackRuns;
+}
+
+/// The decode of a stored record. Text that was read once is not read again.
+Result<SignalInfo> decodedAgain(const MediaInfo& media, const std::vector<Profile>& profiles,
+                                RecognizerPool* recognizers, AnalysisProgress* progress)
+{
+    const bool textIsRead = media.signal && media.signal->textScanAttempted.value_or(false);
+    return decode(media, textIsRead ? std::vector<Profile>() : profiles,
+                  {.recognizers = recognizers}, progress);
 }
 
 /// What a new decode does not measure and an earlier reading has found.
@@ -72,13 +88,13 @@ Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profile
     if (progress != nullptr)
         progress->set(analysis.media);
     if (!options.skipSignalPass && needsSignalPass(profiles))
-        analysis.media.signal = TRY(decode(analysis.media, options, progress));
-    analysis.report = readAndScore(analysis.media, profiles, progress);
+        analysis.media.signal = TRY(decode(analysis.media, profiles, options, progress));
+    analysis.report = readAndScore(analysis.media, profiles, options.recognizers, progress);
     return analysis;
 }
 
 Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profiles,
-                           AnalysisProgress* progress)
+                           RecognizerPool* recognizers, AnalysisProgress* progress)
 {
     if (!needsAdditionalSignalPass(media, profiles)) {
         FileReport scored = report(media, profiles);
@@ -88,24 +104,74 @@ Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profile
     const bool isCurrent = media.isCurrentAnalysis();
     MediaInfo renewed = isCurrent ? media : TRY(probedAgain(media, progress));
     if (needsDecode(renewed, isCurrent, profiles)) {
-        SignalInfo fresh = TRY(decode(renewed, {}, progress));
+        SignalInfo fresh = TRY(decodedAgain(renewed, profiles, recognizers, progress));
         if (renewed.signal)
             carryOver(*renewed.signal, fresh);
         renewed.signal = std::move(fresh);
     }
-    FileReport scored = readAndScore(renewed, profiles, progress);
+    FileReport scored = readAndScore(renewed, profiles, recognizers, progress);
     media = std::move(renewed);
     return scored;
 }
 
-Result<SignalInfo> decode(const MediaInfo& media, const Options& options,
-                          AnalysisProgress* progress)
+Result<SignalInfo> decode(const MediaInfo& media, const std::vector<Profile>& profiles,
+                          const Options& options, AnalysisProgress* progress)
 {
     SignalAnalyzer::Options asked;
     asked.includeDetail = options.includeDetail;
     if (progress != nullptr && progress->wantsPreview())
         asked.previewWidth = previewWidth;
-    return TRY(SignalAnalyzer::analyze(media.url, media, asked, progress));
+    if (!media.video || options.recognizers == nullptr || !needsTextPlacement(profiles))
+        return TRY(SignalAnalyzer::analyze(media.url, media, asked, progress));
+
+    const auto scratch = ScratchFolder::make();
+    std::optional<TextFrameScan> scan;
+    if (scratch) {
+        asked.textFrames = TextPlacementReader::request(media, scratch->path());
+        scan.emplace(*asked.textFrames, media, *options.recognizers, progress);
+        scan->start();
+    }
+    SignalInfo signal = TRY(SignalAnalyzer::analyze(media.url, media, asked, progress));
+    enter(progress, Stage::readingText);
+    signal.textScanAttempted = true;
+    if (scan)
+        signal.textRegions = scan->finish();
+    return signal;
+}
+
+void readSlateIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
+                       RecognizerPool* recognizers)
+{
+    if (recognizers == nullptr || !media.signal || media.signal->slateTextLines)
+        return;
+    std::optional<double> slate;
+    for (const Profile& profile : profiles)
+        if (const auto& content = profile.content; content && content->slateSeconds)
+            slate = std::max(slate.value_or(0), *content->slateSeconds);
+    if (!slate)
+        return;
+    auto& lines = media.signal->slateTextLines.emplace();
+    if (!media.video)
+        return;
+    const auto read = SlateReader::readText(media.url, *slate / 2, *recognizers);
+    for (const QString& line : read.value_or(QStringList()))
+        lines.push_back(line);
+}
+
+void scanTextIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
+                      RecognizerPool* recognizers, AnalysisProgress* progress)
+{
+    if (recognizers == nullptr || !media.signal
+        || media.signal->textScanAttempted.value_or(false) || !needsTextPlacement(profiles))
+        return;
+    media.signal->textScanAttempted = true;
+    if (!media.video) {
+        media.signal->textRegions.emplace();
+    } else {
+        MediaInfo picture = media;
+        picture.durationSeconds = media.video->durationSeconds;
+        media.signal->textRegions = TextPlacementReader::read(picture, *recognizers, progress);
+    }
 }
 
 void measureLeaderToneIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles)

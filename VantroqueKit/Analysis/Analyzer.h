@@ -5,6 +5,7 @@
 #include "Records/MediaInfo.h"
 #include "Records/Profile.h"
 #include "Records/Report.h"
+#include "Text/RecognizerPool.h"
 
 #include <vector>
 
@@ -19,6 +20,7 @@ struct Analysis {
 struct Options {
     bool skipSignalPass = false; ///< Leave out the decode, and with it all that it measures.
     bool includeDetail = false;  ///< Estimate the picture's detail as well.
+    RecognizerPool* recognizers = nullptr; ///< Without them text in the picture is not read.
 };
 
 /// Probes a file, measures what the profiles ask for and scores it. Blocks; any thread. Fails with
@@ -27,16 +29,28 @@ Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profile
                          const Options& options = {}, AnalysisProgress* progress = nullptr);
 
 /// Scores a stored record against other profiles, and first measures what it lacks for them.
-/// Blocks; any thread. On failure `media` stays as it was. `progress` may be null.
+/// Blocks; any thread. On failure `media` stays as it was. `recognizers` and `progress` may be
+/// null.
 Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profiles,
+                           RecognizerPool* recognizers = nullptr,
                            AnalysisProgress* progress = nullptr);
 
-/// The one decode of a file. Blocks; any thread. `progress` may be null.
-Result<SignalInfo> decode(const MediaInfo& media, const Options& options,
-                          AnalysisProgress* progress);
+/// The one decode of a file; when some profile limits where text may stand, the text is read on the
+/// way. Blocks; any thread. `progress` may be null.
+Result<SignalInfo> decode(const MediaInfo& media, const std::vector<Profile>& profiles,
+                          const Options& options, AnalysisProgress* progress);
 
-/// Tells a sync pop in the leader from other sound, once, when a profile describes a leader.
-/// Blocks; any thread. Cannot fail: what cannot be measured stays absent.
+// What only some profiles need and the decode does not give. Each does nothing when it has been
+// done. Block; any thread. Cannot fail: what cannot be measured stays absent or empty.
+
+/// Reads the slate, when a profile describes a leader.
+void readSlateIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
+                       RecognizerPool* recognizers);
+/// Reads the text in the picture in a decode of its own, when a profile limits where it may stand.
+void scanTextIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
+                      RecognizerPool* recognizers, AnalysisProgress* progress);
+
+/// Tells a sync pop in the leader from other sound, when a profile describes a leader.
 void measureLeaderToneIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles);
 
 /// Scores what is known about a file against the profiles that apply to it, in their order. Never

@@ -1,9 +1,11 @@
 #include "Analysis/Analyzer.h"
 #include "Captions/EmbeddedCaptions.h"
 #include "Check/Checker.h"
+#include "Check/EventOrder.h"
 #include "Check/SignalChecks.h"
 #include "Check/SignalEvents.h"
 #include "Check/SignalReport.h"
+#include "Check/TextEvents.h"
 #include "Signal/Leader.h"
 
 #include <algorithm>
@@ -91,6 +93,11 @@ FileReport report(const MediaInfo& media, const std::vector<Profile>& profiles)
     if (const auto section = SignalReport::section(media, leaderEnd)) {
         report.sections = {*section};
         report.events = SignalEvents::events(media, leaderEnd);
+    }
+    if (auto texts = TextEvents::events(media, kept); !texts.empty()) {
+        auto events = report.events.value_or(std::vector<SignalEvent>());
+        std::ranges::move(texts, std::back_inserter(events));
+        report.events = EventOrder::byFrame(std::move(events));
     }
     return report;
 }

@@ -1,0 +1,42 @@
+#include "VantroqueCLI/TextLanguages.h"
+
+#include "Base/UserDefaults.h"
+#include "VantroqueCLI/Output.h"
+#include "VantroquePlatform/TesseractRecognizer.h"
+
+#include <algorithm>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+std::vector<std::string> textLanguages(const Arguments& arguments)
+{
+    if (arguments.has("text-language"))
+        return arguments.values("text-language");
+    std::vector<std::string> languages;
+    for (const QString& code : UserDefaults().textList(u"text.languages"_s).value_or(QStringList()))
+        languages.push_back(code.toStdString());
+    return languages.empty() ? std::vector<std::string>{"eng"} : languages;
+}
+
+RecognizerPool::Start recognizerStart(const std::vector<std::string>& languages)
+{
+    return [languages] { return TesseractRecognizer::make(languages); };
+}
+
+void complainIfTextCannotBeRead(RecognizerPool& recognizers, const std::vector<Profile>& profiles)
+{
+    const bool isAsked = std::ranges::any_of(profiles, [](const Profile& profile) {
+        const auto& content = profile.content;
+        return content
+               && (content->slateSeconds || content->textSafeFraction || content->textRejectFraction
+                   || content->textClearOfZones);
+    });
+    if (!isAsked)
+        return;
+    if (const auto recognizer = recognizers.take(); !recognizer)
+        Output::complain(u"text in the picture is not read: "_s + recognizer.error().description);
+}
+
+} // namespace vantroque
