@@ -161,8 +161,8 @@ void readSlateIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
 void scanTextIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
                       RecognizerPool* recognizers, AnalysisProgress* progress)
 {
-    if (recognizers == nullptr || !media.signal
-        || media.signal->textScanAttempted.value_or(false) || !needsTextPlacement(profiles))
+    if (recognizers == nullptr || !media.signal || media.signal->textScanAttempted.value_or(false)
+        || !needsTextPlacement(profiles))
         return;
     media.signal->textScanAttempted = true;
     if (!media.video) {
