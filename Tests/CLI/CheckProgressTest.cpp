@@ -208,8 +208,9 @@ TEST_F(ProgressLine, TellsStageBarAndTimeLeft)
             stages << match.captured(4);
     }
     EXPECT_THAT(stages, ElementsAre(u"Reading the file"_s, u"Measuring picture and sound"_s,
-                                    u"Measuring the 2-pop"_s, u"Checking against the platforms"_s,
-                                    u"Done"_s));
+                                    u"Reading the slate"_s, u"Measuring the 2-pop"_s,
+                                    u"Reading on-screen text"_s,
+                                    u"Checking against the platforms"_s, u"Done"_s));
     EXPECT_TRUE(toldTimeLeft);
     EXPECT_EQ(bar, 20);
     EXPECT_GT(lines.size(), 10U);
