@@ -1,5 +1,7 @@
 #include "Signal/LogHeaders.h"
 
+#include <QList>
+
 namespace vantroque {
 
 bool LogHeaders::holds(std::string_view line)
