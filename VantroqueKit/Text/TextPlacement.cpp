@@ -199,9 +199,10 @@ std::vector<TextRegion> track(std::vector<TextSample> samples, double shortest)
     std::vector<Track> closed;
     for (const TextSample& sample : samples) {
         addSample(open, sample);
-        const auto gone = std::ranges::stable_partition(open, &Track::isMatched);
-        closed.insert(closed.end(), gone.begin(), gone.end());
-        open.erase(gone.begin(), gone.end());
+        const auto gone = std::stable_partition(open.begin(), open.end(),
+                                                [](const Track& each) { return each.isMatched; });
+        closed.insert(closed.end(), gone, open.end());
+        open.erase(gone, open.end());
     }
     closed.insert(closed.end(), open.begin(), open.end());
 
