@@ -142,11 +142,13 @@ TEST_F(MeasuredFile, ItsNameDoesNotChangeAnyMeasurement)
 
 TEST_F(MeasuredFile, TheNameOfADamagedFileDoesNotChangeAnyMeasurement)
 {
-    // Each complaint about damage names the file.
+    // Each complaint about damage names the file. Packets that are only marked as damaged decode to
+    // the same picture each time; what is really damaged, threads patch up differently.
+    constexpr qsizetype packet = 188;
+    constexpr char transportError = '\x80';
     QByteArray bytes = contents(Clips::transportStream());
-    for (qsizetype at = 6'000; at + 60 < bytes.size(); at += 3'000)
-        for (qsizetype i = at; i < at + 60; ++i)
-            bytes[i] = static_cast<char>(bytes[i] ^ 0x55);
+    for (qsizetype at = 10 * packet; at + packet <= bytes.size(); at += 20 * packet)
+        bytes[at + 1] = static_cast<char>(bytes[at + 1] | transportError);
     const SignalInfo expected = measured(m_folder.write("damaged.ts", bytes));
     for (const std::string name :
          {"crop=2:2:0:0 .ts", "a\nStream mapping:\n.ts",
