@@ -1,10 +1,9 @@
 #include "VantroqueCLI/TextLanguages.h"
 
+#include "Analysis/Analyzer.h"
 #include "Base/UserDefaults.h"
 #include "VantroqueCLI/Output.h"
 #include "VantroquePlatform/TesseractRecognizer.h"
-
-#include <algorithm>
 
 namespace vantroque {
 
@@ -27,13 +26,7 @@ RecognizerPool::Start recognizerStart(const std::vector<std::string>& languages)
 
 void complainIfTextCannotBeRead(RecognizerPool& recognizers, const std::vector<Profile>& profiles)
 {
-    const bool isAsked = std::ranges::any_of(profiles, [](const Profile& profile) {
-        const auto& content = profile.content;
-        return content
-               && (content->slateSeconds || content->textSafeFraction || content->textRejectFraction
-                   || content->textClearOfZones);
-    });
-    if (!isAsked)
+    if (!Analyzer::needsTextReading(profiles))
         return;
     if (const auto recognizer = recognizers.take(); !recognizer)
         Output::complain(u"text in the picture is not read: "_s + recognizer.error().description);

@@ -48,6 +48,16 @@ Result<MediaInfo> probedAgain(const MediaInfo& stored, AnalysisProgress* progres
     return media;
 }
 
+/// The longest slate that a profile describes, in seconds.
+std::optional<double> slateSeconds(const std::vector<Profile>& profiles)
+{
+    std::optional<double> longest;
+    for (const Profile& profile : profiles)
+        if (const auto& content = profile.content; content && content->slateSeconds)
+            longest = std::max(longest.value_or(0), *content->slateSeconds);
+    return longest;
+}
+
 bool needsDecode(const MediaInfo& media, bool isCurrent, const std::vector<Profile>& profiles)
 {
     if (!media.signal)
@@ -144,10 +154,7 @@ void readSlateIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
 {
     if (recognizers == nullptr || !media.signal || media.signal->slateTextLines)
         return;
-    std::optional<double> slate;
-    for (const Profile& profile : profiles)
-        if (const auto& content = profile.content; content && content->slateSeconds)
-            slate = std::max(slate.value_or(0), *content->slateSeconds);
+    const auto slate = slateSeconds(profiles);
     if (!slate)
         return;
     auto& lines = media.signal->slateTextLines.emplace();
@@ -224,6 +231,11 @@ bool needsTextPlacement(const std::vector<Profile>& profiles)
     });
 }
 
+bool needsTextReading(const std::vector<Profile>& profiles)
+{
+    return needsTextPlacement(profiles) || slateSeconds(profiles);
+}
+
 bool storedMeasurementsAreStale(const MediaInfo& media, const std::vector<Profile>& profiles)
 {
     if (!media.isCurrentAnalysis())
@@ -233,10 +245,7 @@ bool storedMeasurementsAreStale(const MediaInfo& media, const std::vector<Profil
     const SignalInfo& signal = *media.signal;
     if (needsTextPlacement(profiles) && !signal.textScanAttempted.value_or(false))
         return true;
-    const bool slateIsAsked = std::ranges::any_of(profiles, [](const Profile& profile) {
-        return profile.content && profile.content->slateSeconds;
-    });
-    if (!slateIsAsked)
+    if (!slateSeconds(profiles))
         return false;
     if (!signal.blackRuns || !signal.slateTextLines)
         return true;

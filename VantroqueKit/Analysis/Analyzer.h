@@ -63,6 +63,8 @@ FileReport report(const MediaInfo& media, const std::vector<Profile>& profiles);
 bool needsSignalPass(const std::vector<Profile>& profiles);
 /// Some profile limits where text may stand.
 bool needsTextPlacement(const std::vector<Profile>& profiles);
+/// Scoring takes text out of the picture: a slate's, or what stands in the ad.
+bool needsTextReading(const std::vector<Profile>& profiles);
 /// The record lacks a measurement that the profiles score, or is of another version.
 bool storedMeasurementsAreStale(const MediaInfo& media, const std::vector<Profile>& profiles);
 /// Scoring these profiles takes more than `report` on the stored record.

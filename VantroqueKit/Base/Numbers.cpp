@@ -93,6 +93,11 @@ QString signedFixed(double value, int decimals)
     return printed.startsWith(u'-') ? printed : u'+' + printed;
 }
 
+std::string wholeText(std::int64_t value)
+{
+    return QByteArray::number(static_cast<qlonglong>(value)).toStdString();
+}
+
 QString zeroPadded(std::int64_t value, int width)
 {
     return QString::number(value).rightJustified(width, u'0');

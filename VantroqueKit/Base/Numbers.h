@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 /// All rounding, printing and reading of numbers goes through here, because the C library's means
@@ -23,6 +24,8 @@ std::int64_t truncatedToInt(double value);
 QString fixed(double value, int decimals);
 /// "%+.{decimals}f". What prints as zero is "+0".
 QString signedFixed(double value, int decimals);
+/// A whole number for a tool's argument.
+std::string wholeText(std::int64_t value);
 /// "%0{width}d" of a number that is not negative.
 QString zeroPadded(std::int64_t value, int width);
 

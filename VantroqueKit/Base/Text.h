@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -11,6 +12,12 @@ namespace vantroque::Text {
 
 /// Text from UTF-8; invalid bytes become U+FFFD.
 QString utf8(std::string_view bytes);
+
+/// The bytes, which must outlive the view.
+inline std::string_view view(const QByteArray& bytes)
+{
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
 
 /// How many characters `text` has.
 qsizetype characterCount(const QString& text);

@@ -2,8 +2,7 @@
 #include "Base/Text.h"
 #include "Check/CheckRow.h"
 #include "Check/SlateLayout.h"
-
-#include <QRegularExpression>
+#include "Signal/SignalMatches.h"
 
 #include <algorithm>
 #include <iterator>
@@ -41,15 +40,14 @@ bool showsAdID(const QString& compact, const QString& fileName)
 /// not convert, such as one in other digits than 0 to 9, is left out.
 std::vector<std::vector<std::int64_t>> numbers(const QString& pattern, const QString& text)
 {
-    const QRegularExpression expression(pattern, QRegularExpression::UseUnicodePropertiesOption);
     std::vector<std::vector<std::int64_t>> found;
-    for (const auto& match : expression.globalMatch(text)) {
-        std::vector<std::int64_t> groups;
-        for (const QString& group : match.capturedTexts().mid(1))
+    for (const QStringList& groups : SignalAnalyzer::matches(pattern, text)) {
+        std::vector<std::int64_t> values;
+        for (const QString& group : groups)
             if (const auto number = Numbers::toInt(group))
-                groups.push_back(*number);
-        if (std::ssize(groups) == expression.captureCount())
-            found.push_back(groups);
+                values.push_back(*number);
+        if (std::ssize(values) == groups.size())
+            found.push_back(values);
     }
     return found;
 }

@@ -1,6 +1,6 @@
 #include "Signal/LiveLogReader.h"
 
-#include "Base/Numbers.h"
+#include "Signal/LogText.h"
 
 #include <algorithm>
 #include <array>
@@ -9,32 +9,12 @@
 
 namespace vantroque {
 
+using LogText::behind;
+
 namespace {
 
 /// Less than can be measured, dBFS.
 constexpr float silence = -99;
-
-/// What stands behind `key`; nothing without it.
-std::optional<std::string_view> behind(std::string_view line, std::string_view key)
-{
-    const std::size_t found = line.find(key);
-    if (found == line.npos)
-        return std::nullopt;
-    return line.substr(found + key.size());
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    const std::size_t start = std::min(text.find_first_not_of(" \t"), text.size());
-    const std::size_t end = text.find_last_not_of(" \t");
-    return end == text.npos ? std::string_view() : text.substr(start, end + 1 - start);
-}
-
-std::optional<double> firstNumber(std::string_view text)
-{
-    const std::string_view word = trimmed(text);
-    return Numbers::toDouble(word.substr(0, word.find_first_of(" \t")));
-}
 
 } // namespace
 
@@ -75,8 +55,8 @@ void LiveLogReader::feedLevel(std::string_view text)
     if (!channel || *channel < 1 || *channel > std::numeric_limits<int>::max())
         return;
     const std::string_view key = text.substr(dot + 1, equals - dot - 1);
-    const auto value =
-        static_cast<float>(Numbers::toDouble(trimmed(text.substr(equals + 1))).value_or(silence));
+    const auto value = static_cast<float>(
+        Numbers::toDouble(LogText::word(text.substr(equals + 1))).value_or(silence));
     const float level = std::isfinite(value) ? std::max(value, silence) : silence;
     const std::scoped_lock lock(m_mutex);
     if (key == "RMS_level")
@@ -92,7 +72,7 @@ void LiveLogReader::feedEvent(std::string_view line)
         "silence_end:", "freeze_start:", "freeze_end:"};
     for (std::size_t i = 0; i < keys.size(); ++i)
         if (const auto text = behind(line, keys[i])) {
-            if (const auto time = firstNumber(*text))
+            if (const auto time = LogText::number(*text))
                 m_progress.append(AnalysisProgress::LiveEvent{
                     static_cast<AnalysisProgress::LiveEvent::Kind>(i), *time});
             return;

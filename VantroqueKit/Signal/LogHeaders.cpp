@@ -1,6 +1,7 @@
 #include "Signal/LogHeaders.h"
 
-#include <QList>
+#include "Base/Text.h"
+#include "Signal/LogText.h"
 
 namespace vantroque {
 
@@ -23,9 +24,10 @@ QByteArray LogHeaders::without(const QByteArray& log)
 {
     LogHeaders headers;
     QByteArray rest;
-    for (const QByteArray& line : log.split('\n'))
-        if (!headers.holds({line.constData(), static_cast<std::size_t>(line.size())}))
-            rest.append(line).append('\n');
+    LogText::forEachLine(Text::view(log), [&](std::string_view line) {
+        if (!headers.holds(line))
+            rest.append(line.data(), static_cast<qsizetype>(line.size())).append('\n');
+    });
     return rest;
 }
 

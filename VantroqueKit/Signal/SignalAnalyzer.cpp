@@ -2,6 +2,7 @@
 
 #include "Base/Files.h"
 #include "Base/ScratchFolder.h"
+#include "Base/Text.h"
 #include "Signal/DecodeRun.h"
 #include "Signal/SignalLog.h"
 #include "Signal/SignalLogParser.h"
@@ -31,11 +32,6 @@ FFToolError failedRun(const FFTool::ToolOutput& output)
     error.status = output.status;
     error.stderr = QString::fromUtf8(output.stderr);
     return error;
-}
-
-std::string_view view(const QByteArray& bytes)
-{
-    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
 QByteArray sideFile(const fs::path& path)
@@ -126,7 +122,7 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     if (!output)
         return tl::unexpected(output.error());
 
-    const SignalLog log(view(output->stderr));
+    const SignalLog log(Text::view(output->stderr));
     if (!DecodeRun::counts(*output, source, log))
         return tl::unexpected(failedRun(*output));
     SignalInfo info = parse(log, media.durationSeconds);
@@ -136,7 +132,7 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
         dropSound(info);
     if (isDeep(source))
         if (const auto sample = SparseSample::take(ffmpeg, source)) {
-            info.activePicture = SignalLog(view(sample->log)).activePicture();
+            info.activePicture = SignalLog(Text::view(sample->log)).activePicture();
             if (!sample->bits.isEmpty())
                 outputs.bitsDump = sample->bits;
         }

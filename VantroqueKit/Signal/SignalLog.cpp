@@ -2,6 +2,7 @@
 
 #include "Base/Numbers.h"
 #include "Signal/LogHeaders.h"
+#include "Signal/LogText.h"
 
 #include <algorithm>
 #include <array>
@@ -10,37 +11,20 @@
 
 namespace vantroque {
 
+using LogText::behind;
+using LogText::number;
+using LogText::word;
+
 namespace {
 
-constexpr std::string_view blanks = " \t";
 /// Less than can be measured, dBFS.
 constexpr double silence = -99;
 /// More than ffmpeg decodes.
 constexpr int mostChannels = 1024;
 
-std::optional<std::string_view> behind(std::string_view text, std::string_view key)
-{
-    const std::size_t found = text.find(key);
-    if (found == std::string_view::npos)
-        return std::nullopt;
-    return text.substr(found + key.size());
-}
-
 bool contains(std::string_view text, std::string_view key)
 {
     return text.find(key) != std::string_view::npos;
-}
-
-/// The first word, blanks ahead of it passed over.
-std::string_view word(std::string_view text)
-{
-    const std::size_t start = std::min(text.find_first_not_of(blanks), text.size());
-    return text.substr(start, text.find_first_of(blanks, start) - start);
-}
-
-std::optional<double> number(std::string_view text)
-{
-    return Numbers::toDouble(word(text));
 }
 
 std::optional<double> numberBehind(std::string_view line, std::string_view key)
@@ -75,21 +59,16 @@ SignalLog::SignalLog(std::string_view log)
 {
     LogHeaders headers;
     bool isDecoding = false;
-    for (std::size_t at = 0; at < log.size();) {
-        const std::size_t end = std::min(log.find('\n', at), log.size());
-        std::string_view line = log.substr(at, end - at);
-        at = end + 1;
-        if (line.ends_with('\r'))
-            line.remove_suffix(1);
+    LogText::forEachLine(log, [&](std::string_view line) {
         if (headers.holds(line))
-            continue;
+            return;
         if (line == "Stream mapping:") {
             *this = SignalLog();
             isDecoding = true;
         } else if (isDecoding) {
             readLine(line);
         }
-    }
+    });
 }
 
 std::optional<CropRect> SignalLog::activePicture() const

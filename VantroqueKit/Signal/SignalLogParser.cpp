@@ -1,6 +1,7 @@
 #include "Signal/SignalLogParser.h"
 
 #include "Base/Numbers.h"
+#include "Base/Text.h"
 #include "Signal/CadenceAnalyzer.h"
 #include "Signal/Decimation.h"
 #include "Signal/DetailAnalyzer.h"
@@ -182,19 +183,16 @@ void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& medi
     input.frameCount = video.frameCount.value_or(0);
     info.cadence = CadenceAnalyzer::measure(input);
 
-    const auto view = [](const QByteArray& bytes) {
-        return std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    };
     constexpr int detailStride = 12;
-    const auto half = DetailAnalyzer::series(view(outputs.halfStats));
-    const auto quarter = DetailAnalyzer::series(view(outputs.quarterStats));
+    const auto half = DetailAnalyzer::series(Text::view(outputs.halfStats));
+    const auto quarter = DetailAnalyzer::series(Text::view(outputs.quarterStats));
     DetailEstimate detail;
     detail.halfResPsnrDb = DetailAnalyzer::median(half);
     detail.quarterResPsnrDb = DetailAnalyzer::median(quarter);
     detail.samplesMeasured = std::ssize(half);
     if (outputs.bitsDump)
-        detail.lumaBitsInUse =
-            DetailAnalyzer::bitsInUse(view(*outputs.bitsDump), video.bitDepth.value_or(bitDepth));
+        detail.lumaBitsInUse = DetailAnalyzer::bitsInUse(Text::view(*outputs.bitsDump),
+                                                         video.bitDepth.value_or(bitDepth));
     detail.segments = DetailAnalyzer::segments(half, quarter, detailStride, video.nominalFrameRate);
     info.detail = std::move(detail);
 }

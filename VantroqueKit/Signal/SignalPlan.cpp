@@ -8,17 +8,13 @@
 namespace vantroque::SignalAnalyzer {
 
 namespace fs = std::filesystem;
+using Numbers::wholeText;
 
 namespace {
 
-std::string text(std::int64_t number)
-{
-    return QByteArray::number(static_cast<qlonglong>(number)).toStdString();
-}
-
 std::string everyNth(std::int64_t step)
 {
-    return "select='not(mod(n\\," + text(step) + "))'";
+    return "select='not(mod(n\\," + wholeText(step) + "))'";
 }
 
 int downToEven(int size)
@@ -142,9 +138,9 @@ void SignalPlan::addVideoChains(std::vector<std::string>& chains) const
     chains.push_back("[0:" + video.specifier()
                      + "]cropdetect=limit=24:round=2:reset=0,blackdetect=d=0.02:pix_th=0.10,"
                        "freezedetect=n=-60dB:d=1.0,split="
-                     + text(std::ssize(labels)) + joined(labels, ""));
-    chains.push_back("[vlv]" + levelsSelect() + ",scale=" + text(levelsWidth) + ":"
-                     + text(levelsHeight) + ":flags=area,format=yuv444p[levels]");
+                     + wholeText(std::ssize(labels)) + joined(labels, ""));
+    chains.push_back("[vlv]" + levelsSelect() + ",scale=" + wholeText(levelsWidth) + ":"
+                     + wholeText(levelsHeight) + ":flags=area,format=yuv444p[levels]");
     if (m_hasBits)
         chains.push_back("[vbits]" + everyNth(48)
                          + ",extractplanes=y,scale=64:36:flags=neighbor,format="
@@ -153,10 +149,10 @@ void SignalPlan::addVideoChains(std::vector<std::string>& chains) const
         addDetailChains(chains);
     if (const auto& frames = m_options.textFrames)
         chains.push_back("[vtext]" + frames->selectFilter() + ",scale='min("
-                         + text(frames->maxWidth) + ",iw)':-2[text]");
+                         + wholeText(frames->maxWidth) + ",iw)':-2[text]");
     if (m_preview)
-        chains.push_back("[vprev]" + levelsSelect() + ",scale=" + text(m_preview->width) + ":"
-                         + text(m_preview->height) + ":flags=area,format=yuv444p[preview]");
+        chains.push_back("[vprev]" + levelsSelect() + ",scale=" + wholeText(m_preview->width) + ":"
+                         + wholeText(m_preview->height) + ":flags=area,format=yuv444p[preview]");
     // The height stays, so that idet still sees the fields.
     chains.push_back(
         std::string("[vfull]") + (video.width > 640 ? "scale=480:ih:flags=fast_bilinear," : "")
@@ -168,8 +164,8 @@ void SignalPlan::addVideoChains(std::vector<std::string>& chains) const
 
 void SignalPlan::addDetailChains(std::vector<std::string>& chains) const
 {
-    const std::string back = "scale=" + text(m_media.video->width) + ":"
-                             + text(m_media.video->height) + ":flags=bicubic";
+    const std::string back = "scale=" + wholeText(m_media.video->width) + ":"
+                             + wholeText(m_media.video->height) + ":flags=bicubic";
     chains.push_back("[vq]" + everyNth(12) + ",hqdn3d=0:0:12:12,split=3[da][db][dc]");
     chains.push_back("[db]scale=iw/2:ih/2:flags=bicubic," + back + "[db2]");
     chains.push_back("[dc]scale=iw/4:ih/4:flags=bicubic," + back + "[dc2]");

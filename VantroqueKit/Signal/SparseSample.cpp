@@ -6,16 +6,13 @@
 
 namespace vantroque::SparseSample {
 
+using Numbers::wholeText;
+
 namespace {
 
 /// cropdetect passes over the first two frames of all.
 constexpr int framesAtEachPlace = 3;
 constexpr int mostPlaces = 12;
-
-std::string text(int number)
-{
-    return QByteArray::number(number).toStdString();
-}
 
 /// The head, which is there whatever the header claims of the duration, then places spread over the
 /// file.
@@ -35,14 +32,14 @@ std::string graph(const VideoStreamInfo& video, std::size_t count, bool withBits
     std::string chains;
     std::string labels;
     for (int i = 0; i < static_cast<int>(count); ++i) {
-        const std::string label = "[p" + text(i) + "]";
-        chains += "[" + text(i) + ":" + video.specifier()
-                  + "]trim=end_frame=" + text(framesAtEachPlace) + ",setsar=1" + label + ";";
+        const std::string label = "[p" + wholeText(i) + "]";
+        chains += "[" + wholeText(i) + ":" + video.specifier()
+                  + "]trim=end_frame=" + wholeText(framesAtEachPlace) + ",setsar=1" + label + ";";
         labels += label;
     }
     // The limit is a share of the range, which holds at any depth: 24 of 255.
     const std::string crop = "cropdetect=limit=0.0941176:round=2:reset=0[cropout]";
-    const std::string joined = chains + labels + "concat=n=" + text(static_cast<int>(count));
+    const std::string joined = chains + labels + "concat=n=" + wholeText(static_cast<int>(count));
     if (!withBits)
         return joined + "," + crop;
     return joined + ",split=2[crop][bits];[crop]" + crop

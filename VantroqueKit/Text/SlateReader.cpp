@@ -7,27 +7,10 @@
 
 namespace vantroque::SlateReader {
 
-namespace {
-
-/// What stands in a slate; nothing when the recognizer fails in whatever way.
-std::optional<std::vector<RecognizedLine>> linesIn(const QImage& picture,
-                                                   TextRecognizer& recognizer)
-{
-    constexpr std::chrono::seconds longestReading{30};
-    const auto deadline = std::chrono::steady_clock::now() + longestReading;
-    try {
-        auto lines = recognizer.recognize(picture, TextRecognizer::Subject::slate, deadline);
-        return lines ? std::optional(*std::move(lines)) : std::nullopt;
-    } catch (const std::exception&) {
-        return std::nullopt;
-    }
-}
-
-} // namespace
-
 std::optional<QStringList> readText(const FileUrl& media, double time, RecognizerPool& recognizers)
 {
     constexpr int readingWidth = 1920;
+    constexpr std::chrono::seconds longestReading{30};
     const auto scratch = ScratchFolder::make();
     if (!scratch)
         return std::nullopt;
@@ -38,7 +21,7 @@ std::optional<QStringList> readText(const FileUrl& media, double time, Recognize
     const QImage picture(QString::fromStdString(file.native()));
     if (!recognizer || picture.isNull())
         return std::nullopt;
-    auto lines = linesIn(picture, **recognizer);
+    auto lines = linesIn(picture, **recognizer, TextRecognizer::Subject::slate, longestReading);
     if (!lines)
         return std::nullopt;
     std::ranges::stable_sort(*lines, {},

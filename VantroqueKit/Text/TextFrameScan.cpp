@@ -17,12 +17,6 @@ bool isThere(const fs::path& file)
     return fs::exists(file, error);
 }
 
-double usable(double sourceRate)
-{
-    constexpr double usual = 25;
-    return sourceRate > 0 ? sourceRate : usual;
-}
-
 } // namespace
 
 TextFrameScan::TextFrameScan(SignalAnalyzer::TextFrameRequest request, const MediaInfo& media,
@@ -56,7 +50,7 @@ std::optional<std::vector<TextRegion>> TextFrameScan::finish()
     m_worker.join();
     if (m_samples.empty())
         return std::nullopt;
-    const double interval = m_request.step() / usable(m_request.sourceRate);
+    const double interval = m_request.time(2); // the first is at 0
     return TextPlacementReader::narrowEdges(TextPlacement::track(std::move(m_samples)), m_media,
                                             interval, m_recognizers, m_progress);
 }

@@ -24,19 +24,6 @@ bool holdsLetterOrDigit(const QString& text)
     return false;
 }
 
-/// What a recognizer finds, or nothing when it fails in whatever way.
-std::vector<RecognizedLine> linesIn(const QImage& picture, TextRecognizer& recognizer,
-                                    TextRecognizer::Subject subject)
-{
-    const auto deadline = std::chrono::steady_clock::now() + longestReading;
-    try {
-        auto lines = recognizer.recognize(picture, subject, deadline);
-        return lines ? *std::move(lines) : std::vector<RecognizedLine>();
-    } catch (const std::exception&) {
-        return {};
-    }
-}
-
 /// ffmpeg's arguments up to the input, whose picture stays as it is stored: that is what sizes and
 /// boxes speak of.
 Arguments reading(const MediaInfo& media, const Arguments& place)
@@ -83,7 +70,8 @@ std::vector<TextSample::Box> detectBoxes(const QImage& picture, TextRecognizer& 
     if (!pixels)
         return {};
     std::vector<TextSample::Box> boxes;
-    for (const RecognizedLine& line : linesIn(picture, recognizer, subject)) {
+    const auto lines = linesIn(picture, recognizer, subject, longestReading);
+    for (const RecognizedLine& line : lines.value_or(std::vector<RecognizedLine>())) {
         const NormalizedRect rect = line.box.grown(0);
         if (!holdsLetterOrDigit(line.text) || rect.width <= 0 || rect.height <= 0)
             continue;
@@ -134,11 +122,11 @@ std::optional<std::vector<TextRegion>> read(const MediaInfo& media, RecognizerPo
     TextFrameScan scan(wanted, media, recognizers, progress);
     scan.start();
     Arguments arguments = reading(media, {});
-    add(arguments, {"-vf",
-                    wanted.selectFilter() + ",scale='min("
-                        + QByteArray::number(wanted.maxWidth).toStdString() + ",iw)':-2",
-                    "-pix_fmt", "rgb24", "-compression_level", "1", "-fps_mode", "passthrough",
-                    "-f", "image2", (wanted.directory / "%05d.png").native()});
+    add(arguments,
+        {"-vf",
+         wanted.selectFilter() + ",scale='min(" + Numbers::wholeText(wanted.maxWidth) + ",iw)':-2",
+         "-pix_fmt", "rgb24", "-compression_level", "1", "-fps_mode", "passthrough", "-f", "image2",
+         (wanted.directory / "%05d.png").native()});
     if (!FFTool::run(*ffmpeg, arguments))
         return std::nullopt;
     return scan.finish();

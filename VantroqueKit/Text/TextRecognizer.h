@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <chrono>
+#include <optional>
 #include <vector>
 
 namespace vantroque {
@@ -41,5 +42,11 @@ public:
     /// Forgets earlier pictures: what comes is of another file or place.
     virtual void forget() = 0;
 };
+
+/// The lines in a picture; nothing when the recognizer fails in whatever way, or takes longer.
+std::optional<std::vector<RecognizedLine>> linesIn(const QImage& picture,
+                                                   TextRecognizer& recognizer,
+                                                   TextRecognizer::Subject subject,
+                                                   std::chrono::seconds longest);
 
 } // namespace vantroque

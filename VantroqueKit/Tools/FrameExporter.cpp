@@ -11,12 +11,8 @@ namespace vantroque::FrameExporter {
 namespace {
 
 namespace fs = std::filesystem;
+using Numbers::wholeText;
 using Arguments = std::vector<std::string>;
-
-std::string text(int number)
-{
-    return QByteArray::number(number).toStdString();
-}
 
 /// The place ahead of the input, so that the seek is fast, and one frame behind it.
 Arguments oneFrame(const FileUrl& media, double time)
@@ -57,7 +53,7 @@ Result<void> writeFrame(const FileUrl& media, double time, const fs::path& outpu
     Arguments after;
     if (forReading)
         after = {"-vf",
-                 "scale='min(" + text(*forReading) + ",iw)':-2",
+                 "scale='min(" + wholeText(*forReading) + ",iw)':-2",
                  "-pix_fmt",
                  "rgb24",
                  "-compression_level",
@@ -80,7 +76,7 @@ Result<QByteArray, FFToolError> frameData(const FileUrl& media, double time,
 {
     Arguments after;
     if (maxWidth)
-        after = {"-vf", "scale=" + text(*maxWidth) + ":-2:flags=bilinear"};
+        after = {"-vf", "scale=" + wholeText(*maxWidth) + ":-2:flags=bilinear"};
     after.insert(after.end(), {"-f", "image2pipe", "-vcodec", "png", "-"});
     auto output = TRY(run({}, media, time, after));
     if (output.stdout.isEmpty())
@@ -90,10 +86,11 @@ Result<QByteArray, FFToolError> frameData(const FileUrl& media, double time,
 
 Result<QByteArray, FFToolError> rawFrame(const FileUrl& media, double time, int width, int height)
 {
-    auto output =
-        TRY(run({}, media, time,
-                {"-vf", "scale=" + text(width) + ":" + text(height) + ":flags=area,format=yuv444p",
-                 "-f", "rawvideo", "-pix_fmt", "yuv444p", "-"}));
+    auto output = TRY(
+        run({}, media, time,
+            {"-vf",
+             "scale=" + wholeText(width) + ":" + wholeText(height) + ":flags=area,format=yuv444p",
+             "-f", "rawvideo", "-pix_fmt", "yuv444p", "-"}));
     if (output.stdout.isEmpty())
         return tl::unexpected(noFrame());
     return std::move(output.stdout);
