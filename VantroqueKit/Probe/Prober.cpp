@@ -4,6 +4,7 @@
 #include "Tools/FFTool.h"
 
 #include <array>
+#include <future>
 #include <sys/stat.h>
 
 namespace vantroque::Prober {
@@ -68,7 +69,7 @@ struct VideoProbe {
     int position; ///< Of the stream among the video streams; cover art may stand ahead.
 
     VideoStreamInfo describe(const Stream& stream, double formatDuration) const;
-    void measurePackets(VideoStreamInfo& video) const;
+    void lookDeeper(const Stream& stream, VideoStreamInfo& video) const;
     bool carriesCaptions(const Stream& stream, const VideoStreamInfo& video) const;
 };
 
@@ -100,27 +101,44 @@ VideoStreamInfo VideoProbe::describe(const Stream& stream, double formatDuration
     video.colorSpace = stream.color_space;
     video.colorPrimaries = stream.color_primaries;
     video.bitDepth = pictureBitDepth(stream.pix_fmt);
-    measurePackets(video);
-    if (video.codec == "h264"_L1 || video.codec == "hevc"_L1)
-        video.hrd = hrdInfo(url);
-    if (video.isHDR())
-        video.hdr = hdrMetadata(ffprobe, url, video.specifier());
-    video.closedCaptions = carriesCaptions(stream, video);
+    lookDeeper(stream, video);
     return video;
 }
 
-void VideoProbe::measurePackets(VideoStreamInfo& video) const
+void takePackets(const Result<PacketStats>& stats, VideoStreamInfo& video)
 {
-    auto stats = packetStats(ffprobe, url, video.nominalFrameRate, video.specifier());
     if (!stats)
         return;
     video.isVFR = stats->isVFR;
     video.vfrDetail = stats->vfrDetail;
-    video.bitratePerSecondKbps = std::move(stats->perSecondKbps);
+    video.bitratePerSecondKbps = stats->perSecondKbps;
     if (!video.bitrateKbps && video.durationSeconds > 0)
         video.bitrateKbps = stats->totalBits / video.durationSeconds / 1000.0;
     if (!video.frameCount)
         video.frameCount = stats->packetCount;
+}
+
+/// What takes further runs of the tools. None needs the answer of another, so they run beside each
+/// other: a tool's start alone takes a good part of them.
+void VideoProbe::lookDeeper(const Stream& stream, VideoStreamInfo& video) const
+{
+    auto packets = std::async(std::launch::async, [this, &video = std::as_const(video)] {
+        return packetStats(ffprobe, url, video.nominalFrameRate, video.specifier());
+    });
+    auto captions = std::async(std::launch::async, [this, &stream, &video = std::as_const(video)] {
+        return carriesCaptions(stream, video);
+    });
+    std::optional<HRDInfo> hrd;
+    if (video.codec == "h264"_L1 || video.codec == "hevc"_L1)
+        hrd = hrdInfo(url);
+    std::optional<HDRMetadata> hdr;
+    if (video.isHDR())
+        hdr = hdrMetadata(ffprobe, url, video.specifier());
+    const bool hasCaptions = captions.get();
+    takePackets(packets.get(), video);
+    video.hrd = hrd;
+    video.hdr = hdr;
+    video.closedCaptions = hasCaptions;
 }
 
 bool VideoProbe::carriesCaptions(const Stream& stream, const VideoStreamInfo& video) const
