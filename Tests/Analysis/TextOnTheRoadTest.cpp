@@ -74,6 +74,20 @@ void expectDecodedText(const MediaInfo& media)
     expectTitled(*signal);
 }
 
+/// ffmpeg on a disk that is full as soon as one frame for reading has been written.
+void fillTheDiskWithFrames(const FakeTools& tools)
+{
+    tools.put("ffmpeg", R"(
+case "$*" in *%05d.png*)
+    for word; do case "$word" in */%05d.png) folder="${word%/*}" ;; esac; done
+    cp "$TEST_FRAME" "$folder/00001.png"
+    : > "$folder/00002.png"
+    echo "av_interleaved_write_frame(): No space left on device" >&2
+    exit 1 ;;
+esac
+exec ffmpeg "$@")");
+}
+
 /// The measured word of each row of text placement.
 std::vector<QString> placementOf(const FileReport& report)
 {
@@ -158,6 +172,24 @@ TEST(TextOnTheDecode, EndsWithADecodeThatFails)
     ASSERT_FALSE(signal);
     EXPECT_EQ(signal.error().description, u"ffmpeg exited with status 1: broken\n"_s);
     EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+TEST(TextOnTheDecode, ThatFillsTheDiskIsGivenUpAndTheRestMeasured)
+{
+    const TestFolder folder;
+    QImage frame(64, 64, QImage::Format_RGB32);
+    frame.fill(Qt::white);
+    frame.save(QString::fromStdString((folder / "frame.png").native()));
+    const ScopedVariable shown("TEST_FRAME", folder / "frame.png");
+    const MediaInfo media = probed(BoxClips::titled());
+    const FakeTools tools;
+    fillTheDiskWithFrames(tools);
+    Readers readers;
+    const auto signal = Analyzer::decode(media, placement, {.recognizers = &readers.pool}, nullptr);
+    ASSERT_TRUE(signal) << signal.error().description.toStdString();
+    EXPECT_TRUE(signal->levels);
+    EXPECT_EQ(signal->textScanAttempted, true);
+    EXPECT_EQ(signal->textRegions, std::nullopt) << "what was read of the first frame is no scan";
 }
 
 TEST(TextOnTheDecode, EndsWithADecodeThatCannotStart)

@@ -365,5 +365,23 @@ TEST(TextFrameScan, FramesAreGoneSoonAfterTheirReading)
     feed.scan().finish();
 }
 
+TEST(TextFrameScan, OfADecodeThatBeginsAnewForgetsTheFirst)
+{
+    std::atomic<int> readings = 0;
+    Feed feed(FakeRecognizer::answering([&](const QImage& frame, Subject, auto) {
+        ++readings;
+        return FakeRecognizer::isWhiteIn(frame, place) ? oneLine : Lines();
+    }));
+    feed.scan().start();
+    feed.put({picture(255), picture(255), picture(255), picture(255)});
+    while (readings < 3)
+        std::this_thread::yield();
+    feed.scan().restart();
+    EXPECT_THAT(feed.files(), IsEmpty());
+    feed.put({picture(0), picture(0), picture(0)});
+    EXPECT_THAT(feed.scan().finish(), Optional(IsEmpty()));
+    EXPECT_EQ(readings, 6);
+}
+
 } // namespace
 } // namespace vantroque

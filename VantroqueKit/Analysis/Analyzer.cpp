@@ -139,6 +139,7 @@ Result<SignalInfo> decode(const MediaInfo& media, const std::vector<Profile>& pr
     if (scratch) {
         asked.textFrames = TextPlacementReader::request(media, scratch->path());
         scan.emplace(*asked.textFrames, media, *options.recognizers, progress);
+        asked.onRestart = [&scan] { scan->restart(); };
         scan->start();
     }
     SignalInfo signal = TRY(SignalAnalyzer::analyze(media.url, media, asked, progress));

@@ -20,12 +20,12 @@ struct Refusal {
 const std::vector<Refusal>& refusals()
 {
     static const auto usesDisk = [](const SignalPlan& plan) {
-        // A scan of text that lacks frames would miss text, so it is not done without.
-        return (plan.hasBits() || plan.hasDetail()) && !plan.hasTextFrames();
+        return plan.hasBits() || plan.hasDetail() || plan.hasTextFrames();
     };
     static const auto leaveOutDisk = [](SignalPlan& plan) {
         plan.leaveOutBits();
         plan.leaveOutDetail();
+        plan.leaveOutTextFrames();
     };
     static const std::vector<Refusal> all{
         // Some formats have no luma plane that can be taken out.
@@ -80,7 +80,8 @@ bool counts(const FFTool::ToolOutput& output, const MediaInfo& media, const Sign
 }
 
 Result<FFTool::ToolOutput, FFToolError> run(const std::filesystem::path& ffmpeg, SignalPlan& plan,
-                                            double timeout, SignalAnalyzer::LiveDisplay* display)
+                                            double timeout, SignalAnalyzer::LiveDisplay* display,
+                                            const std::function<void()>& restart)
 {
     const FFTool::RunOptions options{.allowFailure = true,
                                      .timeout = timeout,
@@ -92,6 +93,8 @@ Result<FFTool::ToolOutput, FFToolError> run(const std::filesystem::path& ffmpeg,
         refused->leaveOut(plan);
         if (display != nullptr)
             display->restart();
+        if (restart)
+            restart();
         output = TRY(FFTool::run(ffmpeg, plan.arguments(), options));
         refused = refusal(output);
     }

@@ -8,10 +8,12 @@
 namespace vantroque::DecodeRun {
 
 /// Runs the plan; what ffmpeg refuses the whole graph over is left out of the plan, and it is run
-/// again. `display` may be null. Blocks; fails as `FFTool::run` does, but not for the status.
+/// again; `restart` is called ahead of that. `display` may be null. Blocks; fails as `FFTool::run`
+/// does, but not for the status.
 Result<FFTool::ToolOutput, FFToolError> run(const std::filesystem::path& ffmpeg,
                                             SignalAnalyzer::SignalPlan& plan, double timeout,
-                                            SignalAnalyzer::LiveDisplay* display);
+                                            SignalAnalyzer::LiveDisplay* display,
+                                            const std::function<void()>& restart);
 
 /// Whether a run gave something that can be measured, however it ended. A file that ends in damage
 /// does as far as it goes; what was not decoded for another reason does not.

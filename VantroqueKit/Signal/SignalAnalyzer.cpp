@@ -116,7 +116,8 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
         progress->set(AnalysisProgress::Stage::decoding);
         display.emplace(*progress, source, plan);
     }
-    auto output = DecodeRun::run(ffmpeg, plan, options.timeout, display ? &*display : nullptr);
+    auto output = DecodeRun::run(ffmpeg, plan, options.timeout, display ? &*display : nullptr,
+                                 options.onRestart);
     if (display)
         display->finish();
     if (!output)

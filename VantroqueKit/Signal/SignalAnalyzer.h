@@ -5,6 +5,7 @@
 #include "Tools/FFTool.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 
 /// The one full decode of a file: a single ffmpeg run whose filter graph feeds every measurement,
@@ -32,6 +33,9 @@ private:
 struct Options {
     bool includeDetail = false; ///< Measure how well the picture survives half and quarter size.
     std::optional<TextFrameRequest> textFrames;
+    /// Called when the decode begins anew, since ffmpeg could not do a part of what is asked. Text
+    /// frames that are there already count no longer.
+    std::function<void()> onRestart = {};
     std::optional<int> previewWidth;         ///< Pixels; asks for pictures to show meanwhile.
     double timeout = FFTool::defaultTimeout; ///< Seconds.
 };

@@ -42,7 +42,9 @@ public:
     /// Loudness and true peak.
     bool hasLoudness() const { return m_hasLoudness; }
     void leaveOutLoudness() { m_hasLoudness = false; }
+    /// The frames for text recognition. A scan that lacks some would miss text, so all go.
     bool hasTextFrames() const { return m_options.textFrames.has_value(); }
+    void leaveOutTextFrames() { m_options.textFrames.reset(); }
 
     const std::optional<PictureSize>& preview() const { return m_preview; }
     std::filesystem::path halfStats() const { return m_scratch / "half.txt"; }

@@ -39,6 +39,16 @@ void TextFrameScan::start()
         m_worker = std::jthread([this](const std::stop_token& stop) { work(stop); });
 }
 
+void TextFrameScan::restart()
+{
+    m_worker = {}; // ends it after the frame at hand
+    m_samples.clear();
+    std::error_code ignored;
+    for (const auto& frame : fs::directory_iterator(m_request.directory, ignored))
+        fs::remove(frame.path(), ignored);
+    start();
+}
+
 std::optional<std::vector<TextRegion>> TextFrameScan::finish()
 {
     {

@@ -21,6 +21,8 @@ public:
 
     /// Begins to read; a second call does nothing.
     void start();
+    /// The decode begins anew: drops what has been read and removes the frames that are there.
+    void restart();
     /// To be called when the last frame is written: waits for the reading of the rest. The regions
     /// of held text, to the frame, sorted by start; nothing when no frame could be read.
     std::optional<std::vector<TextRegion>> finish();
