@@ -306,5 +306,68 @@ TEST(RecordCoding, AFileMemberMustBeALocalFile)
     EXPECT_EQ(copied(awkward), awkward);
 }
 
+TEST(RecordCoding, DatesAreWholeSecondsOfUtc)
+{
+    const QDateTime date({2026, 3, 1}, {12, 30, 5, 999}, Qt::UTC);
+    EXPECT_EQ(written(date), "{ \"value\": \"2026-03-01T12:30:05Z\" }");
+    EXPECT_EQ(written(date.toOffsetFromUtc(2 * 3600)), written(date));
+    EXPECT_EQ(written(date.toLocalTime()), written(date));
+    const QDateTime whole({2026, 3, 1}, {12, 30, 5}, Qt::UTC);
+    EXPECT_EQ(copied(whole), whole);
+    EXPECT_EQ(copied(whole)->timeSpec(), Qt::UTC);
+}
+
+TEST(RecordCoding, ADateMayBeReadWithAnyOffset)
+{
+    const QDateTime date({2026, 3, 1}, {12, 30}, Qt::UTC);
+    for (const char* text : {"2026-03-01T12:30:00Z", "2026-03-01T14:30:00+02:00",
+                             "2026-03-01T07:00:00-05:30", "2026-03-01T12:30:00.000Z"})
+        EXPECT_EQ(readValue<QDateTime>(QByteArray("\"") + text + '"'), date) << text;
+}
+
+TEST(RecordCoding, NothingElseServesADate)
+{
+    for (const char* text : {"", "soon", "2026-03-01", "2026-03-01T12:30:00",
+                             "2026-02-30T12:30:00Z", "12:30:00Z", "1772368200"})
+        EXPECT_EQ(readProblemOf<QDateTime>(QByteArray("\"") + text + '"'),
+                  u".value: expected a date such as 2026-03-01T12:30:00Z"_s)
+            << text;
+    EXPECT_EQ(readProblemOf<QDateTime>("1772368200"), u".value: expected text, found a number"_s);
+}
+
+TEST(RecordCoding, ADateThatIsNoneFailsOnWriting)
+{
+    EXPECT_EQ(writeProblem(Holder<QDateTime>{}), u".value: not a date"_s);
+    EXPECT_EQ(writeProblem(Holder<QDateTime>{QDateTime({12026, 3, 1}, {0, 0}, Qt::UTC)}),
+              u".value: not a date"_s);
+}
+
+TEST(RecordCoding, UuidsAreUpperCaseWithoutBraces)
+{
+    const QUuid id(0x3f2504e0, 0x4f89, 0x41d3, 0x9a, 0x0c, 0x03, 0x05, 0xe8, 0x2c, 0x33, 0x01);
+    EXPECT_EQ(written(id), "{ \"value\": \"3F2504E0-4F89-41D3-9A0C-0305E82C3301\" }");
+    EXPECT_EQ(copied(id), id);
+    EXPECT_EQ(readValue<QUuid>("\"3f2504e0-4f89-41d3-9a0c-0305e82c3301\""), id);
+    EXPECT_EQ(copied(QUuid()), QUuid());
+    for (const char* text : {"", "3F2504E0", "3F2504E0-4F89-41D3-9A0C-0305E82C330X"})
+        EXPECT_EQ(readProblemOf<QUuid>(QByteArray("\"") + text + '"'), u".value: expected a UUID"_s)
+            << text;
+}
+
+TEST(RecordCoding, ASharedMemberCodesLikeAnOptionalOne)
+{
+    using Shared = Holder<std::shared_ptr<const Codec>>;
+    EXPECT_EQ(Json::write(Shared{}).value(), "{\n}\n");
+    const Shared holder{std::make_shared<const Codec>(Codec{u"a"_s, 1.5})};
+    const QByteArray json = Json::write(holder).value();
+    EXPECT_EQ(json.simplified(), R"({ "value": { "codec": "a", "level": 1.5 } })");
+    EXPECT_EQ(*Json::read<Shared>(json)->value, *holder.value);
+    EXPECT_EQ(Json::read<Shared>("{}")->value, nullptr);
+    EXPECT_EQ(Json::read<Shared>(R"({"value": null})")->value, nullptr);
+    EXPECT_EQ(readProblem<Shared>(R"({"value": {}})"), u".value.codec: missing"_s);
+    EXPECT_EQ(writeProblem(Shared{std::make_shared<const Codec>(Codec{u"a"_s, infinity})}),
+              u".value.level: not a finite number"_s);
+}
+
 } // namespace
 } // namespace vantroque

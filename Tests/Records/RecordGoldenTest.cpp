@@ -1,4 +1,6 @@
 #include "Base/Json.h"
+#include "Records/CaptionCue.h"
+#include "Records/FileReview.h"
 #include "Records/MediaInfo.h"
 #include "Records/Profile.h"
 #include "Records/Report.h"
@@ -63,6 +65,12 @@ const std::vector<Golden> goldens{
     golden<TextRegion>("TextRegion", "start end x y width height text",
                        R"({"start": 1, "end": 3.5, "x": 0.1, "y": 0.2, "width": 0.3, "height": 0.05,
                            "text": "Now in stores"})"),
+    golden<CaptionCue::Run>(
+        "CaptionRun", "text italic bold underline",
+        R"({"text": "Now\non sale", "italic": true, "bold": false, "underline": true})"),
+    golden<CaptionCue>("CaptionCue", "id start end runs placement",
+                       R"({"id": 3, "start": 1.04, "end": 2.5, "placement": "top", "runs": [
+                           {"text": "Now", "italic": false, "bold": true, "underline": false}]})"),
     golden<LevelRun>("LevelRun", "start end worstFraction",
                      R"({"start": 1, "end": 5.5, "worstFraction": 0.125})"),
     golden<PictureLevels>(
@@ -257,6 +265,27 @@ const std::vector<Golden> goldens{
             "sourceURL": "", "verifiedDate": "", "checks": []}], "sections": [],
             "events": [{"id": "levels-0-0", "kind": "levels", "frame": 0, "verdict": "warn",
             "text": "Luma"}]})"),
+    golden<NormalizedPoint>("NormalizedPoint", "x y", R"({"x": 0.25, "y": 1})"),
+    golden<AnnotationStroke>("AnnotationStroke", "id tool points ink",
+                             R"({"id": "3F2504E0-4F89-41D3-9A0C-0305E82C3301", "tool": "ellipse",
+                                 "points": [{"x": 0.25, "y": 1}], "ink": "amber"})"),
+    golden<ReviewComment>("ReviewComment", "id frame frameRate text createdAt strokes",
+                          R"({"id": "3F2504E0-4F89-41D3-9A0C-0305E82C3301", "frame": 75,
+                              "frameRate": 29.97, "text": "Too loud", "author": "Ada",
+                              "createdAt": "2026-03-01T12:30:00Z", "strokes": []})"),
+    golden<ReviewSignOff>("ReviewSignOff", "decision decidedAt failingWhenSigned",
+                          R"({"decision": "needsRevisions", "decidedAt": "2026-03-01T12:30:00Z",
+                              "qcVerdictWhenSigned": "fail", "qcSummaryWhenSigned": "Fails 1 of 2",
+                              "failingWhenSigned": ["Test TV"]})"),
+    golden<FileReview>(
+        "FileReview", "fingerprint fileName lastKnownPath fileSizeBytes comments updatedAt",
+        R"({"fingerprint": "00ff", "fileName": "spot.mp4", "lastKnownPath": "/spots/spot.mp4",
+            "fileSizeBytes": 9007199254740993, "videoWidth": 1920, "videoHeight": 1080,
+            "comments": [{"id": "3F2504E0-4F89-41D3-9A0C-0305E82C3301", "frame": 75,
+            "frameRate": 25, "text": "", "createdAt": "2026-03-01T12:30:00Z", "strokes": []}],
+            "signOff": {"decision": "approved", "decidedAt": "2026-03-01T12:30:00Z",
+            "failingWhenSigned": []}, "updatedAt": "2026-03-01T12:30:00Z",
+            "captionsPath": "/spots/spot.srt"})"),
 };
 
 class RecordGolden : public testing::TestWithParam<Golden> {

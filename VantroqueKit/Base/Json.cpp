@@ -35,10 +35,10 @@ bool isTooDeep(const QByteArray& text)
 
 } // namespace
 
-Result<QJsonValue> parse(const QByteArray& text)
+Result<QJsonValue> parse(const QByteArray& text, qsizetype limit)
 {
-    if (text.size() > maxBytes)
-        return failure(QStringLiteral("JSON larger than %1 MB").arg(maxBytes / 1'000'000));
+    if (text.size() > limit)
+        return failure(QStringLiteral("JSON larger than %1 MB").arg(limit / 1'000'000));
     if (isTooDeep(text))
         return failure(QStringLiteral("JSON nested deeper than %1 levels").arg(maxDepth));
     QJsonParseError error;

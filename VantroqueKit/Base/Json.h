@@ -11,8 +11,8 @@ constexpr qsizetype maxBytes = 100'000'000;
 constexpr int maxDepth = 512;
 
 /// The object or list in `text`. Fails on malformed UTF-8 or JSON (with the byte offset), on more
-/// than `maxBytes` bytes and on nesting deeper than `maxDepth`.
-Result<QJsonValue> parse(const QByteArray& text);
+/// than `limit` bytes and on nesting deeper than `maxDepth`.
+Result<QJsonValue> parse(const QByteArray& text, qsizetype limit = maxBytes);
 
 /// Indented UTF-8 with a final line feed; keys in alphabetical order. Needs an object or
 /// a list.

@@ -78,6 +78,33 @@ Coded<FileUrl> decodeFileUrl(const QJsonValue& json)
     return *std::move(url);
 }
 
+Coded<QJsonValue> encodeDate(const QDateTime& date)
+{
+    const QString text = date.toUTC().toString(Qt::ISODate); // empty beyond the year 9999, too
+    if (text.isEmpty())
+        return problem(QStringLiteral("not a date"));
+    return QJsonValue(text);
+}
+
+Coded<QDateTime> decodeDate(const QJsonValue& json)
+{
+    const QString text = TRY(decodeText(json));
+    const QDateTime date = QDateTime::fromString(text, Qt::ISODate);
+    // Without a zone the text would mean another moment on another machine.
+    if (!date.isValid() || date.timeSpec() == Qt::LocalTime)
+        return problem(QStringLiteral("expected a date such as 2026-03-01T12:30:00Z"));
+    return date.toUTC();
+}
+
+Coded<QUuid> decodeUuid(const QJsonValue& json)
+{
+    const QString text = TRY(decodeText(json));
+    const QUuid id = QUuid::fromString(text);
+    if (id.isNull() && text != QUuid().toString(QUuid::WithoutBraces))
+        return problem(QStringLiteral("expected a UUID"));
+    return id;
+}
+
 Coded<std::size_t> decodeCase(const QJsonValue& json, const std::string_view* names,
                               std::size_t count)
 {

@@ -4,15 +4,18 @@
 #include "Base/Record.h"
 #include "Base/Result.h"
 
+#include <QDateTime>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QUuid>
 
 #include <cmath>
 #include <concepts>
 #include <cstdint>
 #include <limits>
 #include <map>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -35,9 +38,10 @@ template<typename T>
 using Coded = Result<T, CodingError>;
 
 /// Records to JSON values and back. A plain member is required on reading; a `std::optional` one
-/// may be absent or null, and is written only when it has a value. Integers keep 64 bits; a
-/// whole-valued number serves an integer member; a bool is no number. NaN and the infinities have
-/// no JSON form and are an error on writing. Unknown keys are ignored.
+/// may be absent or null, and is written only when it has a value; a `std::shared_ptr` to a
+/// constant one is such a member, null without a value. Integers keep 64 bits; a whole-valued
+/// number serves an integer member; a bool is no number. NaN, the infinities and an invalid date
+/// have no JSON form and are an error on writing. Unknown keys are ignored.
 namespace RecordCoding {
 
 // Leaves, in RecordCoding.cpp.
@@ -47,6 +51,10 @@ Coded<std::int64_t> decodeInteger(const QJsonValue& json, std::int64_t min, std:
 Coded<double> decodeNumber(const QJsonValue& json);
 Coded<QString> decodeText(const QJsonValue& json);
 Coded<FileUrl> decodeFileUrl(const QJsonValue& json);
+/// ISO 8601 in whole seconds of UTC, such as "2026-03-01T12:30:00Z"; reading takes any offset.
+Coded<QJsonValue> encodeDate(const QDateTime& date);
+Coded<QDateTime> decodeDate(const QJsonValue& json);
+Coded<QUuid> decodeUuid(const QJsonValue& json);
 Coded<std::size_t> decodeCase(const QJsonValue& json, const std::string_view* names,
                               std::size_t count);
 Coded<QJsonValue> encodeNumber(double value);
@@ -72,6 +80,10 @@ constexpr bool isOptional = false;
 template<typename T>
 constexpr bool isOptional<std::optional<T>> = true;
 template<typename T>
+constexpr bool isShared = false;
+template<typename T>
+constexpr bool isShared<std::shared_ptr<const T>> = true;
+template<typename T>
 constexpr bool isList = false;
 template<typename T>
 constexpr bool isList<std::vector<T>> = true;
@@ -84,9 +96,14 @@ constexpr bool isPair = false;
 template<typename T>
 constexpr bool isPair<std::pair<T, T>> = true;
 
+inline QLatin1String latin(std::string_view name)
+{
+    return {name.data(), static_cast<qsizetype>(name.size())};
+}
+
 inline QString key(std::string_view name)
 {
-    return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
+    return latin(name);
 }
 
 inline QString indexPath(qsizetype index)
@@ -106,7 +123,7 @@ Coded<void> encodeMember(const Record& record, const Member<Record, Value>& memb
         object.insert(key(member.name), *json);
         return {};
     };
-    if constexpr (isOptional<Value>)
+    if constexpr (isOptional<Value> || isShared<Value>)
         return value ? put(*value) : Coded<void>{};
     else
         return put(value);
@@ -116,7 +133,7 @@ template<typename Record, typename Value>
 Coded<void> decodeMember(Record& record, const Member<Record, Value>& member,
                          const QJsonObject& object)
 {
-    const QJsonValue json = object.value(key(member.name));
+    const QJsonValue json = object.value(latin(member.name));
     const auto take = [&]<typename T>(T& target) -> Coded<void> {
         auto decoded = decode<T>(json);
         if (!decoded)
@@ -125,10 +142,16 @@ Coded<void> decodeMember(Record& record, const Member<Record, Value>& member,
         return {};
     };
     Value& target = record.*member.pointer;
-    if constexpr (isOptional<Value>) {
+    if constexpr (isOptional<Value> || isShared<Value>) {
         if (json.isUndefined() || json.isNull())
             return {};
+    }
+    if constexpr (isOptional<Value>) {
         return take(target.emplace());
+    } else if constexpr (isShared<Value>) {
+        auto value = std::make_shared<std::remove_const_t<typename Value::element_type>>();
+        target = value;
+        return take(*value);
     } else {
         if (json.isUndefined())
             return tl::unexpected(
@@ -179,6 +202,10 @@ Coded<QJsonValue> encode(const T& value)
         return encodeNumber(value);
     } else if constexpr (std::same_as<T, FileUrl>) {
         return QJsonValue(value.toString());
+    } else if constexpr (std::same_as<T, QDateTime>) {
+        return encodeDate(value);
+    } else if constexpr (std::same_as<T, QUuid>) {
+        return QJsonValue(value.toString(QUuid::WithoutBraces).toUpper());
     } else if constexpr (NamedEnum<T>) {
         return QJsonValue(key(enumName(value)));
     } else if constexpr (isList<T>) {
@@ -230,6 +257,10 @@ Coded<T> decode(const QJsonValue& json)
         return number;
     } else if constexpr (std::same_as<T, FileUrl>) {
         return decodeFileUrl(json);
+    } else if constexpr (std::same_as<T, QDateTime>) {
+        return decodeDate(json);
+    } else if constexpr (std::same_as<T, QUuid>) {
+        return decodeUuid(json);
     } else if constexpr (NamedEnum<T>) {
         static constexpr auto names = enumNames(T{});
         return static_cast<T>(TRY(decodeCase(json, names.data(), names.size())));
