@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Base/Record.h"
+#include "Records/CaptionCue.h"
+
+#include <optional>
+#include <vector>
+
+namespace vantroque {
+
+/// Timed captions from one source, sorted by start and, where starts are equal, by id.
+class CaptionTrack {
+public:
+    enum class Format { srt, vtt, scc, embedded };
+
+    CaptionTrack(Format format, std::vector<CaptionCue> cues, double shift = 0);
+
+    Format format() const { return m_format; }
+    const std::vector<CaptionCue>& cues() const { return m_cues; }
+    /// Seconds that have been taken off the times of the source.
+    double shift() const { return m_shift; }
+    bool isEmpty() const { return m_cues.empty(); }
+
+    /// All cues that show at `time`, in order.
+    std::vector<CaptionCue> cues(double time) const;
+    /// `seconds` earlier, but not ahead of 0.
+    CaptionTrack shifted(double seconds) const;
+    /// For a track that was timed to a picture starting at a full hour: the hours, in seconds, that
+    /// bring its first cue into a picture of `duration` seconds.
+    std::optional<double> suggestedShift(double duration) const;
+    CaptionTrack autoShifted(double duration) const;
+
+    bool operator==(const CaptionTrack&) const = default;
+
+private:
+    Format m_format;
+    std::vector<CaptionCue> m_cues;
+    double m_shift;
+};
+VANTROQUE_ENUM_NAMES(CaptionTrack::Format, srt, vtt, scc, embedded)
+
+} // namespace vantroque

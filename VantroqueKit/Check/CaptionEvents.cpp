@@ -1,0 +1,57 @@
+#include "Check/CaptionEvents.h"
+
+#include "Base/Numbers.h"
+#include "Captions/CaptionReport.h"
+#include "Captions/LoadedCaptions.h"
+#include "Check/EventOrder.h"
+
+#include <QHash>
+
+namespace vantroque::CaptionEvents {
+
+using namespace Qt::StringLiterals;
+using Finding = CaptionSpelling::Finding;
+using Kind = SignalEvent::Kind;
+
+std::vector<SignalEvent> events(const CaptionSpelling& spelling, const CaptionTrack& track,
+                                double frameRate)
+{
+    const double rate = frameRate > 0 ? frameRate : 24;
+    QHash<int, std::int64_t> endFrames;
+    for (const CaptionCue& cue : track.cues())
+        endFrames.insert(cue.id, Numbers::roundedToInt(rate * cue.end));
+    const auto event = [&](Kind kind, const Finding& finding, const QString& text) {
+        SignalEvent made;
+        made.kind = kind;
+        made.frame = Numbers::roundedToInt(rate * finding.seconds);
+        if (const auto end = endFrames.find(finding.cueID); end != endFrames.end())
+            made.endFrame = *end;
+        made.verdict = Verdict::warn;
+        made.text = text;
+        return made;
+    };
+
+    const QString dictionary = CaptionReport::dictionaryName(spelling);
+    std::vector<SignalEvent> list;
+    for (const Finding& finding : spelling.unknownWords)
+        list.push_back(event(Kind::captionSpelling, finding,
+                             u"\"%1\" is not a word %2 knows."_s.arg(finding.word, dictionary)));
+    for (const Finding& finding : spelling.doubledWords)
+        list.push_back(event(Kind::captionDoubled, finding,
+                             u"\"%1\": the same word twice running."_s.arg(finding.word)));
+    return EventOrder::byFrame(std::move(list));
+}
+
+std::vector<SignalEvent> events(const std::optional<FileReview>& review, const FileUrl& media,
+                                const std::optional<VideoSummary>& video, double frameRate,
+                                SpellChecker& checker)
+{
+    const auto captions = LoadedCaptions::forReview(review, media, video);
+    if (!captions)
+        return {};
+    const auto spelling = CaptionSpelling::of(captions->track, checker, captions->language,
+                                              CaptionSpelling::nameWords(media));
+    return spelling ? events(*spelling, captions->track, frameRate) : std::vector<SignalEvent>();
+}
+
+} // namespace vantroque::CaptionEvents

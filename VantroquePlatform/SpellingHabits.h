@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// What people write and read without a thought, and dictionaries leave out. Words have straight
+/// apostrophes, languages are bare codes. Pure.
+namespace vantroque::SpellingHabits {
+
+/// Other forms of a word, one of which a dictionary may have: "cafe" for "café".
+QStringList otherForms(const QString& word, const QString& language);
+
+/// What a word may be whole that ends at an apostrophe: "going" for "goin'".
+QStringList withEnd(const QString& word, const QString& language);
+/// What a word may be whole that begins behind an apostrophe: "eine" for "'ne".
+QStringList withBeginning(const QString& word, const QString& language);
+
+/// Letters that stand behind the last apostrophe of a word and belong to no dictionary: "'s".
+bool isEnding(const QString& letters, const QString& language);
+/// Letters that stand ahead of an apostrophe and are a word of their own: "l'".
+bool isArticle(const QString& letters, const QString& language);
+
+/// "Psst", or ahead of a point "Dr".
+bool isSoundOrAbbreviation(const QString& word, bool hasPoint);
+
+} // namespace vantroque::SpellingHabits

@@ -1,0 +1,104 @@
+#include "VantroquePlatform/WordSplitter.h"
+
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+
+namespace vantroque::WordSplitter {
+
+using Range = SpellChecker::Range;
+
+namespace {
+
+/// What a word may hold behind its first letter.
+bool isWithinWord(QChar c)
+{
+    constexpr QChar catalanDot(u'\u00B7'); // in "col·lecció"
+    return c.isLetter() || c.isMark() || c.category() == QChar::Other_Format || isApostrophe(c)
+           || c == catalanDot;
+}
+
+/// In "acme.com", but not in "U.S.A." or where a blank is missing behind a sentence.
+bool hasInnerDot(QStringView stretch)
+{
+    for (qsizetype i = 1; i + 1 < stretch.size(); ++i)
+        if (stretch[i] == u'.' && stretch[i - 1].isLetterOrNumber() && stretch[i + 1].isLower())
+            return true;
+    return false;
+}
+
+/// An address, a handle or a hash tag.
+bool isAddress(QStringView stretch)
+{
+    return stretch.startsWith(u'#') || stretch.contains(u'@') || hasInnerDot(stretch);
+}
+
+/// The words in a token, which by Unicode's rules may hold digits, dots and underlines.
+void addWords(QStringView token, qsizetype offset, std::vector<Range>& words)
+{
+    if (std::ranges::any_of(token, [](QChar c) { return c.isNumber(); }))
+        return;
+    for (qsizetype i = 0; i < token.size(); ++i) {
+        if (!token[i].isLetter())
+            continue;
+        const qsizetype start = i;
+        while (i < token.size() && isWithinWord(token[i]))
+            ++i;
+        qsizetype end = i;
+        while (!token[end - 1].isLetter() && !token[end - 1].isMark())
+            --end;
+        words.push_back({offset + start, end - start});
+    }
+}
+
+/// The words in a stretch without white space.
+void addStretch(QStringView stretch, qsizetype offset, std::vector<Range>& words)
+{
+    if (isAddress(stretch))
+        return;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Word, stretch, nullptr, 0);
+    qsizetype start = 0;
+    for (qsizetype end = 0; (end = finder.toNextBoundary()) >= 0; start = end)
+        addWords(stretch.sliced(start, end - start), offset + start, words);
+}
+
+/// Makes one word of two with a single hyphen between them.
+std::vector<Range> withHyphens(const std::vector<Range>& words, const QString& text)
+{
+    std::vector<Range> joined;
+    for (const Range& word : words) {
+        const qsizetype end = joined.empty() ? -1 : joined.back().start + joined.back().length;
+        if (end >= 0 && end + 1 == word.start && isHyphen(text[end]))
+            joined.back().length += 1 + word.length;
+        else
+            joined.push_back(word);
+    }
+    return joined;
+}
+
+} // namespace
+
+std::vector<Range> words(const QString& text)
+{
+    const QStringView view = text;
+    std::vector<Range> found;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const qsizetype start = i;
+        while (i < text.size() && !text[i].isSpace())
+            ++i;
+        addStretch(view.sliced(start, i - start), start, found);
+    }
+    return withHyphens(found, text);
+}
+
+bool isApostrophe(QChar c)
+{
+    return c == u'\'' || c == u'\u2019';
+}
+
+bool isHyphen(QChar c)
+{
+    return c == u'-' || c == u'\u2010' || c == u'\u2011';
+}
+
+} // namespace vantroque::WordSplitter
