@@ -1,10 +1,12 @@
 #include "Base/Numbers.h"
+#include "VantroqueCLI/CaptionCheck.h"
 #include "VantroqueCLI/CheckReports.h"
 #include "VantroqueCLI/Commands.h"
 #include "VantroqueCLI/Output.h"
 #include "VantroqueCLI/ProfileChoice.h"
 #include "VantroqueCLI/TerminalProgress.h"
 #include "VantroqueCLI/TextLanguages.h"
+#include "VantroquePlatform/EnchantSpeller.h"
 
 #include <algorithm>
 #include <atomic>
@@ -75,6 +77,22 @@ std::vector<CheckedFile> analyseAll(const Arguments& arguments,
     return files;
 }
 
+/// The captions of --captions, when it is given.
+Result<std::optional<LoadedCaptions>> givenCaptions(const Arguments& arguments)
+{
+    if (!arguments.has("captions"))
+        return std::nullopt;
+    return TRY(loadCaptions(FileUrl::fromPath(arguments.value("captions", {}))));
+}
+
+void addCaptions(const LoadedCaptions& captions, std::vector<CheckedFile>& files)
+{
+    EnchantSpeller speller;
+    for (CheckedFile& file : files)
+        if (file.outcome)
+            CaptionCheck::add(captions, file.outcome->media.url, file.outcome->report, speller);
+}
+
 ExitStatus judged(const std::vector<CheckedFile>& files)
 {
     ExitStatus status = ExitStatus::passed;
@@ -121,7 +139,14 @@ ExitStatus check(const Arguments& arguments)
         status = ExitStatus::trouble;
     }
 
-    const auto files = analyseAll(arguments, chosen);
+    const auto captions = givenCaptions(arguments);
+    if (!captions) {
+        Output::complain(captions.error().description);
+        return ExitStatus::trouble;
+    }
+    auto files = analyseAll(arguments, chosen);
+    if (*captions)
+        addCaptions(**captions, files);
     status = worse(status, judged(files));
     // A report in a file must not hide that some file is missing from it.
     if (arguments.has("output"))

@@ -14,9 +14,16 @@ namespace {
 FileReport displayable(FileReport report)
 {
     report.fileName = Text::printable(report.fileName);
-    for (ProfileReport& profile : report.profiles)
-        for (CheckResult& row : profile.checks)
-            row.measured = Text::printable(row.measured);
+    const auto clean = [](std::vector<ProfileReport>& rows) {
+        for (ProfileReport& profile : rows)
+            for (CheckResult& row : profile.checks) {
+                row.title = Text::printable(row.title); // captions are titled by their file
+                row.measured = Text::printable(row.measured);
+            }
+    };
+    clean(report.profiles);
+    if (report.sections)
+        clean(*report.sections);
     return report;
 }
 

@@ -14,7 +14,9 @@ struct Command {
     ExitStatus (*run)(const Arguments& arguments);
 };
 
+ExitStatus captions(const Arguments& arguments);
 ExitStatus check(const Arguments& arguments);
+ExitStatus markers(const Arguments& arguments);
 ExitStatus measure(const Arguments& arguments);
 ExitStatus probe(const Arguments& arguments);
 ExitStatus profiles(const Arguments& arguments);

@@ -17,8 +17,8 @@ const std::vector<Command>& commands()
     static const std::vector<Command> all{
         {"check",
          "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit] [--media]\n"
-         "        [--detail] [--skip-signal] [--text-language CODE]... [--jobs N] [--verbose]\n"
-         "        [--profiles-dir DIR] [-o FILE] FILE...",
+         "        [--detail] [--skip-signal] [--captions FILE] [--text-language CODE]...\n"
+         "        [--jobs N] [--verbose] [--profiles-dir DIR] [-o FILE] FILE...",
          "Scores files against the delivery specifications of platforms; the digital ones\n"
          "      unless profiles or groups (digital, broadcast, recommendation) are named.",
          {{"profile", true},
@@ -28,6 +28,7 @@ const std::vector<Command>& commands()
           {"media", false},
           {"detail", false},
           {"skip-signal", false},
+          {"captions", true},
           {"text-language", true},
           {"verbose", false},
           {"jobs", true},
@@ -44,6 +45,25 @@ const std::vector<Command>& commands()
          "Measures files and prints a table, one line a file and one column a measurement.",
          {{"profiles-dir", true}, {"output", true}},
          measure},
+        {"markers",
+         "--format avid|premiere|resolve|csv [--profile ID]... [--group GROUP]... [--all]\n"
+         "        [--skip-signal] [--text-language CODE]... [--profiles-dir DIR] [-o FILE] FILE",
+         "Writes findings, and the notes of the file's review, as markers for an editing system\n"
+         "      or as a table.",
+         {{"format", true},
+          {"profile", true},
+          {"group", true},
+          {"all", false},
+          {"skip-signal", false},
+          {"text-language", true},
+          {"profiles-dir", true},
+          {"output", true}},
+         markers},
+        {"captions",
+         "[--media FILE] [--format text|json] FILE",
+         "Checks a caption file, or the captions inside a media file, for spelling and timing.",
+         {{"media", true}, {"format", true}},
+         captions},
         {"still",
          "--at TIME [-o FILE] FILE",
          "Writes one frame as a picture, by default beside the file.",

@@ -1,0 +1,83 @@
+#include "VantroqueCLI/CaptionCheck.h"
+
+#include "Base/Files.h"
+#include "Captions/CaptionLoader.h"
+#include "Captions/CaptionReport.h"
+#include "Captions/EmbeddedCaptions.h"
+#include "Check/CaptionEvents.h"
+#include "Probe/Prober.h"
+
+#include <cerrno>
+#include <unistd.h>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+tl::unexpected<Error> problem(const FileUrl& url, const QString& what)
+{
+    return failure(url.displayPath() + u": "_s + what);
+}
+
+Result<LoadedCaptions> ofSidecar(const FileUrl& url)
+{
+    if (::access(url.path().c_str(), R_OK) != 0)
+        return problem(url, Files::systemMessage(errno));
+    const auto track = CaptionLoader::load(url);
+    if (track)
+        return LoadedCaptions{*track, url.fileName(), {}};
+    return problem(url, track.error() == CaptionLoader::Problem::noCues
+                            ? u"there are no captions in it"_s
+                            : u"cannot be read as captions"_s);
+}
+
+Result<LoadedCaptions> ofMedia(const FileUrl& url)
+{
+    const auto sources = EmbeddedCaptions::sources(TRY(Prober::probe(url)));
+    if (sources.empty())
+        return problem(url, u"there are no captions in it"_s);
+    const auto track = EmbeddedCaptions::extract(sources.front(), url);
+    if (!track)
+        return problem(url, u"the captions in it cannot be read"_s);
+    return LoadedCaptions{*track, EmbeddedCaptions::title(sources.front()),
+                          EmbeddedCaptions::language(sources.front())};
+}
+
+} // namespace
+
+Result<LoadedCaptions> loadCaptions(const FileUrl& url)
+{
+    return CaptionLoader::isSidecar(url) ? ofSidecar(url) : ofMedia(url);
+}
+
+CaptionCheck CaptionCheck::of(const LoadedCaptions& captions, const FileUrl& name, double duration,
+                              double frameRate, SpellChecker& checker)
+{
+    const CaptionTrack track = captions.track.autoShifted(duration);
+    const auto spelling =
+        CaptionSpelling::of(track, checker, captions.language, CaptionSpelling::nameWords(name));
+    return {track, spelling,
+            CaptionReport::section(track, captions.title, duration, frameRate, spelling)};
+}
+
+void CaptionCheck::add(const LoadedCaptions& captions, const FileUrl& media, FileReport& report,
+                       SpellChecker& checker)
+{
+    const VideoSummary picture = report.video.value_or(VideoSummary());
+    const CaptionCheck check =
+        of(captions, media, picture.durationSeconds, picture.frameRate, checker);
+    if (!report.sections)
+        report.sections.emplace();
+    report.sections->push_back(check.section);
+    if (!check.spelling)
+        return;
+    if (!report.events)
+        report.events.emplace();
+    for (SignalEvent& event :
+         CaptionEvents::events(*check.spelling, check.track, picture.frameRate))
+        report.events->push_back(std::move(event));
+}
+
+} // namespace vantroque
