@@ -108,3 +108,12 @@ TEST(IncludeFloors, FilesIncludeOnlyWhatTheirFolderMayUse)
                     << file << " includes " << included.toStdString();
     }
 }
+
+TEST(IncludeFloors, TheModelOfTheWindowKnowsNoAdapters)
+{
+    const auto table = floors();
+    for (const fs::path& file : sourcesUnder(source / "VantroqueApp/Model"))
+        for (const QString& included : includedFolders(file))
+            EXPECT_TRUE(table.contains(included) || included == u"VantroqueApp"_s)
+                << file << " includes " << included.toStdString();
+}

@@ -1,0 +1,254 @@
+#include "Model/ModelFixture.h"
+
+#include <QSignalSpy>
+
+// What comes into the list, in which order it is analysed, and what goes out.
+
+namespace vantroque {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class List : public ModelTest {};
+
+TEST_F(List, AFileIsMeasuredAndScored)
+{
+    start({loud()}).add({file("spot.mp4")});
+    ASSERT_TRUE(soonIdle());
+    ASSERT_THAT(states(), ElementsAre(u"done"_s));
+    EXPECT_THAT(profileIDs(entry(0)), ElementsAre(u"loud"_s));
+    EXPECT_EQ(entry(0).media->video->width, 320);
+    EXPECT_TRUE(entry(0).media->signal->integratedLKFS);
+    EXPECT_EQ(entry(0).fingerprint->size(), 64);
+    EXPECT_EQ(model().selectedReport(), entry(0).report());
+    EXPECT_EQ(model().selectedMedia(), entry(0).media.get());
+    EXPECT_EQ(model().progress(entry(0).id), nullptr);
+}
+
+TEST_F(List, AFileThatCannotBeReadFailsWithTheToolsWordsAndTheNextOneGoesOn)
+{
+    start().add({anyFile("broken.mp4"), file("spot.mp4")});
+    ASSERT_TRUE(soonIdle());
+    ASSERT_THAT(states(), ElementsAre(u"failed"_s, u"done"_s));
+    EXPECT_THAT(std::get<FileAnalysis::Failed>(entry(0).status).reason.toStdString(),
+                HasSubstr("ffprobe"));
+    EXPECT_EQ(entry(0).media, nullptr);
+}
+
+TEST_F(List, WithoutToolsFilesAreTakenAndFailInTheToolsWords)
+{
+    const ScopedVariable path("PATH", m_folder.path());
+    const ScopedVariable tools("VANTROQUE_FFMPEG_DIR");
+    start().add({anyFile("a.mov")});
+    EXPECT_TRUE(model().toolMissing());
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(states(), ElementsAre(u"failed"_s));
+}
+
+TEST_F(List, WithToolsNoneIsMissing)
+{
+    EXPECT_FALSE(start().toolMissing());
+}
+
+TEST_F(List, OnlyVideoFilesAreTaken)
+{
+    startHeld().add({anyFile("a.MP4"), anyFile("b"), anyFile("c.txt"), anyFile("d.mov"),
+                     anyFile("e.m4v"), anyFile("f.mxf"), anyFile("g.webm"), anyFile("h.mpg"),
+                     anyFile("i.mpeg"), anyFile("j.avi"), anyFile("k.mkv"), anyFile("l.wav"),
+                     anyFile(".mov")});
+    EXPECT_THAT(names(), ElementsAre(u"a.MP4"_s, u"d.mov"_s, u"e.m4v"_s, u"f.mxf"_s, u"g.webm"_s,
+                                     u"h.mpg"_s, u"i.mpeg"_s, u"j.avi"_s, u"k.mkv"_s));
+}
+
+TEST_F(List, CaptionsAmongTheFilesAreDroppedWithoutAPlayer)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("a.srt"), anyFile("b.mp4")});
+    EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
+    EXPECT_THAT(states(), ElementsAre(u"running"_s, u"queued"_s));
+    EXPECT_EQ(selectedName(), u"a.mp4"_s);
+}
+
+TEST_F(List, OneFileIsAnalysedAtATimeInTheOrderOfAdding)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    EXPECT_THAT(states(), ElementsAre(u"running"_s, u"queued"_s, u"queued"_s));
+    m_held.release();
+    ASSERT_TRUE(soon([&] {
+        return states() == QStringList{u"done"_s, u"running"_s, u"queued"_s};
+    }));
+    m_held.release(2);
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(m_held.begun(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s, u"c.mp4"_s));
+}
+
+TEST_F(List, WhatIsShownWhileAFileRunsComesAndGoes)
+{
+    startHeld().add({anyFile("a.mp4")});
+    const QUuid id = entry(0).id;
+    ASSERT_TRUE(soon([&] { return model().progress(id) != nullptr; }));
+    EXPECT_EQ(model().progress(id)->stage, AnalysisProgress::Stage::probing);
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_EQ(model().progress(id), nullptr);
+}
+
+TEST_F(List, AddingAFileThatIsOnItsWayChangesNothing)
+{
+    const FileUrl a = anyFile("a.mp4");
+    const FileUrl b = anyFile("b.mp4");
+    startHeld().add({a, b});
+    const QUuid ids[] = {entry(0).id, entry(1).id};
+    model().add({b, a});
+    EXPECT_THAT(states(), ElementsAre(u"running"_s, u"queued"_s));
+    EXPECT_EQ(entry(0).id, ids[0]);
+    EXPECT_EQ(entry(1).id, ids[1]);
+}
+
+TEST_F(List, AddingAFinishedFileStartsItOverAtTheEnd)
+{
+    const FileUrl a = anyFile("a.mp4");
+    startHeld().add({a, anyFile("b.mp4")});
+    m_held.release(2);
+    ASSERT_TRUE(soonIdle());
+    EXPECT_EQ(selectedName(), u"a.mp4"_s);
+    const QUuid before = entry(0).id;
+    model().add({a});
+    EXPECT_THAT(names(), ElementsAre(u"b.mp4"_s, u"a.mp4"_s));
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"running"_s));
+    EXPECT_NE(entry(1).id, before);
+    EXPECT_EQ(entry(1).media, nullptr);
+    EXPECT_EQ(entry(1).fingerprint, std::nullopt);
+    EXPECT_EQ(selectedName(), u"b.mp4"_s) << "the first of the list";
+}
+
+TEST_F(List, AddingAFailedFileTriesItAgain)
+{
+    m_held.failFromNowOn();
+    const FileUrl a = anyFile("a.mp4");
+    startHeld().add({a});
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_EQ(std::get<FileAnalysis::Failed>(entry(0).status).reason, u"the analysis failed"_s);
+    model().add({a});
+    EXPECT_THAT(states(), ElementsAre(u"running"_s));
+}
+
+TEST_F(List, RemovingTheSelectedLastEntrySelectsTheNewLastOne)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    model().select(entry(2).id);
+    model().remove(entry(2).id);
+    EXPECT_EQ(selectedName(), u"b.mp4"_s);
+}
+
+TEST_F(List, RemovingASelectedEntrySelectsTheOneThatTakesItsPlace)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    model().select(entry(1).id);
+    model().remove(entry(1).id);
+    EXPECT_EQ(selectedName(), u"c.mp4"_s);
+}
+
+TEST_F(List, RemovingAnotherEntryLeavesTheSelection)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    model().remove(entry(1).id);
+    EXPECT_EQ(selectedName(), u"a.mp4"_s);
+}
+
+TEST_F(List, RemovingTheOnlyEntrySelectsNothing)
+{
+    startHeld().add({anyFile("a.mp4")});
+    model().remove(entry(0).id);
+    EXPECT_EQ(model().selectedAnalysisID(), std::nullopt);
+    EXPECT_EQ(model().selectedReport(), nullptr);
+    EXPECT_EQ(model().selectedMedia(), nullptr);
+}
+
+TEST_F(List, AnUnknownEntryIsNotRemoved)
+{
+    startHeld().add({anyFile("a.mp4")});
+    model().remove(QUuid::createUuid());
+    EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s));
+}
+
+TEST_F(List, TheNextFileWaitsUntilARemovedAnalysisEnds)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));
+    const QUuid removed = entry(0).id;
+    model().remove(removed);
+    EXPECT_TRUE(model().isWorking());
+    EXPECT_THAT(states(), ElementsAre(u"queued"_s));
+    m_held.release();
+    ASSERT_TRUE(soon([&] { return m_held.begun().size() == 2; }));
+    EXPECT_THAT(m_held.begun(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
+    EXPECT_THAT(states(), ElementsAre(u"running"_s));
+    EXPECT_EQ(model().progress(removed), nullptr);
+}
+
+TEST_F(List, ClearingItStopsNothingAndKeepsNothing)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));
+    model().clearAll();
+    EXPECT_THAT(model().analyses(), IsEmpty());
+    EXPECT_EQ(model().selectedAnalysisID(), std::nullopt);
+    EXPECT_TRUE(model().isWorking());
+    m_held.release();
+    ASSERT_TRUE(soon([&] { return !model().isWorking(); }));
+    EXPECT_THAT(model().analyses(), IsEmpty());
+    EXPECT_THAT(m_held.begun(), ElementsAre(u"a.mp4"_s));
+}
+
+TEST_F(List, SelectingTheSelectedEntryTellsNothing)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    QSignalSpy changes(&model(), &AppModel::selectionChanged);
+    model().select(entry(0).id);
+    EXPECT_EQ(changes.count(), 0);
+    model().select(entry(1).id);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(List, FilesWithAPictureCanBeCompared)
+{
+    start().add(
+        {file("a.mp4"), file("sound.mov", Clips::m4a()), anyFile("broken.mp4"), file("b.mp4")});
+    ASSERT_TRUE(soonIdle());
+    const auto sources = model().comparableSources();
+    ASSERT_EQ(sources.size(), 2U);
+    EXPECT_EQ(sources[0].name, u"a.mp4"_s);
+    EXPECT_EQ(sources[0].url, entry(0).url);
+    EXPECT_EQ(sources[0].video.width, 320);
+    EXPECT_EQ(sources[1].name, u"b.mp4"_s);
+}
+
+TEST_F(List, ComparingEndsWhenFewerThanTwoAreLeft)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    m_held.release(3);
+    ASSERT_TRUE(soonIdle());
+    model().setComparing(true);
+    model().remove(entry(0).id);
+    EXPECT_TRUE(model().comparing());
+    model().remove(entry(0).id);
+    EXPECT_FALSE(model().comparing());
+    model().setComparing(true);
+    model().clearAll();
+    EXPECT_FALSE(model().comparing());
+}
+
+TEST_F(List, TheLookIsRememberedAndDarkUnlessChosen)
+{
+    EXPECT_EQ(start().appearance(), AppearanceMode::dark);
+    model().setAppearance(AppearanceMode::system);
+    EXPECT_EQ(start().appearance(), AppearanceMode::system);
+    m_folder.write("settings", "appearance=sepia\n");
+    EXPECT_EQ(start().appearance(), AppearanceMode::dark);
+}
+
+} // namespace
+} // namespace vantroque

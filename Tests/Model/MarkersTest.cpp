@@ -1,0 +1,100 @@
+#include "Model/ModelFixture.h"
+
+#include "Review/ReviewStore.h"
+
+// Markers of the selected file, written where the operator chooses.
+
+namespace vantroque {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Markers : public ModelTest {
+protected:
+    void analyse(const FileUrl& url)
+    {
+        start({loud()}).add({url});
+        ASSERT_TRUE(soonIdle());
+    }
+    void exportAs(MarkerExport::Format format)
+    {
+        model().setExportMessage(std::nullopt);
+        model().exportMarkers(format);
+        EXPECT_TRUE(soon([this] { return model().exportMessage().has_value(); }));
+    }
+    /// Notes at these frames.
+    static void note(const FileUrl& url, const std::vector<int>& frames)
+    {
+        FileReview review = ReviewStore::loadOrCreate(url).value();
+        for (const int frame : frames)
+            review.comments.push_back({.id = QUuid::createUuid(),
+                                       .frame = frame,
+                                       .frameRate = 25,
+                                       .text = u"look"_s,
+                                       .createdAt = QDateTime::currentDateTimeUtc()});
+        ASSERT_TRUE(ReviewStore::save(review));
+    }
+};
+
+TEST_F(Markers, NeedAnAnalysedFile)
+{
+    startHeld();
+    exportAs(MarkerExport::Format::csv);
+    EXPECT_EQ(model().exportMessage(), u"Analyse a file first."_s);
+    model().add({anyFile("a.mp4")});
+    exportAs(MarkerExport::Format::csv);
+    EXPECT_EQ(model().exportMessage(), u"Analyse a file first."_s) << "it is still running";
+}
+
+TEST_F(Markers, NeedNotesOrFindings)
+{
+    startHeld().add({anyFile("a.mp4")});
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    exportAs(MarkerExport::Format::csv);
+    EXPECT_EQ(model().exportMessage(), u"This file has no notes or findings yet."_s);
+    EXPECT_THAT(m_desktop.proposed, IsEmpty());
+}
+
+TEST_F(Markers, AreWrittenWhereTheOperatorChooses)
+{
+    const FileUrl spot = file("spot.v2.mp4");
+    note(spot, {5});
+    analyse(spot);
+    m_desktop.answer = FileUrl::fromPath(m_folder / "out.edl");
+    exportAs(MarkerExport::Format::resolve);
+    EXPECT_EQ(model().exportMessage(), u"Saved 1 marker to out.edl"_s);
+    EXPECT_THAT(m_desktop.proposed, ElementsAre(u"spot.v2 markers (Resolve).edl"_s));
+    EXPECT_TRUE(contents(m_folder / "out.edl").startsWith("TITLE: spot.v2.mp4\n"));
+    note(spot, {9});
+    exportAs(MarkerExport::Format::csv);
+    EXPECT_EQ(model().exportMessage(), u"Saved 2 markers to out.edl"_s);
+    EXPECT_EQ(m_desktop.proposed.back(), u"spot.v2 markers.csv"_s);
+    EXPECT_TRUE(contents(m_folder / "out.edl").startsWith("\xEF\xBB\xBF"));
+}
+
+TEST_F(Markers, ChangingOnesMindWritesNothingAndSaysNothing)
+{
+    const FileUrl spot = file("spot.mp4");
+    note(spot, {5});
+    analyse(spot);
+    model().exportMarkers(MarkerExport::Format::avid);
+    QTest::qWait(100);
+    EXPECT_EQ(m_desktop.proposed.size(), 1U);
+    EXPECT_EQ(model().exportMessage(), std::nullopt);
+}
+
+TEST_F(Markers, AFailedWriteIsTold)
+{
+    const FileUrl spot = file("spot.mp4");
+    note(spot, {5});
+    analyse(spot);
+    m_desktop.answer = FileUrl::fromPath(m_folder / "none" / "out.xml");
+    exportAs(MarkerExport::Format::premiere);
+    EXPECT_TRUE(model().exportMessage()->startsWith(u"Could not write the markers: "_s));
+    EXPECT_TRUE(model().exportMessage()->contains(u"out.xml"_s));
+}
+
+} // namespace
+} // namespace vantroque

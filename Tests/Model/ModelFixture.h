@@ -1,0 +1,233 @@
+#pragma once
+
+#include "Base/ScopedVariable.h"
+#include "Check/Builders.h"
+#include "Support/Clips.h"
+#include "Support/FakeTools.h"
+#include "Support/Media.h"
+#include "VantroqueApp/Model/AppModel.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+#include <atomic>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+/// Scores nothing.
+inline Profile plainProfile(const QString& id)
+{
+    Profile profile = bareProfile();
+    profile.id = id;
+    profile.name = id;
+    return profile;
+}
+
+/// Needs a decode.
+inline Profile loud()
+{
+    Profile profile = plainProfile(u"loud"_s);
+    profile.loudness = LoudnessRule();
+    return profile;
+}
+
+/// Answers where to save as the test says.
+class FakeDesktop : public Desktop {
+public:
+    std::optional<FileUrl> chooseSaveFile(const QString& proposedName) override
+    {
+        proposed.push_back(proposedName);
+        return answer;
+    }
+
+    std::optional<FileUrl> answer;
+    std::vector<QString> proposed;
+};
+
+/// Analyses that wait until the test lets them go on. What they find is nothing but the name.
+class HeldEngine {
+public:
+    AnalysisEngine engine()
+    {
+        return {.analyze = [this](const FileUrl& url, const std::vector<Profile>& profiles,
+                                  AnalysisProgress& progress) -> Result<Analyzer::Analysis> {
+                    progress.set(AnalysisProgress::Stage::probing);
+                    pass(url.fileName());
+                    if (m_fails)
+                        return failure(u"the analysis failed"_s);
+                    return Analyzer::Analysis{media(url), Analyzer::report(media(url), profiles)};
+                },
+                .rescore = [this](MediaInfo& media,
+                                  const std::vector<Profile>& profiles) -> Result<FileReport> {
+                    pass(u"rescore "_s + media.url.fileName());
+                    if (m_fails)
+                        return failure(u"the rescore failed"_s);
+                    media.signal = SignalInfo();
+                    return Analyzer::report(media, profiles);
+                }};
+    }
+
+    static MediaInfo media(const FileUrl& url)
+    {
+        MediaInfo media;
+        media.url = url;
+        media.video = hdVideo();
+        media.durationSeconds = 30;
+        media.analysisVersion = currentAnalysisVersion;
+        return media;
+    }
+
+    /// Lets so many more calls end.
+    void release(int count = 1)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_free += count;
+        m_wake.notify_all();
+    }
+    /// Holds nothing back until `hold`.
+    void letGo() { release(1'000'000); }
+    void hold()
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_free = 0;
+    }
+    void failFromNowOn() { m_fails = true; }
+    /// What was begun, in order.
+    std::vector<QString> begun()
+    {
+        const std::scoped_lock lock(m_mutex);
+        return m_begun;
+    }
+
+private:
+    void pass(const QString& name)
+    {
+        std::unique_lock lock(m_mutex);
+        m_begun.push_back(name);
+        m_wake.wait(lock, [this] { return m_free > 0; });
+        --m_free;
+    }
+
+    std::atomic<bool> m_fails = false;
+    std::mutex m_mutex; ///< Guards what follows.
+    std::condition_variable m_wake;
+    int m_free = 0;
+    std::vector<QString> m_begun;
+};
+
+/// A model with a user's folders of its own.
+class ModelTest : public testing::Test {
+protected:
+    ~ModelTest() override { end(); }
+
+    /// A new start of the program.
+    AppModel& start(AnalysisEngine engine, Result<std::vector<Profile>> profiles)
+    {
+        end();
+        m_defaults = std::make_unique<UserDefaults>(
+            QString::fromStdString((m_folder / "settings").native()));
+        m_model = std::make_unique<AppModel>(*m_defaults, m_desktop, std::move(engine),
+                                             std::move(profiles));
+        return *m_model;
+    }
+    AppModel& start(std::vector<Profile> profiles = {})
+    {
+        return start(AnalysisEngine::real(nullptr), std::move(profiles));
+    }
+    AppModel& startHeld(std::vector<Profile> profiles = {})
+    {
+        return start(m_held.engine(), std::move(profiles));
+    }
+    /// The program ends, as the desktop tells it to.
+    void quit()
+    {
+        m_model->saveWorkspaceNow();
+        end();
+    }
+    /// The program is gone without a word.
+    void end()
+    {
+        m_held.letGo();
+        m_model.reset();
+        m_held.hold();
+    }
+
+    AppModel& model() { return *m_model; }
+
+    template<typename Condition>
+    static bool soon(Condition condition)
+    {
+        constexpr int milliseconds = 60'000;
+        return QTest::qWaitFor(condition, milliseconds);
+    }
+    bool soonIdle()
+    {
+        return soon([this] {
+            return !m_model->isWorking()
+                   && std::ranges::all_of(m_model->analyses(), [this](const FileAnalysis& entry) {
+                          return !entry.is<FileAnalysis::Queued>()
+                                 && !m_model->isRescoring(entry.id)
+                                 && (!entry.is<FileAnalysis::Done>() || m_model->isCurrent(entry));
+                      });
+        });
+    }
+
+    /// A file of the test's own with the content of a clip.
+    FileUrl file(const std::string& name, const std::filesystem::path& clip = Clips::plain())
+    {
+        return FileUrl::fromPath(m_folder.write(name, contents(clip)));
+    }
+    FileUrl anyFile(const std::string& name)
+    {
+        return FileUrl::fromPath(m_folder.write(name, QByteArray::fromStdString(name)));
+    }
+
+    QStringList names()
+    {
+        QStringList names;
+        for (const FileAnalysis& entry : model().analyses())
+            names << entry.url.fileName();
+        return names;
+    }
+    /// "queued", "running", ... of each entry.
+    QStringList states()
+    {
+        constexpr std::array words{"done", "failed", "queued", "running", "missing"};
+        QStringList states;
+        for (const FileAnalysis& entry : model().analyses())
+            states << QString::fromLatin1(words.at(entry.status.index()));
+        return states;
+    }
+    const FileAnalysis& entry(std::size_t index) { return model().analyses().at(index); }
+    QString selectedName()
+    {
+        const auto id = model().selectedAnalysisID();
+        return id ? model().analysis(*id)->url.fileName() : QString();
+    }
+    static QStringList profileIDs(const FileAnalysis& entry)
+    {
+        QStringList ids;
+        for (const ProfileReport& report : entry.report()->profiles)
+            ids << report.profileID;
+        return ids;
+    }
+
+    const TestFolder m_folder;
+    const ScopedVariable m_dataHome{"XDG_DATA_HOME", m_folder / "data"};
+    FakeDesktop m_desktop;
+    HeldEngine m_held;
+
+private:
+    int m_argumentCount = 1;
+    std::string m_program = "ModelTests";
+    std::array<char*, 2> m_arguments{m_program.data(), nullptr};
+    QCoreApplication m_application{m_argumentCount, m_arguments.data()};
+    std::unique_ptr<UserDefaults> m_defaults;
+
+protected:
+    std::unique_ptr<AppModel> m_model;
+};
+
+} // namespace vantroque

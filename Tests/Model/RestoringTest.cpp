@@ -1,0 +1,277 @@
+#include "Model/ModelFixture.h"
+
+// The list as the next start finds it, and what became of its files meanwhile.
+
+namespace vantroque {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Restoring : public ModelTest {
+protected:
+    /// Two analysed files, the second selected, and the program at its end.
+    void prepare()
+    {
+        startHeld({plainProfile(u"one"_s), plainProfile(u"two"_s)}).add({m_a, m_b});
+        m_held.release(2);
+        ASSERT_TRUE(soonIdle());
+        model().select(entry(1).id);
+        quit();
+    }
+    AppModel& restart() { return startHeld({plainProfile(u"one"_s), plainProfile(u"two"_s)}); }
+    /// Changes the stored workspace behind the program's back.
+    template<typename Change>
+    static void change(Change change)
+    {
+        Workspace workspace = WorkspaceStore::load().value();
+        change(workspace);
+        ASSERT_TRUE(WorkspaceStore::save(workspace));
+    }
+
+    const FileUrl m_a = anyFile("a.mp4");
+    const FileUrl m_b = anyFile("b.mp4");
+};
+
+TEST_F(Restoring, BringsBackListReportsAndSelection)
+{
+    prepare();
+    restart();
+    EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
+    EXPECT_EQ(selectedName(), u"b.mp4"_s);
+    EXPECT_EQ(entry(0).media->video->width, 1920);
+    EXPECT_EQ(entry(0).fingerprint->size(), 64);
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(m_held.begun(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s)) << "those of the first start";
+}
+
+TEST_F(Restoring, ScoresForThePresentChoice)
+{
+    prepare();
+    start(m_held.engine(), std::vector{plainProfile(u"two"_s), plainProfile(u"three"_s)});
+    EXPECT_THAT(profileIDs(entry(0)), ElementsAre(u"one"_s, u"two"_s)) << "as it was stored";
+    EXPECT_FALSE(model().isCurrent(entry(0)));
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(profileIDs(entry(0)), ElementsAre(u"two"_s, u"three"_s));
+}
+
+TEST_F(Restoring, AFileThatWasNotDoneIsAnalysed)
+{
+    startHeld().add({m_a, m_b});
+    ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));
+    quit();
+    const auto before = std::ssize(m_held.begun());
+    startHeld();
+    EXPECT_THAT(states(), ElementsAre(u"running"_s, u"queued"_s));
+    m_held.release(2);
+    ASSERT_TRUE(soonIdle());
+    const auto begun = m_held.begun();
+    EXPECT_THAT(std::vector(begun.begin() + before, begun.end()),
+                ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
+}
+
+TEST_F(Restoring, WithoutAStoredSelectionSelectsTheFirst)
+{
+    prepare();
+    change([](Workspace& workspace) { workspace.selectedPath = u"/elsewhere.mp4"_s; });
+    restart();
+    EXPECT_EQ(selectedName(), u"a.mp4"_s);
+}
+
+TEST_F(Restoring, AFileThatIsGoneIsMissingAndComesBackWhenAddedAgain)
+{
+    prepare();
+    std::filesystem::remove(m_b.path());
+    restart();
+    ASSERT_TRUE(soon([&] { return states() == QStringList{u"done"_s, u"missing"_s}; }));
+    EXPECT_TRUE(entry(1).media);
+    EXPECT_EQ(entry(1).report(), nullptr);
+    EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s)) << "its place in the list";
+    model().toggle(u"one"_s);
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"missing"_s)) << "no choice brings a file back";
+    anyFile("b.mp4");
+    model().add({m_b});
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"running"_s));
+}
+
+TEST_F(Restoring, AMissingFileThatIsBackAtTheNextStartIsScoredFromItsMeasurements)
+{
+    prepare();
+    std::filesystem::remove(m_b.path());
+    restart();
+    ASSERT_TRUE(soon([&] { return states().contains(u"missing"_s); }));
+    quit();
+    anyFile("b.mp4");
+    restart();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
+    EXPECT_THAT(m_held.begun(), testing::SizeIs(2)) << "no analysis but those of the first start";
+}
+
+TEST_F(Restoring, AFileThatChangedIsAnalysedAfresh)
+{
+    prepare();
+    m_folder.write("a.mp4", "another cut");
+    restart();
+    const QString before = *entry(0).fingerprint;
+    ASSERT_TRUE(soon([&] { return states() == QStringList{u"running"_s, u"done"_s}; }));
+    EXPECT_EQ(entry(0).media, nullptr);
+    EXPECT_NE(entry(0).fingerprint, before);
+    m_held.release();
+    EXPECT_TRUE(soonIdle());
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
+}
+
+TEST_F(Restoring, AMissingFingerprintIsTakenDown)
+{
+    prepare();
+    change([](Workspace& workspace) { workspace.files[0].fingerprint.reset(); });
+    restart();
+    EXPECT_EQ(entry(0).fingerprint, std::nullopt);
+    EXPECT_TRUE(soon([&] { return entry(0).fingerprint.has_value(); }));
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
+}
+
+/// As an older version of the program left it.
+void makeOld(WorkspaceFile& file)
+{
+    MediaInfo media = *file.media;
+    media.analysisVersion = 4;
+    file.media = std::make_shared<const MediaInfo>(media);
+}
+
+TEST_F(Restoring, WhatAnOlderVersionMeasuredIsMeasuredAfresh)
+{
+    prepare();
+    change([](Workspace& workspace) { makeOld(workspace.files[0]); });
+    restart();
+    EXPECT_THAT(states(), ElementsAre(u"running"_s, u"done"_s));
+    EXPECT_EQ(entry(0).media, nullptr);
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_TRUE(entry(0).hasCurrentMedia());
+}
+
+TEST_F(Restoring, WhatAnOlderVersionMeasuredOfAFileThatIsGoneStaysUntilItIsMissed)
+{
+    prepare();
+    change([](Workspace& workspace) { makeOld(workspace.files[0]); });
+    std::filesystem::remove(m_a.path());
+    restart();
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
+    EXPECT_TRUE(soon([&] { return states() == QStringList{u"missing"_s, u"done"_s}; }));
+}
+
+TEST_F(Restoring, AnUnreadableWorkspaceStartsEmptyAndIsOverwritten)
+{
+    prepare();
+    m_folder.write("data/Vantroque/workspace.json", "{\"files\": [");
+    restart();
+    EXPECT_THAT(model().analyses(), IsEmpty());
+    model().add({m_a});
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    quit();
+    EXPECT_EQ(WorkspaceStore::load()->files.size(), 1U);
+}
+
+TEST_F(Restoring, ANameThatIsNoUtf8IsFoundAgain)
+{
+    const FileUrl odd = anyFile("caf\xe9.mp4");
+    startHeld().add({odd});
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    quit();
+    startHeld();
+    ASSERT_THAT(states(), ElementsAre(u"done"_s));
+    EXPECT_EQ(entry(0).url, odd);
+    EXPECT_EQ(model().selectedAnalysisID(), entry(0).id);
+    ASSERT_TRUE(soonIdle());
+    QTest::qWait(100);
+    EXPECT_THAT(states(), ElementsAre(u"done"_s)) << "not missing";
+}
+
+TEST_F(Restoring, AFileIsReallyAnalysedAndRestored)
+{
+    start({loud()}).add({file("spot.mp4")});
+    ASSERT_TRUE(soonIdle());
+    const MediaInfo media = *entry(0).media;
+    const FileReport report = *entry(0).report();
+    quit();
+    start({loud()});
+    ASSERT_TRUE(soonIdle());
+    ASSERT_THAT(states(), ElementsAre(u"done"_s));
+    EXPECT_EQ(*entry(0).media, media);
+    EXPECT_EQ(*entry(0).report(), report);
+}
+
+// Saving.
+
+std::filesystem::path stored()
+{
+    return WorkspaceStore::path();
+}
+
+TEST_F(Restoring, AChangeIsSavedSoonWithoutBeingAsked)
+{
+    startHeld().add({m_a});
+    EXPECT_FALSE(std::filesystem::exists(stored()));
+    ASSERT_TRUE(soon([] { return std::filesystem::exists(stored()); }));
+    EXPECT_EQ(WorkspaceStore::load()->files.size(), 1U);
+    model().clearAll();
+    EXPECT_TRUE(soon([] {
+        const auto workspace = WorkspaceStore::load();
+        return workspace && workspace->files.empty();
+    }));
+}
+
+TEST_F(Restoring, ABurstOfChangesIsSavedOnceAMomentAfterTheLast)
+{
+    int snapshots = 0;
+    start();
+    WorkspaceSaver saver([&snapshots] {
+        ++snapshots;
+        return Workspace{.savedAt = QDateTime::currentDateTimeUtc()};
+    });
+    QElapsedTimer timer;
+    for (int i = 0; i < 5; ++i) {
+        timer.start();
+        saver.schedule();
+        QTest::qWait(100);
+    }
+    ASSERT_TRUE(soon([&] { return snapshots > 0; }));
+    EXPECT_GE(timer.elapsed(), 395) << "behind the last change";
+    QTest::qWait(500);
+    EXPECT_EQ(snapshots, 1);
+}
+
+TEST_F(Restoring, SavingAtOnceIsWrittenWhenItReturnsAndLeavesNoSaveBehind)
+{
+    int snapshots = 0;
+    start();
+    WorkspaceSaver saver([&snapshots] {
+        ++snapshots;
+        return Workspace{.savedAt = QDateTime::currentDateTimeUtc()};
+    });
+    saver.schedule();
+    saver.saveNow();
+    EXPECT_TRUE(WorkspaceStore::load());
+    QTest::qWait(500);
+    EXPECT_EQ(snapshots, 1);
+}
+
+TEST_F(Restoring, AWorkspaceThatCannotBeWrittenCostsNothingInMemory)
+{
+    m_folder.write("data/Vantroque", "a file where the folder should be");
+    startHeld().add({m_a});
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    model().saveWorkspaceNow();
+    EXPECT_THAT(states(), ElementsAre(u"done"_s));
+    EXPECT_EQ(model().exportMessage(), std::nullopt);
+}
+
+} // namespace
+} // namespace vantroque

@@ -1,0 +1,115 @@
+#include "Model/ModelFixture.h"
+
+#include "VantroqueApp/Model/Worker.h"
+
+#include <sys/resource.h>
+
+// Jobs in the background and their way back.
+
+namespace vantroque {
+namespace {
+
+using testing::ElementsAre;
+
+class Workers : public ModelTest {};
+
+TEST_F(Workers, JobsRunInOrderOnOneOtherThread)
+{
+    std::vector<int> order;
+    std::set<std::thread::id> threads;
+    Worker worker;
+    for (int i = 0; i < 100; ++i)
+        worker.run([&, i] {
+            order.push_back(i);
+            threads.insert(std::this_thread::get_id());
+        });
+    worker.waitUntilIdle();
+    EXPECT_EQ(order.size(), 100U);
+    EXPECT_TRUE(std::ranges::is_sorted(order));
+    EXPECT_EQ(threads.size(), 1U);
+    EXPECT_FALSE(threads.contains(std::this_thread::get_id()));
+}
+
+TEST_F(Workers, AnIdleWorkerIsNotWaitedFor)
+{
+    Worker worker;
+    worker.waitUntilIdle();
+    SUCCEED();
+}
+
+TEST_F(Workers, AtTheEndTheJobAtHandIsFinishedAndTheRestDropped)
+{
+    std::atomic<bool> hasBegun = false;
+    std::atomic<bool> isFinished = false;
+    std::atomic<bool> wasReached = false;
+    {
+        Worker worker;
+        worker.run([&] {
+            hasBegun = true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            isFinished = true;
+        });
+        worker.run([&] { wasReached = true; });
+        while (!hasBegun)
+            std::this_thread::yield();
+    }
+    EXPECT_TRUE(isFinished);
+    EXPECT_FALSE(wasReached);
+}
+
+TEST_F(Workers, OneOfLowPriorityGivesWay)
+{
+    int niceness = 0;
+    Worker worker(Worker::Priority::low);
+    worker.run([&] { niceness = ::getpriority(PRIO_PROCESS, 0); });
+    worker.waitUntilIdle();
+    EXPECT_EQ(niceness, 10);
+    EXPECT_EQ(::getpriority(PRIO_PROCESS, 0), 0) << "the main thread does not";
+}
+
+TEST_F(Workers, TheMailboxDeliversOnItsThreadAndInOrder)
+{
+    Mailbox mailbox;
+    std::vector<int> order;
+    Worker worker;
+    for (int i = 0; i < 1000; ++i)
+        worker.run([&, i] {
+            mailbox.post([&, i, main = std::this_thread::get_id()] {
+                EXPECT_NE(main, std::this_thread::get_id());
+                order.push_back(i);
+            });
+        });
+    ASSERT_TRUE(soon([&] { return order.size() == 1000; }));
+    EXPECT_TRUE(std::ranges::is_sorted(order));
+}
+
+TEST_F(Workers, ALongQueueLeavesRoomForTheWindow)
+{
+    Mailbox mailbox;
+    int delivered = 0;
+    int deliveredAtFirstEvent = 0;
+    for (int i = 0; i < 50; ++i)
+        mailbox.post([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+            ++delivered;
+        });
+    QMetaObject::invokeMethod(
+        &mailbox, [&] { deliveredAtFirstEvent = delivered; }, Qt::QueuedConnection);
+    ASSERT_TRUE(soon([&] { return delivered == 50; }));
+    EXPECT_GT(deliveredAtFirstEvent, 0);
+    EXPECT_LT(deliveredAtFirstEvent, 10);
+}
+
+TEST_F(Workers, WhatIsLeftInTheMailboxGoesWithIt)
+{
+    bool wasCalled = false;
+    {
+        Mailbox mailbox;
+        mailbox.post([&] { wasCalled = true; });
+    }
+    QTest::qWait(10);
+    EXPECT_FALSE(wasCalled);
+}
+
+} // namespace
+} // namespace vantroque

@@ -1,0 +1,19 @@
+#include "VantroqueApp/Model/AnalysisEngine.h"
+
+namespace vantroque {
+
+AnalysisEngine AnalysisEngine::real(RecognizerPool* recognizers)
+{
+    return {.analyze =
+                [recognizers](const FileUrl& url, const std::vector<Profile>& profiles,
+                              AnalysisProgress& progress) {
+                    return Analyzer::analyze(url, profiles, {.recognizers = recognizers},
+                                             &progress);
+                },
+            .rescore =
+                [recognizers](MediaInfo& media, const std::vector<Profile>& profiles) {
+                    return Analyzer::rescore(media, profiles, recognizers);
+                }};
+}
+
+} // namespace vantroque

@@ -1,0 +1,207 @@
+#include "VantroqueApp/Model/AppModel.h"
+
+#include "Profiles/ProfileSelection.h"
+#include "Tools/FFTool.h"
+
+#include <algorithm>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isVideo(const FileUrl& url)
+{
+    static const std::set<QString> extensions{u"mp4"_s, u"mov"_s,  u"m4v"_s, u"mxf"_s, u"webm"_s,
+                                              u"mpg"_s, u"mpeg"_s, u"avi"_s, u"mkv"_s};
+    return extensions.contains(url.extension().toLower());
+}
+
+} // namespace
+
+AppModel::AppModel(UserDefaults& defaults, Desktop& desktop, AnalysisEngine engine,
+                   Result<std::vector<Profile>> profiles)
+    : m_defaults(defaults),
+      m_desktop(desktop),
+      m_engine(std::move(engine)),
+      m_appearance(Appearance::load(defaults)),
+      m_saver([this] { return workspace(); })
+{
+    if (profiles)
+        m_profiles = *std::move(profiles);
+    else
+        m_profilesError = profiles.error().description;
+    takeChoice(ProfileSelectionStore(m_defaults).load(m_profiles));
+    m_toolMissing = !FFTool::find("ffprobe") || !FFTool::find("ffmpeg");
+    restoreWorkspace();
+}
+
+AppModel::~AppModel() = default;
+
+// Profiles.
+
+void AppModel::takeChoice(const std::set<QString>& ids)
+{
+    m_enabledProfileIDs = ids;
+    auto enabled = std::make_shared<std::vector<Profile>>();
+    for (const Profile& profile : m_profiles)
+        if (ids.contains(profile.id))
+            enabled->push_back(profile);
+    m_enabledProfiles = std::move(enabled);
+    ++m_choice;
+}
+
+void AppModel::setEnabledProfileIDs(const std::set<QString>& ids)
+{
+    if (ids == m_enabledProfileIDs)
+        return;
+    takeChoice(ids);
+    ProfileSelectionStore(m_defaults).save(ids, m_profiles);
+    Q_EMIT enabledProfilesChanged();
+    rescoreAll();
+}
+
+void AppModel::toggle(const QString& profileID)
+{
+    std::set<QString> ids = m_enabledProfileIDs;
+    if (ids.erase(profileID) == 0)
+        ids.insert(profileID);
+    setEnabledProfileIDs(ids);
+}
+
+// The list.
+
+FileAnalysis* AppModel::find(const QUuid& id)
+{
+    const auto found = std::ranges::find(m_analyses, id, &FileAnalysis::id);
+    return found == m_analyses.end() ? nullptr : &*found;
+}
+
+FileAnalysis* AppModel::find(const FileUrl& url)
+{
+    const auto found = std::ranges::find(m_analyses, url, &FileAnalysis::url);
+    return found == m_analyses.end() ? nullptr : &*found;
+}
+
+const FileAnalysis* AppModel::analysis(const QUuid& id) const
+{
+    const auto found = std::ranges::find(m_analyses, id, &FileAnalysis::id);
+    return found == m_analyses.end() ? nullptr : &*found;
+}
+
+const AnalysisProgress::Snapshot* AppModel::progress(const QUuid& id) const
+{
+    const auto found = m_progress.find(id);
+    return found == m_progress.end() ? nullptr : &found->second;
+}
+
+bool AppModel::isCurrent(const FileAnalysis& entry) const
+{
+    const auto* done = std::get_if<FileAnalysis::Done>(&entry.status);
+    return done != nullptr && done->choice == m_choice;
+}
+
+void AppModel::add(const std::vector<FileUrl>& urls)
+{
+    for (const FileUrl& url : urls) {
+        if (!isVideo(url))
+            continue;
+        if (const FileAnalysis* known = find(url)) {
+            if (known->is<FileAnalysis::Queued>() || known->is<FileAnalysis::Running>())
+                continue;
+            if (known->id == m_selectedAnalysisID)
+                select(std::nullopt);
+            m_analyses.erase(m_analyses.begin() + (known - m_analyses.data()));
+        }
+        m_analyses.push_back({.id = QUuid::createUuid(), .url = url});
+    }
+    Q_EMIT listChanged();
+    if (!m_selectedAnalysisID && !m_analyses.empty())
+        select(m_analyses.front().id);
+    pump();
+    m_saver.schedule();
+}
+
+void AppModel::remove(QUuid id)
+{
+    const FileAnalysis* entry = find(id);
+    if (entry == nullptr)
+        return;
+    const auto index = entry - m_analyses.data();
+    m_analyses.erase(m_analyses.begin() + index);
+    Q_EMIT listChanged();
+    if (m_selectedAnalysisID == id) {
+        const auto next = std::min(std::ssize(m_analyses) - 1, index);
+        select(next < 0 ? std::nullopt
+                        : std::optional(m_analyses[static_cast<std::size_t>(next)].id));
+    }
+    if (comparableSources().size() < 2)
+        setComparing(false);
+    m_saver.schedule();
+}
+
+void AppModel::clearAll()
+{
+    m_analyses.clear();
+    Q_EMIT listChanged();
+    select(std::nullopt);
+    setComparing(false);
+    m_saver.schedule();
+}
+
+// Selection and comparison.
+
+void AppModel::select(const std::optional<QUuid>& id)
+{
+    if (id == m_selectedAnalysisID)
+        return;
+    m_selectedAnalysisID = id;
+    Q_EMIT selectionChanged();
+    m_saver.schedule();
+}
+
+const FileReport* AppModel::selectedReport() const
+{
+    const FileAnalysis* entry = m_selectedAnalysisID ? analysis(*m_selectedAnalysisID) : nullptr;
+    return entry != nullptr ? entry->report() : nullptr;
+}
+
+const MediaInfo* AppModel::selectedMedia() const
+{
+    const FileAnalysis* entry = m_selectedAnalysisID ? analysis(*m_selectedAnalysisID) : nullptr;
+    return entry != nullptr ? entry->media.get() : nullptr;
+}
+
+std::vector<AppModel::ComparableSource> AppModel::comparableSources() const
+{
+    std::vector<ComparableSource> sources;
+    for (const FileAnalysis& entry : m_analyses)
+        if (const FileReport* report = entry.report();
+            report != nullptr && report->video && report->video->width >= 1)
+            sources.push_back({entry.url, report->fileName, *report->video});
+    return sources;
+}
+
+void AppModel::setComparing(bool comparing)
+{
+    if (std::exchange(m_comparing, comparing) != comparing)
+        Q_EMIT comparingChanged();
+}
+
+// The rest.
+
+void AppModel::setAppearance(AppearanceMode mode)
+{
+    Appearance::save(mode, m_defaults);
+    if (std::exchange(m_appearance, mode) != mode)
+        Q_EMIT appearanceChanged();
+}
+
+void AppModel::setExportMessage(const std::optional<QString>& message)
+{
+    m_exportMessage = message;
+    Q_EMIT exportMessageChanged();
+}
+
+} // namespace vantroque

@@ -1,0 +1,219 @@
+// Analysing and rescoring what is in the list.
+
+#include "Review/ReviewStore.h"
+#include "VantroqueApp/Model/AppModel.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace vantroque {
+
+namespace {
+
+std::optional<ReviewSignOff> storedSignOff(const QString& fingerprint)
+{
+    const auto review = ReviewStore::load(fingerprint);
+    return review ? review->signOff : std::nullopt;
+}
+
+/// Waits for a full analysis, not for a new score of what is measured already.
+bool isDue(const FileAnalysis& entry)
+{
+    return entry.is<FileAnalysis::Queued>() && !entry.hasCurrentMedia();
+}
+
+} // namespace
+
+// Analysing.
+
+void AppModel::pump()
+{
+    if (m_isWorking)
+        return;
+    const auto next = std::ranges::find_if(m_analyses, isDue);
+    if (next == m_analyses.end())
+        return;
+    m_isWorking = true;
+    next->status = FileAnalysis::Running{};
+    const QUuid id = next->id;
+    m_analyzer.run(
+        [this, id, url = next->url, profiles = m_enabledProfiles, choice = m_choice.load()] {
+            m_mailbox.post(
+                [this, id, outcome = analyze(id, url, *profiles, choice)] { finish(id, outcome); });
+        });
+    Q_EMIT entryChanged(id);
+}
+
+/// On a worker.
+AppModel::Outcome AppModel::analyze(const QUuid& id, const FileUrl& url,
+                                    const std::vector<Profile>& profiles, std::uint64_t choice)
+{
+    Outcome outcome;
+    {
+        AnalysisProgress progress(
+            [this, id](const AnalysisProgress::Snapshot& snapshot) {
+                m_mailbox.post([this, id, snapshot] {
+                    m_progress[id] = snapshot;
+                    Q_EMIT progressChanged(id);
+                });
+            },
+            {.wantsPreview = true});
+        if (auto analysis = m_engine.analyze(url, profiles, progress)) {
+            outcome.media = std::make_shared<const MediaInfo>(std::move(analysis->media));
+            outcome.status = FileAnalysis::Done{
+                std::make_shared<const FileReport>(std::move(analysis->report)), choice};
+        } else {
+            outcome.status = FileAnalysis::Failed{analysis.error().description};
+        }
+    }
+    if (auto fingerprint = ReviewStore::fingerprint(url)) {
+        outcome.signOff = storedSignOff(*fingerprint);
+        outcome.fingerprint = *std::move(fingerprint);
+    }
+    return outcome;
+}
+
+void AppModel::finish(const QUuid& id, const Outcome& outcome)
+{
+    m_progress.erase(id);
+    m_isWorking = false;
+    if (FileAnalysis* entry = find(id)) {
+        entry->status = outcome.status;
+        entry->media = outcome.media;
+        entry->fingerprint = outcome.fingerprint;
+        entry->signOff = outcome.signOff;
+        rescore(*entry); // the choice of profiles may have changed meanwhile
+        Q_EMIT entryChanged(id);
+    }
+    pump();
+    m_saver.schedule();
+}
+
+void AppModel::queueAgain(FileAnalysis& entry)
+{
+    entry.status = FileAnalysis::Queued{};
+    entry.media = nullptr;
+    Q_EMIT entryChanged(entry.id);
+    pump();
+}
+
+// Rescoring.
+
+void AppModel::rescoreAll()
+{
+    std::vector<QUuid> ids;
+    for (const FileAnalysis& entry : m_analyses)
+        ids.push_back(entry.id);
+    std::ranges::stable_sort(ids, {}, [this](const QUuid& id) {
+        return id == m_selectedAnalysisID ? 0 : m_visible.contains(id) ? 1 : 2;
+    });
+    for (const QUuid& id : ids)
+        if (FileAnalysis* entry = find(id))
+            rescore(*entry);
+}
+
+void AppModel::rescore(FileAnalysis& entry)
+{
+    if (isCurrent(entry))
+        return;
+    if (entry.canBeScored()) {
+        if (Analyzer::needsAdditionalSignalPass(*entry.media, *m_enabledProfiles))
+            measureMore(entry);
+        else
+            score(entry);
+        return;
+    }
+    // Measured by an older version, so it is measured afresh.
+    std::error_code error;
+    if (entry.is<FileAnalysis::Done>() && !entry.hasCurrentMedia()
+        && std::filesystem::exists(entry.url.path(), error))
+        queueAgain(entry);
+}
+
+void AppModel::score(const FileAnalysis& entry)
+{
+    m_scorer.run([this, id = entry.id, media = entry.media, profiles = m_enabledProfiles,
+                  choice = m_choice.load()] {
+        if (choice != m_choice)
+            return; // the next choice scores it again
+        auto report = std::make_shared<const FileReport>(Analyzer::report(*media, *profiles));
+        m_mailbox.post([this, id, media, done = FileAnalysis::Done{std::move(report), choice}] {
+            takeScore(id, media, done);
+        });
+    });
+}
+
+void AppModel::takeScore(const QUuid& id, const std::shared_ptr<const MediaInfo>& media,
+                         const FileAnalysis::Done& done)
+{
+    FileAnalysis* entry = find(id);
+    if (entry == nullptr || entry->media != media || done.choice != m_choice
+        || !entry->canBeScored())
+        return;
+    entry->status = done;
+    Q_EMIT entryChanged(id);
+}
+
+void AppModel::measureMore(const FileAnalysis& entry)
+{
+    if (!m_rescoring.insert(entry.id).second)
+        return;
+    m_measurer.run([this, id = entry.id, before = entry.media, profiles = m_enabledProfiles,
+                    choice = m_choice.load()] {
+        Measured measured;
+        if (choice == m_choice) {
+            MediaInfo media = *before;
+            if (auto report = m_engine.rescore(media, *profiles)) {
+                measured.media = std::make_shared<const MediaInfo>(std::move(media));
+                measured.report = std::make_shared<const FileReport>(*std::move(report));
+            }
+        }
+        m_mailbox.post([this, id, before, choice, measured] {
+            finishMeasuring(id, before, choice, measured);
+        });
+    });
+    Q_EMIT entryChanged(entry.id);
+}
+
+void AppModel::finishMeasuring(const QUuid& id, const std::shared_ptr<const MediaInfo>& before,
+                               std::uint64_t choice, const Measured& measured)
+{
+    m_rescoring.erase(id);
+    FileAnalysis* entry = find(id);
+    if (entry == nullptr)
+        return;
+    // A file that changed meanwhile is queued again, and what was measured belongs to the old one.
+    if (entry->media == before && entry->canBeScored()) {
+        if (measured.report) {
+            entry->media = measured.media;
+            entry->status = FileAnalysis::Done{measured.report, choice};
+            m_saver.schedule();
+        } else if (choice == m_choice && entry->is<FileAnalysis::Queued>()) {
+            entry->media = nullptr; // nothing to show, so it is analysed in full
+        }
+    }
+    if (choice != m_choice)
+        rescore(*entry);
+    Q_EMIT entryChanged(id);
+    pump();
+}
+
+// Sign-offs.
+
+void AppModel::refreshSignOffs()
+{
+    for (const FileAnalysis& entry : m_analyses)
+        if (entry.fingerprint)
+            m_scorer.run([this, id = entry.id, fingerprint = *entry.fingerprint] {
+                m_mailbox.post([this, id, fingerprint, signOff = storedSignOff(fingerprint)] {
+                    FileAnalysis* changed = find(id);
+                    if (changed == nullptr || changed->fingerprint != fingerprint
+                        || changed->signOff == signOff)
+                        return;
+                    changed->signOff = signOff;
+                    Q_EMIT entryChanged(id);
+                });
+            });
+}
+
+} // namespace vantroque

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Base/FileUrl.h"
+
+#include <optional>
+
+namespace vantroque {
+
+/// What the desktop does for the model. Called on the main thread.
+class Desktop {
+public:
+    Desktop() = default;
+    virtual ~Desktop() = default;
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    /// Asks the operator where to save a file; nothing when they changed their mind.
+    virtual std::optional<FileUrl> chooseSaveFile(const QString& proposedName) = 0;
+};
+
+} // namespace vantroque
