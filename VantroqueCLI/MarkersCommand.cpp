@@ -48,6 +48,8 @@ Result<void> writeMarkers(const Arguments& arguments)
     const MarkerContext context = MarkerExport::context(analysis.media);
     const auto markers = MarkerExport::markers(
         {.review = review ? &*review : nullptr, .report = &analysis.report}, context.frameRate);
+    if (markers.empty())
+        Output::complain(u"this file has no notes or findings yet"_s);
     return Output::write(arguments.value("output", {}),
                          MarkerExport::write(markers, format, context).toUtf8());
 }

@@ -57,6 +57,13 @@ TEST(FileUrl, ARelativePathCountsFromTheWorkingDirectory)
     EXPECT_TRUE(FileUrl::fromPath("../a.mov").path().is_absolute());
 }
 
+TEST(FileUrl, OnePlaceHasOneNameHoweverManySlashes)
+{
+    EXPECT_EQ(FileUrl::fromPath("/v//x///a.mov"), named("x/a.mov"));
+    EXPECT_EQ(FileUrl::fromPath("/v//x///a.mov").path().native(), "/v/x/a.mov");
+    EXPECT_EQ(FileUrl::fromPath("/v/../x/a.mov").path().native(), "/v/../x/a.mov");
+}
+
 TEST(FileUrl, PeopleSeeInvalidBytesAsReplacementCharacters)
 {
     EXPECT_EQ(named("a\xFF.mov").displayPath(), u"/v/a\uFFFD.mov"_s);

@@ -89,6 +89,7 @@ TEST_F(List, WhatIsShownWhileAFileRunsComesAndGoes)
     const QUuid id = entry(0).id;
     ASSERT_TRUE(soon([&] { return model().progress(id) != nullptr; }));
     EXPECT_EQ(model().progress(id)->stage, AnalysisProgress::Stage::probing);
+    EXPECT_TRUE(m_held.wantedPreview);
     m_held.release();
     ASSERT_TRUE(soonIdle());
     EXPECT_EQ(model().progress(id), nullptr);
@@ -248,6 +249,41 @@ TEST_F(List, TheLookIsRememberedAndDarkUnlessChosen)
     EXPECT_EQ(start().appearance(), AppearanceMode::system);
     m_folder.write("settings", "appearance=sepia\n");
     EXPECT_EQ(start().appearance(), AppearanceMode::dark);
+}
+
+TEST_F(List, MayBeChangedAgainByWhoIsToldOfAChange)
+{
+    startHeld();
+    const auto connection = QObject::connect(&model(), &AppModel::listChanged, &model(), [this] {
+        if (model().analyses().size() > 1)
+            model().remove(entry(0).id);
+    });
+    model().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    EXPECT_THAT(names(), ElementsAre(u"c.mp4"_s));
+    EXPECT_EQ(selectedName(), u"c.mp4"_s);
+    QObject::disconnect(connection);
+    QObject::connect(&model(), &AppModel::entryChanged, &model(), [this](const QUuid& id) {
+        model().remove(id);
+        EXPECT_FALSE(id.isNull());
+    });
+    m_held.release();
+    ASSERT_TRUE(soon([&] { return model().analyses().empty() && !model().isWorking(); }));
+    EXPECT_EQ(model().selectedAnalysisID(), std::nullopt);
+}
+
+TEST_F(List, AddingSelectsOnceAndTellsOfAWholeList)
+{
+    const FileUrl a = anyFile("a.mp4");
+    startHeld().add({a, anyFile("b.mp4")});
+    m_held.release(2);
+    ASSERT_TRUE(soonIdle());
+    QStringList told;
+    QObject::connect(&model(), &AppModel::listChanged, &model(),
+                     [&] { told << u"list "_s + selectedName(); });
+    QObject::connect(&model(), &AppModel::selectionChanged, &model(),
+                     [&] { told << u"selection "_s + selectedName(); });
+    model().add({a});
+    EXPECT_THAT(told, ElementsAre(u"list b.mp4"_s, u"selection b.mp4"_s));
 }
 
 } // namespace

@@ -96,5 +96,34 @@ TEST_F(Markers, AFailedWriteIsTold)
     EXPECT_TRUE(model().exportMessage()->contains(u"out.xml"_s));
 }
 
+TEST_F(Markers, SpeakOfThePresentChoiceOfProfiles)
+{
+    MediaInfo media = HeldEngine::media(anyFile("a.mp4"));
+    Profile limits = plainProfile(u"limits"_s);
+    limits.content = ContentRule();
+    limits.content->textRejectFraction = 0.9;
+    AnalysisEngine engine = m_held.engine();
+    engine.analyze = [&](const FileUrl& url, const std::vector<Profile>& profiles,
+                         AnalysisProgress&) -> Result<Analyzer::Analysis> {
+        media.url = url;
+        media.signal = SignalInfo();
+        media.signal->textScanAttempted = true;
+        media.signal->textRegions = std::vector{TextRegion{
+            .start = 1, .end = 2, .x = 0, .y = 0, .width = 0.2, .height = 0.1, .text = u"SALE"_s}};
+        return Analyzer::Analysis{media, Analyzer::report(media, profiles)};
+    };
+    start(engine, std::vector{limits});
+    model().toggle(u"limits"_s);
+    model().add({media.url});
+    ASSERT_TRUE(soonIdle());
+    exportAs(MarkerExport::Format::csv);
+    EXPECT_EQ(model().exportMessage(), u"This file has no notes or findings yet."_s);
+    m_desktop.answer = FileUrl::fromPath(m_folder / "out.csv");
+    model().toggle(u"limits"_s);
+    EXPECT_FALSE(model().isCurrent(entry(0)));
+    exportAs(MarkerExport::Format::csv);
+    EXPECT_EQ(model().exportMessage(), u"Saved 1 marker to out.csv"_s);
+}
+
 } // namespace
 } // namespace vantroque

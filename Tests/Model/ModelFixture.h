@@ -53,6 +53,7 @@ public:
     {
         return {.analyze = [this](const FileUrl& url, const std::vector<Profile>& profiles,
                                   AnalysisProgress& progress) -> Result<Analyzer::Analysis> {
+                    wantedPreview = progress.wantsPreview();
                     progress.set(AnalysisProgress::Stage::probing);
                     pass(url.fileName());
                     if (m_fails)
@@ -88,6 +89,13 @@ public:
     }
     /// Holds nothing back until `hold`.
     void letGo() { release(1'000'000); }
+    /// Lets that one call end, whatever else is held.
+    void letGo(const QString& name)
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_named.insert(name);
+        m_wake.notify_all();
+    }
     void hold()
     {
         const std::scoped_lock lock(m_mutex);
@@ -101,19 +109,23 @@ public:
         return m_begun;
     }
 
+    std::atomic<bool> wantedPreview = false;
+
 private:
     void pass(const QString& name)
     {
         std::unique_lock lock(m_mutex);
         m_begun.push_back(name);
-        m_wake.wait(lock, [this] { return m_free > 0; });
-        --m_free;
+        m_wake.wait(lock, [&] { return m_free > 0 || m_named.contains(name); });
+        if (m_named.erase(name) == 0)
+            --m_free;
     }
 
     std::atomic<bool> m_fails = false;
     std::mutex m_mutex; ///< Guards what follows.
     std::condition_variable m_wake;
     int m_free = 0;
+    std::set<QString> m_named;
     std::vector<QString> m_begun;
 };
 

@@ -196,6 +196,75 @@ TEST_F(Rescoring, AFailedRescoreKeepsTheOldReport)
     EXPECT_THAT(profileIDs(entry(0)), ElementsAre(u"one"_s));
     EXPECT_EQ(entry(0).media, media);
     EXPECT_FALSE(model().isCurrent(entry(0)));
+    EXPECT_TRUE(model().couldNotRescore(entry(0)));
+    model().toggle(u"loud"_s);
+    EXPECT_FALSE(model().couldNotRescore(entry(0))) << "this choice needs nothing";
+    EXPECT_TRUE(soonIdle());
+}
+
+TEST_F(Rescoring, AMeasurementForAnOvertakenChoiceLeavesTheCurrentReport)
+{
+    startHeld({plainProfile(u"one"_s), loud()});
+    model().toggle(u"loud"_s);
+    analyse(1);
+    model().toggle(u"loud"_s);
+    ASSERT_TRUE(soon([&] { return begunRescores().size() == 1; }));
+    model().toggle(u"loud"_s);
+    ASSERT_TRUE(soon([&] { return model().isCurrent(entry(0)); }));
+    std::vector<QStringList> seen;
+    QObject::connect(&model(), &AppModel::entryChanged, &model(),
+                     [&](const QUuid&) { seen.push_back(profileIDs(entry(0))); });
+    m_held.release();
+    ASSERT_TRUE(soon([&] { return entry(0).media->signal.has_value(); }));
+    EXPECT_THAT(seen, testing::Each(QStringList{u"one"_s}));
+    EXPECT_TRUE(model().isCurrent(entry(0)));
+}
+
+TEST_F(Rescoring, WhatTheOperatorLooksAtIsMeasuredNext)
+{
+    startHeld({plainProfile(u"one"_s), loud()});
+    model().toggle(u"loud"_s);
+    analyse(4);
+    model().toggle(u"loud"_s);
+    ASSERT_TRUE(soon([&] { return begunRescores().size() == 1; }));
+    model().setVisible({entry(3).id});
+    model().select(entry(2).id);
+    m_held.release(4);
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(begunRescores(), ElementsAre(u"rescore f0.mp4"_s, u"rescore f2.mp4"_s,
+                                             u"rescore f3.mp4"_s, u"rescore f1.mp4"_s));
+}
+
+TEST_F(Rescoring, NothingIsMeasuredForFilesThatHaveLeftTheList)
+{
+    startHeld({plainProfile(u"one"_s), loud()});
+    model().toggle(u"loud"_s);
+    analyse(3);
+    model().toggle(u"loud"_s);
+    ASSERT_TRUE(soon([&] { return begunRescores().size() == 1; }));
+    const QUuid second = entry(1).id;
+    model().clearAll();
+    EXPECT_FALSE(model().isRescoring(second));
+    m_held.letGo();
+    model().add({anyFile("other.mp4")});
+    ASSERT_TRUE(soonIdle());
+    QTest::qWait(50);
+    EXPECT_THAT(begunRescores(), ElementsAre(u"rescore f0.mp4"_s));
+}
+
+TEST_F(Rescoring, NothingIsMeasuredForAChoiceThatIsTakenBack)
+{
+    startHeld({plainProfile(u"one"_s), loud()});
+    model().toggle(u"loud"_s);
+    analyse(3);
+    model().toggle(u"loud"_s);
+    ASSERT_TRUE(soon([&] { return begunRescores().size() == 1; }));
+    model().toggle(u"loud"_s);
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(begunRescores(), ElementsAre(u"rescore f0.mp4"_s));
+    EXPECT_FALSE(model().isRescoring(entry(1).id));
+    EXPECT_THAT(profileIDs(entry(1)), ElementsAre(u"one"_s));
 }
 
 TEST_F(Rescoring, AnEntryRemovedMeanwhileIsForgotten)
@@ -221,10 +290,16 @@ TEST_F(Rescoring, ForASlateReadsTheStoredDecode)
     const auto before = entry(0).media;
     ASSERT_TRUE(before->signal->blackRuns);
     ASSERT_FALSE(before->signal->leaderToneChecked.value_or(false));
+    const FakeTools tools;
+    tools.record("ffmpeg");
     model().toggle(u"slate"_s);
     ASSERT_TRUE(soon([&] { return !model().isRescoring(entry(0).id); }));
     EXPECT_THAT(profileIDs(entry(0)), testing::Contains(u"slate"_s));
+    EXPECT_NE(entry(0).media, before);
     EXPECT_EQ(entry(0).media->signal->levels, before->signal->levels);
+    for (const auto& call : tools.calls("ffmpeg"))
+        for (const auto& word : call)
+            EXPECT_EQ(word.find("ebur128"), std::string::npos) << "a decode of the whole";
 }
 
 TEST_F(Rescoring, TakesOverTheDecisionOfTheStoredReview)

@@ -1,5 +1,7 @@
 #include "Model/ModelFixture.h"
 
+#include "Review/ReviewStore.h"
+
 // The list as the next start finds it, and what became of its files meanwhile.
 
 namespace vantroque {
@@ -271,6 +273,83 @@ TEST_F(Restoring, AWorkspaceThatCannotBeWrittenCostsNothingInMemory)
     model().saveWorkspaceNow();
     EXPECT_THAT(states(), ElementsAre(u"done"_s));
     EXPECT_EQ(model().exportMessage(), std::nullopt);
+}
+
+// What happens at the same time.
+
+TEST_F(Restoring, WhatWasMeasuredOfAFileThatChangedMeanwhileIsDropped)
+{
+    prepare();
+    change([this](Workspace& workspace) {
+        workspace.select(m_a);
+        workspace.files.push_back(WorkspaceFile::of(anyFile("busy.mp4")));
+    });
+    m_folder.write("a.mp4", "another cut");
+    start(m_held.engine(), std::vector{loud()});
+    ASSERT_TRUE(soon([&] { return m_held.begun().size() == 4; })) << "two in the first start";
+    ASSERT_TRUE(soon([&] {
+        return states() == QStringList{u"queued"_s, u"done"_s, u"running"_s};
+    }));
+    EXPECT_TRUE(model().isRescoring(entry(0).id)) << "as the old cut";
+    m_held.letGo(u"rescore a.mp4"_s);
+    ASSERT_TRUE(soon([&] { return !model().isRescoring(entry(0).id); }));
+    EXPECT_THAT(states(), ElementsAre(u"queued"_s, u"done"_s, u"running"_s));
+    EXPECT_EQ(entry(0).media, nullptr);
+    m_held.letGo();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(m_held.begun(), testing::Contains(u"a.mp4"_s).Times(2));
+}
+
+/// As an entry that lost its report, such as one that was missing.
+TEST_F(Restoring, AFileWithMeasurementsAndNoReportIsMeasuredFurther)
+{
+    prepare();
+    change([](Workspace& workspace) { workspace.files[0].report.reset(); });
+    start(m_held.engine(), std::vector{loud()});
+    EXPECT_THAT(states(), ElementsAre(u"queued"_s, u"done"_s));
+    m_held.letGo();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
+    const auto begun = m_held.begun();
+    EXPECT_THAT(std::vector(begun.begin() + 2, begun.end()),
+                ElementsAre(u"rescore b.mp4"_s, u"rescore a.mp4"_s))
+        << "the selected one first";
+}
+
+TEST_F(Restoring, AFileWithoutReportThatCannotBeMeasuredFurtherIsAnalysedInFull)
+{
+    prepare();
+    change([](Workspace& workspace) { workspace.files[0].report.reset(); });
+    m_held.failFromNowOn();
+    start(m_held.engine(), std::vector{loud()});
+    m_held.letGo();
+    ASSERT_TRUE(soon([&] { return states() == QStringList{u"failed"_s, u"done"_s}; }));
+    const auto begun = m_held.begun();
+    EXPECT_THAT(std::vector(begun.begin() + 2, begun.end()),
+                ElementsAre(u"rescore b.mp4"_s, u"rescore a.mp4"_s, u"a.mp4"_s));
+}
+
+TEST_F(Restoring, AFileThatRunsAlreadyIsNotQueuedByItsVerification)
+{
+    prepare();
+    change([](Workspace& workspace) { makeOld(workspace.files[0]); });
+    m_folder.write("a.mp4", "another cut");
+    restart();
+    QTest::qWait(100);
+    EXPECT_THAT(states(), ElementsAre(u"running"_s, u"done"_s));
+    m_held.letGo();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(m_held.begun(), testing::SizeIs(3));
+}
+
+TEST_F(Restoring, BringsBackTheDecisionsOfTheReviews)
+{
+    FileReview review = ReviewStore::loadOrCreate(m_a).value();
+    prepare();
+    review.signOff = ReviewSignOff{.decidedAt = QDateTime::fromSecsSinceEpoch(1'750'000'000)};
+    ASSERT_TRUE(ReviewStore::save(review));
+    restart();
+    EXPECT_TRUE(soon([&] { return entry(0).signOff == review.signOff; }));
 }
 
 } // namespace

@@ -111,5 +111,23 @@ TEST_F(Workers, WhatIsLeftInTheMailboxGoesWithIt)
     EXPECT_FALSE(wasCalled);
 }
 
+TEST_F(Workers, TheMailboxDeliversWhileACallRunsALoopOfItsOwn)
+{
+    Mailbox mailbox;
+    QStringList order;
+    mailbox.post([&] {
+        order << u"outer begins"_s;
+        EXPECT_TRUE(soon([&] { return order.size() == 3; }));
+        order << u"outer ends"_s;
+    });
+    mailbox.post([&] {
+        order << u"behind it"_s;
+        mailbox.post([&] { order << u"posted meanwhile"_s; });
+    });
+    ASSERT_TRUE(soon([&] { return order.size() == 4; }));
+    EXPECT_THAT(order, ElementsAre(u"outer begins"_s, u"behind it"_s, u"posted meanwhile"_s,
+                                   u"outer ends"_s));
+}
+
 } // namespace
 } // namespace vantroque

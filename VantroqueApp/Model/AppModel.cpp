@@ -80,7 +80,10 @@ FileAnalysis* AppModel::find(const QUuid& id)
 
 FileAnalysis* AppModel::find(const FileUrl& url)
 {
-    const auto found = std::ranges::find(m_analyses, url, &FileAnalysis::url);
+    // As text: paths compare piece by piece, which is slow for a long list.
+    const auto found = std::ranges::find(
+        m_analyses, url.path().native(),
+        [](const FileAnalysis& entry) -> const std::string& { return entry.url.path().native(); });
     return found == m_analyses.end() ? nullptr : &*found;
 }
 
@@ -93,7 +96,7 @@ const FileAnalysis* AppModel::analysis(const QUuid& id) const
 const AnalysisProgress::Snapshot* AppModel::progress(const QUuid& id) const
 {
     const auto found = m_progress.find(id);
-    return found == m_progress.end() ? nullptr : &found->second;
+    return found == m_progress.end() ? nullptr : found->second.get();
 }
 
 bool AppModel::isCurrent(const FileAnalysis& entry) const
@@ -102,8 +105,25 @@ bool AppModel::isCurrent(const FileAnalysis& entry) const
     return done != nullptr && done->choice == m_choice;
 }
 
+bool AppModel::couldNotRescore(const FileAnalysis& entry) const
+{
+    return entry.is<FileAnalysis::Done>() && !isCurrent(entry) && entry.failedChoice == m_choice;
+}
+
+// List and selection are changed first and told afterwards, since who is told may change them
+// again.
+
+void AppModel::selectionMayHaveChanged(const std::optional<QUuid>& before)
+{
+    if (m_selectedAnalysisID == before)
+        return;
+    Q_EMIT selectionChanged();
+    m_saver.schedule();
+}
+
 void AppModel::add(const std::vector<FileUrl>& urls)
 {
+    const auto before = m_selectedAnalysisID;
     for (const FileUrl& url : urls) {
         if (!isVideo(url))
             continue;
@@ -111,14 +131,16 @@ void AppModel::add(const std::vector<FileUrl>& urls)
             if (known->is<FileAnalysis::Queued>() || known->is<FileAnalysis::Running>())
                 continue;
             if (known->id == m_selectedAnalysisID)
-                select(std::nullopt);
+                m_selectedAnalysisID.reset();
+            m_rescoring.erase(known->id);
             m_analyses.erase(m_analyses.begin() + (known - m_analyses.data()));
         }
         m_analyses.push_back({.id = QUuid::createUuid(), .url = url});
     }
-    Q_EMIT listChanged();
     if (!m_selectedAnalysisID && !m_analyses.empty())
-        select(m_analyses.front().id);
+        m_selectedAnalysisID = m_analyses.front().id;
+    Q_EMIT listChanged();
+    selectionMayHaveChanged(before);
     pump();
     m_saver.schedule();
 }
@@ -128,14 +150,17 @@ void AppModel::remove(QUuid id)
     const FileAnalysis* entry = find(id);
     if (entry == nullptr)
         return;
+    const auto before = m_selectedAnalysisID;
     const auto index = entry - m_analyses.data();
     m_analyses.erase(m_analyses.begin() + index);
-    Q_EMIT listChanged();
-    if (m_selectedAnalysisID == id) {
+    m_rescoring.erase(id);
+    if (before == id) {
         const auto next = std::min(std::ssize(m_analyses) - 1, index);
-        select(next < 0 ? std::nullopt
-                        : std::optional(m_analyses[static_cast<std::size_t>(next)].id));
+        m_selectedAnalysisID =
+            next < 0 ? std::nullopt : std::optional(m_analyses[static_cast<std::size_t>(next)].id);
     }
+    Q_EMIT listChanged();
+    selectionMayHaveChanged(before);
     if (comparableSources().size() < 2)
         setComparing(false);
     m_saver.schedule();
@@ -143,9 +168,11 @@ void AppModel::remove(QUuid id)
 
 void AppModel::clearAll()
 {
+    const auto before = std::exchange(m_selectedAnalysisID, std::nullopt);
     m_analyses.clear();
+    m_rescoring.clear();
     Q_EMIT listChanged();
-    select(std::nullopt);
+    selectionMayHaveChanged(before);
     setComparing(false);
     m_saver.schedule();
 }
@@ -154,22 +181,23 @@ void AppModel::clearAll()
 
 void AppModel::select(const std::optional<QUuid>& id)
 {
-    if (id == m_selectedAnalysisID)
-        return;
-    m_selectedAnalysisID = id;
-    Q_EMIT selectionChanged();
-    m_saver.schedule();
+    selectionMayHaveChanged(std::exchange(m_selectedAnalysisID, id));
+}
+
+const FileAnalysis* AppModel::selected() const
+{
+    return m_selectedAnalysisID ? analysis(*m_selectedAnalysisID) : nullptr;
 }
 
 const FileReport* AppModel::selectedReport() const
 {
-    const FileAnalysis* entry = m_selectedAnalysisID ? analysis(*m_selectedAnalysisID) : nullptr;
+    const FileAnalysis* entry = selected();
     return entry != nullptr ? entry->report() : nullptr;
 }
 
 const MediaInfo* AppModel::selectedMedia() const
 {
-    const FileAnalysis* entry = m_selectedAnalysisID ? analysis(*m_selectedAnalysisID) : nullptr;
+    const FileAnalysis* entry = selected();
     return entry != nullptr ? entry->media.get() : nullptr;
 }
 

@@ -21,7 +21,9 @@ namespace vantroque {
 /// The list of files and what is done with them: one full analysis at a time, rescoring when the
 /// choice of profiles changes, selection, and what is remembered between runs. Confined to the main
 /// thread; the work is done on workers, and its results are merged by the id of the entry, since
-/// the list may change meanwhile.
+/// the list may change meanwhile. Pointers and references that it gives hold until it changes.
+/// Its end waits for the analysis at hand; a program that ends sooner saves, removes scratch and
+/// leaves, and the tools end with it.
 class AppModel : public QObject {
     Q_OBJECT
 
@@ -60,6 +62,8 @@ public:
     const AnalysisProgress::Snapshot* progress(const QUuid& id) const;
     /// The report was made for the profiles that are enabled now.
     bool isCurrent(const FileAnalysis& entry) const;
+    /// It was not, and cannot be: what the profiles ask for could not be measured.
+    bool couldNotRescore(const FileAnalysis& entry) const;
     bool isWorking() const { return m_isWorking; }
     bool isRescoring(const QUuid& id) const { return m_rescoring.contains(id); }
     /// ffprobe or ffmpeg was not found at the start.
@@ -114,7 +118,6 @@ private:
         FileAnalysis::Status status = FileAnalysis::Queued{};
         std::shared_ptr<const MediaInfo> media;
         std::optional<QString> fingerprint;
-        std::optional<ReviewSignOff> signOff;
     };
     /// What a background rescore gives; null when it failed.
     struct Measured {
@@ -127,6 +130,10 @@ private:
     FileAnalysis* find(const FileUrl& url);
     void takeChoice(const std::set<QString>& ids);
 
+    std::vector<QUuid> inOrderOfUrgency() const;
+    const FileAnalysis* selected() const;
+    void selectionMayHaveChanged(const std::optional<QUuid>& before);
+
     void pump();
     Outcome analyze(const QUuid& id, const FileUrl& url, const std::vector<Profile>& profiles,
                     std::uint64_t choice);
@@ -137,11 +144,15 @@ private:
     void rescore(FileAnalysis& entry);
     void score(const FileAnalysis& entry);
     void measureMore(const FileAnalysis& entry);
+    void measureNext();
+    void startMeasuring(const FileAnalysis& entry);
+    void takeMeasured(FileAnalysis& entry, std::uint64_t choice, const Measured& measured);
     void finishMeasuring(const QUuid& id, const std::shared_ptr<const MediaInfo>& before,
                          std::uint64_t choice, const Measured& measured);
     void takeScore(const QUuid& id, const std::shared_ptr<const MediaInfo>& media,
                    const FileAnalysis::Done& done);
 
+    void readSignOff(const FileAnalysis& entry);
     void restoreWorkspace();
     void verifyRestoredFiles();
     void takeVerified(const QUuid& id, bool exists, const std::optional<QString>& fingerprint);
@@ -161,9 +172,10 @@ private:
 
     std::vector<FileAnalysis> m_analyses;
     std::set<QUuid> m_visible;
-    std::map<QUuid, AnalysisProgress::Snapshot> m_progress;
+    std::map<QUuid, std::shared_ptr<const AnalysisProgress::Snapshot>> m_progress;
     bool m_isWorking = false;
-    std::set<QUuid> m_rescoring;
+    std::set<QUuid> m_rescoring; ///< To be measured for the present choice, one after the other.
+    std::optional<QUuid> m_measuring; ///< The one of them at hand.
     std::optional<QUuid> m_selectedAnalysisID;
     bool m_comparing = false;
     std::optional<QString> m_exportMessage;
@@ -171,7 +183,7 @@ private:
     // The workers end first, the mailbox that they post to behind them.
     Mailbox m_mailbox;
     WorkspaceSaver m_saver;
-    Worker m_exporter;
+    Worker m_files; ///< Small ones: sign-offs and exports.
     Worker m_verifier{Worker::Priority::low};
     Worker m_measurer;
     Worker m_scorer;

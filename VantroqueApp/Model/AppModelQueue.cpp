@@ -10,12 +10,6 @@ namespace vantroque {
 
 namespace {
 
-std::optional<ReviewSignOff> storedSignOff(const QString& fingerprint)
-{
-    const auto review = ReviewStore::load(fingerprint);
-    return review ? review->signOff : std::nullopt;
-}
-
 /// Waits for a full analysis, not for a new score of what is measured already.
 bool isDue(const FileAnalysis& entry)
 {
@@ -52,8 +46,10 @@ AppModel::Outcome AppModel::analyze(const QUuid& id, const FileUrl& url,
     {
         AnalysisProgress progress(
             [this, id](const AnalysisProgress::Snapshot& snapshot) {
-                m_mailbox.post([this, id, snapshot] {
-                    m_progress[id] = snapshot;
+                // Copied here, since it is long for a long film.
+                auto copy = std::make_shared<const AnalysisProgress::Snapshot>(snapshot);
+                m_mailbox.post([this, id, copy = std::move(copy)] {
+                    m_progress[id] = copy;
                     Q_EMIT progressChanged(id);
                 });
             },
@@ -66,10 +62,8 @@ AppModel::Outcome AppModel::analyze(const QUuid& id, const FileUrl& url,
             outcome.status = FileAnalysis::Failed{analysis.error().description};
         }
     }
-    if (auto fingerprint = ReviewStore::fingerprint(url)) {
-        outcome.signOff = storedSignOff(*fingerprint);
+    if (auto fingerprint = ReviewStore::fingerprint(url))
         outcome.fingerprint = *std::move(fingerprint);
-    }
     return outcome;
 }
 
@@ -81,7 +75,7 @@ void AppModel::finish(const QUuid& id, const Outcome& outcome)
         entry->status = outcome.status;
         entry->media = outcome.media;
         entry->fingerprint = outcome.fingerprint;
-        entry->signOff = outcome.signOff;
+        readSignOff(*entry);
         rescore(*entry); // the choice of profiles may have changed meanwhile
         Q_EMIT entryChanged(id);
     }
@@ -91,15 +85,16 @@ void AppModel::finish(const QUuid& id, const Outcome& outcome)
 
 void AppModel::queueAgain(FileAnalysis& entry)
 {
+    const QUuid id = entry.id;
     entry.status = FileAnalysis::Queued{};
     entry.media = nullptr;
-    Q_EMIT entryChanged(entry.id);
+    Q_EMIT entryChanged(id);
     pump();
 }
 
 // Rescoring.
 
-void AppModel::rescoreAll()
+std::vector<QUuid> AppModel::inOrderOfUrgency() const
 {
     std::vector<QUuid> ids;
     for (const FileAnalysis& entry : m_analyses)
@@ -107,7 +102,12 @@ void AppModel::rescoreAll()
     std::ranges::stable_sort(ids, {}, [this](const QUuid& id) {
         return id == m_selectedAnalysisID ? 0 : m_visible.contains(id) ? 1 : 2;
     });
-    for (const QUuid& id : ids)
+    return ids;
+}
+
+void AppModel::rescoreAll()
+{
+    for (const QUuid& id : inOrderOfUrgency())
         if (FileAnalysis* entry = find(id))
             rescore(*entry);
 }
@@ -156,46 +156,76 @@ void AppModel::takeScore(const QUuid& id, const std::shared_ptr<const MediaInfo>
 
 void AppModel::measureMore(const FileAnalysis& entry)
 {
-    if (!m_rescoring.insert(entry.id).second)
+    const QUuid id = entry.id;
+    if (!m_rescoring.insert(id).second)
         return;
+    Q_EMIT entryChanged(id);
+    measureNext();
+}
+
+/// Each is chosen when its turn comes: until then the list, the selection and the choice of
+/// profiles may have changed.
+void AppModel::measureNext()
+{
+    if (m_measuring)
+        return;
+    for (const QUuid& id : inOrderOfUrgency()) {
+        const FileAnalysis* entry = m_rescoring.contains(id) ? find(id) : nullptr;
+        if (entry == nullptr)
+            continue;
+        if (entry->canBeScored()
+            && Analyzer::needsAdditionalSignalPass(*entry->media, *m_enabledProfiles))
+            return startMeasuring(*entry);
+        m_rescoring.erase(id);
+        Q_EMIT entryChanged(id);
+    }
+}
+
+void AppModel::startMeasuring(const FileAnalysis& entry)
+{
+    m_measuring = entry.id;
     m_measurer.run([this, id = entry.id, before = entry.media, profiles = m_enabledProfiles,
                     choice = m_choice.load()] {
         Measured measured;
-        if (choice == m_choice) {
-            MediaInfo media = *before;
-            if (auto report = m_engine.rescore(media, *profiles)) {
-                measured.media = std::make_shared<const MediaInfo>(std::move(media));
-                measured.report = std::make_shared<const FileReport>(*std::move(report));
-            }
+        MediaInfo media = *before;
+        if (auto report = m_engine.rescore(media, *profiles)) {
+            measured.media = std::make_shared<const MediaInfo>(std::move(media));
+            measured.report = std::make_shared<const FileReport>(*std::move(report));
         }
         m_mailbox.post([this, id, before, choice, measured] {
             finishMeasuring(id, before, choice, measured);
         });
     });
-    Q_EMIT entryChanged(entry.id);
 }
 
 void AppModel::finishMeasuring(const QUuid& id, const std::shared_ptr<const MediaInfo>& before,
                                std::uint64_t choice, const Measured& measured)
 {
+    m_measuring.reset();
     m_rescoring.erase(id);
     FileAnalysis* entry = find(id);
-    if (entry == nullptr)
-        return;
     // A file that changed meanwhile is queued again, and what was measured belongs to the old one.
-    if (entry->media == before && entry->canBeScored()) {
-        if (measured.report) {
-            entry->media = measured.media;
-            entry->status = FileAnalysis::Done{measured.report, choice};
-            m_saver.schedule();
-        } else if (choice == m_choice && entry->is<FileAnalysis::Queued>()) {
-            entry->media = nullptr; // nothing to show, so it is analysed in full
-        }
-    }
-    if (choice != m_choice)
+    if (entry != nullptr && entry->media == before && entry->canBeScored())
+        takeMeasured(*entry, choice, measured);
+    if (entry != nullptr && choice != m_choice)
         rescore(*entry);
     Q_EMIT entryChanged(id);
     pump();
+    measureNext();
+}
+
+void AppModel::takeMeasured(FileAnalysis& entry, std::uint64_t choice, const Measured& measured)
+{
+    if (measured.report) {
+        entry.media = measured.media;
+        if (choice == m_choice || !isCurrent(entry))
+            entry.status = FileAnalysis::Done{measured.report, choice};
+        m_saver.schedule();
+    } else if (entry.is<FileAnalysis::Queued>()) {
+        entry.media = nullptr; // nothing to show, so it is analysed in full
+    } else {
+        entry.failedChoice = choice;
+    }
 }
 
 // Sign-offs.
@@ -203,17 +233,24 @@ void AppModel::finishMeasuring(const QUuid& id, const std::shared_ptr<const Medi
 void AppModel::refreshSignOffs()
 {
     for (const FileAnalysis& entry : m_analyses)
-        if (entry.fingerprint)
-            m_scorer.run([this, id = entry.id, fingerprint = *entry.fingerprint] {
-                m_mailbox.post([this, id, fingerprint, signOff = storedSignOff(fingerprint)] {
-                    FileAnalysis* changed = find(id);
-                    if (changed == nullptr || changed->fingerprint != fingerprint
-                        || changed->signOff == signOff)
-                        return;
-                    changed->signOff = signOff;
-                    Q_EMIT entryChanged(id);
-                });
-            });
+        readSignOff(entry);
+}
+
+void AppModel::readSignOff(const FileAnalysis& entry)
+{
+    if (!entry.fingerprint)
+        return;
+    m_files.run([this, id = entry.id, fingerprint = *entry.fingerprint] {
+        const auto review = ReviewStore::peek(fingerprint);
+        m_mailbox.post([this, id, fingerprint, signOff = review ? review->signOff : std::nullopt] {
+            FileAnalysis* changed = find(id);
+            if (changed == nullptr || changed->fingerprint != fingerprint
+                || changed->signOff == signOff)
+                return;
+            changed->signOff = signOff;
+            Q_EMIT entryChanged(id);
+        });
+    });
 }
 
 } // namespace vantroque

@@ -33,6 +33,7 @@ void AppModel::restoreWorkspace()
     const auto stored = WorkspaceStore::load();
     if (!stored || stored->files.empty())
         return;
+    const auto selected = stored->selectedUrl();
     for (const WorkspaceFile& file : stored->files) {
         FileAnalysis entry{.id = QUuid::createUuid(), .url = file.url()};
         entry.media = file.media;
@@ -40,7 +41,7 @@ void AppModel::restoreWorkspace()
         // Scored for a choice of profiles that may be another by now.
         if (file.report)
             entry.status = FileAnalysis::Done{file.report, 0};
-        if (stored->selectedUrl() == entry.url)
+        if (!m_selectedAnalysisID && selected == entry.url)
             m_selectedAnalysisID = entry.id;
         m_analyses.push_back(std::move(entry));
     }
@@ -89,14 +90,19 @@ void AppModel::takeVerified(const QUuid& id, bool exists, const std::optional<QS
 
 void AppModel::exportMarkers(MarkerExport::Format format)
 {
-    const FileAnalysis* entry = m_selectedAnalysisID ? analysis(*m_selectedAnalysisID) : nullptr;
+    const FileAnalysis* entry = selected();
     if (entry == nullptr || entry->report() == nullptr || !entry->media)
         return setExportMessage(u"Analyse a file first."_s);
+    const auto media = entry->media;
+    // A new choice of profiles may not be scored yet.
+    const bool isScored =
+        isCurrent(*entry) || Analyzer::needsAdditionalSignalPass(*media, *m_enabledProfiles);
+    const FileReport report =
+        isScored ? *entry->report() : Analyzer::report(*media, *m_enabledProfiles);
     const auto review = entry->fingerprint ? ReviewStore::load(*entry->fingerprint) : std::nullopt;
-    const MediaInfo media = *entry->media;
     const auto markers =
-        MarkerExport::markers({.review = review ? &*review : nullptr, .report = entry->report()},
-                              media.video ? media.video->nominalFrameRate : 0);
+        MarkerExport::markers({.review = review ? &*review : nullptr, .report = &report},
+                              media->video ? media->video->nominalFrameRate : 0);
     if (markers.empty())
         return setExportMessage(u"This file has no notes or findings yet."_s);
     const auto target =
@@ -105,8 +111,8 @@ void AppModel::exportMarkers(MarkerExport::Format format)
     if (!target)
         return;
     // The context may ask ffprobe, so it is made in the background.
-    m_exporter.run([=, this] {
-        const QString text = MarkerExport::write(markers, format, MarkerExport::context(media));
+    m_files.run([=, this] {
+        const QString text = MarkerExport::write(markers, format, MarkerExport::context(*media));
         const auto written = Files::writeAtomically(target->path(), text.toUtf8());
         m_mailbox.post([this, message = written ? u"Saved %1 marker%2 to %3"_s.arg(
                                             QString::number(markers.size()),

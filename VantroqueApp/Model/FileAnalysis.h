@@ -34,6 +34,8 @@ struct FileAnalysis {
     std::shared_ptr<const MediaInfo> media; ///< Null until measured.
     std::optional<QString> fingerprint;
     std::optional<ReviewSignOff> signOff; ///< As in the review of the file.
+    /// The choice of profiles for which measuring what is missing failed last.
+    std::uint64_t failedChoice = 0;
 
     template<typename State>
     bool is() const

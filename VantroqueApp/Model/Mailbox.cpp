@@ -11,19 +11,24 @@ void Mailbox::post(Call call)
 {
     const std::scoped_lock lock(m_mutex);
     m_calls.push_back(std::move(call));
-    if (!std::exchange(m_isAwake, true))
-        wake();
+    wake();
 }
 
+/// With the lock held.
 void Mailbox::wake()
 {
-    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    if (!std::exchange(m_isAwake, true))
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
 bool Mailbox::event(QEvent* event)
 {
     if (event->type() != QEvent::User)
         return QObject::event(event);
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_isAwake = false;
+    }
     deliver();
     return true;
 }
@@ -38,19 +43,19 @@ void Mailbox::deliver()
             return;
         call();
     }
-    wake();
 }
 
-/// The oldest call; none ends the delivery.
+/// The oldest call, or none. For those behind it an event is on its way: the call may be long, or
+/// run an event loop of its own.
 Mailbox::Call Mailbox::takeNext()
 {
     const std::scoped_lock lock(m_mutex);
-    if (m_calls.empty()) {
-        m_isAwake = false;
+    if (m_calls.empty())
         return {};
-    }
     Call call = std::move(m_calls.front());
     m_calls.pop_front();
+    if (!m_calls.empty())
+        wake();
     return call;
 }
 

@@ -28,7 +28,7 @@ private:
 
     std::mutex m_mutex; ///< Guards what follows.
     std::deque<Call> m_calls;
-    bool m_isAwake = false; ///< A delivery is on its way.
+    bool m_isAwake = false; ///< An event that starts a delivery is on its way.
 };
 
 } // namespace vantroque

@@ -2,16 +2,6 @@
 
 namespace vantroque {
 
-namespace {
-
-void save(const Workspace& workspace)
-{
-    // What cannot be written is lost at exit, and no reason to disturb the operator.
-    static_cast<void>(WorkspaceStore::save(workspace));
-}
-
-} // namespace
-
 WorkspaceSaver::WorkspaceSaver(std::function<Workspace()> snapshot)
     : m_snapshot(std::move(snapshot))
 {
@@ -19,8 +9,7 @@ WorkspaceSaver::WorkspaceSaver(std::function<Workspace()> snapshot)
     m_timer.setSingleShot(true);
     m_timer.setInterval(rest);
     m_timer.setTimerType(Qt::PreciseTimer);
-    m_timer.callOnTimeout(
-        [this] { m_worker.run([workspace = m_snapshot()] { save(workspace); }); });
+    m_timer.callOnTimeout([this] { startSaving(); });
 }
 
 void WorkspaceSaver::schedule()
@@ -28,10 +17,17 @@ void WorkspaceSaver::schedule()
     m_timer.start();
 }
 
+void WorkspaceSaver::startSaving()
+{
+    // What cannot be written is lost at exit, and no reason to disturb the operator.
+    m_worker.run(
+        [workspace = m_snapshot()] { static_cast<void>(WorkspaceStore::save(workspace)); });
+}
+
 void WorkspaceSaver::saveNow()
 {
     m_timer.stop();
-    m_worker.run([workspace = m_snapshot()] { save(workspace); });
+    startSaving();
     m_worker.waitUntilIdle();
 }
 

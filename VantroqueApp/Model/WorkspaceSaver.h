@@ -22,6 +22,8 @@ public:
     void saveNow();
 
 private:
+    void startSaving();
+
     const std::function<Workspace()> m_snapshot;
     QTimer m_timer;
     Worker m_worker;

@@ -18,8 +18,13 @@ qsizetype extensionDot(const QString& name)
 FileUrl FileUrl::fromPath(const std::filesystem::path& path)
 {
     std::error_code error;
-    auto absolute = std::filesystem::absolute(path, error);
-    return FileUrl(error ? path : std::move(absolute));
+    const auto absolute = std::filesystem::absolute(path, error);
+    // Repeated slashes go, so that one place has one name. ".." stays: behind a link it leads
+    // elsewhere.
+    std::filesystem::path plain;
+    for (const auto& part : error ? path : absolute)
+        plain /= part;
+    return FileUrl(std::move(plain));
 }
 
 std::optional<FileUrl> FileUrl::fromString(const QString& text)

@@ -1,3 +1,4 @@
+#include "Base/RecordCoding.h"
 #include "Base/Text.h"
 #include "Base/Timecode.h"
 #include "Review/MarkerFormats.h"
@@ -30,10 +31,7 @@ QString line(const Marker& marker, const MarkerContext& context)
     const auto timecode = [&](std::int64_t frame) {
         return Timecode(frame, context.frameRate).text();
     };
-    const auto caseName = [](auto value) {
-        const std::string_view name = enumName(value);
-        return QString::fromLatin1(name.data(), std::ssize(name));
-    };
+    const auto caseName = [](auto value) { return RecordCoding::key(enumName(value)); };
     return line({context.fileName, caseName(marker.kind), caseName(marker.verdict), marker.name,
                  marker.comment, QString::number(marker.frame), QString::number(marker.duration),
                  timecode(marker.frame), timecode(marker.end()), context.timecode(marker.frame),

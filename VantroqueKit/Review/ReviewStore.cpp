@@ -58,6 +58,15 @@ Result<FileReview> read(const fs::path& file)
     return Json::read<FileReview>(TRY(Files::read(file, Json::maxBytes)));
 }
 
+/// There is a record that cannot be understood; one that cannot be opened is left alone.
+bool isDamaged(const fs::path& file)
+{
+    const auto bytes = Files::read(file, Json::maxBytes);
+    std::error_code missing;
+    return bytes ? !Json::read<FileReview>(*bytes)
+                 : fs::file_size(file, missing) > Json::maxBytes && !missing;
+}
+
 /// ":" has a meaning of its own in names on some disks.
 void moveAside(const fs::path& file)
 {
@@ -121,24 +130,23 @@ std::optional<FileReview> load(const FileUrl& url)
     return key ? load(*key) : std::nullopt;
 }
 
-std::optional<FileReview> load(const QString& fingerprint)
+std::optional<FileReview> peek(const QString& fingerprint)
 {
     const auto file = fileOf(fingerprint);
-    if (!file)
+    auto review = file ? read(*file) : failure({});
+    if (!review)
         return std::nullopt;
-    const auto bytes = Files::read(*file, Json::maxBytes);
-    std::error_code missing;
-    const bool isTooLarge = !bytes && fs::file_size(*file, missing) > Json::maxBytes && !missing;
-    if (!bytes && !isTooLarge)
-        return std::nullopt;
-    auto review = bytes ? Json::read<FileReview>(*bytes) : failure({});
-    if (!review) {
-        moveAside(*file);
-        return std::nullopt;
-    }
     // The name is the key, so that a record copied by hand is not saved over another.
     review->fingerprint = fingerprint;
     return *std::move(review);
+}
+
+std::optional<FileReview> load(const QString& fingerprint)
+{
+    auto review = peek(fingerprint);
+    if (const auto file = fileOf(fingerprint); file && !review && isDamaged(*file))
+        moveAside(*file);
+    return review;
 }
 
 Result<FileReview> loadOrCreate(const FileUrl& url)

@@ -9,8 +9,8 @@
 #include <vector>
 
 /// One JSON file a reviewed file, named by a fingerprint of the content, so that a review follows
-/// its file through renames and moves. Stateless; every operation blocks. Any thread may read, only
-/// one at a time may write.
+/// its file through renames and moves. Stateless; every operation blocks. Any
+/// thread may `peek`; the others, `load` too, may write, so only one thread calls them.
 namespace vantroque::ReviewStore {
 
 /// "Reviews" in the support folder.
@@ -20,6 +20,9 @@ std::filesystem::path directory();
 /// hashing whole masters would take minutes: a change in the middle that keeps the size goes
 /// unnoticed. Fails when the file cannot be read.
 Result<QString> fingerprint(const FileUrl& url);
+
+/// The stored review, or nothing. Only reads, so it may run beside a save.
+std::optional<FileReview> peek(const QString& fingerprint);
 
 /// The stored review, or nothing. One that cannot be understood is moved aside, to
 /// "{fingerprint}.unreadable-{time}.json", so that the next save does not destroy it.
