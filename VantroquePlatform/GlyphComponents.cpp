@@ -1,9 +1,10 @@
 #include "VantroquePlatform/GlyphComponents.h"
 
-#include <opencv2/imgproc.hpp>
+#include "VantroquePlatform/Patches.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace vantroque {
 
@@ -19,60 +20,84 @@ bool hasLetterSize(const cv::Rect& box, int area, const TextScale& scale)
            && box.width <= widest * box.height && area >= leastFill * box.area();
 }
 
+/// Brightness, summed up.
 struct Sum {
-    cv::Vec3f color;
-    float luma = 0;
+    int luma = 0;
     int count = 0;
 
-    void add(const cv::Vec3b& pixel, uchar brightness)
-    {
-        color += cv::Vec3f(pixel);
-        luma += brightness;
-        ++count;
-    }
-    float meanLuma() const { return luma / static_cast<float>(std::max(count, 1)); }
-    cv::Vec3f meanColor() const { return color / static_cast<float>(std::max(count, 1)); }
+    float mean() const { return static_cast<float>(luma) / static_cast<float>(std::max(count, 1)); }
 };
 
-/// Whether a pixel of a patch has a neighbour that is not of it.
-bool isRim(const cv::Mat1i& labels, int y, int x)
+Sum lumaOf(const Patch& patch, const cv::Mat1b& luma)
 {
-    const int label = labels(y, x);
-    return y == 0 || x == 0 || y == labels.rows - 1 || x == labels.cols - 1
-           || labels(y - 1, x) != label || labels(y + 1, x) != label || labels(y, x - 1) != label
-           || labels(y, x + 1) != label;
+    Sum sum{0, patch.area};
+    for (const Run& run : patch.runs)
+        for (int x = run.left; x < run.right; ++x)
+            sum.luma += luma(run.y, x);
+    return sum;
 }
 
-/// Measures the patch `label`, and whether it stands out.
-bool measure(Glyph& glyph, int label, const cv::Mat1i& labels, const cv::Mat3b& picture,
-             const cv::Mat1b& luma)
+/// What is not set around a patch, and between its strokes.
+Sum lumaAround(const Patch& patch, const cv::Mat1b& map, const cv::Mat1b& luma)
 {
-    Sum patch;
-    Sum ring;
-    int rim = 0;
     const cv::Rect around =
-        (glyph.box + cv::Size(4, 4) - cv::Point(2, 2)) & cv::Rect({}, labels.size());
-    for (int y = around.y; y < around.y + around.height; ++y)
-        for (int x = around.x; x < around.x + around.width; ++x) {
-            if (labels(y, x) == label) {
-                patch.add(picture(y, x), luma(y, x));
-                rim += isRim(labels, y, x) ? 1 : 0;
-            } else if (labels(y, x) == 0)
-                ring.add(picture(y, x), luma(y, x));
+        (patch.box + cv::Size(4, 4) - cv::Point(2, 2)) & cv::Rect({}, map.size());
+    Sum sum;
+    for (int y = around.y; y < around.br().y; ++y) {
+        const uchar* set = map[y];
+        const uchar* bright = luma[y];
+        for (int x = around.x; x < around.br().x; ++x) {
+            sum.luma += bright[x] & ~set[x];
+            sum.count += set[x] == 0 ? 1 : 0;
         }
-    glyph.step = patch.meanLuma() - ring.meanLuma();
-    if (std::abs(glyph.step) < leastStep || ring.count == 0)
-        return false;
-    // The rim of a stroke is mixed with what is behind it; the half away from the ring is not.
-    Sum core;
-    for (int y = glyph.box.y; y < glyph.box.y + glyph.box.height; ++y)
-        for (int x = glyph.box.x; x < glyph.box.x + glyph.box.width; ++x)
-            if (labels(y, x) == label
-                && (static_cast<float>(luma(y, x)) - patch.meanLuma()) * glyph.step >= 0)
-                core.add(picture(y, x), luma(y, x));
-    glyph.color = core.meanColor();
-    glyph.stroke = 2 * static_cast<float>(patch.count) / static_cast<float>(std::max(rim, 1));
-    return true;
+    }
+    return sum;
+}
+
+/// How many pixels of a patch have a neighbour that is not of it.
+int rimLength(const Patch& patch, const cv::Mat1b& map)
+{
+    int rim = 0;
+    for (const Run& run : patch.runs) {
+        if (run.y == 0 || run.y == map.rows - 1) {
+            rim += run.right - run.left;
+            continue;
+        }
+        const uchar* above = map[run.y - 1];
+        const uchar* below = map[run.y + 1];
+        for (int x = run.left; x < run.right; ++x)
+            rim += x == run.left || x == run.right - 1 || above[x] == 0 || below[x] == 0 ? 1 : 0;
+    }
+    return rim;
+}
+
+/// The rim of a stroke is mixed with what is behind it; the half that differs most is not.
+cv::Vec3f colorOf(const Patch& patch, float meanLuma, float step, const cv::Mat3b& picture,
+                  const cv::Mat1b& luma)
+{
+    cv::Vec3i sum;
+    int count = 0;
+    for (const Run& run : patch.runs)
+        for (int x = run.left; x < run.right; ++x)
+            if ((static_cast<float>(luma(run.y, x)) - meanLuma) * step >= 0) {
+                sum += cv::Vec3i(picture(run.y, x));
+                ++count;
+            }
+    return cv::Vec3f(sum) / static_cast<float>(std::max(count, 1));
+}
+
+/// The patch as a glyph, if it stands out.
+std::optional<Glyph> glyphOf(const Patch& patch, const cv::Mat1b& map, const cv::Mat3b& picture,
+                             const cv::Mat1b& luma)
+{
+    const float inside = lumaOf(patch, luma).mean();
+    const Sum ring = lumaAround(patch, map, luma);
+    const float step = inside - ring.mean();
+    if (std::abs(step) < leastStep || ring.count == 0)
+        return std::nullopt;
+    const float stroke =
+        2 * static_cast<float>(patch.area) / static_cast<float>(std::max(rimLength(patch, map), 1));
+    return Glyph{patch.box, colorOf(patch, inside, step, picture, luma), step, stroke};
 }
 
 } // namespace
@@ -80,19 +105,12 @@ bool measure(Glyph& glyph, int label, const cv::Mat1i& labels, const cv::Mat3b& 
 std::vector<Glyph> findGlyphs(const cv::Mat1b& map, const cv::Mat3b& picture, const cv::Mat1b& luma,
                               const TextScale& scale)
 {
-    cv::Mat1i labels;
-    cv::Mat1i stats;
-    cv::Mat1d centroids;
-    const int count = cv::connectedComponentsWithStats(map, labels, stats, centroids, 8);
+    const auto patches = findPatches(
+        map, [&](const cv::Rect& box, int area) { return hasLetterSize(box, area, scale); });
     std::vector<Glyph> glyphs;
-    for (int label = 1; label < count; ++label) {
-        const int* each = stats[label];
-        Glyph glyph{{each[cv::CC_STAT_LEFT], each[cv::CC_STAT_TOP], each[cv::CC_STAT_WIDTH],
-                     each[cv::CC_STAT_HEIGHT]}};
-        if (hasLetterSize(glyph.box, each[cv::CC_STAT_AREA], scale)
-            && measure(glyph, label, labels, picture, luma))
-            glyphs.push_back(glyph);
-    }
+    for (const Patch& patch : patches)
+        if (const auto glyph = glyphOf(patch, map, picture, luma))
+            glyphs.push_back(*glyph);
     std::ranges::sort(glyphs, {}, [](const Glyph& glyph) { return glyph.box.x; });
     return glyphs;
 }

@@ -1,8 +1,9 @@
 #include "VantroquePlatform/LineGrouping.h"
 
+#include "VantroquePlatform/Sets.h"
+
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace vantroque {
 
@@ -20,25 +21,6 @@ bool areNeighbours(const Glyph& left, const Glyph& right)
            && std::max(left.stroke, right.stroke) <= 2.2F * std::min(left.stroke, right.stroke)
            && (left.step > 0) == (right.step > 0) && cv::norm(left.color - right.color) <= 40;
 }
-
-/// Sets that grow together, each known by its root.
-class Sets {
-public:
-    explicit Sets(std::size_t count) : m_parents(count)
-    {
-        std::iota(m_parents.begin(), m_parents.end(), std::size_t{0});
-    }
-    std::size_t root(std::size_t element)
-    {
-        while (m_parents[element] != element)
-            element = m_parents[element] = m_parents[m_parents[element]];
-        return element;
-    }
-    void join(std::size_t a, std::size_t b) { m_parents[root(b)] = root(a); }
-
-private:
-    std::vector<std::size_t> m_parents;
-};
 
 /// How many letters stand in a patch; those of small type touch.
 double letterCount(const Glyph& glyph, double letterHeight)
