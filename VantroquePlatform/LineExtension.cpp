@@ -50,7 +50,14 @@ LineCandidate extended(const LineCandidate& line, const std::vector<cv::Mat1b>& 
     std::vector<Glyph> near = glyphsInBand(line, maps, picture, luma);
     std::vector<Glyph> glyphs = line.glyphs;
     cv::Rect box = line.box;
-    const auto takeIn = [&](const Glyph& glyph) {
+    const cv::Range rows = rowsOfLetters(line.glyphs, line.letterHeight);
+    const auto takeIn = [&](Glyph glyph) {
+        // What stands out of the line is of the scene behind.
+        const int bottom = std::min(glyph.box.br().y, rows.end);
+        glyph.box.y = std::max(glyph.box.y, rows.start);
+        glyph.box.height = bottom - glyph.box.y;
+        if (glyph.box.height <= 0)
+            return;
         glyphs.push_back(glyph);
         box |= glyph.box;
     };

@@ -35,17 +35,23 @@ float median(std::vector<float> values)
     return *middle;
 }
 
+float baseLine(const std::vector<Glyph>& glyphs)
+{
+    std::vector<float> bottoms;
+    for (const Glyph& glyph : glyphs)
+        bottoms.push_back(static_cast<float>(glyph.box.br().y));
+    return median(std::move(bottoms));
+}
+
 /// The share of the glyphs that stand on the line's straight base line.
 double regularity(const LineCandidate& line)
 {
-    std::vector<float> bottoms;
-    for (const Glyph& glyph : line.glyphs)
-        bottoms.push_back(static_cast<float>(glyph.box.br().y));
-    const float base = median(bottoms);
-    const auto near = std::ranges::count_if(bottoms, [&](float bottom) {
-        return std::abs(bottom - base) <= std::max(0.12 * line.letterHeight, 1.0);
+    const float base = baseLine(line.glyphs);
+    const auto near = std::ranges::count_if(line.glyphs, [&](const Glyph& glyph) {
+        return std::abs(static_cast<float>(glyph.box.br().y) - base)
+               <= std::max(0.12 * line.letterHeight, 1.0);
     });
-    return static_cast<double>(near) / static_cast<double>(bottoms.size());
+    return static_cast<double>(near) / static_cast<double>(line.glyphs.size());
 }
 
 /// Takes out what is too high for the line: it is of the scene behind.
@@ -84,8 +90,10 @@ void complete(LineCandidate& line)
     const auto count = static_cast<double>(line.glyphs.size());
     line.contrast = step / count;
     line.stroke = stroke / count / line.letterHeight;
+    // Letters touch here and there; a long patch alone is mostly of the scene.
+    const double apart = std::clamp(2.2 - 0.4 * line.units / count, 0.3, 1.0);
     line.score = std::sqrt(std::min(line.units, 30.0)) * std::min(line.contrast, 160.0)
-                 * regularity(line) * std::clamp(1.6 - 2.5 * line.stroke, 0.1, 1.0);
+                 * regularity(line) * std::clamp(1.6 - 2.5 * line.stroke, 0.1, 1.0) * apart;
 }
 
 /// Letters are drawn with strokes, and well visible ones.
@@ -97,6 +105,15 @@ bool isThin(const LineCandidate& line)
 }
 
 } // namespace
+
+cv::Range rowsOfLetters(const std::vector<Glyph>& glyphs, double letterHeight)
+{
+    constexpr double highest = 1.7; // an "l" over small letters
+    constexpr double deepest = 0.5;
+    const float base = baseLine(glyphs);
+    return {static_cast<int>(std::floor(base - highest * letterHeight)),
+            static_cast<int>(std::ceil(base + deepest * letterHeight))};
+}
 
 std::vector<LineCandidate> groupIntoLines(const std::vector<Glyph>& glyphs)
 {
@@ -111,6 +128,7 @@ std::vector<LineCandidate> groupIntoLines(const std::vector<Glyph>& glyphs)
                 sets.join(i, j);
 
     constexpr double fewestUnits = 3;
+    constexpr double leastScore = 65; // hardly one in a thousand lower ones is text
     std::vector<LineCandidate> byRoot(glyphs.size());
     for (std::size_t i = 0; i < glyphs.size(); ++i)
         byRoot[sets.root(i)].glyphs.push_back(glyphs[i]);
@@ -119,7 +137,7 @@ std::vector<LineCandidate> groupIntoLines(const std::vector<Glyph>& glyphs)
         if (line.glyphs.empty())
             continue;
         complete(line);
-        if (line.units >= fewestUnits && isThin(line))
+        if (line.units >= fewestUnits && isThin(line) && line.score >= leastScore)
             lines.push_back(std::move(line));
     }
     return lines;

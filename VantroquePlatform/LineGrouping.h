@@ -18,6 +18,9 @@ struct LineCandidate {
     double score = 0;        ///< How much it looks like text.
 };
 
+/// The rows that letters of that height can take on the base line that the glyphs stand on.
+cv::Range rowsOfLetters(const std::vector<Glyph>& glyphs, double letterHeight);
+
 /// The lines that can be made of the glyphs of one map, which come from left to right.
 std::vector<LineCandidate> groupIntoLines(const std::vector<Glyph>& glyphs);
 

@@ -55,7 +55,7 @@ double backgroundDistance(const cv::Mat1b& distance)
     // Letters cover less than half of their line.
     const double middle = percentile({distance.begin(), distance.end()}, 70);
     cv::Mat1b letters;
-    cv::compare(distance, cv::Scalar(0.4 * middle), letters, cv::CMP_LT);
+    cv::compare(distance, cv::Scalar(std::min(0.4 * middle, 45.0)), letters, cv::CMP_LT);
     cv::dilate(letters, letters, cv::Mat());
     std::vector<uchar> behind;
     for (int y = 0; y < distance.rows; ++y)
@@ -77,11 +77,44 @@ LineImage enlarged(const cv::Mat1b& pixels, const cv::Rect& region, int height)
     return image;
 }
 
+cv::Mat1f squares(const cv::Mat3f& vectors)
+{
+    std::vector<cv::Mat1f> channels;
+    cv::split(vectors, channels);
+    cv::Mat1f sum;
+    sum =
+        channels[0].mul(channels[0]) + channels[1].mul(channels[1]) + channels[2].mul(channels[2]);
+    return sum;
+}
+
+/// Thin strokes are mixed with what is behind them, so that the middle of a wide one goes beyond
+/// their color: such pixels are of the line as well. Takes differences from the line's color.
+void dropOvershoot(cv::Mat3f& difference)
+{
+    const cv::Mat1f far = squares(difference);
+    const double middle = cv::mean(far)[0];
+    const cv::Scalar mean = cv::mean(difference, far > middle);
+    cv::Vec3f behind(static_cast<float>(mean[0]), static_cast<float>(mean[1]),
+                     static_cast<float>(mean[2]));
+    const auto length = static_cast<float>(cv::norm(behind));
+    if (length < 1)
+        return;
+    behind /= length;
+    for (cv::Vec3f& each : difference)
+        each -= std::min(each.dot(behind), 0.0F) * behind;
+}
+
 } // namespace
 
-double LineImage::pictureX(int x) const
+cv::Rect LineImage::inPicture(const cv::Rect& box) const
 {
-    return region.x + (x - margin) / scale;
+    const auto place = [&](int x, int y) {
+        return cv::Point2d(region.tl()) + cv::Point2d(x - margin, y - margin) / scale;
+    };
+    const cv::Point2d first = place(box.x, box.y);
+    const cv::Point2d last = place(box.br().x, box.br().y);
+    return {cv::Point(cvFloor(first.x), cvFloor(first.y)),
+            cv::Point(cvCeil(last.x), cvCeil(last.y))};
 }
 
 cv::Rect lineRegion(const LineCandidate& line, cv::Size picture)
@@ -98,11 +131,9 @@ cv::Mat1b inkIn(const cv::Mat3b& picture, const LineCandidate& line, const cv::R
     cv::Mat3f difference;
     picture(region).convertTo(difference, CV_32F);
     difference -= cv::Scalar(line.color[0], line.color[1], line.color[2]);
-    std::vector<cv::Mat1f> channels;
-    cv::split(difference, channels);
-    cv::Mat1f square;
-    square =
-        channels[0].mul(channels[0]) + channels[1].mul(channels[1]) + channels[2].mul(channels[2]);
+    if (line.letterHeight < 14)
+        dropOvershoot(difference);
+    cv::Mat1f square = squares(difference);
     cv::sqrt(square / 3, square);
     cv::Mat1b distance;
     square.convertTo(distance, CV_8U);

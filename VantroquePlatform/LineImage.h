@@ -10,8 +10,8 @@ struct LineImage {
     cv::Rect region;  ///< What it shows of the picture.
     double scale = 1; ///< Its pixels a pixel of the picture.
 
-    /// Where a horizontal place of the image is in the picture.
-    double pictureX(int x) const;
+    /// Where a box of the image is in the picture.
+    cv::Rect inPicture(const cv::Rect& box) const;
 };
 
 /// The part of the picture that a line takes, with a little around it.

@@ -150,8 +150,7 @@ Result<TextReading> LineSearch::readImage(const LineImage& image)
 {
     ++m_readings;
     TextReading reading = textReading(TRY(m_reader.readLine(image.pixels, m_deadline)));
-    reading.left = static_cast<int>(image.pictureX(reading.left));
-    reading.right = static_cast<int>(image.pictureX(reading.right));
+    reading.box = image.inPicture(reading.box);
     return reading;
 }
 
@@ -159,8 +158,12 @@ bool LineSearch::take(const LineCandidate& candidate, const TextReading& reading
 {
     FoundLine found{candidate, {}, reading.text, reading.letters, reading.confidence};
     for (const Glyph& glyph : candidate.glyphs)
-        if (glyph.box.br().x >= reading.left && glyph.box.x <= reading.right)
+        if (glyph.box.br().x >= reading.box.x && glyph.box.x <= reading.box.br().x)
             found.box = found.box.empty() ? glyph.box : found.box | glyph.box;
+    // The engine sees what of the glyphs is ink of the line, though its sides are vague.
+    const auto slack = static_cast<int>(0.3 * candidate.letterHeight);
+    const cv::Rect read = reading.box + cv::Size(2 * slack, 0) - cv::Point(slack, 0);
+    found.box = (found.box.empty() ? candidate.box : found.box) & read;
     if (found.box.empty())
         found.box = candidate.box;
     // What goes beyond a line takes its place, unless it lost more than it won.

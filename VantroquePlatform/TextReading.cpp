@@ -3,6 +3,8 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 
 namespace vantroque {
 
@@ -44,39 +46,59 @@ bool isWordLike(const TextReading& reading)
     return 100 * reading.letters >= 62 * shown && !isMostlyStrokes(reading.text);
 }
 
-} // namespace
-
-TextReading textReading(std::vector<ReadWord> words)
+TextReading joined(std::span<const ReadWord> words)
 {
-    const auto first = std::ranges::find_if_not(words, isRubbish);
-    words.erase(words.begin(), first);
-    while (!words.empty() && isRubbish(words.back()))
-        words.pop_back();
     TextReading reading;
-    if (words.empty())
-        return reading;
     QStringList texts;
     for (const ReadWord& word : words) {
         const int count = letterCount(word.text);
         texts << word.text;
         reading.letters += count;
         reading.confidence += word.confidence * count;
+        reading.box = reading.box.empty() ? word.box : reading.box | word.box;
     }
     reading.text = texts.join(u' ');
     reading.confidence /= std::max(reading.letters, 1);
-    reading.left = words.front().box.x;
-    reading.right = words.back().box.br().x;
     return reading;
+}
+
+/// Words beside a text that is sure are of it, though they are misread.
+bool isProbablyOfText(const ReadWord& word)
+{
+    constexpr double leastConfidence = 15;
+    return word.confidence >= leastConfidence && letterCount(word.text) >= 2;
+}
+
+} // namespace
+
+TextReading textReading(std::vector<ReadWord> words)
+{
+    constexpr int sureLetters = 10;
+    const auto isSound = [](const ReadWord& word) { return !isRubbish(word); };
+    auto first = std::ranges::find_if(words, isSound);
+    auto last = std::find_if(words.rbegin(), std::make_reverse_iterator(first), isSound).base();
+    TextReading sound = joined({first, last});
+    if (sound.letters < sureLetters || !isText(sound))
+        return sound;
+    while (first != words.begin() && isProbablyOfText(*std::prev(first)))
+        --first;
+    while (last != words.end() && isProbablyOfText(*last))
+        ++last;
+    TextReading whole = joined({first, last});
+    whole.confidence = sound.confidence;
+    return whole;
 }
 
 bool isText(const TextReading& reading)
 {
     if (reading.letters < 3 || !isWordLike(reading))
         return false;
-    const double needed = reading.letters >= 8   ? 62
-                          : reading.letters >= 5 ? 78
-                          : reading.letters == 4 ? 88
-                                                 : 93;
+    const double needed = reading.letters >= 20   ? 50
+                          : reading.letters >= 12 ? 56
+                          : reading.letters >= 8  ? 62
+                          : reading.letters >= 5  ? 78
+                          : reading.letters == 4  ? 88
+                                                  : 93;
     return reading.confidence >= needed;
 }
 

@@ -11,8 +11,7 @@ struct TextReading {
     QString text;
     int letters = 0;       ///< Letters and digits.
     double confidence = 0; ///< 0 to 100, the mean over the letters.
-    int left = 0;          ///< In the image that was read.
-    int right = 0;
+    cv::Rect box;          ///< In the image that was read.
 };
 
 TextReading textReading(std::vector<ReadWord> words);

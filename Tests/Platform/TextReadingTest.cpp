@@ -24,8 +24,8 @@ TEST(TextReading, JoinsTheWordsAndWeighsTheirConfidenceByLetters)
     EXPECT_EQ(read.text, u"a day"_s);
     EXPECT_EQ(read.letters, 4);
     EXPECT_DOUBLE_EQ(read.confidence, 80);
-    EXPECT_EQ(read.left, 10);
-    EXPECT_EQ(read.right, 70);
+    EXPECT_EQ(read.box.x, 10);
+    EXPECT_EQ(read.box.br().x, 70);
 }
 
 TEST(TextReading, CutsRubbishOffTheEnds)
@@ -35,8 +35,21 @@ TEST(TextReading, CutsRubbishOffTheEnds)
                                           {u"sale"_s, 91, {80, 0, 40, 20}},
                                           {u"xq"_s, 12, {130, 0, 20, 20}}});
     EXPECT_EQ(read.text, u"summer sale"_s);
-    EXPECT_EQ(read.left, 10);
-    EXPECT_EQ(read.right, 120);
+    EXPECT_EQ(read.box.x, 10);
+    EXPECT_EQ(read.box.br().x, 120);
+}
+
+TEST(TextReading, KeepsMisreadWordsBesideASureText)
+{
+    const TextReading read = textReading({{u"|"_s, 95, {0, 0, 3, 20}},
+                                          {u"Prafessinna"_s, 30, {10, 0, 90, 20}},
+                                          {u"driver"_s, 90, {110, 0, 50, 20}},
+                                          {u"closed"_s, 80, {170, 0, 50, 20}},
+                                          {u"cnrae"_s, 20, {230, 0, 40, 20}}});
+    EXPECT_EQ(read.text, u"Prafessinna driver closed cnrae"_s);
+    EXPECT_EQ(read.letters, 28);
+    EXPECT_DOUBLE_EQ(read.confidence, 85) << "as the sure part";
+    EXPECT_EQ(read.box, cv::Rect(10, 0, 260, 20));
 }
 
 TEST(TextReading, OfNothingIsNoText)
@@ -51,6 +64,8 @@ TEST(TextReading, TheFewerTheLettersTheSurerTheEngineMustBe)
     EXPECT_FALSE(isText(reading(u"save"_s, 70)));
     EXPECT_TRUE(isText(reading(u"save"_s, 95)));
     EXPECT_FALSE(isText(reading(u"ok"_s, 96)));
+    EXPECT_TRUE(isText(reading(u"Rezuits may vory frorn perzon"_s, 53)));
+    EXPECT_FALSE(isText(reading(u"Rezuits may"_s, 53)));
 }
 
 TEST(TextReading, RowsOfStrokesAreNoText)
