@@ -117,6 +117,17 @@ cv::Rect LineImage::inPicture(const cv::Rect& box) const
             cv::Point(cvCeil(last.x), cvCeil(last.y))};
 }
 
+bool LineImage::hasInkBeside(const cv::Rect& box) const
+{
+    constexpr int dark = 100;
+    const auto column = [&](int x) {
+        return std::clamp(cvRound((x - region.x) * scale) + margin, 0, pixels.cols);
+    };
+    const cv::Mat1b left = pixels.colRange(0, column(box.x));
+    const cv::Mat1b right = pixels.colRange(column(box.br().x), pixels.cols);
+    return cv::countNonZero(left < dark) + cv::countNonZero(right < dark) > 0;
+}
+
 cv::Rect lineRegion(const LineCandidate& line, cv::Size picture)
 {
     const int across = static_cast<int>(std::ceil(0.3 * line.letterHeight));

@@ -12,6 +12,8 @@ struct LineImage {
 
     /// Where a box of the image is in the picture.
     cv::Rect inPicture(const cv::Rect& box) const;
+    /// Whether there is ink to the left or right of a box of the picture.
+    bool hasInkBeside(const cv::Rect& box) const;
 };
 
 /// The part of the picture that a line takes, with a little around it.

@@ -10,6 +10,8 @@ namespace vantroque {
 
 namespace {
 
+constexpr int usualHeight = 40; // of the image of a line
+
 double overlap(const cv::Rect& a, const cv::Rect& b)
 {
     return (a & b).area() / std::max(1.0, static_cast<double>(std::min(a.area(), b.area())));
@@ -98,8 +100,34 @@ Result<void> LineSearch::extend()
         const FoundLine line = m_lines.back();
         const LineCandidate longer = extended(line.line, m_maps, m_picture, m_luma);
         grows = goesBeyond(longer, line) && !hasFailed(longer) && TRY(tryOne(longer));
+        if (!grows)
+            grows = TRY(lookBeside());
     }
     return {};
+}
+
+Result<bool> LineSearch::lookBeside()
+{
+    constexpr int reach = 12; // letter heights
+    constexpr double sure = 70;
+    constexpr int fewest = 5;
+    const FoundLine& line = m_lines.back();
+    if (line.confidence < sure || line.letters < fewest
+        || line.line.letterHeight > m_scale.smallType)
+        return false;
+    LineCandidate wide = line.line;
+    const auto beside = static_cast<int>(reach * wide.letterHeight);
+    wide.box = (line.box + cv::Size(2 * beside, 0) - cv::Point(beside, 0))
+               & cv::Rect({}, m_picture.size());
+    const LineImage image = inkImage(m_picture, wide, usualHeight);
+    const auto air = static_cast<int>(0.5 * wide.letterHeight);
+    if (!image.hasInkBeside(line.box + cv::Size(2 * air, 0) - cv::Point(air, 0)))
+        return false;
+    const TextReading reading = TRY(readImage(image, sureReading));
+    wide.box = reading.box | line.box;
+    if (!m_isText(reading) || !goesBeyond(wide, line) || overlap(reading.box, line.box) < 0.8)
+        return false;
+    return add({wide, wide.box, reading.text, reading.letters, reading.confidence});
 }
 
 Result<bool> LineSearch::tryOne(const LineCandidate& candidate)
@@ -131,7 +159,6 @@ bool LineSearch::hasFailed(const LineCandidate& candidate) const
 
 Result<TextReading> LineSearch::readWell(const LineCandidate& candidate)
 {
-    constexpr int usualHeight = 40;
     constexpr int lowHeight = 30;
     constexpr double hopeless = 40;
     TextReading best = TRY(readImage(inkImage(m_picture, candidate, usualHeight)));
@@ -146,10 +173,11 @@ Result<TextReading> LineSearch::readWell(const LineCandidate& candidate)
     return best;
 }
 
-Result<TextReading> LineSearch::readImage(const LineImage& image)
+Result<TextReading> LineSearch::readImage(const LineImage& image,
+                                          TextReading (*joined)(std::vector<ReadWord>))
 {
     ++m_readings;
-    TextReading reading = textReading(TRY(m_reader.readLine(image.pixels, m_deadline)));
+    TextReading reading = joined(TRY(m_reader.readLine(image.pixels, m_deadline)));
     reading.box = image.inPicture(reading.box);
     return reading;
 }
@@ -166,13 +194,20 @@ bool LineSearch::take(const LineCandidate& candidate, const TextReading& reading
     found.box = (found.box.empty() ? candidate.box : found.box) & read;
     if (found.box.empty())
         found.box = candidate.box;
+    return add(std::move(found));
+}
+
+bool LineSearch::add(FoundLine found)
+{
     // What goes beyond a line takes its place, unless it lost more than it won.
-    const auto covered = std::ranges::find_if(
-        m_lines, [&](const FoundLine& line) { return overlap(found.box, line.box) > 0.3; });
-    if (covered != m_lines.end() && covered->letters >= found.letters)
+    const auto isCovered = [&](const FoundLine& line) {
+        return overlap(found.box, line.box) > 0.3;
+    };
+    if (std::ranges::any_of(m_lines, [&](const FoundLine& line) {
+            return isCovered(line) && line.letters >= found.letters;
+        }))
         return false;
-    std::erase_if(m_lines,
-                  [&](const FoundLine& line) { return overlap(found.box, line.box) > 0.3; });
+    std::erase_if(m_lines, isCovered);
     m_lines.push_back(std::move(found));
     return true;
 }

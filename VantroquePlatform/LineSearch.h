@@ -29,13 +29,18 @@ private:
     Result<void> tryAll(const std::vector<LineCandidate>& candidates);
     /// Takes in what belongs to the line that was read last.
     Result<void> extend();
+    /// Reads the line that was read last with what stands to its left and right, where no letters
+    /// were seen: over a busy scene they melt into it. Whether it has grown.
+    Result<bool> lookBeside();
     /// Whether it is a line that was not known.
     Result<bool> tryOne(const LineCandidate& candidate);
     bool isRead(const LineCandidate& candidate) const;
     bool hasFailed(const LineCandidate& candidate) const;
     Result<TextReading> readWell(const LineCandidate& candidate);
-    Result<TextReading> readImage(const LineImage& image);
+    Result<TextReading> readImage(const LineImage& image,
+                                  TextReading (*joined)(std::vector<ReadWord>) = textReading);
     bool take(const LineCandidate& candidate, const TextReading& reading);
+    bool add(FoundLine found);
 
     const cv::Mat3b& m_picture;
     cv::Mat1b m_luma;

@@ -89,6 +89,17 @@ TextReading textReading(std::vector<ReadWord> words)
     return whole;
 }
 
+TextReading sureReading(std::vector<ReadWord> words)
+{
+    constexpr double sure = 60;
+    const auto isSure = [](const ReadWord& word) {
+        return word.confidence >= sure && letterCount(word.text) >= 2;
+    };
+    const auto first = std::ranges::find_if(words, isSure);
+    const auto last = std::find_if(words.rbegin(), std::make_reverse_iterator(first), isSure).base();
+    return joined({first, last});
+}
+
 bool isText(const TextReading& reading)
 {
     if (reading.letters < 3 || !isWordLike(reading))

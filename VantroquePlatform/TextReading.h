@@ -15,6 +15,8 @@ struct TextReading {
 };
 
 TextReading textReading(std::vector<ReadWord> words);
+/// What was read where a part of it may be of the scene: only words that are sure begin and end it.
+TextReading sureReading(std::vector<ReadWord> words);
 
 /// Whether it is text and not a pattern that looks a little like it. The fewer the letters, the
 /// surer the engine must be.

@@ -62,6 +62,21 @@ TEST(FrameText, ReadsTypeOfOneAndAHalfPercentOfTheHeight)
     EXPECT_GT(overlap(inPixels(lines[0].box, square), inkOf(legal, square)), 0.75);
 }
 
+TEST(FrameText, ReadsSmallTypeThatReachesIntoABusyScene)
+{
+    const auto engine = recognizer();
+    const QSize square(1080, 960);
+    QImage picture = plain(square, QColor(30, 50, 25));
+    QPainter(&picture).drawImage(520, 0, foliage(square, 2));
+    const PaintedText legal{u"Subject to credit approval. See store for details."_s,
+                            16,
+                            {200, 900},
+                            QColor(230, 240, 150)};
+    const auto lines = linesIn(with(picture, legal), *engine);
+    ASSERT_THAT(lines, SizeIs(1));
+    EXPECT_GT(overlap(inPixels(lines[0].box, square), inkOf(legal, square)), 0.75);
+}
+
 TEST(FrameText, ReadsTypeOnAPlate)
 {
     const auto engine = recognizer();

@@ -52,6 +52,18 @@ TEST(TextReading, KeepsMisreadWordsBesideASureText)
     EXPECT_EQ(read.box, cv::Rect(10, 0, 260, 20));
 }
 
+TEST(TextReading, OnlySureWordsBeginAndEndASureReading)
+{
+    const TextReading read = sureReading({{u"Prafessinna"_s, 50, {10, 0, 90, 20}},
+                                          {u"driver"_s, 90, {110, 0, 50, 20}},
+                                          {u"an"_s, 30, {170, 0, 20, 20}},
+                                          {u"closed"_s, 80, {200, 0, 50, 20}},
+                                          {u"a"_s, 95, {260, 0, 10, 20}}});
+    EXPECT_EQ(read.text, u"driver an closed"_s);
+    EXPECT_EQ(read.box, cv::Rect(110, 0, 140, 20));
+    EXPECT_EQ(sureReading({{u"an"_s, 30, {}}}).letters, 0);
+}
+
 TEST(TextReading, OfNothingIsNoText)
 {
     EXPECT_FALSE(isText(textReading({})));
