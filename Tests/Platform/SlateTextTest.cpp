@@ -2,6 +2,7 @@
 
 #include "Painted.h"
 
+#include "VantroquePlatform/LookAlikes.h"
 #include "VantroquePlatform/PictureMatrix.h"
 
 #include <opencv2/imgproc.hpp>
@@ -72,6 +73,22 @@ TEST(SlateText, TellsTheLetterOFromTheDigitInACode)
             with(plain(full, Qt::black), {code, 44, {300, 400}, Qt::white, "DejaVu Sans"});
         EXPECT_EQ(textsIn(picture, *engine, slate), QStringList{code});
     }
+}
+
+TEST(LookAlikes, AreSettledAsTheRestOfAnAdIDHasThem)
+{
+    const cv::Mat1b illegible(40, 300, uchar{0});
+    EXPECT_EQ(settledLookAlikes(u"EGZ06943889H"_s, illegible), u"EGZO6943889H"_s);
+    EXPECT_EQ(settledLookAlikes(u"1KSHO177228H"_s, illegible), u"IKSH0177228H"_s);
+    EXPECT_EQ(settledLookAlikes(u"KSHSO1I7228"_s, illegible), u"KSHS0117228"_s);
+}
+
+TEST(LookAlikes, StayWhereTheRestIsMixedOrNoAdID)
+{
+    const cv::Mat1b illegible(40, 300, uchar{0});
+    for (const QString& word : {u"A1200123456H"_s, u"ABCDOABC12DH"_s, u"ABCDO123"_s, u"O"_s,
+                                u"DISCOVERYLAND"_s, u"03142024031"_s})
+        EXPECT_EQ(settledLookAlikes(word, illegible), word);
 }
 
 TEST(LeadingColons, OneAheadOfANumberIsFound)
