@@ -71,7 +71,7 @@ LineImage enlarged(const cv::Mat1b& pixels, const cv::Rect& region, int height)
     LineImage image{{}, region, static_cast<double>(height) / region.height};
     cv::Mat1b resized;
     cv::resize(pixels, resized, {}, image.scale, image.scale,
-               image.scale > 1 ? cv::INTER_CUBIC : cv::INTER_AREA);
+               image.scale > 1 ? cv::INTER_LANCZOS4 : cv::INTER_AREA);
     cv::copyMakeBorder(resized, image.pixels, margin, margin, margin, margin, cv::BORDER_CONSTANT,
                        cv::Scalar(255));
     return image;

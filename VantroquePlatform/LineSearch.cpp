@@ -162,7 +162,9 @@ Result<TextReading> LineSearch::readWell(const LineCandidate& candidate)
     constexpr int lowHeight = 30;
     constexpr double hopeless = 40;
     TextReading best = TRY(readImage(inkImage(m_picture, candidate, usualHeight)));
-    if (m_isText(best) || best.confidence < hopeless || best.letters < 2)
+    // A long line can be text though hardly a word of it is sure.
+    const bool isHopeless = best.letters < 2 || (best.letters < 8 && best.confidence < hopeless);
+    if (m_isText(best) || isHopeless)
         return best;
     for (const LineImage& image :
          {inkImage(m_picture, candidate, lowHeight), grayImage(m_luma, candidate, usualHeight)}) {
