@@ -96,7 +96,8 @@ TextReading sureReading(std::vector<ReadWord> words)
         return word.confidence >= sure && letterCount(word.text) >= 2;
     };
     const auto first = std::ranges::find_if(words, isSure);
-    const auto last = std::find_if(words.rbegin(), std::make_reverse_iterator(first), isSure).base();
+    const auto last =
+        std::find_if(words.rbegin(), std::make_reverse_iterator(first), isSure).base();
     return joined({first, last});
 }
 
