@@ -3,19 +3,15 @@
 //   TextQuality frames|slates|clips [tuning] [--per-kind N] [--only NUMBER] [--show FOLDER]
 
 #include "TextQualityClips.h"
-#include "TextQualityScenes.h"
 
 #include "Base/Numbers.h"
 #include "Check/SlateLayout.h"
-#include "Text/InkExtent.h"
-#include "Text/TextPlacement.h"
+#include "Support/TextJudgement.h"
 #include "VantroquePlatform/TesseractRecognizer.h"
 
 #include <QDir>
 #include <QGuiApplication>
 #include <QPainter>
-#include <QProcess>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
@@ -44,59 +40,6 @@ double processorSeconds()
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-QByteArray ffmpeg(const QStringList& arguments, const QByteArray& input = {})
-{
-    QProcess process;
-    process.start(u"ffmpeg"_s,
-                  QStringList{u"-hide_banner"_s, u"-loglevel"_s, u"error"_s, u"-y"_s} + arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    process.waitForFinished(-1);
-    if (process.exitCode() != 0)
-        qFatal("ffmpeg: %s", process.readAllStandardError().constData());
-    return process.readAllStandardOutput();
-}
-
-/// The pictures as they are after coding for delivery and scaling for the scan.
-std::vector<QImage> delivered(const std::vector<QImage>& pictures)
-{
-    const QTemporaryDir folder;
-    const QString clip = folder.filePath(u"clip.mp4"_s);
-    QByteArray raw;
-    for (const QImage& picture : pictures)
-        raw.append(reinterpret_cast<const char*>(picture.constBits()), picture.sizeInBytes());
-    const QSize size = pictures.front().size();
-    ffmpeg({u"-f"_s, u"rawvideo"_s, u"-pix_fmt"_s, u"bgra"_s, u"-s"_s,
-            u"%1x%2"_s.arg(size.width()).arg(size.height()), u"-r"_s, u"25"_s, u"-i"_s, u"-"_s,
-            u"-c:v"_s, u"libx264"_s, u"-preset"_s, u"veryfast"_s, u"-crf"_s, u"23"_s, u"-pix_fmt"_s,
-            u"yuv420p"_s, clip},
-           raw);
-    const QSize small =
-        size.width() <= 960 ? size : QSize(960, (960 * size.height() / size.width() + 1) / 2 * 2);
-    const QByteArray decoded =
-        ffmpeg({u"-i"_s, clip, u"-vf"_s, u"scale=%1:%2"_s.arg(small.width()).arg(small.height()),
-                u"-f"_s, u"rawvideo"_s, u"-pix_fmt"_s, u"rgb24"_s, u"-"_s});
-    std::vector<QImage> images;
-    const qsizetype bytes = qsizetype(3) * small.width() * small.height();
-    for (qsizetype at = 0; at + bytes <= decoded.size(); at += bytes)
-        images.push_back(QImage(reinterpret_cast<const uchar*>(decoded.constData()) + at,
-                                small.width(), small.height(), 3 * small.width(),
-                                QImage::Format_RGB888)
-                             .copy());
-    return images;
-}
-
-NormalizedRect rectOf(const QRectF& box)
-{
-    return {box.x(), box.y(), box.width(), box.height()};
-}
-
-double intersectionOverUnion(const NormalizedRect& a, const NormalizedRect& b)
-{
-    const double common = a.intersected(b).area();
-    return common / (a.area() + b.area() - common);
-}
-
 double median(std::vector<double> values)
 {
     std::ranges::sort(values);
@@ -121,76 +64,62 @@ struct Figures {
     std::map<QString, std::pair<int, double>> secondsOn; ///< Frames and seconds by background.
 };
 
-bool isTrue(const TextSample::Box& box, const std::vector<TextScenes::DrawnLine>& lines)
-{
-    return std::ranges::any_of(lines, [&](const TextScenes::DrawnLine& line) {
-        return box.rect.intersected(rectOf(line.ink)).area() >= 0.3 * box.rect.area();
-    });
-}
-
 void show(const Options& options, const QString& name, QImage picture,
-          const std::vector<TextScenes::DrawnLine>& lines,
-          const std::vector<TextSample::Box>& boxes)
+          const TextScenes::Judgement& judgement)
 {
     QDir().mkpath(options.show);
     QPainter painter(&picture);
-    const auto draw = [&](const NormalizedRect& rect, QColor color, int grow) {
+    const auto draw = [&](const QRectF& rect, QColor color, int grow) {
         painter.setPen(color);
-        painter.drawRect(QRectF(rect.x * picture.width(), rect.y * picture.height(),
-                                rect.width * picture.width(), rect.height * picture.height())
+        painter.drawRect(QRectF(rect.x() * picture.width(), rect.y() * picture.height(),
+                                rect.width() * picture.width(), rect.height() * picture.height())
                              .adjusted(-grow, -grow, grow, grow));
     };
-    for (const auto& line : lines)
-        draw(rectOf(line.ink), Qt::green, 3);
-    for (const auto& box : boxes)
-        draw(box.rect, isTrue(box, lines) ? Qt::blue : Qt::red, 1);
+    const auto drawBoxes = [&](const std::vector<TextSample::Box>& boxes, QColor color) {
+        for (const auto& [rect, text] : boxes)
+            draw({rect.x, rect.y, rect.width, rect.height}, color, 1);
+    };
+    for (const auto& line : judgement.lines)
+        draw(line.drawn.ink, Qt::green, 3);
+    drawBoxes(judgement.boxes, Qt::blue);
+    drawBoxes(judgement.falseBoxes, Qt::red);
     picture.save(options.show + u'/' + name + u".png"_s);
 }
 
-void judge(const QImage& picture, const std::vector<RecognizedLine>& read,
-           const std::vector<TextScenes::DrawnLine>& lines, bool moves, const QString& name,
-           const Options& options, Figures& figures)
+QString nameOf(Kind kind)
 {
-    const auto pixels = InkExtent::Pixels::from(picture);
-    std::vector<TextSample::Box> pieces;
-    for (const RecognizedLine& line : read)
-        pieces.push_back({line.box, line.text});
-    const auto boxes = TextPlacement::mergeLines(pieces);
-    for (TextSample::Box& piece : pieces)
-        piece.rect = InkExtent::refine(piece.rect, *pixels).value_or(piece.rect);
-    const auto refined = TextPlacement::mergeLines(pieces);
-    bool isBad = false;
-    for (const TextScenes::DrawnLine& line : lines) {
-        const NormalizedRect ink = rectOf(line.ink);
-        double best = 0;
-        double bestInk = 0;
-        for (const auto& box : boxes)
-            best = std::max(best, intersectionOverUnion(box.rect, ink));
-        for (const auto& box : refined)
-            bestInk = std::max(bestInk, intersectionOverUnion(box.rect, ink));
-        const QString kind = line.kind == Kind::super        ? u"super"_s
-                             : line.kind == Kind::shortSuper ? u"one or two words"_s
-                                                             : u"legal"_s;
-        Tally& tally = figures.tallies[kind + (moves ? u", moving"_s : u", still"_s)];
+    switch (kind) {
+    case Kind::super: return u"super"_s;
+    case Kind::shortSuper: return u"one or two words"_s;
+    case Kind::legal: return u"legal"_s;
+    }
+    return {};
+}
+
+void count(const QImage& picture, const TextScenes::Judgement& judgement, bool moves,
+           const QString& name, const Options& options, Figures& figures)
+{
+    bool isBad = !judgement.falseBoxes.empty();
+    for (const auto& line : judgement.lines) {
+        Tally& tally =
+            figures.tallies[nameOf(line.drawn.kind) + (moves ? u", moving"_s : u", still"_s)];
         ++tally.drawn;
-        if (best >= 0.5) {
+        if (line.isFound()) {
             ++tally.found;
-            tally.overlaps.push_back(best);
-            tally.inkOverlaps.push_back(bestInk);
+            tally.overlaps.push_back(line.overlap);
+            tally.inkOverlaps.push_back(line.inkOverlap);
         } else {
             isBad = true;
             if (!options.show.isEmpty())
-                printf("missed in %s: %s\n", qPrintable(name), qPrintable(line.text));
+                printf("missed in %s: %s\n", qPrintable(name), qPrintable(line.drawn.text));
         }
     }
-    for (const auto& box : boxes)
-        if (!isTrue(box, lines)) {
-            ++figures.falseLines;
-            isBad = true;
-            printf("false in %s: %s\n", qPrintable(name), qPrintable(box.text));
-        }
+    for (const auto& box : judgement.falseBoxes) {
+        ++figures.falseLines;
+        printf("false in %s: %s\n", qPrintable(name), qPrintable(box.text));
+    }
     if (isBad && !options.show.isEmpty())
-        show(options, name, picture, lines, boxes);
+        show(options, name, picture, judgement);
 }
 
 /// A moving or still clip with a text, read frame by frame as the scan does.
@@ -201,17 +130,10 @@ void runScene(int number, bool moves, const TextScenes::Wanted& wanted, int kind
     static const std::vector<QSize> sizes{{1920, 1080}, {1920, 1080}, {1080, 1920}, {1080, 1080}};
     TextScenes::Random random(options.set == Set::tuning ? 1000 + number : 900'000 + number);
     const QSize size = sizes[static_cast<std::size_t>(number) % sizes.size()];
-    const auto background = TextScenes::background(options.set, kind, size, moves, random);
-    const auto text = TextScenes::overlay(options.set, wanted, background, size, random);
-    std::vector<QImage> pictures;
-    for (int i = 0; i < frames; ++i) {
-        QImage picture = background.frame(size, i).convertToFormat(QImage::Format_RGB32);
-        QPainter(&picture).drawImage(0, 0, text.image);
-        pictures.push_back(picture);
-    }
+    const auto scene = TextScenes::scene(options.set, kind, size, moves, wanted, frames, random);
     recognizer.forget();
     int index = 0;
-    for (const QImage& picture : delivered(pictures)) {
+    for (const QImage& picture : scene.pictures) {
         const double before = processorSeconds();
         const auto lines = recognizer.recognize(
             picture, Subject::frame, std::chrono::steady_clock::now() + std::chrono::seconds(60));
@@ -219,17 +141,17 @@ void runScene(int number, bool moves, const TextScenes::Wanted& wanted, int kind
         ++figures.frames;
         figures.seconds += seconds;
         figures.worst = std::max(figures.worst, seconds);
-        auto& on = figures.secondsOn[background.name];
+        auto& on = figures.secondsOn[scene.background];
         ++on.first;
         on.second += seconds;
         if (!lines)
             qFatal("%s", qPrintable(lines.error().description));
-        judge(picture, *lines, text.lines, moves,
-              u"%1-%2%3-%4"_s.arg(background.name)
-                  .arg(number)
-                  .arg(moves ? u"m"_s : u""_s)
-                  .arg(index++),
-              options, figures);
+        const QString name = u"%1-%2%3-%4"_s.arg(scene.background)
+                                 .arg(number)
+                                 .arg(moves ? u"m"_s : u""_s)
+                                 .arg(index++);
+        count(picture, TextScenes::judge(picture, *lines, scene.lines), moves, name, options,
+              figures);
     }
 }
 

@@ -1,8 +1,8 @@
 #include "TextQualityClips.h"
 
 #include "Probe/Prober.h"
+#include "Support/TextScenes.h"
 #include "Text/TextPlacementReader.h"
-#include "TextQualityScenes.h"
 #include "VantroquePlatform/TesseractRecognizer.h"
 
 #include <QPainter>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "TextQualityScenes.h"
+#include "Support/TextScenes.h"
 
 namespace vantroque::TextQuality {
 

@@ -54,6 +54,16 @@ struct Wanted {
 Overlay overlay(Set set, const Wanted& wanted, const Background& background, QSize size,
                 Random& random);
 
+/// Pictures of a clip with one text, coded as for delivery and scaled as for the scan of a file.
+struct Scene {
+    QString background;
+    std::vector<QImage> pictures;
+    std::vector<DrawnLine> lines;
+};
+/// `frames` pictures drawn at `size` over a background of that kind.
+Scene scene(Set set, int kind, QSize size, bool moves, const Wanted& wanted, int frames,
+            Random& random);
+
 /// A slate, and what it states.
 struct Slate {
     QImage image;
