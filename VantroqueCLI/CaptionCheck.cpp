@@ -33,23 +33,23 @@ Result<LoadedCaptions> ofSidecar(const FileUrl& url)
                             : u"cannot be read as captions"_s);
 }
 
-Result<LoadedCaptions> ofMedia(const FileUrl& url)
-{
-    const auto sources = EmbeddedCaptions::sources(TRY(Prober::probe(url)));
-    if (sources.empty())
-        return problem(url, u"there are no captions in it"_s);
-    const auto track = EmbeddedCaptions::extract(sources.front(), url);
-    if (!track)
-        return problem(url, u"the captions in it cannot be read"_s);
-    return LoadedCaptions{*track, EmbeddedCaptions::title(sources.front()),
-                          EmbeddedCaptions::language(sources.front())};
-}
-
 } // namespace
 
 Result<LoadedCaptions> loadCaptions(const FileUrl& url)
 {
-    return CaptionLoader::isSidecar(url) ? ofSidecar(url) : ofMedia(url);
+    return CaptionLoader::isSidecar(url) ? ofSidecar(url) : loadCaptions(TRY(Prober::probe(url)));
+}
+
+Result<LoadedCaptions> loadCaptions(const MediaInfo& media)
+{
+    const auto sources = EmbeddedCaptions::sources(media);
+    if (sources.empty())
+        return problem(media.url, u"there are no captions in it"_s);
+    const auto track = EmbeddedCaptions::extract(sources.front(), media.url);
+    if (!track)
+        return problem(media.url, u"the captions in it cannot be read"_s);
+    return LoadedCaptions{*track, EmbeddedCaptions::title(sources.front()),
+                          EmbeddedCaptions::language(sources.front())};
 }
 
 CaptionCheck CaptionCheck::of(const LoadedCaptions& captions, const FileUrl& name, double duration,
@@ -58,8 +58,9 @@ CaptionCheck CaptionCheck::of(const LoadedCaptions& captions, const FileUrl& nam
     const CaptionTrack track = captions.track.autoShifted(duration);
     const auto spelling =
         CaptionSpelling::of(track, checker, captions.language, CaptionSpelling::nameWords(name));
-    return {track, spelling,
-            CaptionReport::section(track, captions.title, duration, frameRate, spelling)};
+    const auto health = CaptionHealth::of(track, duration);
+    return {track, spelling, health,
+            CaptionReport::section(health, captions.title, frameRate, spelling)};
 }
 
 void CaptionCheck::add(const LoadedCaptions& captions, const FileUrl& media, FileReport& report,

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "Base/Result.h"
+#include "Captions/CaptionHealth.h"
 #include "Captions/CaptionSpelling.h"
 #include "Captions/LoadedCaptions.h"
 #include "Captions/SpellChecker.h"
+#include "Records/MediaInfo.h"
 #include "Records/Report.h"
 
 #include <optional>
@@ -11,16 +13,21 @@
 namespace vantroque {
 
 /// The captions of a caption file, or the first that came with a media file, at their own times.
+/// Blocks as long as ffprobe and ffmpeg take; any thread. Fails with words for the operator when
+/// the file cannot be read or holds no captions.
 Result<LoadedCaptions> loadCaptions(const FileUrl& url);
+/// The first captions that came with a media file, at their own times, and as above.
+Result<LoadedCaptions> loadCaptions(const MediaInfo& media);
 
-/// Captions over a picture.
+/// Captions over a picture. Takes as long as the speller does; any thread.
 struct CaptionCheck {
-    CaptionTrack track; ///< Shifted to the picture.
-    std::optional<CaptionSpelling> spelling;
+    CaptionTrack track;                      ///< Shifted to the picture.
+    std::optional<CaptionSpelling> spelling; ///< Nothing when there is no dictionary.
+    CaptionHealth health;
     ProfileReport section;
 
-    /// `name` is the file whose name's words are not checked. Without a picture, duration and rate
-    /// are 0.
+    /// Over a picture of `duration` seconds and `frameRate` frames a second; without one both are
+    /// 0. `name` is the file whose name's words are not checked.
     static CaptionCheck of(const LoadedCaptions& captions, const FileUrl& name, double duration,
                            double frameRate, SpellChecker& checker);
     /// Adds the section and the events of these captions to the report of their file.

@@ -1,5 +1,4 @@
 #include "Base/Json.h"
-#include "Captions/CaptionHealth.h"
 #include "Captions/CaptionLoader.h"
 #include "Probe/Prober.h"
 #include "VantroqueCLI/CaptionCheck.h"
@@ -25,32 +24,25 @@ std::optional<QString> problemWith(const Arguments& arguments)
     return std::nullopt;
 }
 
-struct Checked {
-    CaptionCheck check;
-    CaptionHealth health;
-};
-
 /// Over the picture of --media, of the media file that the captions came with, or over none.
-Result<Checked> checked(const FileUrl& url, const Arguments& arguments)
+Result<CaptionCheck> checked(const FileUrl& url, const Arguments& arguments)
 {
-    const LoadedCaptions captions = TRY(loadCaptions(url));
-    std::optional<FileUrl> media;
+    std::optional<MediaInfo> media;
+    if (!CaptionLoader::isSidecar(url))
+        media = TRY(Prober::probe(url));
+    const LoadedCaptions captions = TRY(media ? loadCaptions(*media) : loadCaptions(url));
     if (arguments.has("media"))
-        media = FileUrl::fromPath(arguments.value("media", {}));
-    else if (!CaptionLoader::isSidecar(url))
-        media = url;
-    const MediaInfo info = media ? TRY(Prober::probe(*media)) : MediaInfo();
-    const double duration = info.video ? info.durationSeconds : 0;
-    const double frameRate = info.video ? info.video->nominalFrameRate : 0;
+        media = TRY(Prober::probe(FileUrl::fromPath(arguments.value("media", {}))));
+    const bool hasPicture = media && media->video;
     EnchantSpeller speller;
-    const auto check =
-        CaptionCheck::of(captions, media.value_or(url), duration, frameRate, speller);
-    return Checked{check, CaptionHealth::of(check.track, duration)};
+    return CaptionCheck::of(captions, media ? media->url : url,
+                            hasPicture ? media->durationSeconds : 0,
+                            hasPicture ? media->video->nominalFrameRate : 0, speller);
 }
 
-Result<QByteArray> json(const Checked& checked)
+Result<QByteArray> json(const CaptionCheck& check)
 {
-    const CaptionTrack& track = checked.check.track;
+    const CaptionTrack& track = check.track;
     const QJsonObject encodedTrack{
         {u"format"_s, RecordCoding::key(enumName(track.format()))},
         {u"shift"_s, track.shift()},
@@ -58,22 +50,22 @@ Result<QByteArray> json(const Checked& checked)
     };
     return Json::print(QJsonObject{
         {u"track"_s, encodedTrack},
-        {u"health"_s, TRY(RecordCoding::encode(checked.health))},
-        {u"report"_s, TRY(RecordCoding::encode(checked.check.section))},
+        {u"health"_s, TRY(RecordCoding::encode(check.health))},
+        {u"report"_s, TRY(RecordCoding::encode(check.section))},
     });
 }
 
-QByteArray text(const FileUrl& url, const Checked& checked)
+QByteArray text(const FileUrl& url, const CaptionCheck& check)
 {
     FileReport report;
     report.fileName = url.fileName();
-    report.summaryLine = RecordCoding::key(enumName(checked.check.track.format()));
-    report.sections = {checked.check.section};
+    report.summaryLine = RecordCoding::key(enumName(check.track.format()));
+    report.sections = {check.section};
     return CheckReports::text({{url.displayPath(), Analyzer::Analysis{{}, report}}},
                               Output::isColorTerminal());
 }
 
-Result<void> tell(const FileUrl& url, const Result<Checked>& checked, bool asJson)
+Result<void> tell(const FileUrl& url, const Result<CaptionCheck>& checked, bool asJson)
 {
     if (checked)
         return Output::write({}, asJson ? TRY(json(*checked)) : text(url, *checked));

@@ -8,13 +8,24 @@
 
 #include <algorithm>
 #include <enchant.h>
-#include <utility>
+#include <mutex>
 
 namespace vantroque {
 
+using namespace Qt::StringLiterals;
 using Range = SpellChecker::Range;
 
 namespace {
+
+std::mutex brokerMutex; ///< Enchant is for one thread at a time.
+
+/// One for the whole program, with the lock held. Its end would unload the engines, while the
+/// thread that used them still has a record of their thread-local memory.
+EnchantBroker* broker()
+{
+    static EnchantBroker* const shared = enchant_broker_init();
+    return shared;
+}
 
 /// What a dictionary does not know of a text.
 std::vector<Range> unknownIn(const QString& text, EnchantDict* dictionary, const QString& code)
@@ -32,25 +43,45 @@ std::vector<Range> unknownIn(const QString& text, EnchantDict* dictionary, const
     return unknown;
 }
 
+/// The codes of the forms in which a language is written. Streams and detectors name the language,
+/// dictionaries are of a form.
+QStringList writtenForms(const QString& code)
+{
+    if (code == u"no")
+        return {u"nb"_s, u"nn"_s};
+    return {};
+}
+
+/// Those of the tags that are of one of these languages.
+QStringList tagsOf(const QStringList& codes, QStringList tags)
+{
+    tags.removeIf(
+        [&](const QString& tag) { return !codes.contains(LanguageNames::bareCode(tag)); });
+    return tags;
+}
+
 } // namespace
 
-EnchantSpeller::EnchantSpeller(QLocale user)
-    : m_user(std::move(user)), m_broker(enchant_broker_init(), enchant_broker_free)
+EnchantSpeller::EnchantSpeller(const QLocale& user) : m_user(user)
 {
 }
 
-EnchantSpeller::~EnchantSpeller() = default;
+EnchantSpeller::~EnchantSpeller()
+{
+    const std::scoped_lock lock(brokerMutex);
+    m_dictionaries.clear();
+}
 
 std::optional<QString> EnchantSpeller::language(const std::vector<QString>& texts)
 {
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock lock(brokerMutex);
     const QString first = texts.empty() ? QString() : LanguageDetector::sample({texts.front()});
-    if (const auto detected = LanguageDetector::languageOf(first);
+    if (auto detected = LanguageDetector::languageOf(first);
         detected && knowsMost(first, *detected))
         return detected;
-    if (const auto detected = LanguageDetector::languageOf(texts))
+    if (auto detected = LanguageDetector::languageOf(texts))
         return detected;
-    if (const auto best = languageWithMostWords(LanguageDetector::sample(texts)))
+    if (auto best = languageWithMostWords(LanguageDetector::sample(texts)))
         return best;
     const QString users = usersCode();
     return users.isEmpty() ? std::nullopt : std::optional(users);
@@ -60,7 +91,7 @@ std::optional<std::vector<Range>> EnchantSpeller::misspelled(const QString& text
                                                              const QString& language)
 {
     const QString code = LanguageNames::bareCode(language);
-    const std::scoped_lock lock(m_mutex);
+    const std::scoped_lock lock(brokerMutex);
     const Dictionary dictionary = kept(code);
     if (!dictionary)
         return std::nullopt;
@@ -78,7 +109,7 @@ QStringList EnchantSpeller::installedTags() const
 {
     QStringList tags;
     enchant_broker_list_dicts(
-        m_broker.get(),
+        broker(),
         [](const char* tag, const char*, const char*, const char*, void* list) {
             static_cast<QStringList*>(list)->append(Text::utf8(tag));
         },
@@ -91,18 +122,19 @@ QStringList EnchantSpeller::installedTags() const
 /// installed.
 EnchantSpeller::Dictionary EnchantSpeller::open(const QString& code) const
 {
-    QStringList tags = installedTags();
-    tags.removeIf([&](const QString& tag) { return LanguageNames::bareCode(tag) != code; });
+    const QStringList installed = installedTags();
+    QStringList tags = tagsOf({code}, installed);
+    if (tags.isEmpty())
+        tags = tagsOf(writtenForms(code), installed);
     const QStringList preferred{m_user.name(), QLocale(code).name(), code};
     std::ranges::stable_sort(tags, {}, [&](const QString& tag) {
         const qsizetype place = preferred.indexOf(tag);
         return place < 0 ? preferred.size() : place;
     });
     for (const QString& tag : tags)
-        if (EnchantDict* found =
-                enchant_broker_request_dict(m_broker.get(), tag.toUtf8().constData()))
-            return {found, [broker = m_broker.get()](EnchantDict* dictionary) {
-                        enchant_broker_free_dict(broker, dictionary);
+        if (EnchantDict* found = enchant_broker_request_dict(broker(), tag.toUtf8().constData()))
+            return {found, [](EnchantDict* dictionary) {
+                        enchant_broker_free_dict(broker(), dictionary);
                     }};
     return nullptr;
 }

@@ -7,9 +7,7 @@
 
 #include <map>
 #include <memory>
-#include <mutex>
 
-struct str_enchant_broker;
 struct str_enchant_dict;
 
 namespace vantroque {
@@ -19,7 +17,7 @@ namespace vantroque {
 class EnchantSpeller : public SpellChecker {
 public:
     /// `user` says which variety of a language is preferred, and what texts without words are in.
-    explicit EnchantSpeller(QLocale user = QLocale::system());
+    explicit EnchantSpeller(const QLocale& user = QLocale::system());
     ~EnchantSpeller() override;
 
     std::optional<QString> language(const std::vector<QString>& texts) override;
@@ -27,7 +25,6 @@ public:
                                                  const QString& language) override;
 
 private:
-    using Broker = std::unique_ptr<str_enchant_broker, void (*)(str_enchant_broker*)>;
     using Dictionary = std::shared_ptr<str_enchant_dict>;
 
     QString usersCode() const;
@@ -38,8 +35,6 @@ private:
     std::optional<QString> languageWithMostWords(const QString& text) const;
 
     const QLocale m_user;
-    std::mutex m_mutex;
-    Broker m_broker;
     std::map<QString, Dictionary> m_dictionaries; ///< By bare code.
 };
 

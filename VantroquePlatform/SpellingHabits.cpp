@@ -1,6 +1,8 @@
 #include "VantroquePlatform/SpellingHabits.h"
 
+#include <QHash>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 
@@ -9,6 +11,13 @@ namespace vantroque::SpellingHabits {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// The words that stand between blanks.
+QSet<QString> set(const QString& words)
+{
+    const QStringList list = words.split(u' ');
+    return {list.begin(), list.end()};
+}
 
 QString withoutAccents(const QString& word)
 {
@@ -62,6 +71,9 @@ QStringList withBeginning(const QString& word, const QString& language)
 {
     if (language == u"de")
         return {u"ei"_s + word};
+    static const QStringList clipped{u"tis"_s, u"twas"_s, u"twere"_s, u"twill"_s, u"twould"_s};
+    if (language == u"en" && clipped.contains(word, Qt::CaseInsensitive))
+        return {word.sliced(1)};
     return {};
 }
 
@@ -79,13 +91,28 @@ bool isArticle(const QString& letters, const QString& language)
     return language != u"en" && letters.size() <= 2;
 }
 
-bool isSoundOrAbbreviation(const QString& word, bool hasPoint)
+bool isSound(const QString& word)
 {
+    // Without repetitions. Other words that lack their vowels are misspelled: "shll", "bttr".
+    static const auto sounds = set(u"m z r s h hm mh mhm hmph hmpf mph ngh sh sch pst pf pft "
+                                   "ts tsk ks br gr brm vr vrm bz bzt"_s);
+    QList<QChar> letters(word.size());
+    std::ranges::transform(word, letters.begin(), [](QChar c) { return c.toLower(); });
+    letters.erase(std::unique(letters.begin(), letters.end()), letters.end());
+    return sounds.contains(QString(letters.constData(), letters.size()));
+}
+
+bool isAbbreviation(const QString& word, const QString& language)
+{
+    static const auto common = set(u"dr mr mrs ms st nr vs cf pp jr"_s);
+    static const QHash<QString, QSet<QString>> own{
+        {u"en"_s, set(u"sr lt sgt cpl pvt mt ft rd blvd ltd hrs ph tbsp tsp"_s)},
+        {u"de"_s, set(u"hr fr str bzw bspw vgl ggf zzgl mrd tsd jh jhd bd mtl hrsg kl"_s)},
+        {u"fr"_s, set(u"mgr bd sgt"_s)},
+        {u"es"_s, set(u"sr srs sra dra srta vd vds ud uds"_s)},
+    };
     const QString small = word.toLower();
-    const bool hasOnlyConsonants = std::ranges::all_of(
-        small, [](QChar c) { return c >= u'a' && c <= u'z' && !u"aeiouy"_s.contains(c); });
-    const bool hasPair = std::ranges::adjacent_find(small) != small.end();
-    return hasOnlyConsonants && (hasPair || hasPoint);
+    return word.size() == 1 || common.contains(small) || own.value(language).contains(small);
 }
 
 } // namespace vantroque::SpellingHabits

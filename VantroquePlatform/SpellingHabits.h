@@ -12,7 +12,8 @@ QStringList otherForms(const QString& word, const QString& language);
 
 /// What a word may be whole that ends at an apostrophe: "going" for "goin'".
 QStringList withEnd(const QString& word, const QString& language);
-/// What a word may be whole that begins behind an apostrophe: "eine" for "'ne".
+/// What a word may be whole that begins behind an apostrophe, or the rest of it: "eine" for "'ne",
+/// "is" for "'tis".
 QStringList withBeginning(const QString& word, const QString& language);
 
 /// Letters that stand behind the last apostrophe of a word and belong to no dictionary: "'s".
@@ -20,7 +21,9 @@ bool isEnding(const QString& letters, const QString& language);
 /// Letters that stand ahead of an apostrophe and are a word of their own: "l'".
 bool isArticle(const QString& letters, const QString& language);
 
-/// "Psst", or ahead of a point "Dr".
-bool isSoundOrAbbreviation(const QString& word, bool hasPoint);
+/// A sound without a vowel, however long it is drawn out: "psst", "Brrr".
+bool isSound(const QString& word);
+/// What is a word when a point follows: "Dr", in German "bzw", and any single letter.
+bool isAbbreviation(const QString& word, const QString& language);
 
 } // namespace vantroque::SpellingHabits

@@ -90,7 +90,9 @@ std::vector<Range> WordLookup::unknownPart(const QString& text, const Range& par
     if (knows(wordAt(text, part)) || knowsWithNeighbours(text, part))
         return {};
     const bool hasPoint = endOf(part) < text.size() && text[endOf(part)] == u'.';
-    if (SpellingHabits::isSoundOrAbbreviation(wordAt(text, part), hasPoint))
+    const QString word = wordAt(text, part);
+    if (SpellingHabits::isSound(word)
+        || (hasPoint && SpellingHabits::isAbbreviation(word, m_language)))
         return {};
     return aroundApostrophe(text, part);
 }

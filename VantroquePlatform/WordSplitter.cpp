@@ -1,11 +1,13 @@
 #include "VantroquePlatform/WordSplitter.h"
 
+#include <QStringList>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
 
 namespace vantroque::WordSplitter {
 
+using namespace Qt::StringLiterals;
 using Range = SpellChecker::Range;
 
 namespace {
@@ -18,19 +20,46 @@ bool isWithinWord(QChar c)
            || c == catalanDot;
 }
 
-/// In "acme.com", but not in "U.S.A." or where a blank is missing behind a sentence.
-bool hasInnerDot(QStringView stretch)
+/// What addresses end in. Countries such as "in" and "so" are left out: these words begin
+/// sentences, ahead of which a blank may be missing.
+bool isTopLevelDomain(const QString& label)
 {
-    for (qsizetype i = 1; i + 1 < stretch.size(); ++i)
-        if (stretch[i] == u'.' && stretch[i - 1].isLetterOrNumber() && stretch[i + 1].isLower())
-            return true;
-    return false;
+    static const QStringList domains =
+        u"com net org info biz edu gov app shop online tv io co ai eu "
+        "uk ie us ca au nz de at ch fr be nl lu es pt it mx ar br dk se no fi pl cz"_s.split(u' ');
+    // Nobody writes "acme.It"; that is a sentence.
+    return domains.contains(label) || (label.isUpper() && domains.contains(label.toLower()));
+}
+
+/// Ends in a domain, as "acme.com/sale" does, and "acme.com's".
+bool hasDomain(QStringView stretch)
+{
+    const auto isLetter = [](QChar c) { return c.isLetter(); };
+    QStringView host = stretch.first(std::ranges::find(stretch, u'/') - stretch.begin());
+    while (!host.isEmpty() && !host.back().isLetter())
+        host.chop(1);
+    const qsizetype dot = host.lastIndexOf(u'.');
+    if (dot < 1 || !host[dot - 1].isLetterOrNumber())
+        return false;
+    const QStringView behind = host.sliced(dot + 1);
+    const auto end = std::ranges::find_if_not(behind, isLetter);
+    return isTopLevelDomain(behind.first(end - behind.begin()).toString());
+}
+
+/// The same behind a quotation mark or bracket.
+QStringView withoutOpening(QStringView stretch)
+{
+    while (!stretch.isEmpty() && stretch.front().isPunct())
+        stretch = stretch.sliced(1);
+    return stretch;
 }
 
 /// An address, a handle or a hash tag.
 bool isAddress(QStringView stretch)
 {
-    return stretch.startsWith(u'#') || stretch.contains(u'@') || hasInnerDot(stretch);
+    return stretch.startsWith(u'#') || stretch.contains(u'@') || stretch.contains(u"://")
+           || withoutOpening(stretch).startsWith(u"www.", Qt::CaseInsensitive)
+           || hasDomain(stretch);
 }
 
 /// The words in a token, which by Unicode's rules may hold digits, dots and underlines.

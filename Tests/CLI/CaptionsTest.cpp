@@ -3,6 +3,7 @@
 #include "Captions/CaptionFixtures.h"
 #include "Captions/CaptionHealth.h"
 #include "Support/Clips.h"
+#include "Support/FakeTools.h"
 #include "Support/Media.h"
 
 #include <QJsonArray>
@@ -21,6 +22,7 @@ using testing::Not;
 using testing::Optional;
 using testing::SizeIs;
 using testing::StartsWith;
+using testing::UnorderedElementsAreArray;
 namespace fs = std::filesystem;
 using Words = std::vector<std::string>;
 
@@ -125,7 +127,7 @@ TEST_F(Captions, JsonHoldsTrackHealthAndReport)
     EXPECT_EQ(found.shift, 0);
     ASSERT_THAT(found.cues, SizeIs(2));
     EXPECT_EQ(found.cues[1],
-              CaptionCue::plain(2, 3600.4, 3600.9, u"We are going to to the market."_s));
+              CaptionCue::plain(2, 3600.4, 3600.9, u"You are going to to the market."_s));
     EXPECT_EQ(found.health.cueCount, 2);
     EXPECT_EQ(found.health.overlapping, 1);
     EXPECT_EQ(found.health.beyondPicture, 0) << "there is no picture";
@@ -144,7 +146,7 @@ TEST_F(Captions, WithMediaTheyAreShiftedToItsPicture)
               u"2 cues, 00:00:00:05 to 00:00:00:23; timed from 01:00:00:00 and shifted back"_s);
 }
 
-TEST_F(Captions, WithMediaTheyMustEndWithThePicture)
+TEST_F(Captions, WithMediaACueMustNotStartBehindItsPicture)
 {
     const Told found =
         told({"--media", m_clip, file("spot.srt", clean + "\n0:01 --> 0:02\nThe end.\n")});
@@ -175,6 +177,20 @@ TEST_F(Captions, OfAMediaFileAreItsFirst)
     EXPECT_THAT(found.report.tag, Optional(u"English track (subrip)"_s));
     ASSERT_THAT(found.cues, SizeIs(1));
     EXPECT_EQ(found.cues[0].text(), u"Hello"_s);
+}
+
+TEST_F(Captions, OfAMediaFileTakeOneLookAtTheFile)
+{
+    const auto looks = [&](const Words& words) {
+        const FakeTools tools;
+        tools.record("ffprobe");
+        EXPECT_EQ(run(words).status, 0);
+        return tools.calls("ffprobe");
+    };
+    const std::string clip = Clips::subtitled();
+    const auto ofProbe = looks({"probe", clip});
+    EXPECT_THAT(ofProbe, Not(IsEmpty()));
+    EXPECT_THAT(looks({"captions", clip}), UnorderedElementsAreArray(ofProbe));
 }
 
 TEST_F(Captions, InsideThePictureAreRead)

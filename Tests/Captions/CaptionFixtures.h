@@ -10,6 +10,10 @@ inline const QByteArray subRip =
     "2\n00:00:02,000 --> 00:00:04,250\n- Coffee?\n- <b>Yes</b> &amp; <u>milk</u>\n\n"
     "3\n00:00:04,500 --> 00:00:06,000\n<font color=\"#ffff00\">In all stores</font>\n";
 
+/// In UTF-8 without a byte order mark, and in Latin-1.
+inline const QByteArray accentedUtf8 = "1\n00:00:00,500 --> 00:00:02,000\nUn caf\xC3\xA9 au lait\n";
+inline const QByteArray accentedLatin1 = "1\n00:00:00,500 --> 00:00:02,000\nUn caf\xE9 au lait\n";
+
 inline const QByteArray webVtt =
     "WEBVTT - an autumn sale\n\nSTYLE\n::cue { color: white }\n\nNOTE\n00:00 --> 00:01 is no "
     "cue\n\n"

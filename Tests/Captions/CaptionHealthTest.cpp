@@ -70,6 +70,14 @@ TEST(CaptionHealth, CuesWhoseBoundaryDiffersByLessThanAMillisecondDoNotOverlap)
     EXPECT_EQ(of({{1, 2.002}, {2, 3}}).overlapping, 1);
 }
 
+TEST(CaptionHealth, LimitsThatAreMetExactlyInDecimalAreMet)
+{
+    EXPECT_EQ(of({{1, 1.002}, {1.001, 3}}).overlapping, 0);
+    EXPECT_EQ(of({{1, 1.002}, {1.0009, 3}}).overlapping, 1);
+    EXPECT_EQ(of({{9.959, 12}}, 9.96).beyondPicture, 1);
+    EXPECT_EQ(of({{9.9589, 12}}, 9.96).beyondPicture, 0);
+}
+
 TEST(CaptionHealth, ACueIsBeyondThePictureWhenItStartsThere)
 {
     EXPECT_EQ(of({{9, 12}, {9.998, 12}}, 10).beyondPicture, 0);
@@ -139,9 +147,9 @@ TEST(CaptionHealth, AShiftTheOtherWayIsNotNoted)
 
 TEST(CaptionHealth, IsCountedInAMomentOnAHugeTrack)
 {
-    std::vector<std::pair<double, double>> times(200'000, {1, 2});
+    std::vector<std::pair<double, double>> times(1'000'000, {1, 2});
     times.push_back({1.5, 1.6});
-    EXPECT_EQ(of(times).overlapping, 200'000);
+    EXPECT_EQ(of(times).overlapping, 1'000'000);
 }
 
 } // namespace vantroque

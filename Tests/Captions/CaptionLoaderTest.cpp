@@ -57,6 +57,16 @@ TEST(CaptionLoader, ReadsSubRip)
     EXPECT_EQ(track->cues()[1].end, 4.25);
 }
 
+TEST(CaptionLoader, KeepsAccentsHoweverTheyAreCoded)
+{
+    for (const QByteArray& bytes : {CaptionFixtures::accentedUtf8, CaptionFixtures::accentedLatin1,
+                                    "\xEF\xBB\xBF" + CaptionFixtures::accentedUtf8}) {
+        const auto track = load("spot.srt", bytes);
+        ASSERT_TRUE(track);
+        EXPECT_THAT(texts(*track), ElementsAre(u"Un caf\u00E9 au lait"_s));
+    }
+}
+
 TEST(CaptionLoader, ReadsWebVtt)
 {
     const auto track = load("spot.vtt", CaptionFixtures::webVtt);

@@ -82,6 +82,25 @@ TEST(CaptionParser, Latin1KeepsItsAccentedLetters)
               u"Grüße, à bientôt"_s);
 }
 
+TEST(CaptionParser, Utf8NeedsNoMark)
+{
+    EXPECT_EQ(decode("Caf\xC3\xA9"), u"Caf\u00E9"_s);
+}
+
+TEST(CaptionParser, HalfACharacterOfUtf8AtTheEndMakesTheTextLatin1)
+{
+    EXPECT_EQ(decode("Caf\xC3"), u"Caf\u00C3"_s);
+}
+
+TEST(CaptionParser, OfThreeMarksTheThirdBelongsToTheText)
+{
+    const QByteArray mark("\xEF\xBB\xBF");
+    const QByteArray text = "WEBVTT\n\n0:01 --> 0:02\none";
+    EXPECT_EQ(decode(mark + mark + "one"), u"\uFEFFone"_s);
+    EXPECT_EQ(parse(decode(mark + mark + text))->format(), Format::vtt);
+    EXPECT_EQ(parse(decode(mark + mark + mark + text))->format(), Format::srt);
+}
+
 TEST(CaptionParser, BytesThatWindowsWouldReadDifferentlyAreLatin1)
 {
     EXPECT_EQ(decode("\x93z\x94"), u"\u0093z\u0094"_s);

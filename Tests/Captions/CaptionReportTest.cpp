@@ -1,8 +1,7 @@
 #include "Captions/CaptionReport.h"
 
 #include "Support/TestFolder.h"
-
-#include <unicode/locid.h>
+#include "Support/UserLocale.h"
 
 namespace vantroque::CaptionReport {
 namespace {
@@ -14,11 +13,7 @@ using testing::SizeIs;
 /// The names of languages are those of the user's language.
 class CaptionReport : public testing::Test {
 protected:
-    CaptionReport()
-    {
-        UErrorCode error = U_ZERO_ERROR;
-        icu::Locale::setDefault(icu::Locale::getEnglish(), error);
-    }
+    const UserLocale m_english{"en"};
 };
 
 CaptionTrack timed(const std::vector<std::pair<double, double>>& times, double shift = 0)
@@ -35,7 +30,7 @@ ProfileReport of(const CaptionTrack& track,
                  const std::optional<CaptionSpelling>& spelling = CaptionSpelling(),
                  double duration = 30)
 {
-    return section(track, u"spot.srt"_s, duration, 25, spelling);
+    return section(CaptionHealth::of(track, duration), u"spot.srt"_s, 25, spelling);
 }
 
 std::vector<QString> ids(const ProfileReport& report)
@@ -221,7 +216,9 @@ TEST_F(CaptionReport, NeverFails)
 TEST_F(CaptionReport, TimesAreAtTheFrameRateOr25)
 {
     const auto text = [](double rate) {
-        return section(timed({{1.5, 2}}), u"x"_s, 0, rate, {}).checks.front().measured;
+        return section(CaptionHealth::of(timed({{1.5, 2}}), 0), u"x"_s, rate, {})
+            .checks.front()
+            .measured;
     };
     EXPECT_EQ(text(50), u"1 cue, 00:00:01:25 to 00:00:02:00"_s);
     EXPECT_EQ(text(0), u"1 cue, 00:00:01:13 to 00:00:02:00"_s);

@@ -198,6 +198,10 @@ TEST(CaptionSpelling, OnlyOrdinaryWordsAreWorthFlagging)
     EXPECT_FALSE(isWorth(u"NASA"));
     EXPECT_FALSE(isWorth(u"U.S."));
     EXPECT_FALSE(isWorth(u"\u00C9T\u00C9"));
+    EXPECT_TRUE(isWorth(u"\u0645\u0631\u062D\u0628\u0627")) << "letters without case";
+    EXPECT_TRUE(isWorth(u"\u05E9\u05DC\u05D5\u05DD"));
+    EXPECT_TRUE(isWorth(u"\u0928\u092E\u0938\u094D\u0924\u0947"));
+    EXPECT_FALSE(isWorth(u"\u0928\u0947")) << "one letter with its vowel";
     EXPECT_FALSE(isWorth(u"B2B"));
     EXPECT_FALSE(isWorth(u"b2b"));
     EXPECT_FALSE(isWorth(u"m\u00B2s")); // a superscript is a number, too

@@ -108,6 +108,7 @@ TEST(CaptionTrack, ThatStartsElsewhereIsLeftAlone)
     EXPECT_EQ(startingAt(10).suggestedShift(30), std::nullopt);
     EXPECT_EQ(startingAt(3660).suggestedShift(30), std::nullopt);
     EXPECT_EQ(startingAt(3630).suggestedShift(30), std::nullopt);
+    EXPECT_EQ(startingAt(3630.04).suggestedShift(30.04), std::nullopt);
     EXPECT_EQ(startingAt(24.0 * 3600).suggestedShift(30), std::nullopt);
     EXPECT_EQ(startingAt(10).autoShifted(30), startingAt(10));
 }

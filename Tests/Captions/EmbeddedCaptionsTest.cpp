@@ -4,6 +4,7 @@
 #include "Support/Clips.h"
 #include "Support/FakeTools.h"
 #include "Support/Media.h"
+#include "Support/UserLocale.h"
 
 #include <chrono>
 
@@ -81,6 +82,7 @@ const EmbeddedCaptionSource insidePicture{Kind::cea608, {}, {}, {}};
 
 TEST(EmbeddedCaptions, ATrackIsNamedAfterItsLanguage)
 {
+    const UserLocale english("en");
     EXPECT_EQ(EmbeddedCaptions::title(track(u"ger"_s, u"mov_text"_s)),
               u"German track (mov_text)"_s);
     EXPECT_EQ(EmbeddedCaptions::title(track(u"ger"_s, {})), u"German track (text)"_s);

@@ -1,8 +1,7 @@
 #include "Captions/LanguageNames.h"
 
 #include "Support/TestFolder.h"
-
-#include <unicode/locid.h>
+#include "Support/UserLocale.h"
 
 namespace vantroque {
 namespace {
@@ -11,25 +10,6 @@ using namespace Qt::StringLiterals;
 using LanguageNames::bareCode;
 using LanguageNames::displayName;
 using testing::Optional;
-
-/// The user's locale, until the end of the scope.
-class UserLocale {
-public:
-    explicit UserLocale(const char* name) { set(icu::Locale(name)); }
-    ~UserLocale() { set(m_before); }
-    UserLocale(const UserLocale&) = delete;
-    UserLocale& operator=(const UserLocale&) = delete;
-
-private:
-    static void set(const icu::Locale& locale)
-    {
-        UErrorCode status = U_ZERO_ERROR;
-        icu::Locale::setDefault(locale, status);
-        ASSERT_TRUE(U_SUCCESS(status));
-    }
-
-    const icu::Locale m_before = icu::Locale::getDefault();
-};
 
 TEST(LanguageNames, EveryFormOfACodeHasItsName)
 {

@@ -4,6 +4,7 @@
 #include "Captions/EmbeddedCaptions.h"
 #include "Support/Clips.h"
 #include "Support/TestFolder.h"
+#include "Support/UserLocale.h"
 
 namespace vantroque {
 namespace {
@@ -50,6 +51,7 @@ TEST(LoadedCaptions, AreThoseOfTheFileThatTheOperatorChose)
 
 TEST(LoadedCaptions, AFileThatIsGoneGivesWayToTheFirstOfTheMedia)
 {
+    const UserLocale english("en");
     const TestFolder folder;
     const VideoSummary video = lasting(30, {german, {Kind::track, 2, u"subrip"_s, u"eng"_s}});
     for (const auto& review : {std::optional<FileReview>(), std::optional(FileReview()),

@@ -2,8 +2,7 @@
 
 #include "Support/FakeSpellChecker.h"
 #include "Support/TestFolder.h"
-
-#include <unicode/locid.h>
+#include "Support/UserLocale.h"
 
 namespace vantroque::CaptionEvents {
 namespace {
@@ -18,11 +17,7 @@ using Kind = SignalEvent::Kind;
 /// The names of languages are those of the user's language.
 class CaptionEvents : public testing::Test {
 protected:
-    CaptionEvents()
-    {
-        UErrorCode error = U_ZERO_ERROR;
-        icu::Locale::setDefault(icu::Locale::getEnglish(), error);
-    }
+    const UserLocale m_english{"en"};
 };
 
 const CaptionTrack track(CaptionTrack::Format::srt, {CaptionCue::plain(1, 1, 3, u"Tze end"_s),
@@ -103,14 +98,15 @@ TEST_F(CaptionEvents, OfACleanTrackAreNone)
 
 TEST_F(CaptionEvents, OfAHugeTrackComeInAMoment)
 {
+    constexpr int count = 500'000;
     std::vector<CaptionCue> cues;
     CaptionSpelling spelling;
-    for (int id = 1; id <= 100'000; ++id) {
+    for (int id = 1; id <= count; ++id) {
         cues.push_back(CaptionCue::plain(id, id, id + 1, u"Tze"_s));
         spelling.doubledWords.push_back({u"tze"_s, id, static_cast<double>(id)});
     }
     const CaptionTrack huge(CaptionTrack::Format::srt, cues);
-    EXPECT_EQ(events(spelling, huge, 25).back().endFrame, 25 * 100'001);
+    EXPECT_EQ(events(spelling, huge, 25).back().endFrame, 25 * (count + 1));
 }
 
 TEST_F(CaptionEvents, OfAReviewAreThoseOfItsCaptionFileWithoutTheWordsOfTheMediaFile)

@@ -19,7 +19,7 @@ int overlapping(const std::vector<CaptionCue>& cues)
     int count = 0;
     double latestEnd = -std::numeric_limits<double>::infinity();
     for (const CaptionCue& cue : cues) {
-        count += cue.start < latestEnd - millisecond;
+        count += Numbers::below(cue.start, latestEnd - millisecond);
         latestEnd = std::max(latestEnd, cue.end);
     }
     return count;
@@ -33,7 +33,7 @@ std::vector<QString> note(std::int64_t count, const QString& one, const QString&
     return {count == 1 ? one : many.arg(count)};
 }
 
-std::vector<QString> joined(std::vector<std::vector<QString>> lists)
+std::vector<QString> joined(const std::vector<std::vector<QString>>& lists)
 {
     std::vector<QString> all;
     for (const auto& list : lists)
@@ -81,8 +81,9 @@ CaptionHealth CaptionHealth::of(const CaptionTrack& track, double duration)
     }
     health.overlapping = vantroque::overlapping(cues);
     if (duration > 0)
-        health.beyondPicture =
-            count([&](const CaptionCue& cue) { return cue.start >= duration - millisecond; });
+        health.beyondPicture = count([&](const CaptionCue& cue) {
+            return !Numbers::below(cue.start, duration - millisecond);
+        });
     health.zeroLength = count([](const CaptionCue& cue) { return cue.end <= cue.start; });
     health.empty = count([](const CaptionCue& cue) { return cue.text().trimmed().isEmpty(); });
     health.overTwoLines = count([](const CaptionCue& cue) { return cue.lineCount() > 2; });

@@ -23,6 +23,14 @@ std::optional<QString> strictUtf8(const QByteArray& bytes)
     return text;
 }
 
+/// What is no UTF-8 becomes U+FFFD. `QString::fromUtf8` would drop a mark that belongs to the text.
+QString repairedUtf8(QByteArrayView bytes)
+{
+    return QStringDecoder(QStringConverter::Utf8,
+                          wholeText | QStringConverter::Flag::ConvertInitialBom)
+        .decode(bytes);
+}
+
 bool hasUtf16Mark(const QByteArray& bytes)
 {
     return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
@@ -105,7 +113,7 @@ QString decode(const QByteArray& bytes)
 {
     constexpr QByteArrayView utf8Mark("\xEF\xBB\xBF");
     if (bytes.startsWith(utf8Mark))
-        return QString::fromUtf8(QByteArrayView(bytes).sliced(utf8Mark.size()));
+        return repairedUtf8(QByteArrayView(bytes).sliced(utf8Mark.size()));
     // The decoder would pass over half a code unit at the end.
     if (hasUtf16Mark(bytes) && bytes.size() % 2 == 0) {
         QStringDecoder decoder(QStringConverter::Utf16, wholeText);

@@ -3,7 +3,6 @@
 #include "Base/Numbers.h"
 #include "Base/Text.h"
 #include "Base/Timecode.h"
-#include "Captions/CaptionHealth.h"
 #include "Captions/LanguageNames.h"
 
 namespace vantroque::CaptionReport {
@@ -111,10 +110,9 @@ CheckResult layoutRow(const std::vector<QString>& notes)
 
 } // namespace
 
-ProfileReport section(const CaptionTrack& track, const QString& sourceTitle, double duration,
-                      double frameRate, const std::optional<CaptionSpelling>& spelling)
+ProfileReport section(const CaptionHealth& health, const QString& sourceTitle, double frameRate,
+                      const std::optional<CaptionSpelling>& spelling)
 {
-    const auto health = CaptionHealth::of(track, duration);
     ProfileReport report;
     report.profileID = profileID.toString();
     report.profileName = report.profileShortName = u"Captions"_s;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Captions/CaptionHealth.h"
 #include "Captions/CaptionSpelling.h"
-#include "Captions/CaptionTrack.h"
 #include "Records/Report.h"
 
 #include <QString>
@@ -13,9 +13,10 @@ namespace vantroque::CaptionReport {
 
 inline constexpr QStringView profileID = u"captions";
 
-/// `duration` is that of the picture in seconds; without `spelling` the words were not checked.
-ProfileReport section(const CaptionTrack& track, const QString& sourceTitle, double duration,
-                      double frameRate, const std::optional<CaptionSpelling>& spelling);
+/// On a track of this health, with times in frames at `frameRate` a second; one that is not above 0
+/// counts as 25. Without `spelling` the words were not checked.
+ProfileReport section(const CaptionHealth& health, const QString& sourceTitle, double frameRate,
+                      const std::optional<CaptionSpelling>& spelling);
 
 /// "the German dictionary", or "the dictionary" of a language without a name.
 QString dictionaryName(const CaptionSpelling& spelling);

@@ -169,7 +169,8 @@ bool CaptionSpelling::isWorthFlagging(const QString& word)
             ++count;
         }
     }
-    return count > 1 && letters != letters.toUpper();
+    const bool isCapital = letters == letters.toUpper() && letters != letters.toLower();
+    return count > 1 && !isCapital;
 }
 
 } // namespace vantroque

@@ -35,7 +35,8 @@ struct CaptionSpelling {
     /// The words of a file's name: brands and titles that whoever named it trusts.
     static std::set<QString> nameWords(const FileUrl& file);
 
-    /// False for what is no ordinary word: single letters, words with digits, initialisms.
+    /// False for what is no ordinary word: single letters, words with digits, and initialisms,
+    /// which there are only in letters with case.
     static bool isWorthFlagging(const QString& word);
 
     VANTROQUE_RECORD(CaptionSpelling, unknownWords, doubledWords, language)

@@ -3,7 +3,9 @@
 
 #include <QTextBoundaryFinder>
 
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 namespace vantroque::CaptionParser {

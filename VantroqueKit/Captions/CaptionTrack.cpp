@@ -1,5 +1,7 @@
 #include "Captions/CaptionTrack.h"
 
+#include "Base/Numbers.h"
+
 #include <algorithm>
 #include <iterator>
 #include <tuple>
@@ -34,13 +36,13 @@ CaptionTrack CaptionTrack::shifted(double seconds) const
 std::optional<double> CaptionTrack::suggestedShift(double duration) const
 {
     // A first cue that shows within the picture is where it belongs.
-    if (isEmpty() || !(duration > 0) || duration > m_cues.front().start)
+    if (isEmpty() || !(duration > 0) || Numbers::above(duration, m_cues.front().start))
         return std::nullopt;
     constexpr double slack = 0.5; // a first cue may sit just ahead of the hour
     for (int hour = 1; hour <= 23; ++hour) {
         const double shift = hour * 3600.0;
         const double start = m_cues.front().start - shift;
-        if (start >= -slack && start < duration)
+        if (!Numbers::below(start, -slack) && Numbers::below(start, duration))
             return shift;
     }
     return std::nullopt;

@@ -8,7 +8,8 @@
 
 namespace vantroque {
 
-/// Timed captions from one source, sorted by start and, where starts are equal, by id.
+/// Timed captions from one source, sorted by start and, where starts are equal, by id. All times
+/// are seconds from the start of the picture. A plain value.
 class CaptionTrack {
 public:
     enum class Format { srt, vtt, scc, embedded };
@@ -26,8 +27,11 @@ public:
     /// `seconds` earlier, but not ahead of 0.
     CaptionTrack shifted(double seconds) const;
     /// For a track that was timed to a picture starting at a full hour: the hours, in seconds, that
-    /// bring its first cue into a picture of `duration` seconds.
+    /// bring its first cue into a picture of `duration` seconds. Nothing when the first cue is in
+    /// the picture as it is, when no hour up to the 23rd brings it there, without cues, and without
+    /// a picture, whose duration is not above 0.
     std::optional<double> suggestedShift(double duration) const;
+    /// Shifted as suggested, or as it is.
     CaptionTrack autoShifted(double duration) const;
 
     bool operator==(const CaptionTrack&) const = default;

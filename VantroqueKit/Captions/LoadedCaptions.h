@@ -11,14 +11,15 @@
 
 namespace vantroque {
 
-/// The captions that stand for a file when nobody has chosen any in a player.
+/// Captions, and what their source says of them.
 struct LoadedCaptions {
-    CaptionTrack track; ///< Shifted to the picture.
+    CaptionTrack track;
     QString title;
     std::optional<QString> language; ///< Bare code; nothing when the source does not say.
 
-    /// Those of the operator's caption file, if it can still be read, or else the first that came
-    /// with the media. Blocks as long as ffmpeg takes; any thread.
+    /// Those that stand for a file when nobody has chosen any in a player, shifted to its picture:
+    /// of the operator's caption file, if it can still be read, or else the first that came with
+    /// the media. Blocks as long as ffmpeg takes; any thread.
     static std::optional<LoadedCaptions> forReview(const std::optional<FileReview>& review,
                                                    const FileUrl& media,
                                                    const std::optional<VideoSummary>& video);
