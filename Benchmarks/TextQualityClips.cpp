@@ -107,6 +107,31 @@ struct Figures {
     double seconds = 0;
 };
 
+double shareWithinTwoFrames(const std::vector<double>& errors)
+{
+    constexpr double few = 2 + 1e-6;
+    const auto within = std::ranges::count_if(errors, [](double e) { return std::abs(e) <= few; });
+    return errors.empty() ? 0 : double(within) / double(errors.size());
+}
+
+/// How the edges of all regions found came out, whatever their entrance. Of a region counts the
+/// worse of its two edges as well.
+void printPooled(std::initializer_list<const Figures*> all)
+{
+    std::vector<double> starts;
+    std::vector<double> ends;
+    for (const Figures* figures : all) {
+        starts.insert(starts.end(), figures->startErrors.begin(), figures->startErrors.end());
+        ends.insert(ends.end(), figures->endErrors.begin(), figures->endErrors.end());
+    }
+    std::vector<double> worse;
+    for (std::size_t i = 0; i < starts.size(); ++i)
+        worse.push_back(std::max(std::abs(starts[i]), std::abs(ends[i])));
+    printf("right within 2 frames, of %zu regions: starts %.3f, ends %.3f, both %.3f\n",
+           starts.size(), shareWithinTwoFrames(starts), shareWithinTwoFrames(ends),
+           shareWithinTwoFrames(worse));
+}
+
 NormalizedRect rectOf(const QRectF& box)
 {
     return {box.x(), box.y(), box.width(), box.height()};
@@ -216,6 +241,7 @@ void runClips(TextScenes::Set set, int perKind)
     print("faded and wiped", soft);
     print("end cards", card);
     print("no text", empty);
+    printPooled({&cut, &soft, &card});
 }
 
 } // namespace vantroque::TextQuality

@@ -41,7 +41,13 @@ void FrameMemory::moveTo(const cv::Mat3b& picture)
     if (picture.size() != m_size)
         forget();
     m_size = picture.size();
-    std::erase_if(m_lines, [&](const Standing& each) { return !stands(each, picture); });
+    m_doubtful.clear();
+    std::erase_if(m_lines, [&](const Standing& each) {
+        if (stands(each, picture))
+            return false;
+        m_doubtful.push_back(each.found);
+        return true;
+    });
     std::erase_if(m_empty, [&](const Empty& each) { return !isUnchanged(each, picture); });
 }
 

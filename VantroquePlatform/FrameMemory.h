@@ -25,6 +25,9 @@ public:
     void moveTo(const cv::Mat3b& picture);
     /// The lines that stand.
     std::vector<FoundLine> lines() const;
+    /// Those that stood in the picture before and no longer look the same: gone, or something else
+    /// moves through them.
+    const std::vector<FoundLine>& doubtfulLines() const { return m_doubtful; }
     /// Whether there was no text at the candidate's place, and the place has not changed.
     bool isKnownEmpty(const LineCandidate& candidate) const;
 
@@ -51,6 +54,7 @@ private:
 
     cv::Size m_size;
     std::vector<Standing> m_lines;
+    std::vector<FoundLine> m_doubtful;
     std::vector<Empty> m_empty;
 };
 

@@ -17,6 +17,11 @@ double overlap(const cv::Rect& a, const cv::Rect& b)
     return (a & b).area() / std::max(1.0, static_cast<double>(std::min(a.area(), b.area())));
 }
 
+bool areOfOnePlace(const FoundLine& a, const FoundLine& b)
+{
+    return overlap(a.box, b.box) > 0.3;
+}
+
 /// Whether a candidate goes on to the left or right of a line that was read.
 bool goesBeyond(const LineCandidate& candidate, const FoundLine& line)
 {
@@ -52,10 +57,32 @@ Result<std::vector<FoundLine>> LineSearch::run(FrameMemory& memory, Deadline dea
     TRY(tryAll(candidatesIn(m_maps)));
     // A line that broke in every map holds together in its own color.
     TRY(tryAll(candidatesIn(mapsOfSureColors())));
+    TRY(lookAgain());
     if (std::chrono::steady_clock::now() > deadline)
         return tookTooLong();
     memory.remember(m_lines, m_picture);
     return std::move(m_lines);
+}
+
+Result<void> LineSearch::lookAgain()
+{
+    for (const FoundLine& line : m_memory->doubtfulLines())
+        if (!isKnown(line) && TRY(isStillThere(line)))
+            add(line);
+    return {};
+}
+
+Result<bool> LineSearch::isStillThere(const FoundLine& line)
+{
+    constexpr int lowHeight = 30;
+    for (const LineImage& image :
+         {inkImage(m_picture, line.line, usualHeight), inkImage(m_picture, line.line, lowHeight),
+          grayImage(m_luma, line.line, usualHeight)}) {
+        const TextReading reading = TRY(readImage(image));
+        if (isLikelyText(reading) && areAlike(reading.text, line.text))
+            return true;
+    }
+    return false;
 }
 
 std::vector<LineCandidate> LineSearch::candidatesIn(const std::vector<cv::Mat1b>& maps) const
@@ -199,17 +226,19 @@ bool LineSearch::take(const LineCandidate& candidate, const TextReading& reading
     return add(std::move(found));
 }
 
+bool LineSearch::isKnown(const FoundLine& found) const
+{
+    return std::ranges::any_of(m_lines, [&](const FoundLine& line) {
+        return areOfOnePlace(found, line) && line.letters >= found.letters;
+    });
+}
+
 bool LineSearch::add(FoundLine found)
 {
     // What goes beyond a line takes its place, unless it lost more than it won.
-    const auto isCovered = [&](const FoundLine& line) {
-        return overlap(found.box, line.box) > 0.3;
-    };
-    if (std::ranges::any_of(m_lines, [&](const FoundLine& line) {
-            return isCovered(line) && line.letters >= found.letters;
-        }))
+    if (isKnown(found))
         return false;
-    std::erase_if(m_lines, isCovered);
+    std::erase_if(m_lines, [&](const FoundLine& line) { return areOfOnePlace(found, line); });
     m_lines.push_back(std::move(found));
     return true;
 }

@@ -24,6 +24,9 @@ public:
     Result<std::vector<FoundLine>> run(FrameMemory& memory, Deadline deadline);
 
 private:
+    /// Reads the places of lines of the picture before that were not found again.
+    Result<void> lookAgain();
+    Result<bool> isStillThere(const FoundLine& line);
     std::vector<LineCandidate> candidatesIn(const std::vector<cv::Mat1b>& maps) const;
     std::vector<cv::Mat1b> mapsOfSureColors() const;
     Result<void> tryAll(const std::vector<LineCandidate>& candidates);
@@ -40,6 +43,8 @@ private:
     Result<TextReading> readImage(const LineImage& image,
                                   TextReading (*joined)(std::vector<ReadWord>) = textReading);
     bool take(const LineCandidate& candidate, const TextReading& reading);
+    /// Whether a line at that place has as many letters.
+    bool isKnown(const FoundLine& found) const;
     bool add(FoundLine found);
 
     const cv::Mat3b& m_picture;

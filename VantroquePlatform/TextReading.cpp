@@ -46,6 +46,31 @@ bool isWordLike(const TextReading& reading)
     return 100 * reading.letters >= 62 * shown && !isMostlyStrokes(reading.text);
 }
 
+QString foldedLetters(const QString& text)
+{
+    QString letters;
+    for (const QChar each : text)
+        if (each.isLetterOrNumber())
+            letters += each.toCaseFolded();
+    return letters;
+}
+
+/// How many letters two texts have in common, in the same order.
+int commonLetters(const QString& a, const QString& b)
+{
+    std::vector<int> row(static_cast<std::size_t>(b.size()) + 1);
+    for (const QChar each : a) {
+        int diagonal = 0;
+        for (std::size_t i = 1; i < row.size(); ++i) {
+            const int above = row[i];
+            const bool isSame = each == b[static_cast<qsizetype>(i) - 1];
+            row[i] = isSame ? diagonal + 1 : std::max(above, row[i - 1]);
+            diagonal = above;
+        }
+    }
+    return row.back();
+}
+
 TextReading joined(std::span<const ReadWord> words)
 {
     TextReading reading;
@@ -118,6 +143,13 @@ bool isLikelyText(const TextReading& reading)
 {
     constexpr double leastConfidence = 45;
     return reading.letters >= 3 && reading.confidence >= leastConfidence && isWordLike(reading);
+}
+
+bool areAlike(const QString& a, const QString& b)
+{
+    const QString first = foldedLetters(a);
+    const QString second = foldedLetters(b);
+    return 10 * commonLetters(first, second) >= 6 * std::max(first.size(), second.size());
 }
 
 } // namespace vantroque

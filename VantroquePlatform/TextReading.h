@@ -23,5 +23,7 @@ TextReading sureReading(std::vector<ReadWord> words);
 bool isText(const TextReading& reading);
 /// The same where text is known to stand at times.
 bool isLikelyText(const TextReading& reading);
+/// Whether two readings are of one text, though letters were misread.
+bool areAlike(const QString& a, const QString& b);
 
 } // namespace vantroque

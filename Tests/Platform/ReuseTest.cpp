@@ -1,8 +1,11 @@
 #include "Painted.h"
 
+#include <QPainter>
+
 using namespace vantroque;
 using namespace Qt::StringLiterals;
 using testing::Contains;
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 
@@ -57,6 +60,19 @@ TEST(Reuse, ATextThatStandsOverAnotherSceneIsNotReadAgain)
     const int readings = engine->readings();
     EXPECT_EQ(textsIn(with(plain(wide, QColor(90, 30, 20)), super), *engine), first);
     EXPECT_EQ(engine->readings(), readings);
+}
+
+TEST(Reuse, ATextThatSomethingCrossesIsLookedForWhereItWas)
+{
+    const QImage scene = plain(wide, QColor(20, 40, 60));
+    QImage crossed = with(scene, super);
+    // Joins all letters, so that none is seen as one.
+    QPainter(&crossed).fillRect(0, super.place.y() - 2, wide.width(), 2, super.color);
+    EXPECT_THAT(textsIn(crossed, *recognizer()), IsEmpty());
+    const auto engine = recognizer();
+    EXPECT_THAT(textsIn(with(scene, super), *engine), ElementsAre(super.text));
+    EXPECT_THAT(textsIn(crossed, *engine), ElementsAre(super.text));
+    EXPECT_THAT(textsIn(scene, *engine), IsEmpty());
 }
 
 TEST(Reuse, ANewTextOnAnUnchangedPictureIsFound)

@@ -92,3 +92,10 @@ TEST(TextReading, WhereTextIsKnownToStandLessIsEnough)
     EXPECT_FALSE(isText(reading(u"discovery"_s, 55)));
     EXPECT_TRUE(isLikelyText(reading(u"discovery"_s, 55)));
 }
+
+TEST(TextReading, MisreadLettersLeaveATextAlike)
+{
+    EXPECT_TRUE(areAlike(u"Results may vary."_s, u"rezults mayvory"_s));
+    EXPECT_FALSE(areAlike(u"Results may vary."_s, u"Results"_s)) << "hardly half of it";
+    EXPECT_FALSE(areAlike(u"Results may vary."_s, u"Made for your family"_s));
+}
