@@ -100,6 +100,8 @@ public:
     void setExportMessage(const std::optional<QString>& message);
     /// Writes findings and notes of the selected file to where the operator chooses.
     void exportMarkers(MarkerExport::Format format);
+    /// Writes the reports of all analysed files as text to where the operator chooses.
+    void saveReport();
     /// Saves the workspace and waits until it is written.
     void saveWorkspaceNow() { m_saver.saveNow(); }
 

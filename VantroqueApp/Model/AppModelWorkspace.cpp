@@ -2,6 +2,7 @@
 
 #include "Base/Files.h"
 #include "Base/Text.h"
+#include "Check/TextRenderer.h"
 #include "Review/ReviewStore.h"
 #include "VantroqueApp/Model/AppModel.h"
 
@@ -87,6 +88,25 @@ void AppModel::takeVerified(const QUuid& id, bool exists, const std::optional<QS
 }
 
 // Markers.
+
+void AppModel::saveReport()
+{
+    std::vector<std::shared_ptr<const FileReport>> reports;
+    for (const FileAnalysis& entry : m_analyses)
+        if (const auto* done = std::get_if<FileAnalysis::Done>(&entry.status))
+            reports.push_back(done->report);
+    if (reports.empty())
+        return;
+    const auto target = m_desktop.chooseSaveFile(u"Vantroque Report.txt"_s);
+    if (!target)
+        return;
+    m_exporter.run([reports = std::move(reports), target = *target] {
+        const QString text =
+            Text::joined(reports, TextRenderer::separator(),
+                         [](const auto& report) { return TextRenderer::render(*report, false); });
+        static_cast<void>(Files::writeAtomically(target.path(), text.toUtf8()));
+    });
+}
 
 void AppModel::exportMarkers(MarkerExport::Format format)
 {

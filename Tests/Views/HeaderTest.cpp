@@ -1,0 +1,126 @@
+#include "VantroqueApp/Views/ProfilesMenu.h"
+#include "VantroqueApp/Views/Theme.h"
+#include "VantroqueApp/Views/ToolButton.h"
+#include "Views/WindowFixture.h"
+
+#include <QMenuBar>
+
+namespace vantroque {
+namespace {
+
+class HeaderBar : public WindowTest {
+protected:
+    static QStringList entries(const QMenu& menu)
+    {
+        QStringList texts;
+        for (const QAction* action : menu.actions())
+            if (!action->text().isEmpty())
+                texts << action->text();
+        return texts;
+    }
+    static QAction* entry(const QMenu& menu, const QString& text)
+    {
+        for (QAction* action : menu.actions())
+            if (action->text() == text)
+                return action;
+        return nullptr;
+    }
+    QMenu& menuOf(const QString& button) { return *the<ToolButton>(button)->menu(); }
+    QMenu* menuBarsMenu(const QString& title)
+    {
+        for (QMenu* menu : window().findChildren<QMenu*>())
+            if (menu->title() == title)
+                return menu;
+        return nullptr;
+    }
+};
+
+TEST_F(HeaderBar, ExportsTheReportAndMarkers)
+{
+    open();
+    EXPECT_EQ(the<ToolButton>(u"Export Report"_s)->toolTip(),
+              u"Export the QC report and any review notes"_s);
+    EXPECT_EQ(
+        entries(menuOf(u"Export Report"_s)),
+        (QStringList{u"This File as Text"_s, u"Markers for This File"_s, u"Avid Media Composer"_s,
+                     u"DaVinci Resolve"_s, u"Premiere"_s, u"Comma separated"_s}));
+    EXPECT_FALSE(the<ToolButton>(u"Export Report"_s)->isEnabled());
+}
+
+TEST_F(HeaderBar, SavesTheTextOfAllReports)
+{
+    open();
+    drop({anyFile("ok.mp4"), anyFile("fail.mp4")});
+    ASSERT_TRUE(soonIdle());
+    const FileUrl target = FileUrl::fromPath(m_folder / "report.txt");
+    m_desktop.answer = target;
+    entry(menuOf(u"Export Report"_s), u"This File as Text"_s)->trigger();
+    ASSERT_TRUE(soon([&] { return std::filesystem::exists(target.path()); }));
+    EXPECT_EQ(m_desktop.proposed, std::vector{u"Vantroque Report.txt"_s});
+    const QString text = QString::fromUtf8(contents(target.path()));
+    EXPECT_TRUE(text.startsWith(u"ok.mp4    "_s));
+    EXPECT_TRUE(text.contains(u'\n' + QString(72, u'-') + u"\n\nfail.mp4    "_s));
+}
+
+TEST_F(HeaderBar, TicksPlatformsByGroupAndStaysOpen)
+{
+    open();
+    auto& menu = *dynamic_cast<ProfilesMenu*>(&menuOf(u"Profiles"_s));
+    const QStringList texts = entries(menu);
+    EXPECT_EQ(texts.first(), u"Digital / CTV"_s);
+    EXPECT_TRUE(texts.contains(u"Broadcast"_s));
+    EXPECT_TRUE(texts.contains(u"Recommendations"_s));
+    EXPECT_EQ(texts.mid(texts.size() - 2), (QStringList{u"Select All"_s, u"Select None"_s}));
+    menu.popup(QPoint(100, 100));
+    QAction* action = entry(menu, u"Harbour Video"_s);
+    ASSERT_TRUE(action->isChecked());
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+    EXPECT_FALSE(model().enabledProfileIDs().contains(u"harbour-video"_s));
+    EXPECT_FALSE(action->isChecked());
+    EXPECT_TRUE(menu.isVisible());
+    menu.setActiveAction(action);
+    QTest::keyClick(&menu, Qt::Key_Space);
+    EXPECT_TRUE(action->isChecked());
+    EXPECT_TRUE(menu.isVisible());
+    QTest::mouseClick(&menu, Qt::LeftButton, {},
+                      menu.actionGeometry(entry(menu, u"Select None"_s)).center());
+    EXPECT_TRUE(model().enabledProfileIDs().empty());
+    entry(menu, u"Select All"_s)->trigger();
+    EXPECT_EQ(model().enabledProfiles().size(), model().profiles().size());
+}
+
+TEST_F(HeaderBar, TheLookChangesAtOnceAndIsRemembered)
+{
+    open();
+    QMenu* menu = menuBarsMenu(u"Appearance"_s);
+    EXPECT_EQ(entries(*menu), (QStringList{u"Match System"_s, u"Light"_s, u"Dark"_s}));
+    EXPECT_TRUE(entry(*menu, u"Dark"_s)->isChecked());
+    entry(*menu, u"Light"_s)->trigger();
+    EXPECT_EQ(&Theme::current(), &Theme::light());
+    EXPECT_EQ(m_defaults->text(u"appearance"_s), u"light"_s);
+    EXPECT_TRUE(entry(*menu, u"Light"_s)->isChecked());
+    EXPECT_FALSE(entry(*menu, u"Dark"_s)->isChecked());
+}
+
+TEST_F(HeaderBar, AddsFilesFromTheMenuWithItsKey)
+{
+    open();
+    QAction* add = entry(*menuBarsMenu(u"File"_s), u"Add Files"_s);
+    ASSERT_NE(add, nullptr);
+    EXPECT_EQ(add->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
+    EXPECT_NE(the<ToolButton>(u"Add File"_s), nullptr);
+}
+
+TEST_F(HeaderBar, ClearAllEmptiesTheList)
+{
+    open();
+    drop({anyFile("ok.mp4")});
+    auto* clear = the<QPushButton>(u"Clear All"_s);
+    EXPECT_EQ(clear->toolTip(), u"Remove every file from the list"_s);
+    QTest::mouseClick(clear, Qt::LeftButton);
+    EXPECT_TRUE(names().isEmpty());
+    EXPECT_TRUE(shows(u"Drop video files here"_s));
+}
+
+} // namespace
+} // namespace vantroque

@@ -1,0 +1,103 @@
+#pragma once
+
+#include "VantroqueApp/Views/DetailPane.h"
+#include "VantroqueApp/Views/FileListView.h"
+#include "VantroqueApp/Views/FocusRing.h"
+#include "VantroqueApp/Views/Look.h"
+#include "Views/WindowScenes.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+
+namespace vantroque {
+
+/// A real window over a model of the test's own.
+class WindowTest : public ModelTest {
+protected:
+    WindowTest() { Look::use(AppearanceMode::dark); }
+    ~WindowTest() override
+    {
+        m_scene.release();
+        m_window.reset();
+    }
+
+    MainWindow& open(std::vector<Profile> profiles = WindowScenes::profiles())
+    {
+        return open(Result<std::vector<Profile>>(std::move(profiles)));
+    }
+    MainWindow& open(Result<std::vector<Profile>> profiles)
+    {
+        m_window.reset();
+        AppModel& model = start(m_scene.engine(), std::move(profiles));
+        m_window = std::make_unique<MainWindow>(model);
+        m_window->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        return *m_window;
+    }
+    MainWindow& window() { return *m_window; }
+
+    /// As a file manager does.
+    void drop(const std::vector<FileUrl>& files)
+    {
+        QMimeData dropped;
+        QList<QUrl> urls;
+        for (const FileUrl& file : files)
+            urls << QUrl(file.toString());
+        dropped.setUrls(urls);
+        const QPointF place = window().rect().center();
+        QDragEnterEvent enter(place.toPoint(), Qt::CopyAction, &dropped, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(&window(), &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        QDropEvent drop(place, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window(), &drop);
+    }
+
+    template<typename Widget>
+    Widget* the(const QString& accessibleName)
+    {
+        for (Widget* widget : window().findChildren<Widget*>())
+            if (widget->accessibleName() == accessibleName)
+                return widget;
+        return nullptr;
+    }
+    template<typename Widget>
+    Widget* the()
+    {
+        return window().findChild<Widget*>();
+    }
+
+    /// The words of all labels and buttons in sight.
+    QStringList words()
+    {
+        QStringList words;
+        for (const QLabel* label : window().findChildren<QLabel*>())
+            if (label->isVisible())
+                words << label->text();
+        for (const QAbstractButton* button : window().findChildren<QAbstractButton*>())
+            if (button->isVisible())
+                words << button->text();
+        return words;
+    }
+    bool shows(const QString& text) { return words().contains(text); }
+    bool soonShows(const QString& text)
+    {
+        return soon([&] { return shows(text); });
+    }
+    /// What the rows of a list say.
+    static QStringList rows(const QAbstractItemView& view)
+    {
+        QStringList rows;
+        for (int i = 0; i < view.model()->rowCount(); ++i)
+            rows << view.model()->index(i, 0).data(Qt::AccessibleTextRole).toString();
+        return rows;
+    }
+
+    WindowScenes::SceneEngine m_scene;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+} // namespace vantroque

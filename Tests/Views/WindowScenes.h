@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Model/ModelFixture.h"
+#include "VantroqueApp/Views/MainWindow.h"
+
+namespace vantroque {
+
+/// A window over a model whose analyses say what the scene needs, so that every state can be shown
+/// in no time.
+namespace WindowScenes {
+
+/// Platforms of three groups, with long names among them.
+std::vector<Profile> profiles(int count = 9);
+/// An engine whose outcome follows the file's name: "fail...", "bad..." cannot be analysed,
+/// "run..." goes on until `release`, all others pass.
+class SceneEngine {
+public:
+    AnalysisEngine engine();
+    void release();
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    bool m_released = false;
+};
+
+/// A spot of half a minute with stereo sound, measured; too loud when asked.
+MediaInfo media(const FileUrl& url, bool tooLoud);
+/// Half of an analysis.
+void play(AnalysisProgress& progress, const MediaInfo& media);
+
+} // namespace WindowScenes
+} // namespace vantroque

@@ -1,0 +1,67 @@
+#include "VantroqueApp/Views/FixText.h"
+
+#include "VantroqueApp/Views/Type.h"
+
+#include <QPainter>
+#include <QTextOption>
+
+#include <cmath>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int lineHeight = 18;
+
+/// With a word joiner behind each leading hyphen, where lines would break otherwise.
+QString joined(QString text)
+{
+    return text.replace(u" -"_s, u" -\u2060"_s);
+}
+
+/// From the first option to the end, but for a closing bracket and full stop.
+QTextLayout::FormatRange arguments(const QString& text)
+{
+    const auto start = text.indexOf(u" -\u2060"_s) + 1;
+    auto end = text.size();
+    while (end > start && (text[end - 1] == u'.' || text[end - 1] == u')'))
+        --end;
+    QTextCharFormat format;
+    format.setFont(Type::mono(Type::caption, QFont::Medium));
+    return {static_cast<int>(start), static_cast<int>(end - start), format};
+}
+
+} // namespace
+
+FixText::FixText(const QString& text, int width) : m_layout(joined(text), Type::text(Type::body))
+{
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    m_layout.setTextOption(option);
+    if (m_layout.text().contains(u" -\u2060"_s))
+        m_layout.setFormats({arguments(m_layout.text())});
+    m_layout.setCacheEnabled(true);
+    m_layout.beginLayout();
+    int y = 0;
+    for (QTextLine line = m_layout.createLine(); line.isValid(); line = m_layout.createLine()) {
+        line.setLineWidth(width);
+        line.setPosition(QPointF(0, y));
+        y += lineHeight;
+    }
+    m_layout.endLayout();
+}
+
+int FixText::height() const
+{
+    return m_layout.lineCount() * lineHeight;
+}
+
+void FixText::draw(QPainter& painter, const QPointF& place, const QColor& color) const
+{
+    painter.setPen(color);
+    m_layout.draw(&painter, place);
+}
+
+} // namespace vantroque

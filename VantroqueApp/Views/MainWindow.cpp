@@ -1,0 +1,112 @@
+#include "VantroqueApp/Views/MainWindow.h"
+
+#include "VantroqueApp/Views/DetailPane.h"
+#include "VantroqueApp/Views/DropWell.h"
+#include "VantroqueApp/Views/DroppedFiles.h"
+#include "VantroqueApp/Views/Header.h"
+#include "VantroqueApp/Views/Look.h"
+#include "VantroqueApp/Views/Sidebar.h"
+
+#include <QDragEnterEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QMimeData>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+MainWindow::MainWindow(AppModel& model)
+    : m_model(model),
+      m_pages(new QStackedWidget(this)),
+      m_well(DropWell::large(model.toolMissing(), model.profilesError().value_or(QString()), this)),
+      m_sidebar(new Sidebar(model, this)),
+      m_files(files())
+{
+    setObjectName(u"window"_s);
+    setAttribute(Qt::WA_StyledBackground);
+    setWindowTitle(u"Vantroque"_s);
+    setAcceptDrops(true);
+    setMinimumSize(1024, 700);
+    resize(1440, 900);
+    auto* header = new Header(model, this);
+    m_pages->addWidget(m_well);
+    m_pages->addWidget(m_files);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(header);
+    layout->addWidget(m_pages, 1);
+    connect(header, &Header::addPressed, this, &MainWindow::chooseFiles);
+    connect(header, &Header::quitPressed, this, &QWidget::close);
+    connect(m_well, &DropWell::pressed, this, &MainWindow::chooseFiles);
+    connect(m_sidebar, &Sidebar::addPressed, this, &MainWindow::chooseFiles);
+    connect(&model, &AppModel::listChanged, this, &MainWindow::refresh);
+    connect(&model, &AppModel::appearanceChanged, this,
+            [this] { Look::use(m_model.appearance()); });
+    refresh();
+}
+
+QWidget* MainWindow::files()
+{
+    auto* splitter = new QSplitter(Qt::Horizontal, this);
+    splitter->setHandleWidth(1);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(m_sidebar);
+    splitter->addWidget(new DetailPane(m_model, splitter));
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
+    m_sidebar->setMinimumWidth(220);
+    m_sidebar->setMaximumWidth(360);
+    splitter->setSizes({280, 1160});
+    return splitter;
+}
+
+void MainWindow::chooseFiles()
+{
+    const QStringList names = QFileDialog::getOpenFileNames(
+        this, u"Add Files"_s, {},
+        u"Video files (*.mp4 *.mov *.m4v *.mxf *.webm *.mpg *.mpeg *.avi *.mkv *.MP4 *.MOV *.M4V "
+        "*.MXF *.WEBM *.MPG *.MPEG *.AVI *.MKV)"_s);
+    std::vector<std::filesystem::path> paths;
+    for (const QString& name : names)
+        paths.emplace_back(QFile::encodeName(name).toStdString());
+    if (!paths.empty())
+        m_model.add(DroppedFiles::urls(paths));
+}
+
+void MainWindow::refresh()
+{
+    m_pages->setCurrentWidget(m_model.analyses().empty() ? static_cast<QWidget*>(m_well) : m_files);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!DroppedFiles::holdsFiles(*event->mimeData()))
+        return;
+    event->acceptProposedAction();
+    setInviting(true);
+}
+
+void MainWindow::dragLeaveEvent(QDragLeaveEvent*)
+{
+    setInviting(false);
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    setInviting(false);
+    event->acceptProposedAction();
+    m_model.add(DroppedFiles::urls(*event->mimeData()));
+}
+
+void MainWindow::setInviting(bool inviting)
+{
+    m_well->setInviting(inviting);
+    m_sidebar->well().setInviting(inviting);
+}
+
+} // namespace vantroque

@@ -1,0 +1,81 @@
+#include "VantroqueApp/Views/ProfilesMenu.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+ProfilesMenu::ProfilesMenu(AppModel& model, QWidget* parent) : QMenu(parent), m_model(model)
+{
+    setAccessibleName(u"Profiles"_s);
+    setProperty("checklist", true);
+    setToolTipsVisible(true);
+    addGroup(ProfileGroup::digital, u"Digital / CTV"_s);
+    addGroup(ProfileGroup::broadcast, u"Broadcast"_s);
+    addGroup(ProfileGroup::recommendation, u"Recommendations"_s);
+    addAll(u"Select All"_s, true);
+    addAll(u"Select None"_s, false);
+    connect(&model, &AppModel::enabledProfilesChanged, this, &ProfilesMenu::refresh);
+    refresh();
+}
+
+void ProfilesMenu::addGroup(ProfileGroup group, const QString& title)
+{
+    QAction* heading = addAction(title);
+    heading->setEnabled(false);
+    for (const Profile& profile : m_model.profiles()) {
+        if (profile.group != group)
+            continue;
+        // A menu would take an ampersand for the mark of a shortcut.
+        QAction* action = addAction(QString(profile.name).replace(u'&', u"&&"_s));
+        action->setCheckable(true);
+        action->setData(profile.id);
+        connect(action, &QAction::triggered, &m_model,
+                [this, id = profile.id] { m_model.toggle(id); });
+    }
+    addSeparator();
+}
+
+void ProfilesMenu::addAll(const QString& text, bool on)
+{
+    addAction(text, [this, on] {
+        std::set<QString> ids;
+        if (on)
+            for (const Profile& profile : m_model.profiles())
+                ids.insert(profile.id);
+        m_model.setEnabledProfileIDs(ids);
+    });
+}
+
+bool ProfilesMenu::triggerAndStay(QAction* action)
+{
+    if (action == nullptr || !action->isEnabled() || action->isSeparator())
+        return false;
+    action->trigger();
+    return true;
+}
+
+void ProfilesMenu::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!triggerAndStay(actionAt(event->pos())))
+        QMenu::mouseReleaseEvent(event);
+}
+
+void ProfilesMenu::keyPressEvent(QKeyEvent* event)
+{
+    const bool presses = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return
+                         || event->key() == Qt::Key_Enter;
+    if (!presses || !triggerAndStay(activeAction()))
+        QMenu::keyPressEvent(event);
+}
+
+void ProfilesMenu::refresh()
+{
+    for (QAction* action : actions())
+        if (action->isCheckable())
+            action->setChecked(m_model.enabledProfileIDs().contains(action->data().toString()));
+}
+
+} // namespace vantroque

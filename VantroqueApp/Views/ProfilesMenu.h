@@ -1,0 +1,29 @@
+#pragma once
+
+#include "VantroqueApp/Model/AppModel.h"
+
+#include <QMenu>
+
+class QCheckBox;
+
+namespace vantroque {
+
+/// The check list of platforms. Stays open while one ticks.
+class ProfilesMenu : public QMenu {
+public:
+    explicit ProfilesMenu(AppModel& model, QWidget* parent = nullptr);
+
+protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void addGroup(ProfileGroup group, const QString& title);
+    void addAll(const QString& text, bool on);
+    bool triggerAndStay(QAction* action);
+    void refresh();
+
+    AppModel& m_model;
+};
+
+} // namespace vantroque

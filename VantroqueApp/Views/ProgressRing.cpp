@@ -1,0 +1,71 @@
+#include "VantroqueApp/Views/ProgressRing.h"
+
+#include "Base/Numbers.h"
+#include "VantroqueApp/Views/Ring.h"
+#include "VantroqueApp/Views/Theme.h"
+#include "VantroqueApp/Views/Type.h"
+
+#include <QPainter>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString percent(double fraction)
+{
+    return u"%1%"_s.arg(Numbers::roundedToInt(fraction * 100));
+}
+
+} // namespace
+
+ProgressRing::ProgressRing(QWidget* parent) : QWidget(parent)
+{
+    setFixedSize(64, 64);
+}
+
+void ProgressRing::setFraction(double fraction)
+{
+    m_fraction = fraction;
+    setAccessibleName(u"Analysed: %1"_s.arg(percent(fraction)));
+    update();
+}
+
+void ProgressRing::paintEvent(QPaintEvent*)
+{
+    constexpr double width = 5;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    Ring::draw(painter, rect(), width, m_fraction);
+    Type::draw(painter, rect(), percent(m_fraction), Type::text(Type::ring, QFont::DemiBold),
+               Theme::current().text1, Qt::AlignCenter);
+}
+
+ProgressLine::ProgressLine(QWidget* parent) : QWidget(parent)
+{
+    setFixedHeight(6);
+}
+
+void ProgressLine::setFraction(double fraction)
+{
+    m_fraction = fraction;
+    setAccessibleName(u"Progress: %1"_s.arg(percent(fraction)));
+    update();
+}
+
+void ProgressLine::paintEvent(QPaintEvent*)
+{
+    const double radius = height() / 2.0;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Theme::current().controlEdge);
+    painter.drawRoundedRect(rect(), radius, radius);
+    QRectF over(rect());
+    over.setWidth(over.width() * m_fraction);
+    painter.setBrush(Theme::current().accent);
+    painter.drawRoundedRect(over, radius, radius);
+}
+
+} // namespace vantroque

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Records/Profile.h"
+#include "Records/Report.h"
+
+#include <QAbstractListModel>
+#include <QSet>
+
+namespace vantroque {
+
+/// The platforms of a report with their checks, as rows that open and close.
+class ReportRows : public QAbstractListModel {
+public:
+    /// A platform, or one of its checks.
+    struct Row {
+        std::size_t report = 0;
+        std::optional<std::size_t> check;
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    /// `fresh`: another file than before, of which nothing was opened yet.
+    void show(const FileReport& report, const std::vector<Profile>& profiles, bool fresh);
+    void toggle(const QModelIndex& index);
+    bool isOpen(const QModelIndex& index) const { return m_open.contains(key(index)); }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+
+    const ProfileReport& report(const QModelIndex& index) const;
+    /// Null for the row of a platform itself.
+    const CheckResult* check(const QModelIndex& index) const;
+    Verdict verdict(const QModelIndex& index) const;
+    /// How long ago the platform's values were compared with their source. Empty for what is no
+    /// platform.
+    QString freshnessLine(const QModelIndex& index) const;
+
+private:
+    const Row& row(const QModelIndex& index) const;
+    QString key(const QModelIndex& index) const;
+    QString text(const QModelIndex& index) const;
+    void refill();
+
+    std::vector<ProfileReport> m_reports;
+    std::vector<QString> m_freshness; ///< One a report.
+    std::vector<Row> m_rows;
+    QSet<QString> m_open;
+};
+
+} // namespace vantroque

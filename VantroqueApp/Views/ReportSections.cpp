@@ -1,0 +1,82 @@
+#include "VantroqueApp/Views/ReportSections.h"
+
+#include "VantroqueApp/Views/ReportRowDelegate.h"
+
+#include <QKeyEvent>
+#include <QWheelEvent>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+ReportSections::ReportSections(QWidget* parent) : QListView(parent), m_rows(new ReportRows(this))
+{
+    setAccessibleName(u"Platforms"_s);
+    setModel(m_rows);
+    setItemDelegate(new ReportRowDelegate(this));
+    setMouseTracking(true);
+    setResizeMode(Adjust);
+    setVerticalScrollMode(ScrollPerPixel);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    connect(this, &QListView::clicked, this, &ReportSections::toggle);
+}
+
+void ReportSections::show(const FileReport& report, const std::vector<Profile>& profiles,
+                          bool fresh)
+{
+    m_rows->show(report, profiles, fresh);
+    fitRows();
+}
+
+void ReportSections::toggle(const QModelIndex& index)
+{
+    if (!index.isValid())
+        return;
+    m_rows->toggle(index);
+    fitRows();
+}
+
+void ReportSections::keyPressEvent(QKeyEvent* event)
+{
+    const QModelIndex index = currentIndex();
+    const bool open = index.isValid() && m_rows->isOpen(index);
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space: return toggle(index);
+    case Qt::Key_Right: return open ? void() : toggle(index);
+    case Qt::Key_Left: return open ? toggle(index) : void();
+    default: QListView::keyPressEvent(event);
+    }
+}
+
+void ReportSections::resizeEvent(QResizeEvent* event)
+{
+    QListView::resizeEvent(event);
+    if (event->oldSize().width() != event->size().width())
+        fitRows();
+}
+
+void ReportSections::wheelEvent(QWheelEvent* event)
+{
+    event->ignore(); // what holds the view scrolls
+}
+
+void ReportSections::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QListView::currentChanged(current, previous);
+    if (current.isValid() && hasFocus())
+        Q_EMIT rowShown(visualRect(current));
+}
+
+void ReportSections::fitRows()
+{
+    int height = 0;
+    for (int row = 0; row < m_rows->rowCount(); ++row)
+        height += sizeHintForIndex(m_rows->index(row)).height();
+    setFixedHeight(height);
+    scheduleDelayedItemsLayout();
+}
+
+} // namespace vantroque

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "VantroqueApp/Model/AppModel.h"
+
+#include <QScrollArea>
+
+class QBoxLayout;
+
+namespace vantroque {
+
+class ChannelMeters;
+class LoudnessMeter;
+class MeasurementCards;
+class ReportSections;
+class SummaryHeader;
+
+/// The report of a file: the verdict, the figures, and what each platform says. In a wide pane the
+/// platforms stand beside the figures, else below them.
+class ReportView : public QScrollArea {
+public:
+    explicit ReportView(AppModel& model, QWidget* parent = nullptr);
+    /// `file` has a report.
+    void show(const FileAnalysis& file);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void showChannels(const FileAnalysis& file);
+
+    AppModel& m_model;
+    QWidget* m_page;
+    QWidget* m_figures;
+    QBoxLayout* m_layout;
+    SummaryHeader* m_summary;
+    MeasurementCards* m_cards;
+    LoudnessMeter* m_loudness;
+    ChannelMeters* m_channels;
+    ReportSections* m_sections;
+    QUuid m_shown;
+};
+
+} // namespace vantroque

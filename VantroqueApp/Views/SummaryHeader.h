@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Records/Report.h"
+
+#include <QWidget>
+
+class QLabel;
+
+namespace vantroque {
+
+class ElidedLabel;
+
+/// The verdict on the file in one line, and what the file is.
+class SummaryHeader : public QWidget {
+public:
+    explicit SummaryHeader(QWidget* parent = nullptr);
+    void show(const FileReport& report);
+
+private:
+    class VerdictChip;
+
+    VerdictChip* m_chip;
+    QLabel* m_headline;
+    QLabel* m_subhead;
+    QLabel* m_note;
+    ElidedLabel* m_name;
+    ElidedLabel* m_summary;
+};
+
+} // namespace vantroque

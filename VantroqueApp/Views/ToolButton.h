@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QToolButton>
+
+namespace vantroque {
+
+/// A button of the toolbar: icon, words, and a chevron when a menu opens from it.
+class ToolButton : public QToolButton {
+public:
+    ToolButton(QString icon, const QString& text, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const QString m_icon;
+};
+
+} // namespace vantroque

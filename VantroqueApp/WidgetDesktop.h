@@ -1,0 +1,13 @@
+#pragma once
+
+#include "VantroqueApp/Model/Desktop.h"
+
+namespace vantroque {
+
+/// The desktop's own panels, over the window in front.
+class WidgetDesktop : public Desktop {
+public:
+    std::optional<FileUrl> chooseSaveFile(const QString& proposedName) override;
+};
+
+} // namespace vantroque
