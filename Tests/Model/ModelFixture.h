@@ -235,7 +235,11 @@ private:
     int m_argumentCount = 1;
     std::string m_program = "ModelTests";
     std::array<char*, 2> m_arguments{m_program.data(), nullptr};
-    QCoreApplication m_application{m_argumentCount, m_arguments.data()};
+    /// Unless the test program has made one, for windows.
+    const std::unique_ptr<QCoreApplication> m_application =
+        QCoreApplication::instance() == nullptr
+            ? std::make_unique<QCoreApplication>(m_argumentCount, m_arguments.data())
+            : nullptr;
     std::unique_ptr<UserDefaults> m_defaults;
 
 protected:

@@ -1,10 +1,14 @@
+#include "Base/SupportFolder.h"
 #include "VantroqueApp/Views/FocusRing.h"
 #include "VantroqueApp/Views/Look.h"
 #include "VantroqueApp/Views/ProfilesMenu.h"
+#include "VantroqueApp/Views/ReportSections.h"
 #include "VantroqueApp/Views/ToolButton.h"
 #include "Views/WindowScenes.h"
 
 #include <QApplication>
+#include <QMenu>
+#include <QPainter>
 
 #include <iostream>
 
@@ -34,7 +38,8 @@ public:
         for (const std::string& name : names)
             urls.push_back(FileUrl::fromPath(m_files.write(name, "x")));
         m_model->add(urls);
-        QTest::qWaitFor([this] { return isSettled(); });
+        if (!QTest::qWaitFor([this] { return isSettled(); }))
+            std::cerr << "a file did not come as far as its scene asks\n";
     }
     void select(std::size_t row) { m_model->select(m_model->analyses().at(row).id); }
     void close()
@@ -45,13 +50,15 @@ public:
         std::error_code ignored;
         std::filesystem::remove_all(SupportFolder::path(), ignored);
     }
-    void shoot(const QString& name, QWidget* over = nullptr)
+    /// `over` is a menu that hangs from `under`; the screen may be too small to show it there.
+    void shoot(const QString& name, QWidget* over = nullptr, QWidget* under = nullptr)
     {
         QApplication::processEvents();
         QPixmap picture = m_window->grab();
         if (over != nullptr) {
             QPainter painter(&picture);
-            painter.drawPixmap(m_window->mapFromGlobal(over->mapToGlobal(QPoint())), over->grab());
+            painter.drawPixmap(under->mapTo(m_window.get(), QPoint(0, under->height() + 4)),
+                               over->grab());
         }
         const QString file = u"%1/%2.png"_s.arg(m_folder, name);
         if (!picture.save(file))
@@ -102,8 +109,13 @@ void shootAll(Studio& studio, const QString& look)
     studio.shoot(look + u"-report"_s);
     auto* button = studio.window().findChildren<ToolButton*>().at(1);
     button->menu()->popup(button->mapToGlobal(QPoint(0, button->height() + 4)));
-    studio.shoot(look + u"-profiles"_s, button->menu());
+    studio.shoot(look + u"-profiles"_s, button->menu(), button);
     button->menu()->hide();
+    auto& sections = *studio.window().findChild<ReportSections*>();
+    for (int row = sections.model()->rowCount() - 1; row >= 0; --row)
+        if (sections.model()->index(row, 0).data().toString() == u"Loudness"_s)
+            Q_EMIT sections.clicked(sections.model()->index(row, 0));
+    studio.shoot(look + u"-report-open"_s);
     studio.window().resize(1024, 700);
     studio.shoot(look + u"-report-small"_s);
     studio.window().resize(1440, 900);

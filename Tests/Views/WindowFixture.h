@@ -6,11 +6,13 @@
 #include "VantroqueApp/Views/Look.h"
 #include "Views/WindowScenes.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QDropEvent>
 #include <QLabel>
 #include <QMimeData>
+#include <QPushButton>
 
 namespace vantroque {
 

@@ -31,7 +31,7 @@ Header::Header(AppModel& model, QWidget* parent)
     setAttribute(Qt::WA_StyledBackground);
     setFixedHeight(48);
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(8, 0, 12, 1);
+    layout->setContentsMargins(4, 0, 12, 1);
     layout->setSpacing(8);
     layout->addWidget(menuBar(), 0, Qt::AlignVCenter);
     layout->addWidget(m_message, 1);

@@ -4,7 +4,9 @@
 #include "VantroqueApp/Views/Type.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QFile>
+#include <QMenu>
 #include <QPalette>
 #include <QStyleFactory>
 
@@ -24,6 +26,24 @@ using namespace Qt::StringLiterals;
 namespace {
 
 bool desktopIsDark = true;
+
+/// Lets what is behind a menu show through outside its round corners.
+class RoundMenus : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (auto* menu = qobject_cast<QMenu*>(watched);
+            menu != nullptr && event->type() == QEvent::Polish) {
+            menu->setWindowFlag(Qt::FramelessWindowHint);
+            menu->setWindowFlag(Qt::NoDropShadowWindowHint);
+            menu->setAttribute(Qt::WA_TranslucentBackground);
+        }
+        return false;
+    }
+};
 
 QPalette palette(const Theme& theme)
 {
@@ -64,7 +84,8 @@ QString styleSheet(const Theme& theme)
     // The longer name first: one may begin with another.
     for (auto role = roles.rbegin(); role != roles.rend(); ++role)
         sheet.replace(role->first, role->second.name());
-    return sheet;
+    return sheet.replace(u"@checkmark"_s,
+                         theme.isDark ? u"check-dark.svg"_s : u"check-light.svg"_s);
 }
 
 } // namespace
@@ -76,6 +97,7 @@ void begin()
     desktopIsDark = QApplication::palette().color(QPalette::Window).lightness() < middle;
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setFont(Type::text(Type::body));
+    qApp->installEventFilter(new RoundMenus(qApp));
 }
 
 void use(AppearanceMode mode)

@@ -40,7 +40,7 @@ Verdict verdict(double measured, const LoudnessTarget& target)
 
 } // namespace
 
-LoudnessMeter::LoudnessMeter(QWidget* parent) : InstrumentPanel(u"LOUDNESS"_s, 42, parent)
+LoudnessMeter::LoudnessMeter(QWidget* parent) : InstrumentPanel(u"LOUDNESS"_s, 38, parent)
 {
 }
 

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int sectionHeight = 44;
-constexpr int freshnessHeight = 20;
+constexpr int freshnessHeight = 16;
 constexpr int checkHeight = 30;
 constexpr int inset = 8;   ///< Of what a row shows, in the row.
 constexpr int indent = 34; ///< Of the words behind the sign.

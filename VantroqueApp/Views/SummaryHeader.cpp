@@ -72,7 +72,7 @@ SummaryHeader::SummaryHeader(QWidget* parent)
 
 void SummaryHeader::show(const FileReport& report)
 {
-    constexpr std::size_t maxNamed = 4;
+    constexpr std::size_t maxNamed = 8;
     m_chip->setVerdict(report.summaryVerdict());
     m_headline->setText(report.summaryHeadline());
     m_subhead->setText(report.summarySubhead(maxNamed));
