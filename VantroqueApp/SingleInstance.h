@@ -16,6 +16,8 @@ public:
     /// Hands the files to a window that is already open. False when there is none; then this
     /// program is the one, and hears of later starts.
     bool handOver(const std::vector<FileUrl>& files);
+    /// Hears of no later start any more.
+    void stop() { m_server.close(); }
 
 Q_SIGNALS:
     /// A later start came with these files, perhaps none.

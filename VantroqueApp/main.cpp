@@ -71,6 +71,7 @@ int main(int argc, char** argv)
         model.add(files);
 
     const int status = QApplication::exec();
+    instance.stop();
     model.saveWorkspaceNow();
     // An analysis may take minutes yet. Its tools end with this process, whose own end must not
     // wait for them.

@@ -57,8 +57,9 @@ public:
         QPixmap picture = m_window->grab();
         if (over != nullptr) {
             QPainter painter(&picture);
-            painter.drawPixmap(under->mapTo(m_window.get(), QPoint(0, under->height() + 4)),
-                               over->grab());
+            QPoint place = under->mapTo(m_window.get(), QPoint(0, under->height() + 4));
+            place.setX(std::min(place.x(), m_window->width() - over->width() - 8));
+            painter.drawPixmap(place, over->grab());
         }
         const QString file = u"%1/%2.png"_s.arg(m_folder, name);
         if (!picture.save(file))

@@ -3,6 +3,7 @@
 #include "VantroqueApp/Views/Type.h"
 
 #include <QPainter>
+#include <QRegularExpression>
 #include <QTextOption>
 
 #include <cmath>
@@ -15,16 +16,24 @@ namespace {
 
 constexpr int lineHeight = 18;
 
-/// With a word joiner behind each leading hyphen, where lines would break otherwise.
+/// With a word joiner behind each leading hyphen, where lines would break otherwise: of an option,
+/// and of a negative number.
 QString joined(QString text)
 {
     return text.replace(u" -"_s, u" -\u2060"_s);
 }
 
+/// Where the first option of a tool begins; -1 without one.
+qsizetype firstOption(const QString& text)
+{
+    static const QRegularExpression option(u"(?<= )-\u2060[a-z]"_s);
+    return text.indexOf(option);
+}
+
 /// From the first option to the end, but for a closing bracket and full stop.
 QTextLayout::FormatRange arguments(const QString& text)
 {
-    const auto start = text.indexOf(u" -\u2060"_s) + 1;
+    const auto start = firstOption(text);
     auto end = text.size();
     while (end > start && (text[end - 1] == u'.' || text[end - 1] == u')'))
         --end;
@@ -40,7 +49,7 @@ FixText::FixText(const QString& text, int width) : m_layout(joined(text), Type::
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_layout.setTextOption(option);
-    if (m_layout.text().contains(u" -\u2060"_s))
+    if (firstOption(m_layout.text()) >= 0)
         m_layout.setFormats({arguments(m_layout.text())});
     m_layout.setCacheEnabled(true);
     m_layout.beginLayout();
