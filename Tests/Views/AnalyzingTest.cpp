@@ -22,7 +22,7 @@ TEST_F(Analyzing, GivesWayToTheReportByItself)
     drop({anyFile("run.mp4")});
     ASSERT_TRUE(soonShows(u"Measuring picture and sound"_s));
     m_scene.release();
-    EXPECT_TRUE(soonShows(u"Passes all 3 platforms"_s));
+    EXPECT_TRUE(soonShows(u"Passes 2 of 3 platforms"_s));
 }
 
 TEST(TimeReadout, CountsFramesWhileTextIsReadAndTimeWhileDecoding)

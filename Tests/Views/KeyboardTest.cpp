@@ -61,11 +61,11 @@ TEST_F(Keyboard, TheRingShowsOnlyWhenTheKeyboardIsUsed)
 {
     auto& list = openList();
     FocusRing ring;
-    EXPECT_FALSE(ring.isVisible());
+    EXPECT_FALSE(ring.isShown());
     QTest::keyClick(&list, Qt::Key_Down);
-    EXPECT_TRUE(soon([&] { return ring.isVisible(); }));
+    EXPECT_TRUE(soon([&] { return ring.isShown(); }));
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(60, 20));
-    EXPECT_TRUE(soon([&] { return !ring.isVisible(); }));
+    EXPECT_TRUE(soon([&] { return !ring.isShown(); }));
 }
 
 } // namespace

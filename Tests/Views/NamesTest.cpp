@@ -12,7 +12,7 @@ QStringList nameless(const QWidget& window)
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
         const bool isControl = widget->focusPolicy() != Qt::NoFocus
                                || qobject_cast<const QAbstractButton*>(widget) != nullptr;
-        if (!isControl || qobject_cast<const QScrollBar*>(widget) != nullptr)
+        if (!isControl || widget->isHidden() || qobject_cast<const QScrollBar*>(widget) != nullptr)
             continue;
         QAccessibleInterface* interface =
             QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));

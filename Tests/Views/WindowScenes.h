@@ -10,7 +10,7 @@ namespace vantroque {
 namespace WindowScenes {
 
 /// Platforms of three groups, with long names among them.
-std::vector<Profile> profiles(int count = 9);
+std::vector<Profile> profiles(int count = 6);
 /// An engine whose outcome follows the file's name: "fail...", "bad..." cannot be analysed,
 /// "run..." goes on until `release`, all others pass.
 class SceneEngine {

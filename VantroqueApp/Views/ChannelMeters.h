@@ -8,6 +8,8 @@ namespace vantroque {
 
 /// The level of each channel, with its peak.
 class ChannelMeters : public InstrumentPanel {
+    Q_OBJECT
+
 public:
     struct Channel {
         QString name;

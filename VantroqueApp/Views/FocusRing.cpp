@@ -17,14 +17,41 @@ namespace {
 constexpr int thickness = 2;
 constexpr int distance = 2;
 
+class Ring : public QWidget {
+public:
+    explicit Ring(QWidget* window) : QWidget(window)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        setAttribute(Qt::WA_NoSystemBackground);
+        setFocusPolicy(Qt::NoFocus);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        constexpr double radius = 8;
+        constexpr double half = thickness / 2.0;
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(Theme::current().accent, thickness));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), radius, radius);
+    }
+};
+
+/// In its window: the widget, or the row of a list.
+QRect ringed(const QWidget& focused)
+{
+    const auto* view = qobject_cast<const QAbstractItemView*>(&focused);
+    if (view == nullptr || !view->currentIndex().isValid())
+        return QRect(focused.mapTo(focused.window(), QPoint()), focused.size());
+    const QRect row = view->visualRect(view->currentIndex()) & view->viewport()->rect();
+    return QRect(view->viewport()->mapTo(focused.window(), row.topLeft()), row.size());
+}
+
 } // namespace
 
 FocusRing::FocusRing()
 {
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    setAttribute(Qt::WA_NoSystemBackground);
-    setFocusPolicy(Qt::NoFocus);
-    hide();
     qApp->installEventFilter(this);
     connect(qApp, &QApplication::focusChanged, this, &FocusRing::follow);
 }
@@ -38,21 +65,18 @@ bool FocusRing::eventFilter(QObject* watched, QEvent* event)
         QTimer::singleShot(0, this, &FocusRing::follow);
     } else if (event->type() == QEvent::MouseButtonPress) {
         m_byKeyboard = false;
-        follow();
-    } else if (isVisible() && (event->type() == QEvent::Resize || event->type() == QEvent::Move)
-               && watched != this) {
+        hide();
+    } else if (isShown() && (event->type() == QEvent::Resize || event->type() == QEvent::Move)
+               && watched != m_ring) {
         QTimer::singleShot(0, this, &FocusRing::follow);
     }
     return false;
 }
 
-QRect FocusRing::ringed(const QWidget& focused)
+void FocusRing::hide()
 {
-    const auto* view = qobject_cast<const QAbstractItemView*>(&focused);
-    if (view == nullptr || !view->currentIndex().isValid())
-        return QRect(focused.mapTo(focused.window(), QPoint()), focused.size());
-    const QRect row = view->visualRect(view->currentIndex()) & view->viewport()->rect();
-    return QRect(view->viewport()->mapTo(focused.window(), row.topLeft()), row.size());
+    if (m_ring)
+        m_ring->hide();
 }
 
 void FocusRing::follow()
@@ -61,23 +85,15 @@ void FocusRing::follow()
     if (!m_byKeyboard || focused == nullptr || qobject_cast<QMenu*>(focused) != nullptr
         || qobject_cast<QMenuBar*>(focused) != nullptr)
         return hide();
-    if (parentWidget() != focused->window())
-        setParent(focused->window());
+    if (!m_ring || m_ring->parentWidget() != focused->window()) {
+        delete m_ring;
+        m_ring = new Ring(focused->window());
+    }
     constexpr int around = thickness + distance;
-    setGeometry(ringed(*focused).adjusted(-around, -around, around, around)
-                & focused->window()->rect());
-    raise();
-    show();
-}
-
-void FocusRing::paintEvent(QPaintEvent*)
-{
-    constexpr double radius = 8;
-    constexpr double half = thickness / 2.0;
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(Theme::current().accent, thickness));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(half, half, -half, -half), radius, radius);
+    m_ring->setGeometry(ringed(*focused).adjusted(-around, -around, around, around)
+                        & focused->window()->rect());
+    m_ring->raise();
+    m_ring->show();
 }
 
 } // namespace vantroque

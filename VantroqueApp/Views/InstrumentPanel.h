@@ -6,6 +6,8 @@ namespace vantroque {
 
 /// A card with an instrument. Instruments stay dark in every look, as their colours mean something.
 class InstrumentPanel : public QWidget {
+    Q_OBJECT
+
 public:
     /// `title` is in capitals.
     InstrumentPanel(QString title, int contentHeight, QWidget* parent = nullptr);

@@ -7,6 +7,8 @@ namespace vantroque {
 
 /// Black, still and silent passages as the decode meets them.
 class LiveTimeline : public InstrumentPanel {
+    Q_OBJECT
+
 public:
     using Snapshot = AnalysisProgress::Snapshot;
     using LiveEvent = AnalysisProgress::LiveEvent;

@@ -8,6 +8,8 @@ namespace vantroque {
 
 /// The loudness of the file on a scale, with what the platforms ask for.
 class LoudnessMeter : public InstrumentPanel {
+    Q_OBJECT
+
 public:
     explicit LoudnessMeter(QWidget* parent = nullptr);
     void show(const FileReport& report, const LoudnessTarget& target);

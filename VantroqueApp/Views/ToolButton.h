@@ -6,6 +6,8 @@ namespace vantroque {
 
 /// A button of the toolbar: icon, words, and a chevron when a menu opens from it.
 class ToolButton : public QToolButton {
+    Q_OBJECT
+
 public:
     ToolButton(QString icon, const QString& text, QWidget* parent = nullptr);
 
