@@ -100,7 +100,7 @@ void AppModel::saveReport()
     const auto target = m_desktop.chooseSaveFile(u"Vantroque Report.txt"_s);
     if (!target)
         return;
-    m_exporter.run([reports = std::move(reports), target = *target] {
+    m_files.run([reports = std::move(reports), target = *target] {
         const QString text =
             Text::joined(reports, TextRenderer::separator(),
                          [](const auto& report) { return TextRenderer::render(*report, false); });
