@@ -1,5 +1,7 @@
 #include "VantroquePlatform/WordSplitter.h"
 
+#include "Captions/CaptionWords.h"
+
 #include <QStringList>
 #include <QTextBoundaryFinder>
 
@@ -122,7 +124,7 @@ std::vector<Range> words(const QString& text)
 
 bool isApostrophe(QChar c)
 {
-    return c == u'\'' || c == u'\u2019';
+    return CaptionWords::isApostrophe(c.unicode());
 }
 
 bool isHyphen(QChar c)

@@ -214,6 +214,23 @@ TEST(Files, AFifoInPlaceOfTheSiblingDoesNotHangTheWriter)
     EXPECT_TRUE(fs::is_regular_file(folder / "a"));
 }
 
+TEST(Files, AFolderIsMadeWithThoseThatItLiesIn)
+{
+    const TestFolder folder;
+    for (int twice = 0; twice < 2; ++twice)
+        EXPECT_TRUE(Files::makeFolder(folder / "a" / "b"));
+    EXPECT_TRUE(fs::is_directory(folder / "a" / "b"));
+}
+
+TEST(Files, AFolderThatCannotBeMadeIsNamedWithTheReason)
+{
+    const TestFolder folder;
+    const auto made = Files::makeFolder(folder.write("a", "") / "b");
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.error().description.toStdString(),
+              (folder / "a" / "b").native() + ": Not a directory");
+}
+
 TEST(Files, AReaderNeverSeesHalfAFile)
 {
     const TestFolder folder;

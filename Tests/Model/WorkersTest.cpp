@@ -34,7 +34,10 @@ TEST_F(Workers, AnIdleWorkerIsNotWaitedFor)
 {
     Worker worker;
     worker.waitUntilIdle();
-    SUCCEED();
+    bool hasRun = false;
+    worker.run([&] { hasRun = true; });
+    worker.waitUntilIdle();
+    EXPECT_TRUE(hasRun);
 }
 
 TEST_F(Workers, AtTheEndTheJobAtHandIsFinishedAndTheRestDropped)

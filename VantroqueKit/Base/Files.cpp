@@ -86,4 +86,13 @@ Result<void> writeAtomically(const std::filesystem::path& path, const QByteArray
     return {};
 }
 
+Result<void> makeFolder(const std::filesystem::path& path)
+{
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    if (error)
+        return failed(path, error.value());
+    return {};
+}
+
 } // namespace vantroque::Files

@@ -17,6 +17,9 @@ Result<QByteArray> read(const std::filesystem::path& path, qint64 maxBytes);
 /// full disk leaves the old file whole. On failure the sibling is removed.
 Result<void> writeAtomically(const std::filesystem::path& path, const QByteArray& bytes);
 
+/// Makes the folder, and those that it lies in, where they are missing. An error names the path.
+Result<void> makeFolder(const std::filesystem::path& path);
+
 /// The words of the system for an error number.
 QString systemMessage(int errorNumber);
 

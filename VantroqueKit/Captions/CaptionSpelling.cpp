@@ -13,11 +13,6 @@ using Finding = CaptionSpelling::Finding;
 
 namespace {
 
-bool isApostrophe(char32_t c)
-{
-    return c == U'\'' || c == U'\u2019';
-}
-
 /// The form in which words are the same although they are written differently.
 QString folded(QString word)
 {
@@ -61,7 +56,7 @@ QStringList wordsOf(const QString& line)
     QStringList words{QString()};
     for (const char32_t c : line.toUcs4()) {
         const bool isAccent = QChar::isMark(c) && !words.last().isEmpty();
-        if (QChar::isLetter(c) || isApostrophe(c) || isAccent)
+        if (QChar::isLetter(c) || CaptionWords::isApostrophe(c) || isAccent)
             words.last() += QChar::fromUcs4(c);
         else if (!words.last().isEmpty())
             words.append(QString());

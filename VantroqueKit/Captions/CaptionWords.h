@@ -2,7 +2,8 @@
 
 #include <QStringView>
 
-/// Caption files are laid out with blanks and tabs; no other white space counts.
+/// Caption files are laid out with blanks and tabs; no other white space counts. Inside a word an
+/// apostrophe is typed either way.
 namespace vantroque::CaptionWords {
 
 /// `text` without the blanks and tabs at its ends.
@@ -21,6 +22,11 @@ inline QStringView first(QStringView text)
 {
     const QStringView words = trimmed(text);
     return words.first(words.contains(u' ') ? words.indexOf(u' ') : words.size());
+}
+
+constexpr bool isApostrophe(char32_t c)
+{
+    return c == U'\'' || c == U'\u2019';
 }
 
 } // namespace vantroque::CaptionWords

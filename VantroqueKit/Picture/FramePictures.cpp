@@ -1,6 +1,7 @@
 #include "Picture/Canvas.h"
-#include "Picture/PercentScale.h"
 #include "Picture/ScopeRenderer.h"
+#include "Records/EbuR103.h"
+#include "Records/PercentScale.h"
 
 #include <algorithm>
 
@@ -16,9 +17,9 @@ constexpr Rgba notPreferred{252, 211, 77, 200};
 Rgba mark(const PercentLevels& levels)
 {
     const auto [low, high] = std::minmax({levels.luma, levels.red, levels.green, levels.blue});
-    if (low < -5 || high > 105)
+    if (low < EbuR103::rejectLow || high > EbuR103::rejectHigh)
         return rejected;
-    if (low < -1 || high > 103)
+    if (low < EbuR103::strictLow || high > EbuR103::strictHigh)
         return notPreferred;
     return transparent;
 }
@@ -40,7 +41,7 @@ std::optional<Bitmap> outOfRangeImage(const ScopeFrame& frame)
     auto bitmap = canvas(frame, frame.width, frame.height, transparent);
     if (!bitmap)
         return std::nullopt;
-    const PercentScale scale(frame);
+    const PercentScale scale(frame.matrix, frame.fullRange);
     std::size_t i = 0;
     for (int y = 0; y < frame.height; ++y)
         for (int x = 0; x < frame.width; ++x, ++i)
@@ -54,7 +55,7 @@ std::optional<Bitmap> picture(const ScopeFrame& frame)
     auto bitmap = canvas(frame, frame.width, frame.height);
     if (!bitmap)
         return std::nullopt;
-    const PercentScale scale(frame);
+    const PercentScale scale(frame.matrix, frame.fullRange);
     // Plain pointers: stores of bytes could change a vector's, for all that the compiler knows.
     const auto* y = frame.y.data();
     const auto* cb = frame.cb.data();

@@ -1,7 +1,8 @@
 #include "Picture/Canvas.h"
-#include "Picture/PercentScale.h"
 #include "Picture/ScopeRenderer.h"
 #include "Picture/Trace.h"
+#include "Records/EbuR103.h"
+#include "Records/PercentScale.h"
 
 #include <algorithm>
 #include <array>
@@ -30,7 +31,7 @@ void drawGraticule(Bitmap& bitmap)
 {
     for (const float level : {0.0F, 100.0F})
         drawLevel(bitmap, level, Line::solid, green);
-    for (const float level : {-5.0F, 105.0F})
+    for (const float level : {EbuR103::rejectLow, EbuR103::rejectHigh})
         drawLevel(bitmap, level, Line::dashed, amber);
     for (const float level : {20.0F, 40.0F, 60.0F, 80.0F})
         drawLevel(bitmap, level, Line::dashed, gridColor);
@@ -62,7 +63,7 @@ std::vector<int> columns(const ScopeFrame& frame, int width)
 /// For each luma code its row.
 std::array<int, 256> lumaRows(const ScopeFrame& frame, int height)
 {
-    const PercentScale scale(frame);
+    const PercentScale scale(frame.matrix, frame.fullRange);
     std::array<int, 256> rows{};
     for (std::size_t code = 0; code < rows.size(); ++code)
         rows[code] = row(scale.luma(static_cast<std::uint8_t>(code)), height);
@@ -106,7 +107,7 @@ std::optional<Bitmap> parade(const ScopeFrame& frame, int width, int height)
     drawColumn(*bitmap, third);
     drawColumn(*bitmap, 2 * third);
 
-    const PercentScale scale(frame);
+    const PercentScale scale(frame.matrix, frame.fullRange);
     Trace reds(third, height);
     Trace greens(third, height);
     Trace blues(third, height);

@@ -161,11 +161,7 @@ Result<FileReview> loadOrCreate(const FileUrl& url)
 Result<void> save(const FileReview& review, const QDateTime& now)
 {
     const fs::path file = TRY(fileOf(review.fingerprint));
-    std::error_code error;
-    fs::create_directories(file.parent_path(), error);
-    if (error)
-        return failure(QString::fromStdString(file.parent_path().native()) + u": "_s
-                       + Files::systemMessage(error.value()));
+    TRY(Files::makeFolder(file.parent_path()));
     FileReview stored = review;
     stored.updatedAt = now;
     QJsonObject object = TRY(RecordCoding::encode(stored)).toObject();

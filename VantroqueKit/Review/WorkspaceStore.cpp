@@ -71,11 +71,7 @@ Result<void> save(const Workspace& workspace)
 
 Result<void> save(const Workspace& workspace, const fs::path& path)
 {
-    std::error_code error;
-    fs::create_directories(path.parent_path(), error);
-    if (error)
-        return failure(QString::fromStdString(path.parent_path().native()) + u": "_s
-                       + Files::systemMessage(error.value()));
+    TRY(Files::makeFolder(path.parent_path()));
     const std::string text = TRY(CompactJson::print(workspace));
     return Files::writeAtomically(path, QByteArray::fromRawData(text.data(), std::ssize(text)));
 }

@@ -1,43 +1,13 @@
 #include "Signal/LevelsAnalyzer.h"
 
+#include "Records/PercentScale.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace vantroque::LevelsAnalyzer {
 
 namespace {
-
-/// From YCbCr to RGB, per unit of chroma.
-struct Coefficients {
-    float crToR;
-    float cbToG;
-    float crToG;
-    float cbToB;
-};
-
-Coefficients coefficients(ColorMatrix matrix)
-{
-    switch (matrix) {
-    case ColorMatrix::bt601: return {1.402F, 0.3441F, 0.7141F, 1.772F};
-    case ColorMatrix::bt2020: return {1.4746F, 0.16455F, 0.57135F, 1.8814F};
-    case ColorMatrix::bt709: break;
-    }
-    return {1.5748F, 0.1873F, 0.4681F, 1.8556F};
-}
-
-/// From 8-bit codes to percent.
-struct Scale {
-    float yOffset;
-    float y;
-    float chroma;
-
-    explicit Scale(bool fullRange)
-        : yOffset(fullRange ? 0.0F : 16.0F),
-          y(fullRange ? 100.0F / 255.0F : 100.0F / 219.0F),
-          chroma(fullRange ? 100.0F / 255.0F : 100.0F / 224.0F)
-    {
-    }
-};
 
 /// How many pixels of a frame are out of each limit.
 struct Counts {
@@ -52,8 +22,7 @@ unsigned isOutside(float low, float high, float lowest, float highest)
 }
 
 /// The one loop over all pixels: branchless and in single precision, so that it runs in vectors.
-Counts count(const RawFrames::Planes& planes, std::size_t pixels, const Coefficients& k,
-             const Scale& scale)
+Counts count(const RawFrames::Planes& planes, std::size_t pixels, const PercentScale& scale)
 {
     const auto* y = reinterpret_cast<const unsigned char*>(planes.y.data());
     const auto* cb = reinterpret_cast<const unsigned char*>(planes.cb.data());
@@ -62,12 +31,7 @@ Counts count(const RawFrames::Planes& planes, std::size_t pixels, const Coeffici
     unsigned rgb = 0;
     unsigned strict = 0;
     for (std::size_t i = 0; i < pixels; ++i) {
-        const float yp = scale.y * (static_cast<float>(y[i]) - scale.yOffset);
-        const float cbp = scale.chroma * (static_cast<float>(cb[i]) - 128.0F);
-        const float crp = scale.chroma * (static_cast<float>(cr[i]) - 128.0F);
-        const float r = yp + k.crToR * crp;
-        const float g = yp - k.cbToG * cbp - k.crToG * crp;
-        const float b = yp + k.cbToB * cbp;
+        const auto [yp, r, g, b] = scale.levels(y[i], cb[i], cr[i]);
         const float lower = r < g ? r : g;
         const float higher = r > g ? r : g;
         const float low = lower < b ? lower : b;
@@ -94,8 +58,7 @@ PictureLevels measure(const RawFrames& frames, ColorMatrix matrix, bool matrixAs
                       bool fullRange, std::optional<int> yMinCode, std::optional<int> yMaxCode,
                       int bitDepth)
 {
-    const Coefficients k = coefficients(matrix);
-    const Scale scale(fullRange);
+    const PercentScale scale(matrix, fullRange);
     std::vector<double> luma;
     std::vector<double> rgb;
     std::vector<double> strict;
@@ -103,7 +66,7 @@ PictureLevels measure(const RawFrames& frames, ColorMatrix matrix, bool matrixAs
         series->reserve(frames.frameCount());
     const auto pixels = static_cast<double>(frames.pixelsPerFrame());
     for (std::size_t i = 0; i < frames.frameCount(); ++i) {
-        const Counts counts = count(frames.planes(i), frames.pixelsPerFrame(), k, scale);
+        const Counts counts = count(frames.planes(i), frames.pixelsPerFrame(), scale);
         luma.push_back(counts.luma / pixels);
         rgb.push_back(counts.rgb / pixels);
         strict.push_back(counts.strict / pixels);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Records/EbuR103.h"
 #include "Records/PictureLevels.h"
 #include "Signal/RawFrames.h"
 
@@ -10,11 +11,10 @@
 /// The legal range of the picture against the tolerances of EBU R 103. Pure.
 namespace vantroque::LevelsAnalyzer {
 
-// Percent of the nominal range: what EBU R 103 rejects, and its preferred minimum and maximum.
-constexpr float rejectLow = -5;
-constexpr float rejectHigh = 105;
-constexpr float strictLow = -1;
-constexpr float strictHigh = 103;
+using EbuR103::rejectHigh;
+using EbuR103::rejectLow;
+using EbuR103::strictHigh;
+using EbuR103::strictLow;
 /// The share of the picture that may be out of limits.
 constexpr double areaFraction = 0.01;
 

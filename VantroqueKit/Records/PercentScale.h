@@ -1,6 +1,8 @@
 #pragma once
 
-#include "Records/ScopeFrame.h"
+#include "Records/ColorMatrix.h"
+
+#include <cstdint>
 
 namespace vantroque {
 
@@ -12,15 +14,15 @@ struct PercentLevels {
     float blue = 0;
 };
 
-/// From a frame's codes to percent, in single precision, so that the loops over all pixels run in
+/// From 8-bit codes to percent, in single precision, so that the loops over all pixels run in
 /// vectors.
 class PercentScale {
 public:
-    explicit PercentScale(const ScopeFrame& frame)
-        : m_matrix(coefficients(frame.matrix)),
-          m_black(frame.fullRange ? 0.0F : 16.0F),
-          m_luma(frame.fullRange ? 100.0F / 255.0F : 100.0F / 219.0F),
-          m_chroma(frame.fullRange ? 100.0F / 255.0F : 100.0F / 224.0F)
+    PercentScale(ColorMatrix matrix, bool fullRange)
+        : m_matrix(coefficients(matrix)),
+          m_black(fullRange ? 0.0F : 16.0F),
+          m_luma(fullRange ? 100.0F / 255.0F : 100.0F / 219.0F),
+          m_chroma(fullRange ? 100.0F / 255.0F : 100.0F / 224.0F)
     {
     }
 
