@@ -10,4 +10,8 @@ namespace vantroque {
 /// when it was not measured.
 std::optional<WorkspaceFile> analysedFile(const char* reportFile);
 
+/// Stores a list of so many files that are there, in `folder`, each with measurements of its own
+/// like those of `analysed`.
+bool storeMany(const WorkspaceFile& analysed, int count, const std::filesystem::path& folder);
+
 } // namespace vantroque

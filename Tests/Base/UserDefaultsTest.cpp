@@ -3,6 +3,8 @@
 #include "Base/ScopedVariable.h"
 #include "Support/TestFolder.h"
 
+#include <QLockFile>
+
 namespace vantroque {
 namespace {
 
@@ -86,6 +88,23 @@ TEST_F(StoredDefaults, ADamagedFileGivesNothingAndCanBeWrittenAgain)
     writeFile(QByteArray("\0\xFF[[[\n=\n@@\n", 12));
     EXPECT_EQ(open().text(key), std::nullopt);
     EXPECT_EQ(kept(u"dark"_s), u"dark"_s);
+}
+
+TEST_F(StoredDefaults, SettingDoesNotWaitForTheFile)
+{
+    const QString file = QString::fromStdString((m_folder / "store.ini").native());
+    UserDefaults defaults(file);
+    QLockFile lock(file + u".lock"_s); // as another program that writes holds it
+    ASSERT_TRUE(lock.lock());
+    defaults.setText(key, u"light"_s);
+    defaults.setText(key, u"dark"_s);
+    defaults.setText(u"guides"_s, u"on"_s);
+    EXPECT_EQ(defaults.text(key), u"dark"_s);
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "store.ini"));
+    lock.unlock();
+    defaults.waitUntilWritten();
+    EXPECT_EQ(open().text(key), u"dark"_s);
+    EXPECT_EQ(open().text(u"guides"_s), u"on"_s);
 }
 
 TEST(UserDefaults, AStoreThatCannotBeWrittenStillServesTheRun)

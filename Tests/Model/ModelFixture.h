@@ -134,14 +134,20 @@ class ModelTest : public testing::Test {
 protected:
     ~ModelTest() override { end(); }
 
-    /// A new start of the program.
-    AppModel& start(AnalysisEngine engine, Result<std::vector<Profile>> profiles)
+    /// A new start of the program, which may still read the stored list.
+    AppModel& begin(AnalysisEngine engine, Result<std::vector<Profile>> profiles)
     {
         end();
         m_defaults = std::make_unique<UserDefaults>(
             QString::fromStdString((m_folder / "settings").native()));
         m_model = std::make_unique<AppModel>(*m_defaults, m_desktop, std::move(engine),
                                              std::move(profiles));
+        return *m_model;
+    }
+    /// With the stored list.
+    AppModel& start(AnalysisEngine engine, Result<std::vector<Profile>> profiles)
+    {
+        begin(std::move(engine), std::move(profiles)).finishRestoring();
         return *m_model;
     }
     AppModel& start(std::vector<Profile> profiles = {})
@@ -163,6 +169,7 @@ protected:
     {
         m_held.letGo();
         m_model.reset();
+        m_defaults.reset();
         m_held.hold();
     }
 

@@ -2,6 +2,8 @@
 
 #include "Review/ReviewStore.h"
 
+#include <QSignalSpy>
+
 // The list as the next start finds it, and what became of its files meanwhile.
 
 namespace vantroque {
@@ -46,6 +48,47 @@ TEST_F(Restoring, BringsBackListReportsAndSelection)
     EXPECT_EQ(entry(0).fingerprint->size(), 64);
     ASSERT_TRUE(soonIdle());
     EXPECT_THAT(m_held.begun(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s)) << "those of the first start";
+}
+
+TEST_F(Restoring, AListThatIsStillReadIsToldOfWhenItIsThere)
+{
+    prepare();
+    AppModel& model = begin(m_held.engine(), std::vector{plainProfile(u"one"_s)});
+    const QSignalSpy lists(&model, &AppModel::listChanged);
+    const QSignalSpy selections(&model, &AppModel::selectionChanged);
+    EXPECT_TRUE(model.isRestoring());
+    EXPECT_THAT(model.analyses(), IsEmpty());
+    ASSERT_TRUE(soon([&] { return !model.isRestoring(); }));
+    EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
+    EXPECT_EQ(selectedName(), u"b.mp4"_s);
+    EXPECT_EQ(lists.count(), 1);
+    EXPECT_EQ(selections.count(), 1);
+}
+
+TEST_F(Restoring, WhatComesWhileTheListIsReadComesBehindIt)
+{
+    prepare();
+    begin(m_held.engine(), std::vector<Profile>()).add({anyFile("c.mp4")});
+    EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s, u"c.mp4"_s));
+    EXPECT_EQ(selectedName(), u"b.mp4"_s);
+}
+
+TEST_F(Restoring, AnEndWhileTheListIsReadLosesNothing)
+{
+    prepare();
+    begin(m_held.engine(), std::vector<Profile>());
+    quit();
+    EXPECT_THAT(WorkspaceStore::load().value().files, testing::SizeIs(2));
+}
+
+TEST_F(Restoring, WhatIsClearedWhileItIsReadIsGone)
+{
+    prepare();
+    begin(m_held.engine(), std::vector<Profile>()).clearAll();
+    EXPECT_THAT(names(), IsEmpty());
+    quit();
+    start();
+    EXPECT_THAT(names(), IsEmpty());
 }
 
 TEST_F(Restoring, ScoresForThePresentChoice)

@@ -34,7 +34,7 @@ AppModel::AppModel(UserDefaults& defaults, Desktop& desktop, AnalysisEngine engi
         m_profilesError = profiles.error().description;
     takeChoice(ProfileSelectionStore(m_defaults).load(m_profiles));
     m_toolMissing = !FFTool::find("ffprobe") || !FFTool::find("ffmpeg");
-    restoreWorkspace();
+    startRestoring();
 }
 
 AppModel::~AppModel() = default;
@@ -72,10 +72,15 @@ void AppModel::toggle(const QString& profileID)
 
 // The list.
 
-FileAnalysis* AppModel::find(const QUuid& id)
+const FileAnalysis* AppModel::analysis(const QUuid& id) const
 {
     const auto found = std::ranges::find(m_analyses, id, &FileAnalysis::id);
     return found == m_analyses.end() ? nullptr : &*found;
+}
+
+FileAnalysis* AppModel::find(const QUuid& id)
+{
+    return const_cast<FileAnalysis*>(analysis(id)); // of a list that is not const
 }
 
 FileAnalysis* AppModel::find(const FileUrl& url)
@@ -84,12 +89,6 @@ FileAnalysis* AppModel::find(const FileUrl& url)
     const auto found = std::ranges::find(
         m_analyses, url.path().native(),
         [](const FileAnalysis& entry) -> const std::string& { return entry.url.path().native(); });
-    return found == m_analyses.end() ? nullptr : &*found;
-}
-
-const FileAnalysis* AppModel::analysis(const QUuid& id) const
-{
-    const auto found = std::ranges::find(m_analyses, id, &FileAnalysis::id);
     return found == m_analyses.end() ? nullptr : &*found;
 }
 
@@ -123,6 +122,7 @@ void AppModel::selectionMayHaveChanged(const std::optional<QUuid>& before)
 
 void AppModel::add(const std::vector<FileUrl>& urls)
 {
+    finishRestoring(); // what comes now comes last
     const auto before = m_selectedAnalysisID;
     for (const FileUrl& url : urls) {
         if (!isVideo(url))
@@ -168,6 +168,7 @@ void AppModel::remove(QUuid id)
 
 void AppModel::clearAll()
 {
+    finishRestoring();
     const auto before = std::exchange(m_selectedAnalysisID, std::nullopt);
     m_analyses.clear();
     m_rescoring.clear();

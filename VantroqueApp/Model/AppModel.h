@@ -13,6 +13,7 @@
 #include <QObject>
 
 #include <atomic>
+#include <future>
 #include <map>
 #include <set>
 
@@ -36,11 +37,16 @@ public:
         bool operator==(const ComparableSource&) const = default;
     };
 
-    /// Reads the choices and the stored workspace, and goes on with what was left. `defaults` and
-    /// `desktop` must outlive the model.
+    /// Reads the choices, begins to read the stored workspace, and goes on with what was left.
+    /// `defaults` and `desktop` must outlive the model.
     AppModel(UserDefaults& defaults, Desktop& desktop, AnalysisEngine engine,
              Result<std::vector<Profile>> profiles);
     ~AppModel() override;
+
+    /// The stored list is still being read: a long one takes longer than the window.
+    bool isRestoring() const { return m_stored.valid(); }
+    /// Waits for it.
+    void finishRestoring();
 
     // Profiles.
 
@@ -103,7 +109,7 @@ public:
     /// Writes the reports of all analysed files as text to where the operator chooses.
     void saveReport();
     /// Saves the workspace and waits until it is written.
-    void saveWorkspaceNow() { m_saver.saveNow(); }
+    void saveWorkspaceNow();
 
 Q_SIGNALS:
     void listChanged(); ///< Entries came, went or moved.
@@ -155,7 +161,8 @@ private:
                    const FileAnalysis::Done& done);
 
     void readSignOff(const FileAnalysis& entry);
-    void restoreWorkspace();
+    void startRestoring();
+    void restore(const Workspace& stored);
     void verifyRestoredFiles();
     void takeVerified(const QUuid& id, bool exists, const std::optional<QString>& fingerprint);
     Workspace workspace() const;
@@ -184,6 +191,7 @@ private:
 
     // The workers end first, the mailbox that they post to behind them.
     Mailbox m_mailbox;
+    std::future<std::optional<Workspace>> m_stored; ///< Until it is in the list.
     WorkspaceSaver m_saver;
     Worker m_files; ///< Small ones: sign-offs and exports.
     Worker m_verifier{Worker::Priority::low};

@@ -29,13 +29,40 @@ Workspace AppModel::workspace() const
     return workspace;
 }
 
-void AppModel::restoreWorkspace()
+void AppModel::saveWorkspaceNow()
 {
-    const auto stored = WorkspaceStore::load();
-    if (!stored || stored->files.empty())
+    if (!isRestoring()) // else the stored one is still right
+        m_saver.saveNow();
+}
+
+void AppModel::startRestoring()
+{
+    std::error_code error;
+    if (!std::filesystem::exists(WorkspaceStore::path(), error))
         return;
-    const auto selected = stored->selectedUrl();
-    for (const WorkspaceFile& file : stored->files) {
+    m_stored = std::async(std::launch::async, [this] {
+        auto stored = WorkspaceStore::load();
+        m_mailbox.post([this] { finishRestoring(); });
+        return stored;
+    });
+}
+
+void AppModel::finishRestoring()
+{
+    if (!isRestoring())
+        return;
+    const auto stored = m_stored.get();
+    if (stored && !stored->files.empty())
+        restore(*stored);
+    Q_EMIT listChanged();
+    if (m_selectedAnalysisID)
+        Q_EMIT selectionChanged();
+}
+
+void AppModel::restore(const Workspace& stored)
+{
+    const auto selected = stored.selectedUrl();
+    for (const WorkspaceFile& file : stored.files) {
         FileAnalysis entry{.id = QUuid::createUuid(), .url = file.url()};
         entry.media = file.media;
         entry.fingerprint = file.fingerprint;

@@ -26,6 +26,7 @@ DetailPane::DetailPane(AppModel& model, QWidget* parent)
     connect(&m_model, &AppModel::selectionChanged, this, &DetailPane::refresh);
     connect(&m_model, &AppModel::entryChanged, this, ifSelected);
     connect(&m_model, &AppModel::progressChanged, this, ifSelected);
+    connect(&m_model, &AppModel::enabledProfilesChanged, this, [this] { m_shownReport.reset(); });
     refresh();
 }
 
@@ -34,7 +35,7 @@ void DetailPane::refresh()
     const auto& id = m_model.selectedAnalysisID();
     const FileAnalysis* file = id ? m_model.analysis(*id) : nullptr;
     if (file != nullptr && file->report() != nullptr) {
-        m_report->show(*file);
+        showReport(*file);
         setCurrentWidget(m_report);
     } else if (file != nullptr && file->is<FileAnalysis::Running>()) {
         m_analyzing->show(*file, m_model.progress(file->id));
@@ -43,6 +44,16 @@ void DetailPane::refresh()
         showMessage(file);
         setCurrentWidget(m_message);
     }
+}
+
+void DetailPane::showReport(const FileAnalysis& file)
+{
+    const auto& report = std::get<FileAnalysis::Done>(file.status).report;
+    if (report == m_shownReport && file.media == m_shownMedia)
+        return;
+    m_shownReport = report;
+    m_shownMedia = file.media;
+    m_report->show(file);
 }
 
 void DetailPane::showMessage(const FileAnalysis* file)

@@ -17,12 +17,16 @@ public:
 
 private:
     void refresh();
+    void showReport(const FileAnalysis& file);
     void showMessage(const FileAnalysis* file);
 
     AppModel& m_model;
     MessagePane* m_message;
     AnalyzingView* m_analyzing;
     ReportView* m_report;
+    /// What the report was made of. None after another choice of platforms, which it shows as well.
+    std::shared_ptr<const FileReport> m_shownReport;
+    std::shared_ptr<const MediaInfo> m_shownMedia;
 };
 
 } // namespace vantroque

@@ -3,23 +3,58 @@
 #include "VantroqueApp/Views/FileRow.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace vantroque {
 
 FileListModel::FileListModel(AppModel& model, QObject* parent)
-    : QAbstractListModel(parent), m_model(model)
+    : QAbstractListModel(parent), m_model(model), m_files(model.analyses())
 {
-    connect(&m_model, &AppModel::listChanged, this, [this] {
-        beginResetModel();
-        endResetModel();
-    });
+    connect(&m_model, &AppModel::listChanged, this, &FileListModel::follow);
     connect(&m_model, &AppModel::entryChanged, this, &FileListModel::refresh);
     connect(&m_model, &AppModel::progressChanged, this, &FileListModel::refresh);
 }
 
+/// Files keep their order, and new ones come last.
+void FileListModel::follow()
+{
+    removeGone();
+    appendNew();
+}
+
+void FileListModel::removeGone()
+{
+    std::set<QUuid> ids;
+    for (const FileAnalysis& file : m_model.analyses())
+        ids.insert(file.id);
+    const auto isGone = [&](const FileAnalysis& file) { return !ids.contains(file.id); };
+    for (auto end = m_files.end();;) {
+        const auto last = std::find_if(std::reverse_iterator(end), m_files.rend(), isGone).base();
+        if (last == m_files.begin())
+            return;
+        const auto first =
+            std::find_if_not(std::reverse_iterator(last), m_files.rend(), isGone).base();
+        beginRemoveRows({}, static_cast<int>(first - m_files.begin()),
+                        static_cast<int>(last - m_files.begin()) - 1);
+        end = m_files.erase(first, last);
+        endRemoveRows();
+    }
+}
+
+void FileListModel::appendNew()
+{
+    const auto& files = m_model.analyses();
+    if (files.size() == m_files.size())
+        return;
+    beginInsertRows({}, rowCount(), static_cast<int>(files.size()) - 1);
+    m_files.insert(m_files.end(), files.begin() + std::ssize(m_files), files.end());
+    endInsertRows();
+}
+
 int FileListModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_model.analyses().size());
+    return parent.isValid() ? 0 : static_cast<int>(m_files.size());
 }
 
 QVariant FileListModel::data(const QModelIndex& index, int role) const
@@ -35,7 +70,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const
 
 const FileAnalysis& FileListModel::entry(const QModelIndex& index) const
 {
-    return m_model.analyses().at(static_cast<std::size_t>(index.row()));
+    return m_files.at(static_cast<std::size_t>(index.row()));
 }
 
 const AnalysisProgress::Snapshot* FileListModel::progress(const QModelIndex& index) const
@@ -45,15 +80,19 @@ const AnalysisProgress::Snapshot* FileListModel::progress(const QModelIndex& ind
 
 QModelIndex FileListModel::indexOf(const std::optional<QUuid>& id) const
 {
-    const auto& files = m_model.analyses();
-    const auto found = id ? std::ranges::find(files, *id, &FileAnalysis::id) : files.end();
-    return found == files.end() ? QModelIndex() : index(static_cast<int>(found - files.begin()));
+    const auto found = id ? std::ranges::find(m_files, *id, &FileAnalysis::id) : m_files.end();
+    return found == m_files.end() ? QModelIndex()
+                                  : index(static_cast<int>(found - m_files.begin()));
 }
 
 void FileListModel::refresh(const QUuid& id)
 {
-    if (const QModelIndex changed = indexOf(id); changed.isValid())
-        Q_EMIT dataChanged(changed, changed);
+    const FileAnalysis* file = m_model.analysis(id);
+    const QModelIndex changed = indexOf(id);
+    if (file == nullptr || !changed.isValid())
+        return;
+    m_files[static_cast<std::size_t>(changed.row())] = *file;
+    Q_EMIT dataChanged(changed, changed);
 }
 
 } // namespace vantroque

@@ -6,7 +6,8 @@
 
 namespace vantroque {
 
-/// The list of files, for a view.
+/// The list of files, for a view. Tells which rows came and went, so that the others stay as they
+/// are in the view.
 class FileListModel : public QAbstractListModel {
 public:
     explicit FileListModel(AppModel& model, QObject* parent = nullptr);
@@ -19,9 +20,14 @@ public:
     QModelIndex indexOf(const std::optional<QUuid>& id) const;
 
 private:
+    void follow();
+    void removeGone();
+    void appendNew();
     void refresh(const QUuid& id);
 
     AppModel& m_model;
+    /// What the view knows of. While it is told of a change, the model is ahead of it.
+    std::vector<FileAnalysis> m_files;
 };
 
 } // namespace vantroque

@@ -34,6 +34,13 @@ FileListView::FileListView(AppModel& model, QWidget* parent)
     showSelection();
 }
 
+void FileListView::dataChanged(const QModelIndex& first, const QModelIndex& last,
+                               const QList<int>& roles)
+{
+    // Not QListView's, which lays out and paints all rows: these never change their height.
+    QAbstractItemView::dataChanged(first, last, roles); // NOLINT(bugprone-parent-virtual-call)
+}
+
 void FileListView::contextMenuEvent(QContextMenuEvent* event)
 {
     const bool byKeyboard = event->reason() == QContextMenuEvent::Keyboard;
@@ -82,6 +89,12 @@ void FileListView::currentChanged(const QModelIndex& current, const QModelIndex&
     QListView::currentChanged(current, previous);
     if (current.isValid())
         m_model.select(m_files->entry(current).id);
+}
+
+void FileListView::rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end)
+{
+    showSelection(); // Qt would choose a neighbour of its own
+    QListView::rowsAboutToBeRemoved(parent, start, end);
 }
 
 void FileListView::remove(const QModelIndex& index)

@@ -13,12 +13,16 @@ class FileListView : public QListView {
 public:
     explicit FileListView(AppModel& model, QWidget* parent = nullptr);
 
+    void dataChanged(const QModelIndex& first, const QModelIndex& last,
+                     const QList<int>& roles) override;
+
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
 
 private:
     void remove(const QModelIndex& index);

@@ -80,7 +80,9 @@ void MainWindow::chooseFiles()
 
 void MainWindow::refresh()
 {
-    m_pages->setCurrentWidget(m_model.analyses().empty() ? static_cast<QWidget*>(m_well) : m_files);
+    // A list that is still being read is on its way.
+    const bool none = m_model.analyses().empty() && !m_model.isRestoring();
+    m_pages->setCurrentWidget(none ? static_cast<QWidget*>(m_well) : m_files);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

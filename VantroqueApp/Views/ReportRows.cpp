@@ -130,6 +130,14 @@ QString ReportRows::key(const QModelIndex& index) const
                              : report(index).profileID;
 }
 
+QModelIndex ReportRows::indexOf(const QString& key) const
+{
+    for (int row = 0; row < rowCount(); ++row)
+        if (this->key(index(row)) == key)
+            return index(row);
+    return {};
+}
+
 QString ReportRows::text(const QModelIndex& index) const
 {
     QStringList parts{Icons::word(verdict(index))};

@@ -34,10 +34,13 @@ public:
     /// How long ago the platform's values were compared with their source. Empty for what is no
     /// platform.
     QString freshnessLine(const QModelIndex& index) const;
+    /// Names a row across reports.
+    QString key(const QModelIndex& index) const;
+    /// None when no row has the key.
+    QModelIndex indexOf(const QString& key) const;
 
 private:
     const Row& row(const QModelIndex& index) const;
-    QString key(const QModelIndex& index) const;
     QString text(const QModelIndex& index) const;
     void refill();
 

@@ -25,8 +25,14 @@ ReportSections::ReportSections(QWidget* parent) : QListView(parent), m_rows(new 
 void ReportSections::show(const FileReport& report, const std::vector<Profile>& profiles,
                           bool fresh)
 {
+    const bool keeps = !fresh && currentIndex().isValid();
+    const QString current = keeps ? m_rows->key(currentIndex()) : QString();
     m_rows->show(report, profiles, fresh);
     fitRows();
+    if (keeps && !currentIndex().isValid()) {
+        const QSignalBlocker quiet(this); // the operator may look elsewhere by now
+        setCurrentIndex(m_rows->indexOf(current));
+    }
 }
 
 void ReportSections::toggle(const QModelIndex& index)

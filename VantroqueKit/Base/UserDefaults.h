@@ -1,16 +1,19 @@
 #pragma once
 
-#include <QSettings>
 #include <QString>
 #include <QStringList>
 
+#include <future>
+#include <map>
+#include <mutex>
 #include <optional>
 
 namespace vantroque {
 
 /// The operator's choices: a small per-user store of texts and lists of texts under dotted keys
-/// such as "profiles.enabled". Writing is best effort: a store that cannot be written forgets at
-/// exit and says nothing. One thread.
+/// such as "profiles.enabled". Read once; what is set is written in the background, since a disk
+/// may take longer over it than a window may. Its end waits for that. Writing is best effort: a
+/// store that cannot be written forgets at exit and says nothing. One thread.
 class UserDefaults {
 public:
     /// The store of this user, under the XDG config folder.
@@ -23,9 +26,21 @@ public:
     std::optional<QStringList> textList(const QString& key) const;
     void setText(const QString& key, const QString& value);
     void setTextList(const QString& key, const QStringList& value);
+    /// For a program that ends without its end.
+    void waitUntilWritten();
 
 private:
-    QSettings m_settings;
+    using Texts = std::map<QString, QString>;
+
+    void write();
+    Texts takeUnwritten();
+
+    const QString m_file;
+    Texts m_texts;
+    std::mutex m_mutex; ///< Guards what follows but the future.
+    Texts m_unwritten;
+    bool m_isWriting = false;
+    std::future<void> m_writing;
 };
 
 } // namespace vantroque

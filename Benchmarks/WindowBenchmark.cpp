@@ -1,0 +1,235 @@
+// WindowBenchmark REPORT MEDIA PROGRAM: how soon PROGRAM shows its window on the X screen, which
+// must be empty; then a window with 500 analysed files and all platforms: what a step of scrolling
+// costs to paint, how soon another choice of platforms shows, and how long the main thread is kept
+// from the window at a stretch at that, at another selection, while MEDIA is analysed, and at
+// saving. REPORT is what `check --media --format json` printed of MEDIA.
+
+#include "AnalysedFile.h"
+#include "Base/Numbers.h"
+#include "Base/ScratchFolder.h"
+#include "Profiles/ProfileStore.h"
+#include "Support/Watchdog.h"
+#include "VantroqueApp/Views/FileListView.h"
+#include "VantroqueApp/Views/Look.h"
+#include "VantroqueApp/Views/MainWindow.h"
+
+#include <QApplication>
+#include <QPixmap>
+#include <QProcess>
+#include <QScreen>
+#include <QScrollBar>
+
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
+
+using namespace vantroque;
+using namespace Qt::StringLiterals;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+constexpr int files = 500;
+
+double secondsSince(Clock::time_point start)
+{
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+void print(const std::string& name, double value)
+{
+    std::cout << name << Numbers::fixed(value, 4).toStdString() << " s\n" << std::flush;
+}
+
+void print(const std::string& name, const Watchdog& dog)
+{
+    print(name, dog.longest().count());
+    print("  of which computing                ", dog.longestWork().count());
+}
+
+class NoDesktop : public Desktop {
+public:
+    std::optional<FileUrl> chooseSaveFile(const QString&) override { return std::nullopt; }
+};
+
+/// Something is painted where the window has its header.
+bool windowIsThere()
+{
+    const QImage pixel = QGuiApplication::primaryScreen()->grabWindow(0, 700, 20, 1, 1).toImage();
+    return pixel.pixelColor(0, 0) != Qt::black;
+}
+
+/// From the start of the program to its first picture; the slowest of some.
+double start(const QString& program)
+{
+    constexpr int runs = 5;
+    double slowest = 0;
+    for (int i = 0; i < runs; ++i) {
+        QProcess process;
+        const auto begun = Clock::now();
+        process.start(program, {});
+        while (!windowIsThere() && secondsSince(begun) < 10) {
+        }
+        slowest = std::max(slowest, secondsSince(begun));
+        process.terminate();
+        process.waitForFinished();
+        while (windowIsThere() && secondsSince(begun) < 20) {
+        }
+    }
+    return slowest;
+}
+
+class Session {
+public:
+    Session(const std::filesystem::path& folder, const std::vector<Profile>& profiles)
+        : m_defaults(QString::fromStdString((folder / "settings").native())),
+          m_model(m_defaults, m_desktop, AnalysisEngine::real(nullptr), profiles),
+          m_window(m_model),
+          m_list(*m_window.findChild<FileListView*>())
+    {
+        m_window.show();
+        m_dog.run([&] { return !m_model.isRestoring(); });
+        choose(true);
+        m_dog.run([&] { return areCurrent(everywhere); });
+        m_dog.settle();
+    }
+
+    void scroll()
+    {
+        QScrollBar& bar = *m_list.verticalScrollBar();
+        double slowest = 0;
+        const auto begun = Clock::now();
+        int steps = 0;
+        for (; bar.value() < bar.maximum(); ++steps) {
+            bar.setValue(bar.value() + 150);
+            const auto painting = Clock::now();
+            m_list.viewport()->repaint();
+            slowest = std::max(slowest, secondsSince(painting));
+        }
+        print("a step of scrolling, painted        ", secondsSince(begun) / steps);
+        print("  the slowest (under 0.008)         ", slowest);
+        bar.setValue(0);
+        m_dog.settle();
+    }
+
+    void toggle()
+    {
+        m_dog.begin();
+        const auto begun = Clock::now();
+        m_model.toggle(m_model.profiles().front().id);
+        m_dog.run([&] { return areCurrent(inSight); });
+        m_window.repaint();
+        print("another choice, in sight (under 0.1)", secondsSince(begun));
+        m_dog.run([&] { return areCurrent(everywhere); });
+        print("  all                               ", secondsSince(begun));
+        m_dog.settle();
+        print("  longest stretch (under 0.016)     ", m_dog);
+        m_dog.begin();
+        choose(false);
+        choose(true);
+        m_dog.run([&] { return areCurrent(everywhere); });
+        m_dog.settle();
+        print("none, then all; stretch (under .016)", m_dog);
+    }
+
+    void select()
+    {
+        constexpr std::size_t count = 20;
+        m_dog.begin();
+        for (std::size_t i = 1; i <= count; ++i) {
+            m_model.select(m_model.analyses()[i].id);
+            m_dog.settle();
+        }
+        print("another file; stretch (under 0.016) ", m_dog);
+    }
+
+    void save()
+    {
+        const auto before = std::filesystem::last_write_time(WorkspaceStore::path());
+        m_dog.begin();
+        m_model.select(m_model.analyses()[0].id);
+        m_dog.run(
+            [&] { return std::filesystem::last_write_time(WorkspaceStore::path()) != before; });
+        print("saved; longest stretch (under 0.016)", m_dog);
+    }
+
+    void analyse(const std::filesystem::path& media)
+    {
+        m_model.clearAll();
+        m_model.add({FileUrl::fromPath(media)});
+        m_dog.run([&] { return m_model.progress(m_model.analyses()[0].id) != nullptr; });
+        m_dog.settle();
+        int events = 0;
+        QObject::connect(&m_model, &AppModel::progressChanged, &m_window, [&] { ++events; });
+        m_dog.begin();
+        m_dog.run([&] { return !m_model.isWorking(); }, std::chrono::seconds(5));
+        std::cout << "progress events in five seconds      " << events << '\n';
+        print("  longest stretch (under 0.016)     ", m_dog);
+    }
+
+private:
+    static constexpr std::size_t inSight = 20;
+    static constexpr std::size_t everywhere = files;
+
+    void choose(bool all)
+    {
+        std::set<QString> ids;
+        if (all)
+            for (const Profile& profile : m_model.profiles())
+                ids.insert(profile.id);
+        m_model.setEnabledProfileIDs(ids);
+    }
+    bool areCurrent(std::size_t count) const
+    {
+        return std::ranges::all_of(m_model.analyses().begin(),
+                                   m_model.analyses().begin() + static_cast<std::ptrdiff_t>(count),
+                                   [&](const auto& entry) { return m_model.isCurrent(entry); });
+    }
+
+    UserDefaults m_defaults;
+    NoDesktop m_desktop;
+    AppModel m_model;
+    MainWindow m_window;
+    FileListView& m_list;
+    Watchdog m_dog;
+};
+
+void measure(const WorkspaceFile& file, const std::vector<Profile>& profiles,
+             const std::filesystem::path& folder, char** arguments)
+{
+    const QString program = QString::fromLocal8Bit(arguments[3]);
+    print("start, empty (under 0.7)            ", start(program));
+    if (!storeMany(file, files, folder))
+        return;
+    print("start, 500 files (under 0.7)        ", start(program));
+    Look::begin();
+    Look::use(AppearanceMode::dark);
+    Session session(folder, profiles);
+    session.scroll();
+    session.toggle();
+    session.select();
+    session.save();
+    session.analyse(arguments[2]);
+    // The analysis ends with this process, which need not wait for it.
+    ScratchFolder::removeAll();
+    std::_Exit(0);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const auto scratch = ScratchFolder::make();
+    if (scratch)
+        for (const char* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR"})
+            qputenv(name, QByteArray::fromStdString(scratch->path().native()));
+    const QApplication application(argc, argv);
+    const auto file = argc == 4 ? analysedFile(argv[1]) : std::nullopt;
+    const auto profiles = ProfileStore::loadAll();
+    if (!scratch || !file || !profiles) {
+        std::cerr << "no report with measurements, no profiles or no scratch folder\n";
+        return 2;
+    }
+    measure(*file, *profiles, scratch->path(), argv);
+    return 2;
+}
