@@ -10,20 +10,25 @@
 
 namespace vantroque {
 
-/// Watches how long the event loop of the main thread takes from one turn to the next, from when it
-/// is made or last asked to begin. The loop does not rest meanwhile, so that every stretch was
+/// Turns the event loop of the main thread, and watches how long it takes from one turn to the
+/// next: so long nobody is answered. The loop does not rest meanwhile, so that every stretch was
 /// work.
 class Watchdog {
 public:
     using Duration = std::chrono::duration<double>;
+#if defined(__OPTIMIZE__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    static constexpr Duration frame = std::chrono::milliseconds(16);
+#else
+    static constexpr Duration frame = std::chrono::milliseconds(240); // such programs are slow
+#endif
 
     Watchdog()
     {
-        m_timer.callOnTimeout([this] { turn(); });
-        m_timer.start(0);
+        m_restless.start(0);
         begin();
     }
 
+    /// Forgets what was. The first stretch begins here.
     void begin()
     {
         m_longest = m_longestWork = {};
@@ -33,31 +38,42 @@ public:
     }
 
     /// By the clock.
-    Duration longest() const { return m_longest; }
+    Duration longest() const
+    {
+        return m_longest;
+    }
     /// As the thread's own time, which does not go on while it waits or others have the processor.
-    Duration longestWork() const { return m_longestWork; }
+    Duration longestWork() const
+    {
+        return m_longestWork;
+    }
     /// The number of stretches in which the thread computed for longer than a frame lasts.
-    int longerThanAFrame() const { return m_long; }
+    int longerThanAFrame() const
+    {
+        return m_long;
+    }
 
-    /// Until `condition` holds, or not after `limit`.
+    /// Until `condition` holds, but not after `limit`.
     template<typename Condition>
     bool run(Condition condition, Duration limit = Duration(60))
     {
         const Duration end = now() + limit;
         while (!condition() && now() < end)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            turn();
         return condition();
     }
-    /// For some turns more, in which what is due is done and painted.
-    void settle()
+    /// Some turns more, in which what is due is done and painted.
+    void settle(int turns = 20)
     {
-        constexpr int turns = 20;
-        const int end = m_turns + turns;
-        run([&] { return m_turns >= end; });
+        for (int i = 0; i < turns; ++i)
+            turn();
     }
 
 private:
-    static Duration now() { return std::chrono::steady_clock::now().time_since_epoch(); }
+    static Duration now()
+    {
+        return std::chrono::steady_clock::now().time_since_epoch();
+    }
     static Duration work()
     {
         timespec time{};
@@ -67,30 +83,23 @@ private:
 
     void turn()
     {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         const Duration at = now();
-        const Duration atWork = work();
+        const Duration worked = work() - m_lastWork;
         m_longest = std::max(m_longest, at - m_last);
-        m_longestWork = std::max(m_longestWork, atWork - m_lastWork);
-        if (atWork - m_lastWork > frame)
+        m_longestWork = std::max(m_longestWork, worked);
+        if (worked > frame)
             ++m_long;
         m_last = at;
-        m_lastWork = atWork;
-        ++m_turns;
+        m_lastWork += worked;
     }
 
-#if defined(__OPTIMIZE__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-    static constexpr Duration frame = std::chrono::milliseconds(16);
-#else
-    static constexpr Duration frame = std::chrono::milliseconds(240);
-#endif
-
-    QTimer m_timer;
+    QTimer m_restless;
     Duration m_last{};
     Duration m_lastWork{};
     Duration m_longest{};
     Duration m_longestWork{};
     int m_long = 0;
-    int m_turns = 0;
 };
 
 } // namespace vantroque
