@@ -12,12 +12,14 @@
 #include "VantroqueApp/Views/FileListView.h"
 #include "VantroqueApp/Views/Look.h"
 #include "VantroqueApp/Views/MainWindow.h"
+#include "VantroqueApp/Views/ReportSections.h"
 
 #include <QApplication>
 #include <QPixmap>
 #include <QProcess>
 #include <QScreen>
 #include <QScrollBar>
+#include <QThread>
 
 #include <chrono>
 #include <cstdlib>
@@ -68,13 +70,13 @@ double start(const QString& program)
         QProcess process;
         const auto begun = Clock::now();
         process.start(program, {});
-        while (!windowIsThere() && secondsSince(begun) < 10) {
-        }
+        while (!windowIsThere() && secondsSince(begun) < 10)
+            QThread::msleep(2); // the screen has other things to do
         slowest = std::max(slowest, secondsSince(begun));
         process.terminate();
         process.waitForFinished();
-        while (windowIsThere() && secondsSince(begun) < 20) {
-        }
+        while (windowIsThere() && secondsSince(begun) < 20)
+            QThread::msleep(2);
     }
     return slowest;
 }
@@ -147,7 +149,9 @@ public:
             m_model.select(m_model.analyses()[i].id);
             m_dog.settle();
         }
-        print("another file; stretch (under 0.016) ", m_dog);
+        std::cout << "another report, rows                "
+                  << m_window.findChild<ReportSections*>()->model()->rowCount() << '\n';
+        print("  longest stretch (under 0.016)     ", m_dog);
     }
 
     void save()

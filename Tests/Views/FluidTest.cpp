@@ -81,10 +81,7 @@ protected:
     void openMany(int files, int platforms = 40)
     {
         const auto profiles = WindowScenes::profiles(platforms);
-        Workspace workspace{.savedAt = QDateTime::currentDateTimeUtc()};
-        for (int i = 0; i < files; ++i)
-            workspace.files.push_back(analysed(i, profiles));
-        ASSERT_TRUE(WorkspaceStore::save(workspace));
+        ASSERT_TRUE(store(files, profiles));
         open(profiles);
         std::set<QString> ids;
         for (const Profile& profile : profiles)
@@ -94,6 +91,13 @@ protected:
         list().setItemDelegate(&m_noted);
         sections().setItemDelegate(&m_counted);
         rest();
+    }
+    bool store(int files, const std::vector<Profile>& profiles)
+    {
+        Workspace workspace{.savedAt = QDateTime::currentDateTimeUtc()};
+        for (int i = 0; i < files; ++i)
+            workspace.files.push_back(analysed(i, profiles));
+        return WorkspaceStore::save(workspace).has_value();
     }
     WorkspaceFile analysed(int number, const std::vector<Profile>& profiles)
     {
@@ -119,6 +123,12 @@ protected:
         m_noted.hovered.reset();
         m_counted.painted = m_counted.measured = 0;
         m_dog.begin();
+    }
+    void resizeTo(int height)
+    {
+        window().resize(window().width(), height);
+        ASSERT_TRUE(m_dog.run([&] { return window().height() == height; }));
+        rest();
     }
     void toggleOne() { model().toggle(model().profiles().back().id); }
     /// The rows of the list that can be seen.
@@ -177,11 +187,13 @@ TEST_F(Fluid, AnotherChoiceOfPlatformsPaintsWhatIsInSightAndNeverBlocks)
 TEST_F(Fluid, WhatIsInSightIsScoredFirst)
 {
     openMany(200, 6);
+    resizeTo(720);
     list().verticalScrollBar()->setValue(list().verticalScrollBar()->maximum() / 2);
-    window().resize(window().width(), window().height() + 200);
-    rest();
+    const auto before = inSight();
+    resizeTo(900);
     const auto visible = inSight();
-    ASSERT_THAT(visible, testing::AllOf(SizeIs(testing::Ge(8)), Each(testing::Gt(20))));
+    ASSERT_THAT(before, testing::AllOf(SizeIs(testing::Ge(8)), Each(testing::Gt(20))));
+    ASSERT_GT(visible.size(), before.size());
     const QSignalSpy changes(list().model(), &QAbstractItemModel::dataChanged);
     toggleOne();
     ASSERT_TRUE(m_dog.run([&] { return areCurrent(); }));
@@ -275,6 +287,7 @@ TEST_F(Fluid, ARemovedFileLeavesTheOthersAsTheyAre)
     ASSERT_GT(place, 0);
     const QUuid selected = entry(100).id;
     QTest::mouseMove(list().viewport(), list().visualRect(list().currentIndex()).center());
+    ASSERT_TRUE(m_dog.run([&] { return m_noted.hovered == 100; }));
     model().remove(entry(10).id);
     model().add({FileUrl::fromPath(m_folder / "20.mp4")}); // moves to the end
     EXPECT_THAT(reset, IsEmpty());

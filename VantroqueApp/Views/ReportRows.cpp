@@ -87,8 +87,10 @@ int ReportRows::rowCount(const QModelIndex& parent) const
 
 QVariant ReportRows::data(const QModelIndex& index, int role) const
 {
-    if (role == Qt::DisplayRole)
-        return check(index) != nullptr ? check(index)->title : report(index).profileName;
+    if (role == Qt::DisplayRole) {
+        const CheckResult* result = check(index);
+        return result != nullptr ? result->title : report(index).profileName;
+    }
     if (role == Qt::AccessibleTextRole)
         return text(index);
     return {};
