@@ -73,7 +73,6 @@ int main(int argc, char** argv)
     const int status = QApplication::exec();
     instance.stop();
     model.saveWorkspaceNow();
-    defaults.waitUntilWritten();
     // An analysis may take minutes yet. Its tools end with this process, whose own end must not
     // wait for them.
     ScratchFolder::removeAll();

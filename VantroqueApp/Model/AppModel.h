@@ -108,7 +108,7 @@ public:
     void exportMarkers(MarkerExport::Format format);
     /// Writes the reports of all analysed files as text to where the operator chooses.
     void saveReport();
-    /// Saves the workspace and waits until it is written.
+    /// Saves the workspace and waits until it is written, and the choices with it.
     void saveWorkspaceNow();
 
 Q_SIGNALS:

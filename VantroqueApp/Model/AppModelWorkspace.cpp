@@ -33,6 +33,7 @@ void AppModel::saveWorkspaceNow()
 {
     if (!isRestoring()) // else the stored one is still right
         m_saver.saveNow();
+    m_defaults.waitUntilWritten();
 }
 
 void AppModel::startRestoring()

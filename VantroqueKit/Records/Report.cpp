@@ -37,6 +37,34 @@ bool warns(const ProfileReport& report)
     return has(report, Verdict::warn);
 }
 
+// Of a platform, which may refuse the file, or of one that only gives advice.
+
+bool isGate(const ProfileReport& report)
+{
+    return !report.isAdvisory();
+}
+
+bool refuses(const ProfileReport& report)
+{
+    return isGate(report) && fails(report);
+}
+
+bool passesWithWarnings(const ProfileReport& report)
+{
+    return isGate(report) && !fails(report) && warns(report);
+}
+
+bool advisesAgainst(const ProfileReport& report)
+{
+    return report.isAdvisory() && fails(report);
+}
+
+template<typename Predicate>
+std::size_t count(const std::vector<ProfileReport>& list, Predicate predicate)
+{
+    return static_cast<std::size_t>(std::ranges::count_if(list, predicate));
+}
+
 std::vector<CheckResult> rowsWith(const ProfileReport& report, Verdict verdict)
 {
     return filtered(report.checks, [&](const CheckResult& row) { return row.verdict == verdict; });
@@ -44,7 +72,7 @@ std::vector<CheckResult> rowsWith(const ProfileReport& report, Verdict verdict)
 
 std::vector<ProfileReport> advisoriesBelow(const FileReport& report)
 {
-    return filtered(report.advisoryProfiles(), fails);
+    return filtered(report.profiles, advisesAgainst);
 }
 
 const auto title = [](const CheckResult& row) { return row.title; };
@@ -128,7 +156,7 @@ bool FileReport::sectionsWarn() const
 
 std::vector<ProfileReport> FileReport::gateProfiles() const
 {
-    return filtered(profiles, [](const ProfileReport& report) { return !report.isAdvisory(); });
+    return filtered(profiles, isGate);
 }
 
 std::vector<ProfileReport> FileReport::advisoryProfiles() const
@@ -138,32 +166,33 @@ std::vector<ProfileReport> FileReport::advisoryProfiles() const
 
 std::vector<ProfileReport> FileReport::failingProfiles() const
 {
-    return filtered(gateProfiles(), fails);
+    return filtered(profiles, refuses);
 }
 
 std::vector<ProfileReport> FileReport::warningProfiles() const
 {
-    return filtered(gateProfiles(),
-                    [](const ProfileReport& report) { return !fails(report) && warns(report); });
+    return filtered(profiles, passesWithWarnings);
 }
+
+// What follows is asked for each row of a list that is painted, so it counts and copies little.
 
 std::size_t FileReport::passingProfileCount() const
 {
-    return gateProfiles().size() - failingProfiles().size();
+    return count(profiles, isGate) - count(profiles, refuses);
 }
 
 Verdict FileReport::summaryVerdict() const
 {
-    if (!gateProfiles().empty())
-        return failingProfiles().empty() ? Verdict::pass : Verdict::fail;
-    return advisoriesBelow(*this).empty() ? Verdict::pass : Verdict::warn;
+    if (std::ranges::any_of(profiles, isGate))
+        return std::ranges::any_of(profiles, refuses) ? Verdict::fail : Verdict::pass;
+    return std::ranges::any_of(profiles, advisesAgainst) ? Verdict::warn : Verdict::pass;
 }
 
 QString FileReport::summaryHeadline() const
 {
     if (profiles.empty())
         return u"No platforms selected"_s;
-    const auto total = gateProfiles().size();
+    const auto total = count(profiles, isGate);
     if (total == 0)
         return advisoryHeadline(*this);
     if (passingProfileCount() < total)
@@ -174,7 +203,7 @@ QString FileReport::summaryHeadline() const
 std::optional<QString> FileReport::advisoryNote() const
 {
     const auto below = advisoriesBelow(*this);
-    if (below.empty() || gateProfiles().empty())
+    if (below.empty() || std::ranges::none_of(profiles, isGate))
         return std::nullopt;
     if (below.size() == 1)
         return u"Below %1 recommendations"_s.arg(below.front().profileShortName);
@@ -183,15 +212,15 @@ std::optional<QString> FileReport::advisoryNote() const
 
 QString FileReport::summarySubhead(std::size_t maxNamed) const
 {
-    const auto total = gateProfiles().size();
+    const auto total = count(profiles, isGate);
     if (total == 0)
         return failedTitles(advisoriesBelow(*this), maxNamed);
-    const auto failing = failingProfiles();
-    if (!failing.empty())
-        return maxNamed >= failing.size()
-                   ? u"Fails "_s + Text::joined(failing, u", "_s, shortName)
-                   : u"Fails %1 of %2 platforms"_s.arg(failing.size()).arg(total);
-    if (const auto warning = warningProfiles().size(); warning > 0)
+    const auto failing = count(profiles, refuses);
+    if (failing > maxNamed)
+        return u"Fails %1 of %2 platforms"_s.arg(failing).arg(total);
+    if (failing > 0)
+        return u"Fails "_s + Text::joined(failingProfiles(), u", "_s, shortName);
+    if (const auto warning = count(profiles, passesWithWarnings); warning > 0)
         return u"%1 platform%2 passed with something worth a look"_s.arg(
             QString::number(warning), Text::plural(static_cast<qint64>(warning)));
     return sectionsWarn() ? u"Picture and sound worth a look"_s : QString();
