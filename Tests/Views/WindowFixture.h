@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPushButton>
+#include <QWindow>
 
 namespace vantroque {
 
@@ -41,7 +42,19 @@ protected:
     }
     MainWindow& window() { return *m_window; }
 
-    /// As a file manager does.
+    /// As a file manager does, on a place of the window.
+    void drop(const QMimeData& dropped, const QPointF& place)
+    {
+        // The window passes it on to what is at that place.
+        QWindow* handle = window().windowHandle();
+        QDragEnterEvent enter(place.toPoint(), Qt::CopyAction, &dropped, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(handle, &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        QDropEvent drop(place, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(handle, &drop);
+        ASSERT_TRUE(soon([&] { return !window().isTaking(); }));
+    }
     void drop(const std::vector<FileUrl>& files)
     {
         QMimeData dropped;
@@ -49,13 +62,7 @@ protected:
         for (const FileUrl& file : files)
             urls << QUrl(file.toString());
         dropped.setUrls(urls);
-        const QPointF place = window().rect().center();
-        QDragEnterEvent enter(place.toPoint(), Qt::CopyAction, &dropped, Qt::LeftButton,
-                              Qt::NoModifier);
-        QApplication::sendEvent(&window(), &enter);
-        ASSERT_TRUE(enter.isAccepted());
-        QDropEvent drop(place, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window(), &drop);
+        drop(dropped, window().rect().center());
     }
 
     template<typename Widget>

@@ -41,6 +41,7 @@ DropWell* DropWell::large(bool toolMissing, const QString& problem, QWidget* par
     choose->setFont(Type::text(Type::body, QFont::DemiBold));
     choose->setAccessibleName(choose->text());
     choose->setAutoDefault(true);
+    well->setFocusProxy(choose);
     connect(choose, &QPushButton::clicked, well, &DropWell::pressed);
     layout->addWidget(choose, 0, Qt::AlignHCenter);
     if (toolMissing)

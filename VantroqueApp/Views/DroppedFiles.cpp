@@ -7,6 +7,7 @@
 
 namespace vantroque::DroppedFiles {
 
+using namespace Qt::StringLiterals;
 namespace fs = std::filesystem;
 
 namespace {
@@ -26,17 +27,20 @@ std::vector<fs::path> filesIn(const fs::path& folder)
 
 bool holdsFiles(const QMimeData& dropped)
 {
-    return std::ranges::any_of(dropped.urls(), &QUrl::isLocalFile);
+    return !paths(dropped).empty();
 }
 
-std::vector<FileUrl> urls(const QMimeData& dropped)
+std::vector<fs::path> paths(const QMimeData& dropped)
 {
     std::vector<fs::path> paths;
-    for (const QUrl& url : dropped.urls())
-        if (url.isLocalFile())
-            if (const auto file = FileUrl::fromString(QString::fromLatin1(url.toEncoded())))
-                paths.push_back(file->path());
-    return urls(paths);
+    for (QUrl url : dropped.urls()) {
+        // Some file managers name this machine.
+        if (url.scheme() == "file"_L1 && url.host() == "localhost"_L1)
+            url.setHost({});
+        if (const auto file = FileUrl::fromString(QString::fromLatin1(url.toEncoded())))
+            paths.push_back(file->path());
+    }
+    return paths;
 }
 
 std::vector<FileUrl> urls(const std::vector<fs::path>& paths)

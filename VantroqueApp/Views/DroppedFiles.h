@@ -11,10 +11,10 @@ namespace vantroque::DroppedFiles {
 
 /// Whether there is a file in it.
 bool holdsFiles(const QMimeData& dropped);
-/// The files, in the order of the drop; for a folder those right in it, by name. Names keep their
-/// bytes.
-std::vector<FileUrl> urls(const QMimeData& dropped);
-/// The same for paths, as on a command line; what does not exist is left out.
+/// The places in it on this machine, in the order of the drop.
+std::vector<std::filesystem::path> paths(const QMimeData& dropped);
+/// The files at these places, in that order: for a folder those right in it, by name. What does not
+/// exist is left out. Names keep their bytes. Blocks while folders are read; any thread.
 std::vector<FileUrl> urls(const std::vector<std::filesystem::path>& paths);
 
 } // namespace vantroque::DroppedFiles

@@ -3,6 +3,7 @@
 #include "VantroqueApp/Views/DetailPane.h"
 #include "VantroqueApp/Views/DropWell.h"
 #include "VantroqueApp/Views/DroppedFiles.h"
+#include "VantroqueApp/Views/FileListView.h"
 #include "VantroqueApp/Views/Header.h"
 #include "VantroqueApp/Views/Look.h"
 #include "VantroqueApp/Views/Sidebar.h"
@@ -21,6 +22,7 @@ using namespace Qt::StringLiterals;
 
 MainWindow::MainWindow(AppModel& model)
     : m_model(model),
+      m_header(new Header(model, this)), // the keyboard goes through the widgets as they are made
       m_pages(new QStackedWidget(this)),
       m_well(DropWell::large(model.toolMissing(), model.profilesError().value_or(QString()), this)),
       m_sidebar(new Sidebar(model, this)),
@@ -32,16 +34,15 @@ MainWindow::MainWindow(AppModel& model)
     setAcceptDrops(true);
     setMinimumSize(1024, 700);
     resize(1440, 900);
-    auto* header = new Header(model, this);
     m_pages->addWidget(m_well);
     m_pages->addWidget(m_files);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(header);
+    layout->addWidget(m_header);
     layout->addWidget(m_pages, 1);
-    connect(header, &Header::addPressed, this, &MainWindow::chooseFiles);
-    connect(header, &Header::quitPressed, this, &QWidget::close);
+    connect(m_header, &Header::addPressed, this, &MainWindow::chooseFiles);
+    connect(m_header, &Header::quitPressed, this, &QWidget::close);
     connect(m_well, &DropWell::pressed, this, &MainWindow::chooseFiles);
     connect(m_sidebar, &Sidebar::addPressed, this, &MainWindow::chooseFiles);
     connect(&model, &AppModel::listChanged, this, &MainWindow::refresh);
@@ -56,6 +57,9 @@ QWidget* MainWindow::files()
     splitter->setHandleWidth(1);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_sidebar);
+    auto* list = m_sidebar->findChild<FileListView*>();
+    splitter->setFocusProxy(list);
+    setTabOrder(list, &m_sidebar->well());
     splitter->addWidget(new DetailPane(m_model, splitter));
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
@@ -70,19 +74,35 @@ void MainWindow::chooseFiles()
     const QStringList names = QFileDialog::getOpenFileNames(
         this, u"Add Files"_s, {},
         u"Video files (*.mp4 *.mov *.m4v *.mxf *.webm *.mpg *.mpeg *.avi *.mkv *.MP4 *.MOV *.M4V "
-        "*.MXF *.WEBM *.MPG *.MPEG *.AVI *.MKV)"_s);
+        "*.MXF *.WEBM *.MPG *.MPEG *.AVI *.MKV)"_s,
+        nullptr, QFileDialog::HideNameFilterDetails);
     std::vector<std::filesystem::path> paths;
     for (const QString& name : names)
         paths.emplace_back(QFile::encodeName(name).toStdString());
-    if (!paths.empty())
-        m_model.add(DroppedFiles::urls(paths));
+    take(std::move(paths));
+}
+
+void MainWindow::take(std::vector<std::filesystem::path> paths)
+{
+    // A folder may be large, or far away.
+    ++m_taking;
+    m_lister.run([this, paths = std::move(paths)] {
+        m_mailbox.post([this, files = DroppedFiles::urls(paths)] {
+            --m_taking;
+            m_model.add(files);
+        });
+    });
 }
 
 void MainWindow::refresh()
 {
     // A list that is still being read is on its way.
     const bool none = m_model.analyses().empty() && !m_model.isRestoring();
-    m_pages->setCurrentWidget(none ? static_cast<QWidget*>(m_well) : m_files);
+    QWidget* page = none ? static_cast<QWidget*>(m_well) : m_files;
+    if (page == m_pages->currentWidget() && focusWidget() != nullptr)
+        return;
+    m_pages->setCurrentWidget(page);
+    page->setFocus();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
@@ -102,7 +122,7 @@ void MainWindow::dropEvent(QDropEvent* event)
 {
     setInviting(false);
     event->acceptProposedAction();
-    m_model.add(DroppedFiles::urls(*event->mimeData()));
+    take(DroppedFiles::paths(*event->mimeData()));
 }
 
 void MainWindow::setInviting(bool inviting)

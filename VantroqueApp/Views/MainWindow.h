@@ -1,6 +1,8 @@
 #pragma once
 
 #include "VantroqueApp/Model/AppModel.h"
+#include "VantroqueApp/Model/Mailbox.h"
+#include "VantroqueApp/Model/Worker.h"
 
 #include <QWidget>
 
@@ -9,6 +11,7 @@ class QStackedWidget;
 namespace vantroque {
 
 class DropWell;
+class Header;
 class Sidebar;
 
 /// The window.
@@ -18,6 +21,8 @@ public:
 
     /// The open panel.
     void chooseFiles();
+    /// Dropped files are still being listed.
+    bool isTaking() const { return m_taking > 0; }
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -28,12 +33,17 @@ private:
     QWidget* files();
     void refresh();
     void setInviting(bool inviting);
+    void take(std::vector<std::filesystem::path> paths);
 
     AppModel& m_model;
+    Header* m_header;
     QStackedWidget* m_pages;
     DropWell* m_well;
     Sidebar* m_sidebar;
     QWidget* m_files;
+    int m_taking = 0;
+    Mailbox m_mailbox; ///< Of the lister, which ends first.
+    Worker m_lister;
 };
 
 } // namespace vantroque
