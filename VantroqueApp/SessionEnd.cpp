@@ -2,31 +2,50 @@
 
 #include <QCoreApplication>
 
-#include <array>
+#include <cerrno>
 #include <csignal>
-#include <sys/signalfd.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 namespace vantroque {
 
 namespace {
 
-/// A descriptor that becomes readable when one of the signals came. They are blocked for all
-/// threads from here on, so this stands ahead of the first of them.
-int watched()
+int wakeUp()
 {
-    sigset_t signals;
-    ::sigemptyset(&signals);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP})
-        ::sigaddset(&signals, number);
-    ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    return ::signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+    static const int descriptor = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    return descriptor;
+}
+
+void note(int)
+{
+    const int before = errno;
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const auto written = ::write(wakeUp(), &one, sizeof one);
+    errno = before;
 }
 
 } // namespace
 
-SessionEnd::SessionEnd() : m_notifier(watched(), QSocketNotifier::Read)
+SessionEnd::SessionEnd() : m_notifier(wakeUp(), QSocketNotifier::Read)
 {
-    connect(&m_notifier, &QSocketNotifier::activated, this, &QCoreApplication::quit);
+    // Not quit(), which an open panel or menu may refuse.
+    connect(&m_notifier, &QSocketNotifier::activated, this, [this] {
+        m_notifier.setEnabled(false);
+        QCoreApplication::exit();
+    });
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action {};
+        ::sigaction(number, nullptr, &action);
+        // Who started the program may want it to go on, as nohup does.
+        if (action.sa_handler == SIG_IGN)
+            continue;
+        // A handler, unlike a blocked signal, is not passed on to programs that are started.
+        action = {};
+        action.sa_handler = note;
+        action.sa_flags = SA_RESTART;
+        ::sigaction(number, &action, nullptr);
+    }
 }
 
 } // namespace vantroque

@@ -3,7 +3,12 @@
 #include "Base/SupportFolder.h"
 
 #include <QCryptographicHash>
+#include <QDeadlineTimer>
 #include <QLocalSocket>
+#include <QThread>
+
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace vantroque {
 
@@ -11,66 +16,104 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 1000; ///< Milliseconds for a window that lives but is busy.
+/// A window may be busy with a large workspace.
+constexpr std::chrono::seconds patience{10};
 
-/// One a workspace: who has another data folder has another window.
-QString serverName()
-{
-    const QByteArray folder = QByteArray::fromStdString(SupportFolder::path().native());
-    const QByteArray hash = QCryptographicHash::hash(folder, QCryptographicHash::Sha1).toHex();
-    return u"vantroque-"_s + QString::fromLatin1(hash.first(16));
-}
-
+/// A line for each file, and an empty one behind the last.
 QByteArray message(const std::vector<FileUrl>& files)
 {
-    QStringList lines;
+    QByteArray text;
     for (const FileUrl& file : files)
-        lines << file.toString();
-    return lines.join(u'\n').toUtf8() + '\n';
+        text += file.toString().toUtf8() + '\n';
+    return text + '\n';
 }
 
-std::vector<FileUrl> filesIn(const QByteArray& text)
+/// Anybody may take a name in the abstract namespace, or call it.
+bool isOfThisUser(const QLocalSocket& socket)
 {
-    std::vector<FileUrl> files;
-    for (const QByteArray& line : text.split('\n'))
-        if (const auto file = FileUrl::fromString(QString::fromUtf8(line)))
-            files.push_back(*file);
-    return files;
+    ucred peer{};
+    socklen_t size = sizeof peer;
+    return ::getsockopt(static_cast<int>(socket.socketDescriptor()), SOL_SOCKET, SO_PEERCRED, &peer,
+                        &size)
+               == 0
+           && peer.uid == ::geteuid();
 }
 
 } // namespace
 
-bool SingleInstance::handOver(const std::vector<FileUrl>& files)
+QString SingleInstance::name()
 {
-    QLocalSocket socket;
-    socket.connectToServer(serverName());
-    if (!socket.waitForConnected(patience)) {
-        listen(serverName());
-        return false;
-    }
-    socket.write(message(files));
-    socket.waitForBytesWritten(patience);
-    socket.disconnectFromServer();
-    return true;
+    std::error_code error;
+    const auto folder = std::filesystem::weakly_canonical(SupportFolder::path(), error);
+    const QByteArray path =
+        QByteArray::fromStdString((error ? SupportFolder::path() : folder).native());
+    const QByteArray hash = QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex();
+    return u"vantroque-%1-%2"_s.arg(QString::number(::geteuid()),
+                                    QString::fromLatin1(hash.first(16)));
 }
 
-void SingleInstance::listen(const QString& name)
+SingleInstance::Start SingleInstance::start(const std::vector<FileUrl>& files)
 {
-    m_server.setSocketOptions(QLocalServer::UserAccessOption);
+    m_server.setSocketOptions(QLocalServer::AbstractNamespaceOption);
     connect(&m_server, &QLocalServer::newConnection, this, &SingleInstance::receive);
-    if (m_server.listen(name))
-        return;
-    QLocalServer::removeServer(name); // left by a crash
-    m_server.listen(name);
+    const QDeadlineTimer deadline(patience);
+    do {
+        // Where there are no names to own, two windows are better than none.
+        if (m_server.listen(name()) || m_server.serverError() != QAbstractSocket::AddressInUseError)
+            return Start::first;
+        if (const auto outcome = handOver(files, deadline))
+            return *outcome;
+        // The other one is about to listen, or about to end.
+        QThread::msleep(10);
+    } while (!deadline.hasExpired());
+    return Start::noAnswer;
+}
+
+/// Nothing when the other one neither took the files nor ever will.
+std::optional<SingleInstance::Start> SingleInstance::handOver(const std::vector<FileUrl>& files,
+                                                              const QDeadlineTimer& deadline)
+{
+    QLocalSocket socket;
+    socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
+    socket.connectToServer(name());
+    if (!socket.waitForConnected(static_cast<int>(deadline.remainingTime())))
+        return std::nullopt;
+    if (!isOfThisUser(socket))
+        return Start::first;
+    socket.write(message(files));
+    if (!socket.waitForReadyRead(static_cast<int>(deadline.remainingTime())))
+        return std::nullopt;
+    return Start::handedOver;
 }
 
 void SingleInstance::receive()
 {
-    QLocalSocket* socket = m_server.nextPendingConnection();
-    connect(socket, &QLocalSocket::disconnected, this, [this, socket] {
-        Q_EMIT called(filesIn(socket->readAll()));
-        socket->deleteLater();
-    });
+    while (QLocalSocket* socket = m_server.nextPendingConnection()) {
+        connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+        if (!isOfThisUser(*socket)) {
+            socket->abort();
+            continue;
+        }
+        connect(socket, &QLocalSocket::readyRead, this,
+                [this, socket, files = std::vector<FileUrl>()]() mutable { read(*socket, files); });
+    }
+}
+
+void SingleInstance::read(QLocalSocket& socket, std::vector<FileUrl>& files)
+{
+    constexpr qint64 longestLine = 65'536; // above any path, each byte of it in three
+    while (socket.canReadLine()) {
+        const QByteArray line = socket.readLine();
+        if (line == "\n") {
+            Q_EMIT called(std::exchange(files, {}));
+            socket.write("taken\n");
+            return;
+        }
+        if (const auto file = FileUrl::fromString(QString::fromUtf8(line.chopped(1))))
+            files.push_back(*file);
+    }
+    if (socket.bytesAvailable() > longestLine)
+        socket.abort();
 }
 
 } // namespace vantroque

@@ -4,28 +4,41 @@
 
 #include <QLocalServer>
 
+#include <optional>
 #include <vector>
+
+class QDeadlineTimer;
+class QLocalSocket;
 
 namespace vantroque {
 
-/// Sees to it that a user has one window: a second start hands its files to the first and ends.
+/// Sees to it that a user has one window for a data folder: a later start hands its files to the
+/// first and ends. Whoever owns the name is the window. The kernel gives it to one process alone,
+/// and takes it back when that process ends, in whatever way.
 class SingleInstance : public QObject {
     Q_OBJECT
 
 public:
-    /// Hands the files to a window that is already open. False when there is none; then this
-    /// program is the one, and hears of later starts.
-    bool handOver(const std::vector<FileUrl>& files);
-    /// Hears of no later start any more.
-    void stop() { m_server.close(); }
+    enum class Start {
+        first,      ///< This program is the window, and hears of later starts.
+        handedOver, ///< The window that is open has taken the files.
+        noAnswer    ///< It is there but does not take them.
+    };
+
+    /// Blocks while the window that is open is busy, or is about to end.
+    Start start(const std::vector<FileUrl>& files);
+    /// The name in question, in the abstract namespace of sockets.
+    static QString name();
 
 Q_SIGNALS:
     /// A later start came with these files, perhaps none.
     void called(const std::vector<vantroque::FileUrl>& files);
 
 private:
-    void listen(const QString& name);
+    static std::optional<Start> handOver(const std::vector<FileUrl>& files,
+                                         const QDeadlineTimer& deadline);
     void receive();
+    void read(QLocalSocket& socket, std::vector<FileUrl>& files);
 
     QLocalServer m_server;
 };

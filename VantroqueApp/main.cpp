@@ -11,6 +11,7 @@
 
 #include <QApplication>
 
+#include <cstdio>
 #include <cstdlib>
 
 using namespace vantroque;
@@ -34,6 +35,29 @@ void bringToFront(QWidget& window)
     window.activateWindow();
 }
 
+/// The way out. Later starts wait for the end of this process, and find all of it saved.
+[[noreturn]] void leave(AppModel& model, int status)
+{
+    model.saveWorkspaceNow();
+    // An analysis may take minutes yet. Its tools end with this process, whose own end must not
+    // wait for them.
+    ScratchFolder::removeAll();
+    std::_Exit(status);
+}
+
+/// Qt calls exit() when the display goes away. What belongs to the main thread goes first then,
+/// while the libraries that the workers use are still whole.
+struct Unexpected {
+    ~Unexpected()
+    {
+        if (model != nullptr)
+            leave(*model, EXIT_FAILURE);
+    }
+
+    AppModel* model = nullptr;
+};
+thread_local Unexpected unexpectedEnd;
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -41,12 +65,17 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Vantroque"_s);
     QApplication::setDesktopFileName(u"vantroque"_s);
-    const SessionEnd sessionEnd;
     const auto files =
         DroppedFiles::urls(std::vector<std::filesystem::path>(argv + 1, argv + argc));
     SingleInstance instance;
-    if (instance.handOver(files))
-        return 0;
+    switch (instance.start(files)) {
+    case SingleInstance::Start::first: break;
+    case SingleInstance::Start::handedOver: return EXIT_SUCCESS;
+    case SingleInstance::Start::noAnswer:
+        std::fputs("vantroque: it is open already, but does not answer\n", stderr);
+        return EXIT_FAILURE;
+    }
+    const SessionEnd sessionEnd;
     ScratchFolder::sweep();
 
     UserDefaults defaults;
@@ -54,6 +83,7 @@ int main(int argc, char** argv)
         [languages = textLanguages(defaults)] { return TesseractRecognizer::make(languages); });
     WidgetDesktop desktop;
     AppModel model(defaults, desktop, AnalysisEngine::real(&recognizers), ProfileStore::loadAll());
+    unexpectedEnd.model = &model;
     Look::begin();
     Look::use(model.appearance());
     const FocusRing ring;
@@ -69,12 +99,5 @@ int main(int argc, char** argv)
     window.show();
     if (!files.empty())
         model.add(files);
-
-    const int status = QApplication::exec();
-    instance.stop();
-    model.saveWorkspaceNow();
-    // An analysis may take minutes yet. Its tools end with this process, whose own end must not
-    // wait for them.
-    ScratchFolder::removeAll();
-    std::_Exit(status);
+    leave(model, QApplication::exec());
 }

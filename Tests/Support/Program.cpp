@@ -15,6 +15,7 @@
 #include <thread>
 #include <tuple>
 #include <unistd.h>
+#include <utility>
 
 namespace vantroque {
 
@@ -135,6 +136,14 @@ Program::Program(const std::vector<std::string>& command, const ProgramOptions& 
         closeIfOpen(childOut);
     if (m_id < 0)
         throw std::runtime_error("no process for the test");
+}
+
+Program::Program(Program&& other) noexcept
+    : m_id(std::exchange(other.m_id, -1)),
+      m_out(std::exchange(other.m_out, -1)),
+      m_err(std::exchange(other.m_err, -1)),
+      m_onTerminal(other.m_onTerminal)
+{
 }
 
 Program::~Program()

@@ -35,8 +35,8 @@ class Program {
 public:
     explicit Program(const std::vector<std::string>& command, const ProgramOptions& options = {});
     ~Program();
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
+    Program(Program&& other) noexcept;
+    Program& operator=(Program&&) = delete;
 
     pid_t id() const { return m_id; }
     void signal(int number) const;
