@@ -29,7 +29,7 @@ protected:
     QMenu* menuBarsMenu(const QString& title)
     {
         for (QMenu* menu : window().findChildren<QMenu*>())
-            if (menu->title() == title)
+            if (menu->title().remove(u'&') == title)
                 return menu;
         return nullptr;
     }

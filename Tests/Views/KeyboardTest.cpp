@@ -1,6 +1,12 @@
 #include "VantroqueApp/Views/DropWell.h"
 #include "VantroqueApp/Views/ReportSections.h"
+#include "VantroqueApp/Views/ToolButton.h"
 #include "Views/WindowFixture.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTimer>
 
 namespace vantroque {
 namespace {
@@ -17,6 +23,21 @@ protected:
         list.setFocus();
         return list;
     }
+    /// The names of what Tab comes to, from here until it comes back.
+    QStringList walk(Qt::Key key = Qt::Key_Tab)
+    {
+        QStringList names;
+        const QWidget* begin = QApplication::focusWidget();
+        do {
+            QWidget* focused = QApplication::focusWidget();
+            if (focused == nullptr || names.size() > 50)
+                return names << u"lost"_s;
+            names << focused->accessibleName();
+            QTest::keyClick(focused, key);
+        } while (QApplication::focusWidget() != begin);
+        return names;
+    }
+    static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
     QString selected() { return model().analysis(*model().selectedAnalysisID())->url.fileName(); }
 };
 
@@ -55,6 +76,95 @@ TEST_F(Keyboard, RowsOfTheReportOpenAndClose)
     EXPECT_TRUE(texts()[row].contains(u"Expected: "_s));
     QTest::keyClick(&sections, Qt::Key_Left);
     EXPECT_EQ(texts(), before);
+}
+
+TEST_F(Keyboard, TabGoesFromTheListToTheReportAndToTheHeader)
+{
+    openList();
+    const QStringList order{u"Files"_s,    u"Drop more files"_s, u"Clear All"_s,    u"Platforms"_s,
+                            u"Add File"_s, u"Profiles"_s,        u"Export Report"_s};
+    EXPECT_EQ(walk(), order);
+    QStringList back = walk(Qt::Key_Backtab);
+    std::reverse(back.begin() + 1, back.end());
+    EXPECT_EQ(back, order);
+}
+
+TEST_F(Keyboard, AnEmptyWindowBeginsAtItsButton)
+{
+    open();
+    window().activateWindow();
+    ASSERT_TRUE(soon([] { return QApplication::focusWidget() != nullptr; }));
+    // What cannot be done yet is passed over.
+    EXPECT_EQ(walk(), (QStringList{u"Choose Files"_s, u"Add File"_s, u"Profiles"_s}));
+}
+
+TEST_F(Keyboard, TheFirstFileBringsItToTheList)
+{
+    open();
+    window().activateWindow();
+    drop({anyFile("ok.mp4")});
+    EXPECT_TRUE(soon([&] { return QApplication::focusWidget() == the<FileListView>(); }));
+    QTest::keyClick(the<FileListView>(), Qt::Key_Delete);
+    EXPECT_TRUE(names().isEmpty());
+    EXPECT_EQ(QApplication::focusWidget(), the<QPushButton>(u"Choose Files"_s));
+}
+
+TEST_F(Keyboard, MenusOpenByTheirLettersAndByF10AndEscapeClosesThem)
+{
+    openList();
+    const auto opens = [&](Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& first) {
+        QTest::keyClick(&window(), key, modifiers);
+        ASSERT_TRUE(soon([] { return openMenu() != nullptr; }));
+        EXPECT_EQ(openMenu()->actions().first()->text(), first);
+        QTest::keyClick(openMenu(), Qt::Key_Escape);
+        ASSERT_TRUE(soon([] { return openMenu() == nullptr; }));
+        QTest::keyClick(the<QMenuBar>(), Qt::Key_Escape);
+    };
+    opens(Qt::Key_F, Qt::AltModifier, u"Add Files"_s);
+    opens(Qt::Key_V, Qt::AltModifier, u"Appearance"_s);
+    opens(Qt::Key_F10, {}, u"Add Files"_s);
+    EXPECT_EQ(QApplication::focusWidget(), the<FileListView>());
+}
+
+TEST_F(Keyboard, ButtonsWithAMenuOpenItBySpace)
+{
+    openList();
+    for (const QString& name : {u"Profiles"_s, u"Export Report"_s}) {
+        auto* button = the<ToolButton>(name);
+        button->setFocus();
+        // The button waits in it until the menu is closed.
+        QTimer::singleShot(0, [&] {
+            EXPECT_EQ(openMenu(), button->menu());
+            QTest::keyClick(openMenu(), Qt::Key_Escape);
+        });
+        QTest::keyClick(button, Qt::Key_Space);
+        EXPECT_EQ(openMenu(), nullptr);
+        EXPECT_EQ(window().focusWidget(), button);
+    }
+}
+
+TEST_F(Keyboard, TheMenuKeyOpensTheMenuOfARow)
+{
+    auto& list = openList();
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QApplication::sendEvent(list.viewport(), &byKey);
+    ASSERT_NE(openMenu(), nullptr);
+    QTest::keyClick(openMenu(), Qt::Key_Up);
+    QTest::keyClick(openMenu(), Qt::Key_Return);
+    EXPECT_EQ(names(), (QStringList{u"ok.mp4"_s, u"ok2.mp4"_s}));
+}
+
+TEST_F(Keyboard, SpaceAndReturnOpenARowOfTheReport)
+{
+    openList();
+    auto& sections = *the<ReportSections>();
+    sections.setFocus();
+    sections.setCurrentIndex(sections.model()->index(1, 0));
+    const QStringList before = rows(sections);
+    QTest::keyClick(&sections, Qt::Key_Space);
+    EXPECT_EQ(rows(sections).size(), before.size() - 2); // it was open
+    QTest::keyClick(&sections, Qt::Key_Return);
+    EXPECT_EQ(rows(sections), before);
 }
 
 TEST_F(Keyboard, TheRingShowsOnlyWhenTheKeyboardIsUsed)

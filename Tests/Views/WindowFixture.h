@@ -45,6 +45,12 @@ protected:
     /// As a file manager does, on a place of the window.
     void drop(const QMimeData& dropped, const QPointF& place)
     {
+        beginDrop(dropped, place);
+        ASSERT_TRUE(soon([&] { return !window().isTaking(); }));
+    }
+    /// The same, without waiting until the window has the files.
+    void beginDrop(const QMimeData& dropped, const QPointF& place)
+    {
         // The window passes it on to what is at that place.
         QWindow* handle = window().windowHandle();
         QDragEnterEvent enter(place.toPoint(), Qt::CopyAction, &dropped, Qt::LeftButton,
@@ -53,7 +59,6 @@ protected:
         ASSERT_TRUE(enter.isAccepted());
         QDropEvent drop(place, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(handle, &drop);
-        ASSERT_TRUE(soon([&] { return !window().isTaking(); }));
     }
     void drop(const std::vector<FileUrl>& files)
     {

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QTimer>
 
 namespace vantroque {
@@ -66,11 +67,13 @@ QMenuBar* Header::menuBar()
     bar->setNativeMenuBar(false);
     bar->setAccessibleName(u"Menus"_s);
     bar->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
-    QMenu* file = bar->addMenu(u"File"_s);
+    QMenu* file = bar->addMenu(u"&File"_s);
     file->addAction(u"Add Files"_s, QKeySequence(QKeySequence::Open), this, &Header::addPressed);
     file->addSeparator();
     file->addAction(u"Quit"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &Header::quitPressed);
-    addAppearanceMenu(*bar->addMenu(u"View"_s));
+    addAppearanceMenu(*bar->addMenu(u"&View"_s));
+    // The desktop's key for menus, beside Alt.
+    new QShortcut(Qt::Key_F10, this, [bar, file] { bar->setActiveAction(file->menuAction()); });
     return bar;
 }
 
