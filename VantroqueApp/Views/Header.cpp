@@ -68,10 +68,13 @@ QMenuBar* Header::menuBar()
     bar->setAccessibleName(u"Menus"_s);
     bar->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
     QMenu* file = bar->addMenu(u"&File"_s);
+    file->setAccessibleName(u"File"_s);
     file->addAction(u"Add Files"_s, QKeySequence(QKeySequence::Open), this, &Header::addPressed);
     file->addSeparator();
     file->addAction(u"Quit"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &Header::quitPressed);
-    addAppearanceMenu(*bar->addMenu(u"&View"_s));
+    QMenu* view = bar->addMenu(u"&View"_s);
+    view->setAccessibleName(u"View"_s);
+    addAppearanceMenu(*view);
     // The desktop's key for menus, beside Alt.
     new QShortcut(Qt::Key_F10, this, [bar, file] { bar->setActiveAction(file->menuAction()); });
     return bar;
@@ -80,6 +83,7 @@ QMenuBar* Header::menuBar()
 void Header::addAppearanceMenu(QMenu& view)
 {
     QMenu* menu = view.addMenu(u"Appearance"_s);
+    menu->setAccessibleName(menu->title());
     const std::vector<std::pair<QString, AppearanceMode>> modes{
         {u"Match System"_s, AppearanceMode::system},
         {u"Light"_s, AppearanceMode::light},
@@ -96,6 +100,7 @@ void Header::addAppearanceMenu(QMenu& view)
 QMenu* Header::exportMenu()
 {
     auto* menu = new QMenu(m_export);
+    menu->setAccessibleName(m_export->text());
     menu->addAction(u"This File as Text"_s, &m_model, &AppModel::saveReport);
     menu->addSection(u"Markers for This File"_s);
     const std::vector<std::pair<QString, MarkerExport::Format>> formats{
