@@ -53,7 +53,7 @@ public:
     /// `over` is a menu that hangs from `under`; the screen may be too small to show it there.
     void shoot(const QString& name, QWidget* over = nullptr, QWidget* under = nullptr)
     {
-        QApplication::processEvents();
+        QTest::qWait(settlingMilliseconds); // what is drawn on workers, and what moves
         QPixmap picture = m_window->grab();
         if (over != nullptr) {
             QPainter painter(&picture);
@@ -83,6 +83,7 @@ private:
         });
     }
 
+    static constexpr int settlingMilliseconds = 250;
     const QString m_folder;
     TestFolder m_files;
     FakeDesktop m_desktop;

@@ -1,5 +1,12 @@
 #include "Views/WindowScenes.h"
 
+#include "VantroqueApp/Views/Type.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <cmath>
+
 namespace vantroque::WindowScenes {
 
 using namespace Qt::StringLiterals;
@@ -62,22 +69,119 @@ MediaInfo media(const FileUrl& url, bool tooLoud)
     return media;
 }
 
-void play(AnalysisProgress& progress, const MediaInfo& media)
+namespace {
+
+using Stage = AnalysisProgress::Stage;
+
+QImage landscape()
 {
-    using Event = AnalysisProgress::LiveEvent;
-    progress.set(AnalysisProgress::Stage::probing);
-    progress.set(media);
-    progress.set(AnalysisProgress::Stage::decoding);
+    constexpr QSize size{960, 540};
+    QImage image(size, QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient sky(0, 0, 0, 380);
+    sky.setColorAt(0, QColor(28, 44, 96));
+    sky.setColorAt(0.6, QColor(150, 110, 130));
+    sky.setColorAt(1, QColor(246, 190, 120));
+    painter.fillRect(image.rect(), sky);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(255, 240, 205));
+    painter.drawEllipse(QPointF(640, 330), 44, 44);
+    for (int i = 0; i < 4; ++i) {
+        QPolygonF hills{QPointF(0, 540)};
+        for (int x = 0; x <= 960; x += 8)
+            hills << QPointF(x, 350 + 48 * i + 18 * std::sin(x * 0.011 * (i + 1) + i * 2.1));
+        hills << QPointF(960, 540);
+        painter.setBrush(QColor(122 - 28 * i, 82 - 18 * i, 98 - 20 * i));
+        painter.drawPolygon(hills);
+    }
+    painter.setPen(Qt::white);
+    painter.setFont(Type::text(44, QFont::DemiBold));
+    painter.drawText(image.rect().adjusted(0, 48, -64, 0), Qt::AlignRight | Qt::AlignTop,
+                     u"Northlight"_s);
+    return image;
+}
+
+/// To BT.709 in video range.
+ScopeFrame frame(const QImage& image)
+{
+    ScopeFrame frame{.width = image.width(), .height = image.height(), .y = {}, .cb = {}, .cr = {}};
+    const auto code = [](double value) { return static_cast<std::uint8_t>(std::lround(value)); };
+    for (int row = 0; row < image.height(); ++row)
+        for (int column = 0; column < image.width(); ++column) {
+            const QRgb pixel = image.pixel(column, row);
+            const double red = qRed(pixel) / 255.0;
+            const double blue = qBlue(pixel) / 255.0;
+            const double luma = 0.2126 * red + 0.7152 * qGreen(pixel) / 255.0 + 0.0722 * blue;
+            frame.y.push_back(code(16 + 219 * luma));
+            frame.cb.push_back(code(128 + 224 * (blue - luma) / 1.8556));
+            frame.cr.push_back(code(128 + 224 * (red - luma) / 1.5748));
+        }
+    return frame;
+}
+
+void playSound(AnalysisProgress& progress, int channels)
+{
     auto levels = std::make_shared<AnalysisProgress::ChannelLevels>();
-    levels->rms = {-18.2F, -21.F};
-    levels->peak = {-8.3F, -9.9F};
-    progress.append(AnalysisProgress::AudioSample{.time = 14, .levels = levels});
-    progress.append({.kind = Event::Kind::blackStart, .time = 0});
-    progress.append({.kind = Event::Kind::blackEnd, .time = 1.5});
-    progress.append({.kind = Event::Kind::silenceStart, .time = 0});
-    progress.append({.kind = Event::Kind::silenceEnd, .time = 2});
-    progress.append({.kind = Event::Kind::freezeStart, .time = 12});
+    for (int i = 0; i < channels; ++i) {
+        levels->rms.push_back(-18.2F - 3.0F * static_cast<float>(i % 7));
+        levels->peak.push_back(-8.3F - 1.6F * static_cast<float>(i % 7));
+    }
+    progress.append(AnalysisProgress::AudioSample{.time = 14, .levels = std::move(levels)});
+}
+
+void playEvents(AnalysisProgress& progress)
+{
+    using Kind = AnalysisProgress::LiveEvent::Kind;
+    progress.append({.kind = Kind::blackStart, .time = 0});
+    progress.append({.kind = Kind::blackEnd, .time = 1.5});
+    progress.append({.kind = Kind::silenceStart, .time = 0});
+    progress.append({.kind = Kind::silenceEnd, .time = 2});
+    progress.append({.kind = Kind::freezeStart, .time = 12});
     progress.noteMediaTime(14);
+}
+
+/// What the file's name asks for behind "run": nothing of the file known yet, no picture yet, no
+/// picture at all, more channels, or a later stage.
+void play(AnalysisProgress& progress, MediaInfo media, const QString& name)
+{
+    const auto is = [&](const char* word) { return name.startsWith(QLatin1String(word)); };
+    progress.set(Stage::probing);
+    if (is("run-probing"))
+        return;
+    if (is("run-sound"))
+        media.video.reset();
+    if (is("run-surround")) {
+        media.audio->channels = 6;
+        media.audio->channelLayout = u"5.1"_s;
+    } else if (is("run-many")) {
+        media.audio->channels = 24;
+        media.audio->channelLayout.reset();
+    }
+    progress.set(media);
+    progress.set(Stage::decoding);
+    if (media.video && !is("run-first"))
+        progress.setPreview(picture(), 14);
+    playSound(progress, media.audio->channels);
+    playEvents(progress);
+    const std::map<QString, Stage> later{{u"run-text"_s, Stage::readingText},
+                                         {u"run-slate"_s, Stage::readingSlate},
+                                         {u"run-pop"_s, Stage::measuringPop},
+                                         {u"run-scoring"_s, Stage::scoring}};
+    for (const auto& [start, stage] : later)
+        if (name.startsWith(start)) {
+            progress.noteMediaTime(media.durationSeconds);
+            progress.noteTextFrames(34, 120, 0.1, 2);
+            progress.set(stage);
+        }
+}
+
+} // namespace
+
+const ScopeFrame& picture()
+{
+    static const ScopeFrame drawn = frame(landscape());
+    return drawn;
 }
 
 AnalysisEngine SceneEngine::engine()
@@ -89,7 +193,7 @@ AnalysisEngine SceneEngine::engine()
                     return failure(u"ffprobe: moov atom not found"_s);
                 const MediaInfo found = media(url, name.startsWith(u"fail"_s));
                 if (name.startsWith(u"run"_s)) {
-                    play(progress, found);
+                    play(progress, found, name);
                     std::unique_lock lock(m_mutex);
                     m_wake.wait(lock, [this] { return m_released; });
                 }
@@ -104,6 +208,12 @@ void SceneEngine::release()
     const std::scoped_lock lock(m_mutex);
     m_released = true;
     m_wake.notify_all();
+}
+
+void SceneEngine::hold()
+{
+    const std::scoped_lock lock(m_mutex);
+    m_released = false;
 }
 
 } // namespace vantroque::WindowScenes

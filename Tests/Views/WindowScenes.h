@@ -12,11 +12,14 @@ namespace WindowScenes {
 /// Platforms of three groups, with long names among them.
 std::vector<Profile> profiles(int count = 6);
 /// An engine whose outcome follows the file's name: "fail...", "bad..." cannot be analysed,
-/// "run..." goes on until `release`, all others pass.
+/// "run..." goes on until `release`, all others pass. What follows on "run" says how far it comes
+/// until then and with what, as in "run-surround" or "run-text".
 class SceneEngine {
 public:
     AnalysisEngine engine();
     void release();
+    /// From now on analyses are held again.
+    void hold();
 
 private:
     std::mutex m_mutex;
@@ -26,8 +29,8 @@ private:
 
 /// A spot of half a minute with stereo sound, measured; too loud when asked.
 MediaInfo media(const FileUrl& url, bool tooLoud);
-/// Half of an analysis.
-void play(AnalysisProgress& progress, const MediaInfo& media);
+/// A drawn picture, as a decode previews it.
+const ScopeFrame& picture();
 
 } // namespace WindowScenes
 } // namespace vantroque

@@ -1,20 +1,40 @@
 #include "VantroqueApp/Views/AnalyzingView.h"
 
-#include "Base/Numbers.h"
 #include "Signal/ChannelAnalyzer.h"
 #include "VantroqueApp/Views/ChannelMeters.h"
 #include "VantroqueApp/Views/Clock.h"
 #include "VantroqueApp/Views/ElidedLabel.h"
+#include "VantroqueApp/Views/LiveInstruments.h"
 #include "VantroqueApp/Views/LiveTimeline.h"
+#include "VantroqueApp/Views/Motion.h"
 #include "VantroqueApp/Views/ProgressRing.h"
 #include "VantroqueApp/Views/Type.h"
 
-#include <QGridLayout>
+#include <QBoxLayout>
 #include <QLabel>
+#include <QVariantAnimation>
+
+#include <algorithm>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int sideMargin = 24;
+constexpr int topMargin = 20;
+constexpr int spacing = 16;
+/// On a very wide screen meters need not reach over all of it.
+constexpr int widest = 1760;
+constexpr int motionMilliseconds = 100;
+
+bool isProbed(const AnalysisProgress::Snapshot& now)
+{
+    return now.stage > AnalysisProgress::Stage::probing;
+}
+
+} // namespace
 
 AnalyzingView::AnalyzingView(QWidget* parent)
     : QWidget(parent),
@@ -24,11 +44,26 @@ AnalyzingView::AnalyzingView(QWidget* parent)
       m_time(Type::label({}, Type::heading, QFont::Medium, Type::Ink::text1)),
       m_name(new ElidedLabel(Type::text(Type::caption, QFont::Medium), Qt::ElideMiddle, u"text1"_s,
                              this)),
-      m_summary(Type::label({}, Type::caption, QFont::Normal, Type::Ink::text2)),
+      m_summary(new ElidedLabel(Type::text(Type::caption), Qt::ElideRight, u"text2"_s, this)),
+      m_instruments(new LiveInstruments(this)),
       m_channels(new ChannelMeters(ChannelMeters::Size::live, this)),
-      m_timeline(new LiveTimeline(this))
+      m_timeline(new LiveTimeline(this)),
+      m_motion(new QVariantAnimation(this))
 {
     m_time->setFont(Type::mono(Type::heading, QFont::Medium));
+    auto* layout = new QVBoxLayout(this);
+    layout->setSpacing(spacing);
+    layout->addLayout(head());
+    layout->addWidget(m_instruments);
+    layout->addWidget(m_channels);
+    layout->addWidget(m_timeline);
+    layout->addStretch();
+    connect(m_motion, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& value) { setFraction(value.toDouble()); });
+}
+
+QLayout* AnalyzingView::head()
+{
     auto* title = new QHBoxLayout;
     title->addWidget(m_stage, 1);
     title->addWidget(m_time);
@@ -46,26 +81,33 @@ AnalyzingView::AnalyzingView(QWidget* parent)
     head->setSpacing(18);
     head->addWidget(m_ring);
     head->addLayout(words, 1);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(24, 20, 24, 20);
-    layout->setSpacing(16);
-    layout->addLayout(head);
-    layout->addWidget(m_channels);
-    layout->addWidget(m_timeline);
-    layout->addStretch();
+    return head;
 }
 
 void AnalyzingView::show(const FileAnalysis& file, const Snapshot* progress)
 {
     static const Snapshot nothing{.stage = AnalysisProgress::Stage::probing};
     const Snapshot& now = progress != nullptr ? *progress : nothing;
-    m_ring->setFraction(now.fraction);
-    m_line->setFraction(now.fraction);
+    if (std::exchange(m_shown, file.id) != file.id) {
+        m_motion->stop();
+        setFraction(now.fraction);
+        m_instruments->show(nullptr);
+    }
+    follow(now.fraction);
     m_stage->setText(AnalysisProgress::label(now.stage));
     m_time->setText(timeReadout(now));
     m_name->setText(file.url.fileName());
     m_name->setToolTip(file.url.displayPath());
     m_summary->setText(now.summaryLine);
+    m_instruments->show(now.preview);
+    m_instruments->setVisible(!isProbed(now) || now.pictureWidth > 0);
+    showChannels(now);
+    m_timeline->show(now);
+    arrange();
+}
+
+void AnalyzingView::showChannels(const Snapshot& now)
+{
     std::vector<ChannelMeters::Channel> channels;
     const auto names = ChannelNames::names(now.channelLayout, std::max(now.channelCount, 0));
     for (int i = 0; i < now.channelCount; ++i) {
@@ -77,9 +119,56 @@ void AnalyzingView::show(const FileAnalysis& file, const Snapshot* progress)
         }
         channels.push_back(channel);
     }
-    m_channels->setVisible(!channels.empty());
+    m_channels->setVisible(!isProbed(now) || !channels.empty());
     m_channels->setChannels(std::move(channels));
-    m_timeline->show(now);
+}
+
+void AnalyzingView::follow(double fraction)
+{
+    const int milliseconds = Motion::duration(*this, motionMilliseconds);
+    if (milliseconds == 0)
+        return setFraction(fraction);
+    if (m_motion->endValue() == fraction && m_fraction <= fraction)
+        return;
+    m_motion->stop();
+    m_motion->setStartValue(m_fraction);
+    m_motion->setEndValue(fraction);
+    m_motion->setDuration(milliseconds);
+    m_motion->start();
+}
+
+void AnalyzingView::setFraction(double fraction)
+{
+    m_fraction = fraction;
+    m_ring->setFraction(fraction);
+    m_line->setFraction(fraction);
+}
+
+void AnalyzingView::resizeEvent(QResizeEvent*)
+{
+    const int more = std::max(width() - 2 * sideMargin - widest, 0);
+    layout()->setContentsMargins(sideMargin, topMargin, sideMargin + more, topMargin);
+    arrange();
+}
+
+/// The picture takes the room that is left, and gives way to channels before they scroll.
+void AnalyzingView::arrange()
+{
+    constexpr int fewRows = 4;
+    const int room =
+        height() - 2 * topMargin - m_ring->height() - m_timeline->height() - 3 * spacing;
+    const int channels = m_channels->isHidden() ? 0 : m_channels->fullHeight();
+    if (m_instruments->isHidden())
+        return m_channels->setRows(ChannelMeters::mostRows);
+    const int wanted = LiveInstruments::heightFor(std::min(width() - 2 * sideMargin, widest));
+    const int few = std::min(channels, m_channels->heightOf(fewRows));
+    const int least = room - few < LiveInstruments::fullHeight ? LiveInstruments::lowestHeight
+                                                               : LiveInstruments::fullHeight;
+    const int height = std::clamp(std::min(wanted, room - channels), least,
+                                  std::max(wanted, LiveInstruments::fullHeight));
+    m_instruments->setFixedHeight(height);
+    m_channels->setRows(
+        std::clamp(m_channels->rowsIn(room - height), fewRows, ChannelMeters::mostRows));
 }
 
 QString AnalyzingView::timeReadout(const Snapshot& progress)

@@ -6,16 +6,21 @@
 #include <QWidget>
 
 class QLabel;
+class QVariantAnimation;
 
 namespace vantroque {
 
 class ChannelMeters;
+class ElidedLabel;
+class LiveInstruments;
 class LiveTimeline;
 class ProgressRing;
 class ProgressLine;
 
 /// A file while it is analysed.
 class AnalyzingView : public QWidget {
+    Q_OBJECT
+
 public:
     using Snapshot = AnalysisProgress::Snapshot;
 
@@ -27,15 +32,28 @@ public:
     /// unknown.
     static QString timeReadout(const Snapshot& progress);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    QLayout* head();
+    void showChannels(const Snapshot& now);
+    void follow(double fraction);
+    void setFraction(double fraction);
+    void arrange();
+
     ProgressRing* m_ring;
     ProgressLine* m_line;
     QLabel* m_stage;
     QLabel* m_time;
-    QLabel* m_name;
-    QLabel* m_summary;
+    ElidedLabel* m_name;
+    ElidedLabel* m_summary;
+    LiveInstruments* m_instruments;
     ChannelMeters* m_channels;
     LiveTimeline* m_timeline;
+    QVariantAnimation* m_motion;
+    double m_fraction = 0; ///< As shown, which follows the true one.
+    QUuid m_shown;
 };
 
 } // namespace vantroque

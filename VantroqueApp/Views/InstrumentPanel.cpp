@@ -24,7 +24,18 @@ InstrumentPanel::InstrumentPanel(QString title, int contentHeight, QWidget* pare
 
 void InstrumentPanel::setContentHeight(int height)
 {
-    setFixedHeight(padding + titleHeight + titleGap + height + padding);
+    setFixedHeight(panelHeight(height));
+}
+
+int InstrumentPanel::panelHeight(int contentHeight)
+{
+    return padding + titleHeight + titleGap + contentHeight + padding;
+}
+
+QRect InstrumentPanel::contentArea() const
+{
+    constexpr int top = padding + titleHeight + titleGap;
+    return {padding, top, width() - 2 * padding, height() - top - padding};
 }
 
 void InstrumentPanel::setNote(const QString& note)
@@ -45,8 +56,7 @@ void InstrumentPanel::paintEvent(QPaintEvent*)
     Type::draw(painter, title, m_title, Type::caps(), theme.text2);
     Type::draw(painter, title, m_note, Type::text(Type::badge), theme.text2,
                Qt::AlignRight | Qt::AlignVCenter);
-    const int top = padding + titleHeight + titleGap;
-    paintContent(painter, QRect(padding, top, width() - 2 * padding, height() - top - padding));
+    paintContent(painter, contentArea());
 }
 
 } // namespace vantroque

@@ -21,6 +21,8 @@ protected:
     /// Beside the title, at the right.
     void setNote(const QString& note);
     void setContentHeight(int height);
+    static int panelHeight(int contentHeight);
+    QRect contentArea() const;
 
 private:
     const QString m_title;

@@ -29,6 +29,7 @@ struct Theme {
     QColor glyphOutline; ///< Around verdict fills; transparent where they need none.
 
     // The same in all looks.
+    QColor stage{0x0E, 0x0F, 0x11}; ///< Around a picture.
     QColor readout{0x1C, 0x1E, 0x23};
     QColor track{0x26, 0x28, 0x2E};
     QColor ground{0x17, 0x18, 0x1C};
