@@ -2,7 +2,9 @@
 #include "VantroqueApp/Views/ChannelMeters.h"
 #include "VantroqueApp/Views/LiveInstruments.h"
 #include "VantroqueApp/Views/LiveTimeline.h"
+#include "VantroqueApp/Views/ProgressRing.h"
 #include "VantroqueApp/Views/Theme.h"
+#include "Views/Animated.h"
 #include "Views/WindowFixture.h"
 
 namespace vantroque {
@@ -107,6 +109,25 @@ TEST_F(Analyzing, GivesWayToTheReportByItself)
     ASSERT_TRUE(soonShows(u"Measuring picture and sound"_s));
     m_scene.release();
     EXPECT_TRUE(soonShows(u"Passes 2 of 3 platforms"_s));
+}
+
+TEST(AnalyzingMotion, TheRingFollowsTheFractionWhereTheDesktopWantsIt)
+{
+    AnalyzingView view;
+    const FileAnalysis file{.id = QUuid::createUuid(), .url = FileUrl::fromPath("/spot.mov")};
+    AnalysisProgress::Snapshot now{.stage = Stage::decoding, .fraction = 0.1};
+    const auto said = [&] { return view.findChild<ProgressRing*>()->accessibleName(); };
+    AnimationStyle::set(view, true);
+    view.show(file, &now);
+    EXPECT_EQ(said(), u"Analysed: 10%"_s) << "a file that was not shown before";
+    now.fraction = 0.9;
+    view.show(file, &now);
+    EXPECT_EQ(said(), u"Analysed: 10%"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return said() == u"Analysed: 90%"_s; }, 30'000));
+    AnimationStyle::set(view, false);
+    now.fraction = 0.95;
+    view.show(file, &now);
+    EXPECT_EQ(said(), u"Analysed: 95%"_s);
 }
 
 TEST(TimeReadout, CountsFramesWhileTextIsReadAndTimeWhileDecoding)

@@ -60,6 +60,58 @@ TEST_F(HeaderBar, SavesTheTextOfAllReports)
     const QString text = QString::fromUtf8(contents(target.path()));
     EXPECT_TRUE(text.startsWith(u"ok.mp4    "_s));
     EXPECT_TRUE(text.contains(u'\n' + QString(72, u'-') + u"\n\nfail.mp4    "_s));
+    EXPECT_TRUE(soonShows(u"Saved 2 reports to report.txt"_s));
+}
+
+TEST_F(HeaderBar, TellsBeforehandThatTheTextHoldsAllReports)
+{
+    open();
+    const QMenu& menu = menuOf(u"Export Report"_s);
+    EXPECT_TRUE(menu.toolTipsVisible());
+    EXPECT_EQ(entry(menu, u"This File as Text"_s)->toolTip(),
+              u"Writes this report, and those of all other analysed files, into one file"_s);
+}
+
+TEST_F(HeaderBar, SaysNothingWhenTheTextCannotBeWritten)
+{
+    open();
+    drop({anyFile("ok.mp4")});
+    ASSERT_TRUE(soonIdle());
+    m_desktop.answer = FileUrl::fromPath(m_folder / "nowhere/report.txt");
+    entry(menuOf(u"Export Report"_s), u"This File as Text"_s)->trigger();
+    m_desktop.answer = FileUrl::fromPath(m_folder / "report.txt");
+    entry(menuOf(u"Export Report"_s), u"This File as Text"_s)->trigger();
+    EXPECT_TRUE(soonShows(u"Saved 1 report to report.txt"_s));
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "nowhere"));
+}
+
+TEST_F(HeaderBar, ShortensALongMessageAndShowsAllOfItOnHover)
+{
+    open();
+    window().resize(window().minimumSize());
+    const QString message = u"Saved 3 reports to "_s + QString(300, u'n') + u".txt"_s;
+    model().setExportMessage(message);
+    const auto* label = the<QLabel>(u"Last export"_s);
+    EXPECT_EQ(label->toolTip(), message);
+    EXPECT_EQ(window().width(), window().minimumWidth());
+    EXPECT_LE(label->geometry().right(), the<ToolButton>(u"Add File"_s)->geometry().left());
+}
+
+TEST_F(HeaderBar, HelpOpensThePagesAmongTheResources)
+{
+    open();
+    const QMenu* help = menuBarsMenu(u"Help"_s);
+    ASSERT_NE(help, nullptr);
+    EXPECT_EQ(entries(*help),
+              (QStringList{u"How to Read the Report"_s, u"What a Verdict Means"_s, u"Keys"_s}));
+    for (const QAction* action : help->actions()) {
+        const QUrl page = action->data().toUrl();
+        EXPECT_TRUE(page.isLocalFile());
+        const QByteArray text = contents(page.toLocalFile().toStdString());
+        EXPECT_TRUE(text.contains(QByteArray("<h1>") + action->text().toUtf8() + "</h1>"));
+        EXPECT_TRUE(std::filesystem::exists(
+            std::filesystem::path(page.toLocalFile().toStdString()).parent_path() / "help.css"));
+    }
 }
 
 TEST_F(HeaderBar, TicksPlatformsByGroupAndStaysOpen)

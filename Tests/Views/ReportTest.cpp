@@ -1,6 +1,7 @@
 #include "VantroqueApp/Views/ChannelMeters.h"
 #include "VantroqueApp/Views/LoudnessMeter.h"
 #include "VantroqueApp/Views/ReportSections.h"
+#include "Views/Animated.h"
 #include "Views/WindowFixture.h"
 
 namespace vantroque {
@@ -52,6 +53,32 @@ TEST_F(ReportPane, AClickOpensARowWithWhatWasExpectedAndTheFix)
     QTest::mouseClick(sections.viewport(), Qt::LeftButton, {}, sections.visualRect(index).center());
     EXPECT_TRUE(rows(sections)[row].contains(u"Expected: "_s));
     EXPECT_TRUE(soon([&] { return sections.visualRect(index).height() > height; }));
+}
+
+TEST_F(ReportPane, ARowOpensInASmoothMoveWhereTheDesktopWantsIt)
+{
+    auto& sections = report("fail.mp4");
+    const QModelIndex index = sections.model()->index(rowOf(sections, u"Fail, Loudness"_s), 0);
+    const auto height = [&] { return sections.sizeHintForIndex(index).height(); };
+    const int closed = height();
+    AnimationStyle::set(sections, true);
+    Q_EMIT sections.clicked(index);
+    EXPECT_LT(height(), closed + 30);
+    EXPECT_TRUE(soon([&] { return height() == closed + 60; }));
+    Q_EMIT sections.clicked(index);
+    EXPECT_EQ(height(), closed);
+    AnimationStyle::set(sections, false);
+    Q_EMIT sections.clicked(index);
+    EXPECT_EQ(height(), closed + 60);
+}
+
+TEST_F(ReportPane, IsAsHighAsItsRows)
+{
+    auto& sections = report("fail.mp4");
+    Q_EMIT sections.clicked(sections.model()->index(rowOf(sections, u"Fail, Loudness"_s), 0));
+    const QModelIndex last = sections.model()->index(sections.model()->rowCount() - 1, 0);
+    EXPECT_TRUE(soon([&] { return sections.height() == sections.visualRect(last).bottom() + 1; }))
+        << sections.height() << " for " << sections.visualRect(last).bottom();
 }
 
 TEST_F(ReportPane, AnotherChoiceOfPlatformsRescoresWhatIsShown)

@@ -128,11 +128,17 @@ void AppModel::saveReport()
     const auto target = m_desktop.chooseSaveFile(u"Vantroque Report.txt"_s);
     if (!target)
         return;
-    m_files.run([reports = std::move(reports), target = *target] {
+    m_files.run([this, reports = std::move(reports), target = *target] {
         const QString text =
             Text::joined(reports, TextRenderer::separator(),
                          [](const auto& report) { return TextRenderer::render(*report, false); });
-        static_cast<void>(Files::writeAtomically(target.path(), text.toUtf8()));
+        if (!Files::writeAtomically(target.path(), text.toUtf8()))
+            return;
+        // All of them, so that nobody takes it for the one that is shown.
+        m_mailbox.post(
+            [this, message = u"Saved %1 report%2 to %3"_s.arg(
+                       QString::number(reports.size()), Text::plural(std::ssize(reports)),
+                       target.fileName())] { setExportMessage(message); });
     });
 }
 

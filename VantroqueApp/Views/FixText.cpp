@@ -33,7 +33,8 @@ qsizetype firstOption(const QString& text)
 /// From the first option to the end, but for a closing bracket and full stop.
 QTextLayout::FormatRange arguments(const QString& text)
 {
-    const auto start = firstOption(text);
+    const auto option = firstOption(text);
+    const auto start = option < 0 ? text.size() : option;
     auto end = text.size();
     while (end > start && (text[end - 1] == u'.' || text[end - 1] == u')'))
         --end;
@@ -44,13 +45,20 @@ QTextLayout::FormatRange arguments(const QString& text)
 
 } // namespace
 
-FixText::FixText(const QString& text, int width) : m_layout(joined(text), Type::text(Type::body))
+FixText::FixText(const QString& text, int width, const QString& label)
+    : m_layout(joined(label + text), Type::text(Type::body))
 {
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     m_layout.setTextOption(option);
     if (firstOption(m_layout.text()) >= 0)
         m_layout.setFormats({arguments(m_layout.text())});
+    m_strong =
+        label.isEmpty()
+            ? arguments(m_layout.text())
+            : QTextLayout::FormatRange{static_cast<int>(label.size()),
+                                       static_cast<int>(m_layout.text().size() - label.size()),
+                                       {}};
     m_layout.setCacheEnabled(true);
     m_layout.beginLayout();
     int y = 0;
@@ -67,10 +75,13 @@ int FixText::height() const
     return m_layout.lineCount() * lineHeight;
 }
 
-void FixText::draw(QPainter& painter, const QPointF& place, const QColor& color) const
+void FixText::draw(QPainter& painter, const QPointF& place, const QColor& color,
+                   const QColor& strong) const
 {
     painter.setPen(color);
-    m_layout.draw(&painter, place);
+    QTextLayout::FormatRange range = m_strong;
+    range.format.setForeground(strong);
+    m_layout.draw(&painter, place, {range});
 }
 
 } // namespace vantroque

@@ -1,14 +1,16 @@
 #include "VantroqueApp/Views/Header.h"
 
-#include "VantroqueApp/Views/Icons.h"
+#include "VantroqueApp/Views/ElidedLabel.h"
+#include "VantroqueApp/Views/HelpPage.h"
+#include "VantroqueApp/Views/MenuHeading.h"
 #include "VantroqueApp/Views/ProfilesMenu.h"
 #include "VantroqueApp/Views/ToolButton.h"
 #include "VantroqueApp/Views/Type.h"
 
 #include <QActionGroup>
+#include <QDesktopServices>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
@@ -25,7 +27,7 @@ Header::Header(AppModel& model, QWidget* parent)
       m_profiles(new ToolButton(u"list"_s, u"Profiles"_s, this)),
       m_export(new ToolButton(u"export"_s, u"Export Report"_s, this)),
       m_appearances(new QActionGroup(this)),
-      m_message(Type::label({}, Type::caption, QFont::Normal, Type::Ink::text2, this)),
+      m_message(new ElidedLabel(Type::text(Type::caption), Qt::ElideMiddle, u"text1"_s, this)),
       m_messageEnd(new QTimer(this))
 {
     setObjectName(u"header"_s);
@@ -75,9 +77,20 @@ QMenuBar* Header::menuBar()
     QMenu* view = bar->addMenu(u"&View"_s);
     view->setAccessibleName(u"View"_s);
     addAppearanceMenu(*view);
+    addHelpMenu(*bar);
     // The desktop's key for menus, beside Alt.
     new QShortcut(Qt::Key_F10, this, [bar, file] { bar->setActiveAction(file->menuAction()); });
     return bar;
+}
+
+void Header::addHelpMenu(QMenuBar& bar)
+{
+    QMenu* help = bar.addMenu(u"&Help"_s);
+    help->setAccessibleName(u"Help"_s);
+    for (const HelpPage& page : HelpPage::all())
+        help->addAction(page.title, [file = page.file] { QDesktopServices::openUrl(file); })
+            ->setData(page.file);
+    help->menuAction()->setVisible(!help->isEmpty());
 }
 
 void Header::addAppearanceMenu(QMenu& view)
@@ -101,8 +114,11 @@ QMenu* Header::exportMenu()
 {
     auto* menu = new QMenu(m_export);
     menu->setAccessibleName(m_export->text());
-    menu->addAction(u"This File as Text"_s, &m_model, &AppModel::saveReport);
-    menu->addSection(u"Markers for This File"_s);
+    menu->setToolTipsVisible(true);
+    QAction* text = menu->addAction(u"This File as Text"_s, &m_model, &AppModel::saveReport);
+    text->setToolTip(u"Writes this report, and those of all other analysed files, into one file"_s);
+    menu->addSeparator();
+    MenuHeading::add(*menu, u"Markers for This File"_s);
     const std::vector<std::pair<QString, MarkerExport::Format>> formats{
         {u"Avid Media Composer"_s, MarkerExport::Format::avid},
         {u"DaVinci Resolve"_s, MarkerExport::Format::resolve},
@@ -122,8 +138,7 @@ void Header::showMessage()
 {
     constexpr int milliseconds = 8000;
     const QString text = m_model.exportMessage().value_or(QString());
-    m_message->setText(
-        m_message->fontMetrics().elidedText(text, Qt::ElideMiddle, m_message->width()));
+    m_message->setText(text);
     m_message->setToolTip(text);
     if (!text.isEmpty())
         m_messageEnd->start(milliseconds);

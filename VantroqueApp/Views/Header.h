@@ -5,12 +5,13 @@
 #include <QWidget>
 
 class QActionGroup;
-class QLabel;
 class QMenuBar;
 class QTimer;
 class QToolButton;
 
 namespace vantroque {
+
+class ElidedLabel;
 
 /// The menus, what happened last, and the tools.
 class Header : public QWidget {
@@ -26,6 +27,7 @@ Q_SIGNALS:
 private:
     QMenuBar* menuBar();
     void addAppearanceMenu(QMenu& view);
+    static void addHelpMenu(QMenuBar& bar);
     QMenu* exportMenu();
     void refresh();
     void showMessage();
@@ -35,7 +37,7 @@ private:
     QToolButton* m_profiles;
     QToolButton* m_export;
     QActionGroup* m_appearances;
-    QLabel* m_message;
+    ElidedLabel* m_message;
     QTimer* m_messageEnd;
 };
 

@@ -1,5 +1,6 @@
 #include "VantroqueApp/Views/Look.h"
 
+#include "VantroqueApp/Views/Motion.h"
 #include "VantroqueApp/Views/Theme.h"
 #include "VantroqueApp/Views/Type.h"
 
@@ -8,6 +9,7 @@
 #include <QFile>
 #include <QMenu>
 #include <QPalette>
+#include <QPropertyAnimation>
 #include <QStyleFactory>
 
 #include <map>
@@ -27,7 +29,7 @@ namespace {
 
 bool desktopIsDark = true;
 
-/// Lets what is behind a menu show through outside its round corners.
+/// Lets what is behind a menu show through outside its round corners, and fades it in.
 class RoundMenus : public QObject {
 public:
     using QObject::QObject;
@@ -35,13 +37,31 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (auto* menu = qobject_cast<QMenu*>(watched);
-            menu != nullptr && event->type() == QEvent::Polish) {
+        auto* menu = qobject_cast<QMenu*>(watched);
+        if (menu == nullptr)
+            return false;
+        if (event->type() == QEvent::Polish) {
             menu->setWindowFlag(Qt::FramelessWindowHint);
             menu->setWindowFlag(Qt::NoDropShadowWindowHint);
             menu->setAttribute(Qt::WA_TranslucentBackground);
+        } else if (event->type() == QEvent::Show) {
+            fadeIn(*menu);
         }
         return false;
+    }
+
+private:
+    static void fadeIn(QMenu& menu)
+    {
+        constexpr int milliseconds = 80;
+        const int time = Motion::duration(menu, milliseconds);
+        if (time == 0)
+            return;
+        auto* fade = new QPropertyAnimation(&menu, "windowOpacity", &menu);
+        fade->setDuration(time);
+        fade->setStartValue(0.0);
+        fade->setEndValue(1.0);
+        fade->start(QAbstractAnimation::DeleteWhenStopped);
     }
 };
 

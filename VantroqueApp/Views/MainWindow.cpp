@@ -16,6 +16,8 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
@@ -51,7 +53,7 @@ MainWindow::MainWindow(AppModel& model)
     refresh();
 }
 
-QWidget* MainWindow::files()
+QSplitter* MainWindow::files()
 {
     auto* splitter = new QSplitter(Qt::Horizontal, this);
     splitter->setHandleWidth(1);
@@ -63,10 +65,29 @@ QWidget* MainWindow::files()
     splitter->addWidget(new DetailPane(m_model, splitter));
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
-    m_sidebar->setMinimumWidth(220);
-    m_sidebar->setMaximumWidth(360);
-    splitter->setSizes({280, 1160});
+    m_sidebar->setMinimumWidth(Sidebar::narrowest);
+    m_sidebar->setMaximumWidth(Sidebar::widest);
+    connect(splitter, &QSplitter::splitterMoved, this, [this] { m_ownSidebar = true; });
     return splitter;
+}
+
+/// Narrow windows take from the list last; on very wide ones names have more room.
+int MainWindow::sidebarWidth(int windowWidth)
+{
+    constexpr int veryWide = 2560;
+    constexpr int wideSidebar = 320;
+    constexpr int besideIt = 980; // the least that the rest should have
+    if (windowWidth >= veryWide)
+        return wideSidebar;
+    return std::clamp(windowWidth - besideIt, Sidebar::narrowest, Sidebar::usual);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const int sidebar = sidebarWidth(width());
+    if (!m_ownSidebar)
+        m_files->setSizes({sidebar, width() - sidebar - m_files->handleWidth()});
 }
 
 void MainWindow::chooseFiles()

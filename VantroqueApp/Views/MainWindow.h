@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+class QSplitter;
 class QStackedWidget;
 
 namespace vantroque {
@@ -28,9 +29,11 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QWidget* files();
+    static int sidebarWidth(int windowWidth);
+    QSplitter* files();
     void refresh();
     void setInviting(bool inviting);
     void take(std::vector<std::filesystem::path> paths);
@@ -40,7 +43,8 @@ private:
     QStackedWidget* m_pages;
     DropWell* m_well;
     Sidebar* m_sidebar;
-    QWidget* m_files;
+    QSplitter* m_files;
+    bool m_ownSidebar = false; ///< The operator chose its width.
     int m_taking = 0;
     Mailbox m_mailbox; ///< Of the lister, which ends first.
     Worker m_lister;

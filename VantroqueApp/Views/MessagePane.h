@@ -1,18 +1,25 @@
 #pragma once
 
-#include <QWidget>
+#include <QScrollArea>
 
 class QLabel;
 
 namespace vantroque {
 
-/// A heading and a sentence in the middle of the pane.
-class MessagePane : public QWidget {
+/// A heading and a sentence in the middle of the pane. A text that is longer than the pane scrolls.
+class MessagePane : public QScrollArea {
+    Q_OBJECT
+
 public:
     explicit MessagePane(QWidget* parent = nullptr);
     void show(const QString& heading, const QString& text);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    void fit(QLabel& label) const;
+
     QLabel* m_heading;
     QLabel* m_text;
 };

@@ -1,5 +1,7 @@
 #include "VantroqueApp/Views/ProfilesMenu.h"
 
+#include "VantroqueApp/Views/MenuHeading.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -23,8 +25,7 @@ ProfilesMenu::ProfilesMenu(AppModel& model, QWidget* parent) : QMenu(parent), m_
 
 void ProfilesMenu::addGroup(ProfileGroup group, const QString& title)
 {
-    QAction* heading = addAction(title);
-    heading->setEnabled(false);
+    MenuHeading::add(*this, title);
     for (const Profile& profile : m_model.profiles()) {
         if (profile.group != group)
             continue;

@@ -6,6 +6,8 @@ namespace vantroque {
 
 /// The share of an analysis that is over, as a ring with its percentage.
 class ProgressRing : public QWidget {
+    Q_OBJECT
+
 public:
     explicit ProgressRing(QWidget* parent = nullptr);
     void setFraction(double fraction);

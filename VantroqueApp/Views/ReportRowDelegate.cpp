@@ -48,18 +48,19 @@ QRect measuredRect(const QRect& row)
 /// What stands under an open check, laid out for a width.
 struct Details {
     Details(const CheckResult& check, int width)
-        : expected(u"Expected: %1"_s.arg(check.expected), width),
+        : expected(check.expected, width, u"Expected: "_s),
           fix(check.fix.value_or(QString()), width)
     {
     }
 
     int height() const
     {
-        return expected.height() + (fix.isEmpty() ? 0 : gap + fix.height()) + below;
+        return above + expected.height() + (fix.isEmpty() ? 0 : gap + fix.height()) + below;
     }
 
+    static constexpr int above = 3;
     static constexpr int gap = 6;
-    static constexpr int below = 12;
+    static constexpr int below = 15;
     FixText expected;
     FixText fix;
 };
@@ -155,10 +156,11 @@ void paintCheck(QPainter& painter, const QRect& row, const QModelIndex& index, b
     if (!open)
         return;
     const Details details(check, detailsWidth(row.width()));
-    QPointF place(row.left() + indent, line.bottom() + 1);
-    details.expected.draw(painter, place, theme.text2);
+    QPointF place(row.left() + indent, line.bottom() + 1 + Details::above);
+    painter.setClipRect(row.adjusted(0, 0, 0, -3)); // while it opens there is less room
+    details.expected.draw(painter, place, theme.text2, theme.text1);
     place.ry() += details.expected.height() + Details::gap;
-    details.fix.draw(painter, place, theme.text1);
+    details.fix.draw(painter, place, theme.text2, theme.text1);
 }
 
 } // namespace
@@ -178,7 +180,8 @@ void ReportRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
 QSize ReportRowDelegate::sizeHint(const QStyleOptionViewItem& option,
                                   const QModelIndex& index) const
 {
-    const int width = option.rect.width();
+    // Asked outside of a layout, the option knows no place.
+    const int width = option.rect.width() > 0 ? option.rect.width() : option.widget->width();
     const ReportRows& rows = rowsOf(index);
     const CheckResult* check = rows.check(index);
     if (check == nullptr) {
@@ -186,7 +189,14 @@ QSize ReportRowDelegate::sizeHint(const QStyleOptionViewItem& option,
         return {width, sectionHeight + (tall ? freshnessHeight : 0)};
     }
     const int more = rows.isOpen(index) ? Details(*check, detailsWidth(width)).height() : 0;
-    return {width, checkHeight + more};
+    const double share = m_opening == index ? m_share : 1;
+    return {width, checkHeight + static_cast<int>(more * share)};
+}
+
+void ReportRowDelegate::setOpening(const QModelIndex& index, double share)
+{
+    m_opening = index;
+    m_share = share;
 }
 
 bool ReportRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,

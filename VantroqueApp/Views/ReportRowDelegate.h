@@ -12,8 +12,14 @@ public:
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    /// That row is on its way to be open.
+    void setOpening(const QModelIndex& index, double share);
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
+
+private:
+    QPersistentModelIndex m_opening;
+    double m_share = 1;
 };
 
 } // namespace vantroque

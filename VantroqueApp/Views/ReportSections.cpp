@@ -1,19 +1,26 @@
 #include "VantroqueApp/Views/ReportSections.h"
 
+#include "VantroqueApp/Views/Motion.h"
 #include "VantroqueApp/Views/ReportRowDelegate.h"
 
+#include <QEasingCurve>
 #include <QKeyEvent>
+#include <QVariantAnimation>
 #include <QWheelEvent>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-ReportSections::ReportSections(QWidget* parent) : QListView(parent), m_rows(new ReportRows(this))
+ReportSections::ReportSections(QWidget* parent)
+    : QListView(parent),
+      m_rows(new ReportRows(this)),
+      m_delegate(new ReportRowDelegate(this)),
+      m_opening(new QVariantAnimation(this))
 {
     setAccessibleName(u"Platforms"_s);
     setModel(m_rows);
-    setItemDelegate(new ReportRowDelegate(this));
+    setItemDelegate(m_delegate);
     setMouseTracking(true);
     setResizeMode(Adjust);
     setVerticalScrollMode(ScrollPerPixel);
@@ -40,7 +47,32 @@ void ReportSections::toggle(const QModelIndex& index)
     if (!index.isValid())
         return;
     m_rows->toggle(index);
-    fitRows();
+    if (m_rows->check(index) != nullptr && m_rows->isOpen(index))
+        open(index);
+    else
+        fitRows();
+}
+
+void ReportSections::open(const QModelIndex& index)
+{
+    constexpr int milliseconds = 140;
+    m_opening->stop();
+    m_opening->disconnect(this);
+    connect(m_opening, &QVariantAnimation::valueChanged, this,
+            [this, row = QPersistentModelIndex(index)](const QVariant& share) {
+                m_delegate->setOpening(row, share.toDouble());
+                fitRows();
+            });
+    const int time = Motion::duration(*this, milliseconds);
+    if (time == 0) {
+        m_delegate->setOpening(index, 1);
+        return fitRows();
+    }
+    m_opening->setStartValue(0.0);
+    m_opening->setEndValue(1.0);
+    m_opening->setEasingCurve(QEasingCurve::OutCubic);
+    m_opening->setDuration(time);
+    m_opening->start();
 }
 
 void ReportSections::keyPressEvent(QKeyEvent* event)

@@ -4,7 +4,11 @@
 
 #include <QListView>
 
+class QVariantAnimation;
+
 namespace vantroque {
+
+class ReportRowDelegate;
 
 /// What each platform says. As high as its rows: what holds it scrolls.
 class ReportSections : public QListView {
@@ -27,9 +31,12 @@ protected:
 
 private:
     void toggle(const QModelIndex& index);
+    void open(const QModelIndex& index);
     void fitRows();
 
     ReportRows* m_rows;
+    ReportRowDelegate* m_delegate;
+    QVariantAnimation* m_opening;
 };
 
 } // namespace vantroque

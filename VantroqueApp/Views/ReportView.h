@@ -17,6 +17,8 @@ class SummaryHeader;
 /// The report of a file: the verdict, the figures, and what each platform says. In a wide pane the
 /// platforms stand beside the figures, else below them.
 class ReportView : public QScrollArea {
+    Q_OBJECT
+
 public:
     explicit ReportView(AppModel& model, QWidget* parent = nullptr);
     /// `file` has a report.

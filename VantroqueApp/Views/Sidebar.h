@@ -15,6 +15,10 @@ class Sidebar : public QWidget {
     Q_OBJECT
 
 public:
+    static constexpr int narrowest = 220;
+    static constexpr int usual = 280;
+    static constexpr int widest = 360;
+
     explicit Sidebar(AppModel& model, QWidget* parent = nullptr);
     DropWell& well() { return *m_well; }
 

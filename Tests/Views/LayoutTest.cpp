@@ -1,0 +1,92 @@
+#include "VantroqueApp/Views/MessagePane.h"
+#include "VantroqueApp/Views/ReportSections.h"
+#include "VantroqueApp/Views/ReportView.h"
+#include "VantroqueApp/Views/Sidebar.h"
+#include "Views/WindowFixture.h"
+
+#include <QScrollBar>
+#include <QSplitter>
+
+namespace vantroque {
+namespace {
+
+class Layout : public WindowTest {
+protected:
+    int sidebarAt(int width)
+    {
+        window().resize(width, 900);
+        QApplication::processEvents();
+        return the<Sidebar>()->width();
+    }
+};
+
+TEST_F(Layout, TheListYieldsInNarrowWindowsAndGrowsInVeryWideOnes)
+{
+    open();
+    drop({anyFile("ok.mp4")});
+    EXPECT_EQ(sidebarAt(1440), 280);
+    EXPECT_EQ(sidebarAt(1024), 220);
+    EXPECT_EQ(sidebarAt(1920), 280);
+    EXPECT_EQ(sidebarAt(3840), 320);
+}
+
+TEST_F(Layout, AWidthThatTheOperatorChoseStays)
+{
+    open();
+    drop({anyFile("ok.mp4")});
+    ASSERT_EQ(sidebarAt(1440), 280);
+    auto* splitter = the<QSplitter>();
+    QSplitterHandle* handle = splitter->handle(1);
+    const QPoint grip(handle->width() / 2, 300);
+    QTest::mousePress(handle, Qt::LeftButton, {}, grip);
+    QTest::mouseMove(handle, grip + QPoint(60, 0));
+    QTest::mouseRelease(handle, Qt::LeftButton, {}, grip + QPoint(60, 0));
+    EXPECT_NEAR(the<Sidebar>()->width(), 340, 2);
+    EXPECT_NEAR(sidebarAt(1600), 340, 2);
+}
+
+TEST_F(Layout, NothingInAReportIsWiderThanTheWindow)
+{
+    auto profiles = WindowScenes::profiles();
+    profiles[1].name = QString(120, u'W');
+    open(profiles);
+    drop({anyFile("long" + std::string(200, 'a') + ".mp4")});
+    ASSERT_TRUE(soonIdle());
+    window().resize(window().minimumSize());
+    QApplication::processEvents();
+    EXPECT_EQ(window().size(), window().minimumSize());
+    const auto& report = *the<ReportView>();
+    EXPECT_EQ(report.horizontalScrollBar()->maximum(), 0);
+    for (const QWidget* widget : report.widget()->findChildren<QWidget*>()) {
+        const int right = widget->mapTo(&report, QPoint(widget->width(), 0)).x();
+        EXPECT_TRUE(widget->isHidden() || right <= report.width())
+            << widget->metaObject()->className() << right;
+    }
+}
+
+TEST_F(Layout, ALongErrorIsShownWholeAndScrolls)
+{
+    open();
+    drop({anyFile("bad-long.mp4")});
+    ASSERT_TRUE(soonShows(u"Could not analyze this file"_s));
+    window().resize(window().minimumSize());
+    const auto& pane = *the<MessagePane>();
+    for (const QLabel* label : pane.findChildren<QLabel*>())
+        EXPECT_EQ(label->height(), label->heightForWidth(label->width()))
+            << label->text().toStdString();
+    EXPECT_TRUE(soon([&] { return pane.verticalScrollBar()->maximum() > 0; }));
+    EXPECT_EQ(pane.focusPolicy(), Qt::StrongFocus);
+}
+
+TEST_F(Layout, RowsDoNotStretchOverAVeryWideScreen)
+{
+    open();
+    drop({anyFile("fail.mp4")});
+    ASSERT_TRUE(soonIdle());
+    window().resize(3840, 2160);
+    QApplication::processEvents();
+    EXPECT_LE(the<ReportSections>()->width(), 720);
+}
+
+} // namespace
+} // namespace vantroque
