@@ -115,6 +115,11 @@ public:
                               Qt::NoModifier);
         QApplication::sendEvent(m_window.get(), &enter);
     }
+    void withdrawDrop()
+    {
+        QDragLeaveEvent leave;
+        QApplication::sendEvent(m_window.get(), &leave);
+    }
     /// Scrolls the report to its platforms.
     void showPlatforms()
     {
@@ -191,6 +196,7 @@ void shootStates(Studio& studio, const QString& look)
     studio.shoot(look + u"-report"_s);
     studio.inviteDrop();
     studio.shoot(look + u"-dragging"_s);
+    studio.withdrawDrop();
     studio.openChecks(u"Loudness"_s);
     studio.shoot(look + u"-report-open"_s);
     studio.model().setExportMessage(u"Saved 2 reports to Vantroque Report.txt"_s);

@@ -50,7 +50,9 @@ QRect LiveInstruments::stage() const
 
 QRect LiveInstruments::panel() const
 {
-    return {width() - panelWidth, 0, panelWidth, height()};
+    // Beside a large picture it would be hollow.
+    constexpr int tall = 440;
+    return {width() - panelWidth, 0, panelWidth, height() > tall ? fullHeight : height()};
 }
 
 void LiveInstruments::show(const Frame& frame)

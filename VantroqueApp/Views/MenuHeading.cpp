@@ -11,7 +11,7 @@ namespace vantroque::MenuHeading {
 QAction* add(QMenu& menu, const QString& text)
 {
     constexpr int height = 24;
-    constexpr int inset = 10;
+    const int inset = menu.property("checklist").toBool() ? 10 : 14; // as the style has entries
     auto* label = Type::label(text, Type::badge, QFont::DemiBold, Type::Ink::text2, &menu);
     label->setFixedHeight(height);
     label->setContentsMargins(inset, 0, inset, 0);

@@ -18,7 +18,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void fit(QLabel& label) const;
+    void fit();
 
     QLabel* m_heading;
     QLabel* m_text;
