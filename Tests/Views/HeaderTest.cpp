@@ -130,6 +130,8 @@ TEST_F(HeaderBar, TicksPlatformsByGroupAndStaysOpen)
     EXPECT_FALSE(model().enabledProfileIDs().contains(u"harbour-video"_s));
     EXPECT_FALSE(action->isChecked());
     EXPECT_TRUE(menu.isVisible());
+    QTest::mouseRelease(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+    EXPECT_FALSE(action->isChecked()) << "of a press elsewhere";
     menu.setActiveAction(action);
     QTest::keyClick(&menu, Qt::Key_Space);
     EXPECT_TRUE(action->isChecked());

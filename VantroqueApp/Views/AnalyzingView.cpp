@@ -175,7 +175,7 @@ QString AnalyzingView::timeReadout(const Snapshot& progress)
 {
     if (progress.duration <= 0)
         return {};
-    const QString whole = Clock::text(progress.duration);
+    QString whole = Clock::text(progress.duration);
     if (progress.stage == AnalysisProgress::Stage::readingText)
         return u"%1 of %2 frames"_s.arg(progress.textFramesRead).arg(progress.textFramesExtracted);
     if (progress.stage == AnalysisProgress::Stage::decoding)

@@ -38,6 +38,7 @@ Header::Header(AppModel& model, QWidget* parent)
     layout->setSpacing(8);
     layout->addWidget(menuBar(), 0, Qt::AlignVCenter);
     layout->addWidget(m_message, 1);
+    layout->addSpacing(8);
     layout->addWidget(m_add);
     layout->addWidget(m_profiles);
     layout->addWidget(m_export);

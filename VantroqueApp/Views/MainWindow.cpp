@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QMimeData>
+#include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -35,7 +36,7 @@ MainWindow::MainWindow(AppModel& model)
     setWindowTitle(u"Vantroque"_s);
     setAcceptDrops(true);
     setMinimumSize(1024, 700);
-    resize(1440, 900);
+    resize(QSize(1440, 900).boundedTo(screen()->availableSize()));
     m_pages->addWidget(m_well);
     m_pages->addWidget(m_files);
     auto* layout = new QVBoxLayout(this);

@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+#include <utility>
+
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
@@ -58,9 +60,18 @@ bool ProfilesMenu::triggerAndStay(QAction* action)
     return true;
 }
 
+void ProfilesMenu::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed = actionAt(event->pos());
+    QMenu::mousePressEvent(event);
+}
+
+/// On a small screen the menu opens under the pointer, and the release that ends the press on its
+/// button must not tick what happens to be there.
 void ProfilesMenu::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (!triggerAndStay(actionAt(event->pos())))
+    QAction* pressed = std::exchange(m_pressed, nullptr);
+    if (pressed != actionAt(event->pos()) || !triggerAndStay(pressed))
         QMenu::mouseReleaseEvent(event);
 }
 

@@ -14,6 +14,7 @@ public:
     explicit ProfilesMenu(AppModel& model, QWidget* parent = nullptr);
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -24,6 +25,7 @@ private:
     void refresh();
 
     AppModel& m_model;
+    QAction* m_pressed = nullptr;
 };
 
 } // namespace vantroque
