@@ -224,7 +224,7 @@ void shootVerdicts(Studio& studio, const QString& look)
     const auto all = WindowScenes::profiles();
     std::vector<Profile> two(all.begin(), all.begin() + 2);
     for (Profile& profile : two)
-        profile.audio = AudioRule();
+        profile.audio = AudioRule{.codecs = {u"aac"_s}};
     for (const std::string name : {"ok", "warn", "fail"}) {
         studio.open({name + "_Northlight.mov"}, two);
         studio.shoot(look + u"-verdict-"_s + QString::fromStdString(name));

@@ -131,9 +131,11 @@ void LiveTimeline::paintLane(QPainter& painter, const QRect& lane, Kind start, K
 void LiveTimeline::paintScale(QPainter& painter, const QRect& scale) const
 {
     constexpr int width = 60;
-    for (double time = 0; time <= m_duration; time += markDistance(m_duration)) {
+    const double distance = markDistance(m_duration);
+    for (int mark = 0; mark * distance <= m_duration; ++mark) {
+        const double time = mark * distance;
         const int x = static_cast<int>(place(time, scale));
-        const bool first = time <= 0;
+        const bool first = mark == 0;
         const int left = first ? x : std::min(x - width / 2, scale.right() - width + 1);
         Type::draw(painter, QRect(left, scale.top(), width, scale.height()), Clock::text(time),
                    Type::text(Type::digits), Theme::dark().text3,

@@ -70,8 +70,7 @@ void ProfilesMenu::mousePressEvent(QMouseEvent* event)
 /// button must not tick what happens to be there.
 void ProfilesMenu::mouseReleaseEvent(QMouseEvent* event)
 {
-    QAction* pressed = std::exchange(m_pressed, nullptr);
-    if (pressed != actionAt(event->pos()) || !triggerAndStay(pressed))
+    if (std::exchange(m_pressed, nullptr) != nullptr && !triggerAndStay(actionAt(event->pos())))
         QMenu::mouseReleaseEvent(event);
 }
 

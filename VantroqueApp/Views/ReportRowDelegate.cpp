@@ -73,7 +73,7 @@ int detailsWidth(int width)
 void drawChevron(QPainter& painter, const QRect& line, bool open)
 {
     Icons::draw(painter,
-                QRectF(line.right() - inset - chevron + 1, line.center().y() + 1 - chevron / 2,
+                QRectF(line.right() - inset - chevron + 1, line.center().y() + 1 - chevron / 2.0,
                        chevron, chevron),
                 open ? u"chev"_s : u"chevr"_s, Theme::current().text2);
 }
@@ -85,7 +85,7 @@ int drawTag(QPainter& painter, int left, const QRect& line, const QString& text)
     constexpr int air = 6;
     const QFont font = Type::text(Type::badge, QFont::Medium);
     const int width = QFontMetrics(font).horizontalAdvance(text) + 2 * air;
-    const QRectF box(left + 0.5, line.center().y() - height / 2 + 0.5, width, height);
+    const QRectF box(left + 0.5, line.center().y() - height / 2.0 + 0.5, width, height);
     painter.setPen(Theme::current().controlEdge);
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(box, 4, 4);
@@ -105,7 +105,7 @@ void paintSection(QPainter& painter, const QRect& row, const QModelIndex& index)
         painter.fillRect(QRect(row.left() + inset, row.top(), row.width() - 2 * inset, 1),
                          theme.hairline);
     Icons::drawVerdict(painter,
-                       QRectF(row.left() + inset, line.center().y() + 1 - sign / 2, sign, sign),
+                       QRectF(row.left() + inset, line.center().y() + 1 - sign / 2.0, sign, sign),
                        rows.verdict(index));
     const QFont font = Type::text(Type::body, QFont::DemiBold);
     const QString tag = report.inferred ? u"spec inferred"_s : report.tag.value_or(QString());
@@ -144,9 +144,9 @@ void paintCheck(QPainter& painter, const QRect& row, const QModelIndex& index, b
         painter.drawRoundedRect(QRectF(row).adjusted(0.5, 0.5, -0.5, -2.5), 8, 8);
     }
     const QRect line(row.left(), row.top(), row.width(), checkHeight);
-    Icons::drawVerdict(painter,
-                       QRectF(row.left() + inset + 1, line.center().y() + 1 - sign / 2, sign, sign),
-                       rows.verdict(index));
+    Icons::drawVerdict(
+        painter, QRectF(row.left() + inset + 1, line.center().y() + 1 - sign / 2.0, sign, sign),
+        rows.verdict(index));
     Type::draw(painter,
                QRect(row.left() + indent, line.top(), titleWidth(row.width()) - 8, line.height()),
                check.title, Type::text(Type::body), theme.text1);
