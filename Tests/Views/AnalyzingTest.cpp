@@ -71,6 +71,8 @@ TEST_F(Analyzing, ShowsThePictureWithItsScopes)
 TEST_F(Analyzing, KeepsThePlaceOfThePictureBeforeThereIsOne)
 {
     watch("run-probing.mp4");
+    window().resize(1440, 900);
+    QApplication::processEvents();
     const int before = top(live<LiveTimeline>());
     EXPECT_TRUE(live<LiveInstruments>().isVisible());
     m_scene.release();
@@ -79,7 +81,7 @@ TEST_F(Analyzing, KeepsThePlaceOfThePictureBeforeThereIsOne)
     drop({anyFile("run.mp4")});
     model().select(entry(1).id);
     ASSERT_TRUE(soonShows(u"0:14 of 0:30"_s));
-    EXPECT_EQ(top(live<LiveTimeline>()), before);
+    EXPECT_TRUE(soon([&] { return top(live<LiveTimeline>()) == before; }));
 }
 
 TEST_F(Analyzing, GivesThePlaceToTheChannelsOfAFileWithoutAPicture)

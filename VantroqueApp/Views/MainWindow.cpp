@@ -36,7 +36,8 @@ MainWindow::MainWindow(AppModel& model)
     setWindowTitle(u"Vantroque"_s);
     setAcceptDrops(true);
     setMinimumSize(1024, 700);
-    resize(QSize(1440, 900).boundedTo(screen()->availableSize()));
+    constexpr QSize frame(16, 48); // about what a desktop puts around a window
+    resize(QSize(1440, 900).boundedTo(screen()->availableSize() - frame));
     m_pages->addWidget(m_well);
     m_pages->addWidget(m_files);
     auto* layout = new QVBoxLayout(this);
