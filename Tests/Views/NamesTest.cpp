@@ -132,7 +132,7 @@ TEST_F(Names, AreThereInEveryMenu)
             << menu->title().toStdString() << " in " << menu->parent()->metaObject()->className();
         ++menus;
     }
-    EXPECT_EQ(menus, 5); // File, View, Appearance, Profiles, Export Report
+    EXPECT_EQ(menus, 6); // File, View, Appearance, Help, Profiles, Export Report
 }
 
 TEST_F(Names, TellWhatAControlIs)

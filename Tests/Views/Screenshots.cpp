@@ -255,8 +255,8 @@ void shootMenus(Studio& studio, const QString& look)
                              *button->menu(), *button);
     auto* bar = studio.window().findChild<QMenuBar*>();
     for (QAction* action : bar->actions())
-        studio.shootMenu(look + u"-menu-"_s + action->text().toLower(), *action->menu(), *bar,
-                         bar->actionGeometry(action).left());
+        studio.shootMenu(look + u"-menu-"_s + action->menu()->accessibleName().toLower(),
+                         *action->menu(), *bar, bar->actionGeometry(action).left());
     studio.close();
     studio.open({"ok.mov"}, WindowScenes::profiles(40), {1024, 700});
     auto* profiles = studio.window().findChildren<ToolButton*>().at(1);

@@ -325,7 +325,7 @@ private:
         if (scene == Scene::cardsBeyond)
             report.measurements->levelsRejectSeconds = 4;
         MeasurementCards cards;
-        cards.resize(500, 200); // at 400, as beside a report, the longest caption is shortened
+        cards.resize(400, 200);
         cards.show(report, &media, profiles);
         return paintedWords(cards);
     }

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 class MeasurementCards::CardView : public QWidget {
 public:
-    explicit CardView(QWidget* parent) : QWidget(parent) { setFixedHeight(80); }
+    explicit CardView(QWidget* parent) : QWidget(parent) { fit(); }
 
     void show(const MeasurementCard& card)
     {
@@ -24,13 +24,15 @@ public:
             words += u", "_s + Icons::word(*card.verdict);
         setAccessibleName(words);
         setToolTip(card.caption);
+        fit();
         update();
     }
 
 protected:
+    void resizeEvent(QResizeEvent*) override { fit(); }
+
     void paintEvent(QPaintEvent*) override
     {
-        constexpr int padding = 12;
         const Theme& theme = Theme::current();
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
@@ -46,20 +48,39 @@ protected:
         const int behind = QFontMetrics(large).horizontalAdvance(m_card.value) + 6;
         Type::draw(painter, QRect(text.left() + behind, 30, text.width() - behind, 26), m_card.unit,
                    Type::text(Type::caption), theme.text2);
-        Type::draw(painter, QRect(text.left(), 55, text.width(), 16), m_card.caption,
-                   Type::text(Type::caption), theme.text2);
+        painter.setFont(Type::text(Type::caption));
+        painter.setPen(theme.text2);
+        painter.drawText(captionPlace(), Qt::TextWordWrap, m_card.caption);
         if (m_card.verdict)
             Icons::drawVerdict(painter, QRectF(width() - padding - 14, 11, 14, 14),
                                *m_card.verdict);
     }
 
 private:
+    static constexpr int padding = 12;
+    static constexpr int captionTop = 55;
+    static constexpr int lineHeight = 16;
+
+    QRect captionPlace() const
+    {
+        return {padding, captionTop, width() - 2 * padding, height() - captionTop};
+    }
+    /// A caption that is too long for its card takes a second line.
+    void fit()
+    {
+        const QFontMetrics metrics(Type::text(Type::caption));
+        const QRect needed = metrics.boundingRect(captionPlace(), Qt::TextWordWrap, m_card.caption);
+        setMinimumHeight(captionTop + (needed.height() > metrics.height() ? 2 : 1) * lineHeight
+                         + padding - 3);
+    }
+
     MeasurementCard m_card;
 };
 
 MeasurementCards::MeasurementCards(QWidget* parent) : QWidget(parent)
 {
     constexpr int most = 4;
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(8);
