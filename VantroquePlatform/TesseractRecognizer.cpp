@@ -22,29 +22,46 @@ NormalizedRect inFractions(const cv::Rect& box, cv::Size picture)
     return {box.x / width, box.y / height, box.width / width, box.height / height};
 }
 
-Result<std::vector<RecognizedLine>> readFrame(const cv::Mat3b& picture, const TextScale& scale,
-                                              LineSearch::IsText isText, LineReader& reader,
-                                              FrameMemory& memory, Deadline deadline)
+std::vector<RecognizedLine> recognized(const std::vector<FoundLine>& found, cv::Size picture)
 {
-    LineSearch search(picture, scale, isText, reader);
     std::vector<RecognizedLine> lines;
-    for (const FoundLine& line : TRY(search.run(memory, deadline)))
-        lines.push_back({inFractions(line.box, picture.size()), line.text});
+    for (const FoundLine& line : found)
+        lines.push_back({inFractions(line.box, picture), line.text});
     return lines;
 }
 
-/// A crop is small; what makes it one is known to hold text at times.
-Result<std::vector<RecognizedLine>> readCrop(cv::Mat3b picture, LineReader& reader,
-                                             Deadline deadline)
+Result<std::vector<RecognizedLine>> readFrame(const cv::Mat3b& picture, LineReader& reader,
+                                              FrameMemory& memory, Deadline deadline)
+{
+    LineSearch search(picture, TextScale::ofFrame(picture.rows), isText, reader);
+    return recognized(TRY(search.run(memory, deadline)), picture.size());
+}
+
+/// Low crops are enlarged, since no letter of a few pixels can be read.
+cv::Mat3b enlargedCrop(cv::Mat3b picture)
 {
     constexpr double enough = 64;
     if (picture.rows < enough) {
         const double scale = std::min(enough / picture.rows, 4.0);
         cv::resize(picture, picture, {}, scale, scale, cv::INTER_CUBIC);
     }
+    return picture;
+}
+
+/// A crop is small; what makes it one is known to hold text at times. Once its line was read in one
+/// crop of a place, it is only looked for in those that follow.
+Result<std::vector<RecognizedLine>> readCrop(const cv::Mat3b& crop, LineReader& reader,
+                                             KnownLines& known, Deadline deadline)
+{
+    const cv::Mat3b picture = enlargedCrop(crop);
+    const auto standing = known.standingIn(picture);
+    if (!standing.empty())
+        return recognized(standing, picture.size());
+    LineSearch search(picture, TextScale::ofCrop(picture.rows), isLikelyText, reader);
     FrameMemory none;
-    return readFrame(picture, TextScale::ofCrop(picture.rows), isLikelyText, reader, none,
-                     deadline);
+    const auto read = TRY(search.run(none, deadline));
+    return recognized(known.isEmpty() ? known.learn(read, picture) : known.movedIn(read),
+                      picture.size());
 }
 
 Result<std::vector<RecognizedLine>> readSlatePage(const cv::Mat3b& picture, LineReader& reader,
@@ -95,16 +112,20 @@ try {
     if (isTooSmall(picture))
         return std::vector<RecognizedLine>();
     switch (subject) {
-    case Subject::frame:
-        return readFrame(picture, TextScale::ofFrame(picture.rows), isText, *m_reader, m_memory,
-                         deadline);
-    case Subject::crop: return readCrop(picture, *m_reader, deadline);
+    case Subject::frame: return readFrame(picture, *m_reader, m_memory, deadline);
+    case Subject::crop: return readCrop(picture, *m_reader, m_known, deadline);
     case Subject::slate: return readSlatePage(picture, *m_reader, deadline);
     }
     return std::vector<RecognizedLine>();
 } catch (const std::exception& error) {
     // OpenCV and the engine throw, such as when memory ends.
     return failure(u"the text could not be read: %1"_s.arg(QString::fromUtf8(error.what())));
+}
+
+void TesseractRecognizer::forget()
+{
+    m_memory.forget();
+    m_known.forget();
 }
 
 } // namespace vantroque

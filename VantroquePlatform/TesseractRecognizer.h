@@ -2,6 +2,7 @@
 
 #include "Text/TextRecognizer.h"
 #include "VantroquePlatform/FrameMemory.h"
+#include "VantroquePlatform/KnownLine.h"
 #include "VantroquePlatform/LineReader.h"
 #include "VantroquePlatform/TextMaps.h"
 
@@ -20,7 +21,7 @@ public:
 
     Result<std::vector<RecognizedLine>> recognize(const QImage& picture, Subject subject,
                                                   Deadline deadline) override;
-    void forget() override { m_memory.forget(); }
+    void forget() override;
     /// How often the engine was asked.
     int readings() const { return m_reader->readings(); }
 
@@ -29,6 +30,7 @@ private:
 
     std::unique_ptr<LineReader> m_reader;
     FrameMemory m_memory;
+    KnownLines m_known; ///< Of the crops of one place.
 };
 
 } // namespace vantroque

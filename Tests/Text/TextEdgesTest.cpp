@@ -122,6 +122,21 @@ TEST(TextEdges, RegionsThatMeetAreJoined)
     expectFrames(regions[0], 30, 90);
 }
 
+TEST(TextEdges, TheRecognizerSeesTheTextFirstWhereItStandsAndNoFrameTwice)
+{
+    std::vector<QImage> seen;
+    const auto look = FakeRecognizer::lookingAt({});
+    narrowedIn(probed(BoxClips::titled()), {sampled(36, 89)},
+               FakeRecognizer::answering([&](const QImage& crop, Subject subject, auto deadline) {
+                   seen.push_back(crop);
+                   return look(crop, subject, deadline);
+               }));
+    ASSERT_FALSE(seen.empty());
+    EXPECT_TRUE(FakeRecognizer::isWhiteIn(seen.front(), {0, 0, 1, 1}));
+    // Three or four of 12 frames on each side; the first of the tail was asked about by both.
+    EXPECT_LE(seen.size(), 8U);
+}
+
 TEST(TextEdges, NarrowTextInTheCropIsNotTheRegions)
 {
     const auto finding = [](double width) {

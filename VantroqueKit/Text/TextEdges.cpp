@@ -57,9 +57,13 @@ TextRegion refined(const TextRegion& region, const MediaInfo& media, double inte
     const auto behind =
         frames(media, region.end, after - region.end, region.rect(), scratch->path() / "tail");
     noteUnit();
+    // Here the text stands for sure, so that a recognizer that remembers gets to know it.
+    const bool isAtEnd = !behind.empty() && holdsText(behind.front().file, recognizer);
     all.insert(all.end(), behind.begin(), behind.end());
     return TextPlacement::narrowed(region, head, times(behind), [&](double time) {
         noteUnit();
+        if (!behind.empty() && time == behind.front().time)
+            return isAtEnd;
         const auto frame = std::ranges::find(all, time, &Frame::time);
         return frame != all.end() && holdsText(frame->file, recognizer);
     });

@@ -19,8 +19,8 @@ struct RecognizedLine {
     bool operator==(const RecognizedLine&) const = default;
 };
 
-/// Reads text in pictures. One thread at a time; it may remember the last picture, so that what did
-/// not change is not read again.
+/// Reads text in pictures. One thread at a time; it may remember earlier pictures, so that what did
+/// not change is not read again, and what was read once is known when it is faint.
 class TextRecognizer {
 public:
     enum class Subject {
