@@ -11,16 +11,23 @@ namespace {
 
 constexpr int margin = 10;
 
+/// Where the letters are.
+cv::Mat1b boxesOfLetters(const LineCandidate& line, const cv::Rect& region)
+{
+    cv::Mat1b letters(region.size(), uchar{0});
+    for (const Glyph& glyph : line.glyphs)
+        letters((glyph.box - region.tl() + cv::Size(2, 2) - cv::Point(1, 1))
+                & cv::Rect({}, region.size()))
+            .setTo(255);
+    return letters;
+}
+
 /// Paints over what is too high for the line, or reaches into it from outside, but for what lies in
 /// the boxes of the letters.
 void whitenOthers(cv::Mat1b& ink, const LineCandidate& line, const cv::Rect& region)
 {
     constexpr int dark = 128;
-    cv::Mat1b letters(ink.size(), uchar{0});
-    for (const Glyph& glyph : line.glyphs)
-        letters((glyph.box - region.tl() + cv::Size(2, 2) - cv::Point(1, 1))
-                & cv::Rect({}, ink.size()))
-            .setTo(255);
+    const cv::Mat1b letters = boxesOfLetters(line, region);
     cv::Mat1i labels;
     cv::Mat1i stats;
     cv::Mat1d centroids;
@@ -37,6 +44,61 @@ void whitenOthers(cv::Mat1b& ink, const LineCandidate& line, const cv::Rect& reg
     }
     cv::dilate(others, others, cv::Mat());
     ink.setTo(255, others & ~letters);
+}
+
+/// Whether a patch, which is none of the glyphs, can be of the line: a letter that stands on its
+/// base line, the dot of one, or a mark behind a word.
+bool fitsIn(const cv::Rect& box, const LineCandidate& line)
+{
+    const double height = line.letterHeight;
+    const double slack = 0.15 * height + 1;
+    const double base = rowsOfLetters(line.glyphs, height).end - 0.5 * height;
+    const bool stands = std::abs(box.br().y - base) <= slack;
+    if (box.height > 0.4 * height)
+        return stands && box.height <= 1.2 * height && box.width <= 1.5 * height;
+    if (box.width > 0.4 * height + 1)
+        return false;
+    const int middle = box.x + box.width / 2;
+    return stands || std::ranges::any_of(line.glyphs, [&](const Glyph& glyph) {
+               return glyph.box.width < 0.5 * height && middle >= glyph.box.x
+                      && middle <= glyph.box.br().x && box.br().y <= glyph.box.y + 1
+                      && box.br().y >= glyph.box.y - 0.4 * height;
+           });
+}
+
+/// The dark patches that are mostly in the boxes of the letters, or fit in with them.
+cv::Mat1b patchesOfLine(const cv::Mat1b& ink, const LineCandidate& line, const cv::Rect& region)
+{
+    constexpr int dark = 128;
+    const cv::Mat1b boxes = boxesOfLetters(line, region);
+    cv::Mat1i labels;
+    cv::Mat1i stats;
+    cv::Mat1d centroids;
+    const int count = cv::connectedComponentsWithStats(ink < dark, labels, stats, centroids, 8);
+    cv::Mat1b kept(ink.size(), uchar{0});
+    for (int label = 1; label < count; ++label) {
+        const cv::Rect box(stats(label, cv::CC_STAT_LEFT), stats(label, cv::CC_STAT_TOP),
+                           stats(label, cv::CC_STAT_WIDTH), stats(label, cv::CC_STAT_HEIGHT));
+        const cv::Mat1b patch(labels(box) == label);
+        const cv::Mat1b inside(patch & boxes(box));
+        const bool isWhole = 10 * cv::countNonZero(inside) >= 7 * stats(label, cv::CC_STAT_AREA)
+                             || fitsIn(box + region.tl(), line);
+        kept(box).setTo(255, isWhole ? patch : inside);
+    }
+    return kept;
+}
+
+/// Paints over all but the letters and what fits in with them. Whether that was more than a little.
+bool whitenAllButLetters(cv::Mat1b& ink, const LineCandidate& line, const cv::Rect& region)
+{
+    constexpr int visible = 230;
+    cv::Mat1b kept = patchesOfLine(ink, line, region);
+    cv::dilate(kept, kept, cv::Mat());
+    cv::Mat1b others;
+    cv::compare(ink, cv::Scalar(visible), others, cv::CMP_LT);
+    others &= ~kept;
+    ink.setTo(255, others);
+    return 20 * cv::countNonZero(others) > ink.rows * ink.cols;
 }
 
 uchar percentile(std::vector<uchar> values, int percent)
@@ -162,12 +224,28 @@ LineImage inkImage(const cv::Mat3b& picture, const LineCandidate& line, int heig
     return enlarged(ink, region, height);
 }
 
+std::optional<LineImage> lettersImage(const cv::Mat3b& picture, const LineCandidate& line,
+                                      int height)
+{
+    const cv::Rect region = lineRegion(line, picture.size());
+    cv::Mat1b ink = inkIn(picture, line, region);
+    if (!whitenAllButLetters(ink, line, region))
+        return std::nullopt;
+    return enlarged(ink, region, height);
+}
+
 LineImage grayImage(const cv::Mat1b& luma, const LineCandidate& line, int height)
 {
     const cv::Rect region = lineRegion(line, luma.size());
     cv::Mat1b gray = luma(region).clone();
     if (line.glyphs.front().step > 0)
         gray = 255 - gray;
+    // What is wider than a stroke is of the scene.
+    const int wide = std::max(3, cvRound(0.4 * line.letterHeight) | 1);
+    cv::Mat1b scene;
+    cv::morphologyEx(gray, scene, cv::MORPH_CLOSE,
+                     cv::getStructuringElement(cv::MORPH_RECT, {wide, wide}));
+    gray = 255 - (scene - gray);
     const std::vector<uchar> values(gray.begin(), gray.end());
     const double low = percentile(values, 2);
     const double high = std::max(low + 20.0, static_cast<double>(percentile(values, 80)));

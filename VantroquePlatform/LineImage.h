@@ -2,6 +2,8 @@
 
 #include "VantroquePlatform/LineGrouping.h"
 
+#include <optional>
+
 namespace vantroque {
 
 /// A line of text as an engine likes it: dark on white, large, with air around it.
@@ -23,7 +25,10 @@ cv::Mat1b inkIn(const cv::Mat3b& picture, const LineCandidate& line, const cv::R
 
 /// The line by its color: what has another one vanishes, and so does what is not of the line.
 LineImage inkImage(const cv::Mat3b& picture, const LineCandidate& line, int height);
-/// The line in plain gray: soft, but nothing is lost.
+/// The letters alone, without the scene between and around them. Nothing where there is hardly any.
+std::optional<LineImage> lettersImage(const cv::Mat3b& picture, const LineCandidate& line,
+                                      int height);
+/// The strokes as thin lines in gray, whatever their color: soft, but little is lost.
 LineImage grayImage(const cv::Mat1b& luma, const LineCandidate& line, int height);
 
 } // namespace vantroque

@@ -38,6 +38,11 @@ std::vector<Glyph> glyphsBetween(const std::vector<Glyph>& glyphs, double lowest
     return some;
 }
 
+double sureness(const TextReading& reading)
+{
+    return reading.letters * reading.confidence;
+}
+
 } // namespace
 
 LineSearch::LineSearch(const cv::Mat3b& picture, const TextScale& scale, IsText isText,
@@ -189,12 +194,19 @@ Result<TextReading> LineSearch::readWell(const LineCandidate& candidate)
     constexpr int lowHeight = 30;
     constexpr double hopeless = 40;
     TextReading best = TRY(readImage(inkImage(m_picture, candidate, usualHeight)));
+    if (m_isText(best))
+        return best;
+    if (const auto letters = lettersImage(m_picture, candidate, usualHeight)) {
+        const TextReading other = TRY(readImage(*letters));
+        if (m_isText(other) || sureness(other) > sureness(best))
+            best = other;
+    }
     // A long line can be text though hardly a word of it is sure.
     const bool isHopeless = best.letters < 2 || (best.letters < 8 && best.confidence < hopeless);
     if (m_isText(best) || isHopeless)
         return best;
     for (const LineImage& image :
-         {inkImage(m_picture, candidate, lowHeight), grayImage(m_luma, candidate, usualHeight)}) {
+         {grayImage(m_luma, candidate, usualHeight), inkImage(m_picture, candidate, lowHeight)}) {
         const TextReading other = TRY(readImage(image));
         if (m_isText(other))
             return other;
