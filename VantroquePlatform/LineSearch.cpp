@@ -194,17 +194,17 @@ Result<TextReading> LineSearch::readWell(const LineCandidate& candidate)
     constexpr int lowHeight = 30;
     constexpr double hopeless = 40;
     TextReading best = TRY(readImage(inkImage(m_picture, candidate, usualHeight)));
-    if (m_isText(best))
-        return best;
-    if (const auto letters = lettersImage(m_picture, candidate, usualHeight)) {
-        const TextReading other = TRY(readImage(*letters));
-        if (m_isText(other) || sureness(other) > sureness(best))
-            best = other;
-    }
     // A long line can be text though hardly a word of it is sure.
     const bool isHopeless = best.letters < 2 || (best.letters < 8 && best.confidence < hopeless);
     if (m_isText(best) || isHopeless)
         return best;
+    if (const auto letters = lettersImage(m_picture, candidate, usualHeight)) {
+        const TextReading other = TRY(readImage(*letters));
+        if (m_isText(other))
+            return other;
+        if (sureness(other) > sureness(best))
+            best = other;
+    }
     for (const LineImage& image :
          {grayImage(m_luma, candidate, usualHeight), inkImage(m_picture, candidate, lowHeight)}) {
         const TextReading other = TRY(readImage(image));
