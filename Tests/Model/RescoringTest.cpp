@@ -128,6 +128,12 @@ TEST_F(Rescoring, ProfilesThatCannotBeReadLeaveFilesAnalysed)
     EXPECT_THAT(states(), ElementsAre(u"done"_s));
 }
 
+TEST_F(Rescoring, AnEmptyFolderOfProfilesIsTold)
+{
+    start(AnalysisEngine::real(nullptr), std::vector<Profile>());
+    EXPECT_EQ(model().profilesError(), u"No platform profiles were found in the app bundle."_s);
+}
+
 TEST_F(Rescoring, AProfileToggledWhileAFileIsAnalysedIsScoredAtItsEnd)
 {
     startHeld({plainProfile(u"one"_s), plainProfile(u"two"_s)}).add({anyFile("a.mp4")});

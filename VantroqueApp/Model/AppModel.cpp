@@ -1,6 +1,7 @@
 #include "VantroqueApp/Model/AppModel.h"
 
 #include "Profiles/ProfileSelection.h"
+#include "Profiles/ProfileStore.h"
 #include "Tools/FFTool.h"
 
 #include <algorithm>
@@ -38,10 +39,12 @@ AppModel::AppModel(UserDefaults& defaults, Desktop& desktop, AnalysisEngine engi
       m_saver([this] { return workspace(); })
 {
     joinFreedBlocksAtOnce();
-    if (profiles)
-        m_profiles = *std::move(profiles);
-    else
+    if (!profiles)
         m_profilesError = profiles.error().description;
+    else if (profiles->empty())
+        m_profilesError = ProfileStore::noneFoundText();
+    else
+        m_profiles = *std::move(profiles);
     takeChoice(ProfileSelectionStore(m_defaults).load(m_profiles));
     m_toolMissing = !FFTool::find("ffprobe") || !FFTool::find("ffmpeg");
     startRestoring();
