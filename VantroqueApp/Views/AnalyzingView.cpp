@@ -59,7 +59,7 @@ AnalyzingView::AnalyzingView(QWidget* parent)
     layout->addWidget(m_timeline);
     layout->addStretch();
     connect(m_motion, &QVariantAnimation::valueChanged, this,
-            [this](const QVariant& value) { setFraction(value.toDouble()); });
+            [this](const QVariant& value) { draw(value.toDouble()); });
 }
 
 QLayout* AnalyzingView::head()
@@ -90,7 +90,7 @@ void AnalyzingView::show(const FileAnalysis& file, const Snapshot* progress)
     const Snapshot& now = progress != nullptr ? *progress : nothing;
     if (std::exchange(m_shown, file.id) != file.id) {
         m_motion->stop();
-        setFraction(now.fraction);
+        draw(now.fraction);
         m_instruments->show(nullptr);
     }
     follow(now.fraction);
@@ -125,23 +125,24 @@ void AnalyzingView::showChannels(const Snapshot& now)
 
 void AnalyzingView::follow(double fraction)
 {
+    m_ring->setFraction(fraction);
+    m_line->setFraction(fraction);
     const int milliseconds = Motion::duration(*this, motionMilliseconds);
     if (milliseconds == 0)
-        return setFraction(fraction);
-    if (m_motion->endValue() == fraction && m_fraction <= fraction)
+        return draw(fraction);
+    if (m_motion->endValue() == fraction && m_ring->drawn() <= fraction)
         return;
     m_motion->stop();
-    m_motion->setStartValue(m_fraction);
+    m_motion->setStartValue(m_ring->drawn());
     m_motion->setEndValue(fraction);
     m_motion->setDuration(milliseconds);
     m_motion->start();
 }
 
-void AnalyzingView::setFraction(double fraction)
+void AnalyzingView::draw(double fraction)
 {
-    m_fraction = fraction;
-    m_ring->setFraction(fraction);
-    m_line->setFraction(fraction);
+    m_ring->setDrawn(fraction);
+    m_line->setDrawn(fraction);
 }
 
 void AnalyzingView::resizeEvent(QResizeEvent*)

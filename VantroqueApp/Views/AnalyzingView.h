@@ -39,7 +39,7 @@ private:
     QLayout* head();
     void showChannels(const Snapshot& now);
     void follow(double fraction);
-    void setFraction(double fraction);
+    void draw(double fraction);
     void arrange();
 
     ProgressRing* m_ring;
@@ -52,7 +52,6 @@ private:
     ChannelMeters* m_channels;
     LiveTimeline* m_timeline;
     QVariantAnimation* m_motion;
-    double m_fraction = 0; ///< As shown, which follows the true one.
     QUuid m_shown;
 };
 

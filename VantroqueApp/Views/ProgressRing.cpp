@@ -32,12 +32,18 @@ void ProgressRing::setFraction(double fraction)
     update();
 }
 
+void ProgressRing::setDrawn(double fraction)
+{
+    m_drawn = fraction;
+    update();
+}
+
 void ProgressRing::paintEvent(QPaintEvent*)
 {
     constexpr double width = 5;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    Ring::draw(painter, rect(), width, m_fraction);
+    Ring::draw(painter, rect(), width, m_drawn);
     Type::draw(painter, rect(), percent(m_fraction), Type::text(Type::ring, QFont::DemiBold),
                Theme::current().text1, Qt::AlignCenter);
 }
@@ -49,8 +55,12 @@ ProgressLine::ProgressLine(QWidget* parent) : QWidget(parent)
 
 void ProgressLine::setFraction(double fraction)
 {
-    m_fraction = fraction;
     setAccessibleName(u"Progress: %1"_s.arg(percent(fraction)));
+}
+
+void ProgressLine::setDrawn(double fraction)
+{
+    m_drawn = fraction;
     update();
 }
 
@@ -63,7 +73,7 @@ void ProgressLine::paintEvent(QPaintEvent*)
     painter.setBrush(Theme::current().controlEdge);
     painter.drawRoundedRect(rect(), radius, radius);
     QRectF over(rect());
-    over.setWidth(over.width() * m_fraction);
+    over.setWidth(over.width() * m_drawn);
     painter.setBrush(Theme::current().accent);
     painter.drawRoundedRect(over, radius, radius);
 }

@@ -10,13 +10,18 @@ class ProgressRing : public QWidget {
 
 public:
     explicit ProgressRing(QWidget* parent = nullptr);
+    /// What it says.
     void setFraction(double fraction);
+    /// How far the ring is drawn, which may be on its way there.
+    void setDrawn(double fraction);
+    double drawn() const { return m_drawn; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     double m_fraction = 0;
+    double m_drawn = 0;
 };
 
 /// The same as a bar.
@@ -24,12 +29,13 @@ class ProgressLine : public QWidget {
 public:
     explicit ProgressLine(QWidget* parent = nullptr);
     void setFraction(double fraction);
+    void setDrawn(double fraction);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    double m_fraction = 0;
+    double m_drawn = 0;
 };
 
 } // namespace vantroque
