@@ -22,25 +22,37 @@ cv::Mat1b boxesOfLetters(const LineCandidate& line, const cv::Rect& region)
     return letters;
 }
 
+/// The patches of dark pixels that hang together; 0 labels what is not dark.
+struct DarkPatches {
+    explicit DarkPatches(const cv::Mat1b& ink)
+    {
+        constexpr int dark = 128;
+        cv::Mat1d centroids;
+        count = cv::connectedComponentsWithStats(ink < dark, labels, stats, centroids, 8);
+    }
+    cv::Rect box(int label) const
+    {
+        return {stats(label, cv::CC_STAT_LEFT), stats(label, cv::CC_STAT_TOP),
+                stats(label, cv::CC_STAT_WIDTH), stats(label, cv::CC_STAT_HEIGHT)};
+    }
+
+    cv::Mat1i labels;
+    cv::Mat1i stats;
+    int count = 0;
+};
+
 /// Paints over what is too high for the line, or reaches into it from outside, but for what lies in
 /// the boxes of the letters.
 void whitenOthers(cv::Mat1b& ink, const LineCandidate& line, const cv::Rect& region)
 {
-    constexpr int dark = 128;
     const cv::Mat1b letters = boxesOfLetters(line, region);
-    cv::Mat1i labels;
-    cv::Mat1i stats;
-    cv::Mat1d centroids;
-    const int count = cv::connectedComponentsWithStats(ink < dark, labels, stats, centroids, 8);
+    const DarkPatches patches(ink);
     cv::Mat1b others(ink.size(), uchar{0});
-    for (int label = 1; label < count; ++label) {
-        const int top = stats(label, cv::CC_STAT_TOP);
-        const int height = stats(label, cv::CC_STAT_HEIGHT);
-        const int left = stats(label, cv::CC_STAT_LEFT);
-        const int width = stats(label, cv::CC_STAT_WIDTH);
-        if (top == 0 || top + height == ink.rows || left == 0 || left + width == ink.cols
-            || height > 1.6 * line.letterHeight + 2)
-            others.setTo(255, labels == label);
+    for (int label = 1; label < patches.count; ++label) {
+        const cv::Rect box = patches.box(label);
+        if (box.y == 0 || box.br().y == ink.rows || box.x == 0 || box.br().x == ink.cols
+            || box.height > 1.6 * line.letterHeight + 2)
+            others.setTo(255, patches.labels == label);
     }
     cv::dilate(others, others, cv::Mat());
     ink.setTo(255, others & ~letters);
@@ -69,20 +81,16 @@ bool fitsIn(const cv::Rect& box, const LineCandidate& line)
 /// The dark patches that are mostly in the boxes of the letters, or fit in with them.
 cv::Mat1b patchesOfLine(const cv::Mat1b& ink, const LineCandidate& line, const cv::Rect& region)
 {
-    constexpr int dark = 128;
     const cv::Mat1b boxes = boxesOfLetters(line, region);
-    cv::Mat1i labels;
-    cv::Mat1i stats;
-    cv::Mat1d centroids;
-    const int count = cv::connectedComponentsWithStats(ink < dark, labels, stats, centroids, 8);
+    const DarkPatches patches(ink);
     cv::Mat1b kept(ink.size(), uchar{0});
-    for (int label = 1; label < count; ++label) {
-        const cv::Rect box(stats(label, cv::CC_STAT_LEFT), stats(label, cv::CC_STAT_TOP),
-                           stats(label, cv::CC_STAT_WIDTH), stats(label, cv::CC_STAT_HEIGHT));
-        const cv::Mat1b patch(labels(box) == label);
+    for (int label = 1; label < patches.count; ++label) {
+        const cv::Rect box = patches.box(label);
+        const cv::Mat1b patch(patches.labels(box) == label);
         const cv::Mat1b inside(patch & boxes(box));
-        const bool isWhole = 10 * cv::countNonZero(inside) >= 7 * stats(label, cv::CC_STAT_AREA)
-                             || fitsIn(box + region.tl(), line);
+        const bool isWhole =
+            10 * cv::countNonZero(inside) >= 7 * patches.stats(label, cv::CC_STAT_AREA)
+            || fitsIn(box + region.tl(), line);
         kept(box).setTo(255, isWhole ? patch : inside);
     }
     return kept;
