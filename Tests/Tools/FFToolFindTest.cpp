@@ -3,13 +3,16 @@
 #include "Support/TestFolder.h"
 #include "Tools/FFTool.h"
 
+#include <unistd.h>
+
 namespace vantroque {
 namespace {
 
 using namespace Qt::StringLiterals;
 namespace fs = std::filesystem;
 
-const std::string toolName = "vantroque-test-tool";
+/// Of this process alone: tests that run beside it put tools into the same build tree.
+const std::string toolName = "vantroque-test-tool-" + std::to_string(getpid());
 
 /// No tool is chosen, and the search path holds one folder of the test before the system's.
 class FFToolFind : public testing::Test {
