@@ -18,6 +18,7 @@ target_compile_options(vantroque_compile INTERFACE -ffp-contract=off)
 if(VANTROQUE_SANITIZE)
     target_compile_options(vantroque_compile INTERFACE
         -fsanitize=${VANTROQUE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_compile_definitions(vantroque_compile INTERFACE VANTROQUE_SANITIZED)
     target_link_options(vantroque_compile INTERFACE -fsanitize=${VANTROQUE_SANITIZE})
 endif()
 

@@ -54,10 +54,15 @@ QImage foliage(QSize size, unsigned seed)
     };
     for (int i = 0; i < size.width() * size.height() / 150; ++i) {
         painter.save();
-        painter.translate(between(0, size.width()), between(0, size.height()));
+        // One draw a statement: compilers differ in which argument of a call comes first.
+        const int y = between(0, size.height());
+        painter.translate(between(0, size.width()), y);
         painter.rotate(between(0, 359));
-        painter.setBrush(QColor::fromHsv(between(60, 130), between(80, 200), between(30, 170)));
-        painter.drawEllipse(0, 0, between(8, 30), between(3, 10));
+        const int value = between(30, 170);
+        const int saturation = between(80, 200);
+        painter.setBrush(QColor::fromHsv(between(60, 130), saturation, value));
+        const int height = between(3, 10);
+        painter.drawEllipse(0, 0, between(8, 30), height);
         painter.restore();
     }
     return picture;

@@ -16,8 +16,9 @@ namespace {
 
 QColor natural(Random& random, int low = 20, int high = 220)
 {
-    return QColor::fromHsv(between(random, 0, 359), between(random, 20, 160),
-                           between(random, low, high));
+    const int value = between(random, low, high);
+    const int saturation = between(random, 20, 160);
+    return QColor::fromHsv(between(random, 0, 359), saturation, value);
 }
 
 QImage canvas(QSize size)
@@ -142,7 +143,8 @@ QImage scattered(QSize size, Random& random, int count, QColor ground,
     painter.setPen(Qt::NoPen);
     for (int i = 0; i < count; ++i) {
         painter.save();
-        painter.translate(between(random, 0, size.width()), between(random, 0, size.height()));
+        const int y = between(random, 0, size.height());
+        painter.translate(between(random, 0, size.width()), y);
         draw(painter);
         painter.restore();
     }
@@ -154,7 +156,8 @@ QImage shapes(QSize size, Random& random)
     return scattered(size, random, 400, natural(random), [&](QPainter& painter) {
         painter.setBrush(natural(random, 10, 240));
         painter.rotate(between(random, 0, 359));
-        const QRectF box(0, 0, between(random, 10, 260), between(random, 6, 160));
+        const int height = between(random, 6, 160);
+        const QRectF box(0, 0, between(random, 10, 260), height);
         if (chance(random, 0.5))
             painter.drawRect(box);
         else
@@ -166,10 +169,12 @@ QImage foliage(QSize size, Random& random)
 {
     const int hue = between(random, 60, 140);
     return scattered(size, random, 9000, QColor::fromHsv(hue, 160, 40), [&](QPainter& painter) {
-        painter.setBrush(QColor::fromHsv(hue + between(random, -15, 15), between(random, 80, 200),
-                                         between(random, 30, 190)));
+        const int value = between(random, 30, 190);
+        const int saturation = between(random, 80, 200);
+        painter.setBrush(QColor::fromHsv(hue + between(random, -15, 15), saturation, value));
         painter.rotate(between(random, 0, 359));
-        painter.drawEllipse(QRectF(0, 0, between(random, 15, 60), between(random, 5, 20)));
+        const int height = between(random, 5, 20);
+        painter.drawEllipse(QRectF(0, 0, between(random, 15, 60), height));
     });
 }
 
@@ -193,10 +198,12 @@ QImage crowd(QSize size, Random& random)
         const int radius = between(random, 12, 30);
         painter.setBrush(natural(random, 20, 230));
         painter.drawRoundedRect(-radius * 2, radius, radius * 4, radius * 5, radius, radius);
-        painter.setBrush(QColor::fromHsv(between(random, 10, 30), between(random, 60, 150),
-                                         between(random, 90, 240)));
+        const int skin = between(random, 90, 240);
+        const int saturation = between(random, 60, 150);
+        painter.setBrush(QColor::fromHsv(between(random, 10, 30), saturation, skin));
         painter.drawEllipse(QPoint(0, 0), radius, radius + 4);
-        painter.setBrush(QColor::fromHsv(between(random, 15, 35), 120, between(random, 20, 120)));
+        const int hair = between(random, 20, 120);
+        painter.setBrush(QColor::fromHsv(between(random, 15, 35), 120, hair));
         painter.drawChord(QRect(-radius, -radius - 4, 2 * radius, 2 * radius), 0, 180 * 16);
     });
 }
@@ -204,10 +211,12 @@ QImage crowd(QSize size, Random& random)
 QImage grass(QSize size, Random& random)
 {
     return scattered(size, random, 12000, QColor(50, 70, 25), [&](QPainter& painter) {
-        painter.setPen(QPen(QColor::fromHsv(between(random, 50, 110), between(random, 90, 200),
-                                            between(random, 50, 220)),
-                            between(random, 2, 5)));
-        painter.drawLine(0, 0, between(random, -25, 25), -between(random, 30, 110));
+        const int width = between(random, 2, 5);
+        const int value = between(random, 50, 220);
+        const int saturation = between(random, 90, 200);
+        painter.setPen(QPen(QColor::fromHsv(between(random, 50, 110), saturation, value), width));
+        const int height = between(random, 30, 110);
+        painter.drawLine(0, 0, between(random, -25, 25), -height);
     });
 }
 
@@ -285,9 +294,10 @@ Background background(Set set, int kind, QSize size, bool moves, Random& random)
     texture =
         texture.scaled(texture.size() * 2 / 3, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
             .scaled(texture.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    const QPointF step =
-        moves ? QPointF(between(random, 8.0, 40.0), between(random, 2.0, 20.0)) : QPointF(0, 0);
-    return {chosen.name, texture, step};
+    if (!moves)
+        return {chosen.name, texture, {}};
+    const double down = between(random, 2.0, 20.0);
+    return {chosen.name, texture, QPointF(between(random, 8.0, 40.0), down)};
 }
 
 } // namespace vantroque::TextScenes

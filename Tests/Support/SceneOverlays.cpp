@@ -189,12 +189,16 @@ Overlay overlay(Set set, const Wanted& wanted, const Background& background, QSi
     const QImage behind = background.frame(size, 0);
     const Face face = pick(faces(set), random);
     Layout layout(overlay, behind, random);
-    if (wanted.super)
-        layout.add(Kind::super, phrase(set, random), face, between(random, 0.032, 0.10),
-                   between(random, 0.08, 0.3));
-    if (wanted.shortSuper)
-        layout.add(Kind::shortSuper, pick(shortTexts(set), random), face,
-                   between(random, 0.032, 0.10), between(random, 0.42, 0.6));
+    if (wanted.super) {
+        const double top = between(random, 0.08, 0.3);
+        const double height = between(random, 0.032, 0.10);
+        layout.add(Kind::super, phrase(set, random), face, height, top);
+    }
+    if (wanted.shortSuper) {
+        const double top = between(random, 0.42, 0.6);
+        const double height = between(random, 0.032, 0.10);
+        layout.add(Kind::shortSuper, pick(shortTexts(set), random), face, height, top);
+    }
     const double legalSize = between(random, 0.0155, 0.025);
     const Face legalFace = pick(faces(set), random);
     for (int i = 0; i < wanted.legalLines; ++i)

@@ -16,7 +16,7 @@ namespace vantroque {
 class Watchdog {
 public:
     using Duration = std::chrono::duration<double>;
-#if defined(__OPTIMIZE__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#if defined(__OPTIMIZE__) && !defined(VANTROQUE_SANITIZED)
     static constexpr Duration frame = std::chrono::milliseconds(16);
 #else
     static constexpr Duration frame = std::chrono::milliseconds(240); // such programs are slow

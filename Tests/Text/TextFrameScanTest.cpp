@@ -307,7 +307,7 @@ std::int64_t peakKilobytes()
     return usage.ru_maxrss;
 }
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VANTROQUE_SANITIZED
 constexpr std::int64_t allowedKilobytes = 600'000; // freed memory is kept back for a while
 #else
 constexpr std::int64_t allowedKilobytes = 32'000;

@@ -45,8 +45,8 @@ TEST_F(Analyzing, NamesEachStage)
         {"run-slate.mp4", u"Reading the slate"_s},
         {"run-pop.mp4", u"Measuring the 2-pop"_s},
         {"run-scoring.mp4", u"Checking against the platforms"_s}};
+    open();
     for (const auto& [file, stage] : stages) {
-        open();
         drop({anyFile(file)});
         model().select(model().analyses().back().id);
         EXPECT_TRUE(soonShows(stage)) << stage.toStdString();
