@@ -45,15 +45,19 @@ TEST(LiveTimeline, MarksAnOpenRunUpToTheDecode)
     EXPECT_FALSE(isMarked(now, 11));
 }
 
-TEST(LiveTimeline, EndsBlackWithTheFirstPictureThatIsNot)
+TEST(LiveTimeline, EndsBlackWhereThePicturesAreLightAgain)
 {
     auto now = halfway();
-    now.events = {{Kind::blackStart, 2}};
-    for (int second = 0; second <= 10; ++second)
-        now.frames.push_back({.time = static_cast<double>(second),
-                              .yHighPercent = second >= 2 && second < 5 ? 1.F : 60.F});
+    now.events = {{Kind::blackStart, 2, 5}};
     EXPECT_TRUE(isMarked(now, 4));
     EXPECT_FALSE(isMarked(now, 6));
+}
+
+TEST(LiveTimeline, EndsNoOtherRunWithBlack)
+{
+    auto now = halfway();
+    now.events = {{Kind::blackStart, 2}, {Kind::freezeStart, 3, 5}};
+    EXPECT_TRUE(isMarked(now, 6));
 }
 
 } // namespace

@@ -46,7 +46,6 @@ AppModel::Outcome AppModel::analyze(const QUuid& id, const FileUrl& url,
     {
         AnalysisProgress progress(
             [this, id](const AnalysisProgress::Snapshot& snapshot) {
-                // Copied here, since it is long for a long film.
                 auto copy = std::make_shared<const AnalysisProgress::Snapshot>(snapshot);
                 m_mailbox.post([this, id, copy = std::move(copy)] {
                     m_progress[id] = copy;

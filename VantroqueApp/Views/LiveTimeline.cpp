@@ -42,26 +42,6 @@ double markDistance(double duration)
     return std::ceil(duration / mostMarks);
 }
 
-/// The tool tells of black in one line when it is over, of which the start is known here. Where it
-/// ended is seen on the sampled pictures.
-std::vector<AnalysisProgress::LiveEvent> withBlackEnds(const AnalysisProgress::Snapshot& progress)
-{
-    constexpr float darkest = 10; // percent
-    std::vector<AnalysisProgress::LiveEvent> events;
-    for (const auto& event : progress.events) {
-        events.push_back(event);
-        if (event.kind != Kind::blackStart)
-            continue;
-        const auto light =
-            std::ranges::find_if(progress.frames, [&](const AnalysisProgress::FrameSample& sample) {
-                return sample.time > event.time && sample.yHighPercent > darkest;
-            });
-        if (light != progress.frames.end())
-            events.push_back({.kind = Kind::blackEnd, .time = light->time});
-    }
-    return events;
-}
-
 } // namespace
 
 LiveTimeline::LiveTimeline(QWidget* parent)
@@ -73,7 +53,7 @@ void LiveTimeline::show(const Snapshot& progress)
 {
     m_duration = progress.duration;
     m_decoded = std::min(progress.mediaSeconds, progress.duration);
-    m_events = withBlackEnds(progress);
+    m_events = progress.events;
     update();
 }
 
@@ -121,8 +101,10 @@ void LiveTimeline::paintLane(QPainter& painter, const QRect& lane, Kind start, K
     for (const LiveEvent& event : m_events) {
         if (event.kind == start)
             open = event.time;
-        else if (event.kind == end && open)
-            mark(*std::exchange(open, std::nullopt), event.time);
+        else if (event.kind != end)
+            continue;
+        if (const auto over = event.kind == end ? event.time : event.end; open && over)
+            mark(*std::exchange(open, std::nullopt), *over);
     }
     if (open)
         mark(*open, m_decoded);

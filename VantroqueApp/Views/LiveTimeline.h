@@ -27,7 +27,7 @@ private:
 
     double m_duration = 0;
     double m_decoded = 0;
-    std::vector<LiveEvent> m_events;
+    GrowingList<LiveEvent> m_events;
 };
 
 } // namespace vantroque

@@ -115,8 +115,11 @@ void AnalysisProgress::noteMediaTime(double seconds)
 
 void AnalysisProgress::append(FrameSample sample)
 {
+    constexpr float darkest = 10; // percent
     change(false, [&] {
         reach(sample.time);
+        if (sample.yHighPercent > darkest)
+            noteLight(sample.time);
         m_state.frames.push_back(std::move(sample));
     });
 }
@@ -131,7 +134,14 @@ void AnalysisProgress::append(AudioSample sample)
 
 void AnalysisProgress::append(LiveEvent event)
 {
-    change(true, [&] { m_state.events.push_back(event); });
+    change(true, [&] {
+        if (event.kind == LiveEvent::Kind::blackStart) {
+            event.end = m_light.firstAfter(event.time);
+            if (!event.end)
+                m_openBlack.push_back(m_state.events.size());
+        }
+        m_state.events.push_back(event);
+    });
 }
 
 void AnalysisProgress::expectText(int frames, int step)
@@ -183,6 +193,20 @@ void AnalysisProgress::reach(double mediaSeconds)
 {
     m_timing.mediaSeconds = std::max(m_timing.mediaSeconds, mediaSeconds);
     m_state.mediaSeconds = m_timing.mediaSeconds;
+}
+
+void AnalysisProgress::noteLight(double time)
+{
+    if (!m_light.note(time))
+        return;
+    std::erase_if(m_openBlack, [&](std::size_t index) {
+        LiveEvent black = m_state.events[index];
+        if (time <= black.time)
+            return false;
+        black.end = time;
+        m_state.events.replace(index, black);
+        return true;
+    });
 }
 
 void AnalysisProgress::refreshFraction()

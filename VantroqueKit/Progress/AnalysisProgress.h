@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Progress/GrowingList.h"
+#include "Progress/LightTimes.h"
 #include "Progress/ProgressEstimate.h"
 #include "Records/MediaInfo.h"
 #include "Records/ScopeFrame.h"
@@ -51,9 +53,13 @@ public:
 
         Kind kind = Kind::blackStart;
         double time = 0; ///< Seconds.
+        /// Of black alone: when the sampled pictures are light again, as soon as that is known. The
+        /// tool tells of black in one line when it is over, of which the start is known.
+        std::optional<double> end = {};
         bool operator==(const LiveEvent&) const = default;
     };
 
+    /// Costs the same to copy however long the film is.
     struct Snapshot {
         Stage stage = Stage::queued;
         double duration = 0; ///< Of the file, seconds.
@@ -63,11 +69,11 @@ public:
         int channelCount = 0;
         std::optional<QString> channelLayout;
         double mediaSeconds = 0; ///< How far the decode has got.
-        std::vector<FrameSample> frames;
+        GrowingList<FrameSample> frames;
         std::shared_ptr<const ScopeFrame> preview; ///< The latest; null before the first.
         double previewTime = 0;
-        std::vector<AudioSample> audio;
-        std::vector<LiveEvent> events;
+        GrowingList<AudioSample> audio;
+        GrowingList<LiveEvent> events;
         int textFramesRead = 0;
         int textFramesExtracted = 0;
         double fraction = 0;                    ///< 0 to 1, never falls.
@@ -123,6 +129,7 @@ private:
     void deliver(std::unique_lock<std::mutex>& lock);
     void refreshFraction();
     void reach(double mediaSeconds);
+    void noteLight(double time);
     void keepTime(const std::stop_token& stop);
 
     const Options m_options;
@@ -130,6 +137,8 @@ private:
     OnUpdate m_onUpdate;
     Snapshot m_state;
     ProgressEstimate::Timing m_timing;
+    LightTimes m_light;
+    std::vector<std::size_t> m_openBlack; ///< The events of black that has no end yet.
     std::optional<TimePoint> m_lastNotify;
     bool m_pendingNotify = false;
     bool m_heartbeat = false;
