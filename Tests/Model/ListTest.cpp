@@ -124,6 +124,27 @@ TEST_F(List, AddingAFinishedFileStartsItOverAtTheEnd)
     EXPECT_EQ(selectedName(), u"b.mp4"_s) << "the first of the list";
 }
 
+TEST_F(List, AddingSomeOfManyAgainKeepsTheOrderOfTheOthersAndOfWhatIsAdded)
+{
+    const FileUrl a = anyFile("a.mp4");
+    const FileUrl c = anyFile("c.mp4");
+    startHeld().add({a, anyFile("b.mp4"), c, anyFile("d.mp4")});
+    m_held.release(4);
+    ASSERT_TRUE(soonIdle());
+    model().select(entry(3).id);
+    model().add({c, anyFile("e.mp4"), a, c});
+    EXPECT_THAT(names(), ElementsAre(u"b.mp4"_s, u"d.mp4"_s, u"c.mp4"_s, u"e.mp4"_s, u"a.mp4"_s));
+    EXPECT_THAT(states(),
+                ElementsAre(u"done"_s, u"done"_s, u"running"_s, u"queued"_s, u"queued"_s));
+    EXPECT_EQ(selectedName(), u"d.mp4"_s);
+}
+
+TEST_F(List, AFileThatIsGivenTwiceIsTakenOnce)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("a.mp4")});
+    EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
+}
+
 TEST_F(List, AddingAFailedFileTriesItAgain)
 {
     m_held.failFromNowOn();

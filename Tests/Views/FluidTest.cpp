@@ -326,6 +326,23 @@ TEST_F(Fluid, TheSelectedFileThatIsAddedAgainLeavesTheSelectionToTheFirst)
     EXPECT_EQ(rows(list()).size(), 5);
 }
 
+TEST_F(Fluid, ThousandsOfFilesAtOnceNeverBlock)
+{
+    constexpr int count = 5000;
+    std::vector<FileUrl> files;
+    for (int i = 0; i < 2 * count; ++i)
+        files.push_back(FileUrl::fromPath(m_folder / ("run" + std::to_string(i) + ".mp4")));
+    open();
+    rest();
+    model().add(std::vector(files.begin(), files.begin() + count));
+    m_dog.settle();
+    model().add(std::vector(files.begin() + count, files.end()));
+    m_dog.settle();
+    EXPECT_EQ(list().model()->rowCount(), 2 * count);
+    EXPECT_EQ(m_dog.longerThanAFrame(), 0) << m_dog.longestWork().count();
+    model().clearAll();
+}
+
 TEST_F(Fluid, AllPlatformsAreChosenAtOnce)
 {
     openMany(3);

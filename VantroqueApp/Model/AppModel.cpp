@@ -5,7 +5,10 @@
 #include "Tools/FFTool.h"
 
 #include <algorithm>
+#include <iterator>
 #include <malloc.h>
+#include <string_view>
+#include <unordered_map>
 
 namespace vantroque {
 
@@ -96,15 +99,6 @@ FileAnalysis* AppModel::find(const QUuid& id)
     return const_cast<FileAnalysis*>(analysis(id)); // of a list that is not const
 }
 
-FileAnalysis* AppModel::find(const FileUrl& url)
-{
-    // As text: paths compare piece by piece, which is slow for a long list.
-    const auto found = std::ranges::find(
-        m_analyses, url.path().native(),
-        [](const FileAnalysis& entry) -> const std::string& { return entry.url.path().native(); });
-    return found == m_analyses.end() ? nullptr : &*found;
-}
-
 const AnalysisProgress::Snapshot* AppModel::progress(const QUuid& id) const
 {
     const auto found = m_progress.find(id);
@@ -137,25 +131,40 @@ void AppModel::add(const std::vector<FileUrl>& urls)
 {
     finishRestoring(); // what comes now comes last
     const auto before = m_selectedAnalysisID;
-    for (const FileUrl& url : urls) {
-        if (!isVideo(url))
-            continue;
-        if (const FileAnalysis* known = find(url)) {
-            if (known->is<FileAnalysis::Queued>() || known->is<FileAnalysis::Running>())
-                continue;
-            if (known->id == m_selectedAnalysisID)
-                m_selectedAnalysisID.reset();
-            m_rescoring.erase(known->id);
-            m_analyses.erase(m_analyses.begin() + (known - m_analyses.data()));
-        }
-        m_analyses.push_back({.id = QUuid::createUuid(), .url = url});
-    }
+    append(urls);
     if (!m_selectedAnalysisID && !m_analyses.empty())
         m_selectedAnalysisID = m_analyses.front().id;
     Q_EMIT listChanged();
     selectionMayHaveChanged(before);
     pump();
     m_saver.schedule();
+}
+
+/// A folder may hold thousands of files, so the list is gone through once for all of them.
+void AppModel::append(const std::vector<FileUrl>& urls)
+{
+    std::unordered_map<std::string_view, const FileAnalysis*> known;
+    for (const FileAnalysis& entry : m_analyses)
+        known.emplace(entry.url.path().native(), &entry);
+    std::set<QUuid> again;
+    std::vector<FileAnalysis> added;
+    added.reserve(urls.size()); // each stays where it is
+    for (const FileUrl& url : urls) {
+        if (!isVideo(url))
+            continue;
+        const FileAnalysis*& entry = known[url.path().native()];
+        if (entry != nullptr) {
+            if (entry->is<FileAnalysis::Queued>() || entry->is<FileAnalysis::Running>())
+                continue;
+            if (entry->id == m_selectedAnalysisID)
+                m_selectedAnalysisID.reset();
+            m_rescoring.erase(entry->id);
+            again.insert(entry->id);
+        }
+        entry = &added.emplace_back(FileAnalysis{.id = QUuid::createUuid(), .url = url});
+    }
+    std::erase_if(m_analyses, [&](const FileAnalysis& entry) { return again.contains(entry.id); });
+    std::ranges::move(added, std::back_inserter(m_analyses));
 }
 
 void AppModel::remove(QUuid id)

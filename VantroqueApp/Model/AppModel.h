@@ -135,7 +135,7 @@ private:
     using SharedProfiles = std::shared_ptr<const std::vector<Profile>>;
 
     FileAnalysis* find(const QUuid& id);
-    FileAnalysis* find(const FileUrl& url);
+    void append(const std::vector<FileUrl>& urls);
     void takeChoice(const std::set<QString>& ids);
 
     std::vector<QUuid> inOrderOfUrgency() const;
