@@ -16,9 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A window may be busy with a large workspace.
-constexpr std::chrono::seconds patience{10};
-
 /// A line for each file, and an empty one behind the last.
 QByteArray message(const std::vector<FileUrl>& files)
 {
@@ -52,11 +49,12 @@ QString SingleInstance::name()
                                     QString::fromLatin1(hash.first(16)));
 }
 
-SingleInstance::Start SingleInstance::start(const std::vector<FileUrl>& files)
+Result<SingleInstance::Start> SingleInstance::start(const std::vector<FileUrl>& files,
+                                                    std::chrono::milliseconds limit)
 {
     m_server.setSocketOptions(QLocalServer::AbstractNamespaceOption);
     connect(&m_server, &QLocalServer::newConnection, this, &SingleInstance::receive);
-    const QDeadlineTimer deadline(patience);
+    const QDeadlineTimer deadline(limit);
     do {
         // Where there are no names to own, two windows are better than none.
         if (m_server.listen(name()) || m_server.serverError() != QAbstractSocket::AddressInUseError)
@@ -66,7 +64,7 @@ SingleInstance::Start SingleInstance::start(const std::vector<FileUrl>& files)
         // The other one is about to listen, or about to end.
         QThread::msleep(10);
     } while (!deadline.hasExpired());
-    return Start::noAnswer;
+    return failure(u"it is open already, but does not answer"_s);
 }
 
 /// Nothing when the other one neither took the files nor ever will.

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "Base/FileUrl.h"
+#include "Base/Result.h"
 
 #include <QLocalServer>
 
+#include <chrono>
 #include <optional>
 #include <vector>
 
@@ -20,13 +22,14 @@ class SingleInstance : public QObject {
 
 public:
     enum class Start {
-        first,      ///< This program is the window, and hears of later starts.
-        handedOver, ///< The window that is open has taken the files.
-        noAnswer    ///< It is there but does not take them.
+        first,     ///< This program is the window, and hears of later starts.
+        handedOver ///< The window that is open has taken the files.
     };
 
-    /// Blocks while the window that is open is busy, or is about to end.
-    Start start(const std::vector<FileUrl>& files);
+    /// Blocks while the window that is open is busy, which it may be with a large workspace, or is
+    /// about to end. Fails when it is there but does not take the files.
+    Result<Start> start(const std::vector<FileUrl>& files,
+                        std::chrono::milliseconds limit = std::chrono::seconds(10));
     /// The name in question, in the abstract namespace of sockets.
     static QString name();
 

@@ -68,13 +68,13 @@ int main(int argc, char** argv)
     const auto files =
         DroppedFiles::urls(std::vector<std::filesystem::path>(argv + 1, argv + argc));
     SingleInstance instance;
-    switch (instance.start(files)) {
-    case SingleInstance::Start::first: break;
-    case SingleInstance::Start::handedOver: return EXIT_SUCCESS;
-    case SingleInstance::Start::noAnswer:
-        std::fputs("vantroque: it is open already, but does not answer\n", stderr);
+    const auto start = instance.start(files);
+    if (!start) {
+        std::fputs(qUtf8Printable(u"vantroque: %1\n"_s.arg(start.error().description)), stderr);
         return EXIT_FAILURE;
     }
+    if (*start == SingleInstance::Start::handedOver)
+        return EXIT_SUCCESS;
     const SessionEnd sessionEnd;
     ScratchFolder::sweep();
 

@@ -13,6 +13,8 @@
 namespace vantroque {
 namespace {
 
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
@@ -97,10 +99,11 @@ TEST_F(Start, AWindowThatDoesNotAnswerIsReported)
 {
     const Program window = open();
     window.signal(SIGSTOP);
-    const ProgramRun later = start({file("a.mp4")}).wait();
-    EXPECT_EQ(later.status, 1);
-    EXPECT_EQ(later.err, "vantroque: it is open already, but does not answer\n");
+    SingleInstance later;
+    const auto outcome = later.start({FileUrl::fromPath(file("a.mp4"))}, 100ms);
     window.signal(SIGCONT);
+    ASSERT_FALSE(outcome.has_value());
+    EXPECT_EQ(outcome.error().description, u"it is open already, but does not answer"_s);
 }
 
 TEST_F(Start, TakesThePlaceOfAWindowThatWasKilled)
