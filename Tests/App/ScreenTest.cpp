@@ -1,5 +1,7 @@
 #include "App/Screen.h"
 #include "App/AppFixture.h"
+#include "App/SessionManager.h"
+#include "VantroqueApp/SingleInstance.h"
 
 #include <csignal>
 
@@ -33,6 +35,23 @@ TEST_F(OnScreen, TheEndOfTheDisplaySavesAndLeavesNothing)
     EXPECT_EQ(window.wait().status, 1);
     EXPECT_TRUE(leftNothing(file));
     EXPECT_EQ(storedNames(), (std::vector<std::string>{"long.mp4", "late.mp4"}));
+}
+
+TEST_F(OnScreen, TheEndOfTheSessionSavesWhatIsNewAndLeavesNothing)
+{
+    SessionManager session;
+    const Path file = longFile();
+    Program window = open({file});
+    ASSERT_TRUE(session.soonHasProgram());
+    ASSERT_TRUE(soonDecodes(file));
+    SingleInstance later;
+    ASSERT_EQ(later.start({FileUrl::fromPath(this->file("late.mp4"))}),
+              SingleInstance::Start::handedOver);
+    ASSERT_TRUE(session.askToSave());
+    EXPECT_EQ(storedNames(), (std::vector<std::string>{"long.mp4", "late.mp4"}));
+    session.askToEnd();
+    EXPECT_EQ(window.wait().status, 0);
+    EXPECT_TRUE(leftNothing(file));
 }
 
 TEST_F(OnScreen, ASignalEndsItWhileAPanelIsOpen)
