@@ -1,0 +1,139 @@
+#include "Analysis/TextOnTheRoad.h"
+
+// Text that is read while a file is decoded.
+
+namespace vantroque {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::IsEmpty;
+using testing::Optional;
+using testing::SizeIs;
+
+void expectDecodedText(const MediaInfo& media)
+{
+    Readers readers;
+    const auto signal = Analyzer::decode(media, placement, {.recognizers = &readers.pool}, nullptr);
+    ASSERT_TRUE(signal) << signal.error().description.toStdString();
+    expectTitled(*signal);
+}
+
+/// ffmpeg on a disk that is full as soon as one frame for reading has been written.
+void fillTheDiskWithFrames(const FakeTools& tools)
+{
+    tools.put("ffmpeg", R"(
+case "$*" in *%05d.png*)
+    for word; do case "$word" in */%05d.png) folder="${word%/*}" ;; esac; done
+    cp "$TEST_FRAME" "$folder/00001.png"
+    : > "$folder/00002.png"
+    echo "av_interleaved_write_frame(): No space left on device" >&2
+    exit 1 ;;
+esac
+exec ffmpeg "$@")");
+}
+
+TEST(TextOnTheDecode, IsReadToTheFrame)
+{
+    expectDecodedText(probed(BoxClips::titled()));
+}
+
+TEST(TextOnTheDecode, OfAPictureBehindACoverIsRead)
+{
+    const MediaInfo media = probed(Clips::coverAhead(BoxClips::titled("covered.mp4")));
+    ASSERT_EQ(media.video->specifier(), "v:1");
+    expectDecodedText(media);
+}
+
+TEST(TextOnTheDecode, OfATurnedPictureIsReadAsItIsStored)
+{
+    const auto upright = BoxClips::titled("upright.mp4");
+    expectDecodedText(probed(Media::make(
+        {"turned.mp4", {"-i", upright.native(), "-c", "copy", "-metadata:s:v:0", "rotate=90"}})));
+}
+
+TEST(TextOnTheDecode, TakesNoFurtherDecode)
+{
+    const MediaInfo media = probed(BoxClips::make({.name = "plain-gray.mkv"}));
+    const FakeTools tools;
+    tools.record("ffmpeg");
+    Readers readers;
+    const auto signal = Analyzer::decode(media, placement, {.recognizers = &readers.pool}, nullptr);
+    ASSERT_TRUE(signal);
+    EXPECT_THAT(signal->textRegions, Optional(IsEmpty()));
+    EXPECT_THAT(tools.calls("ffmpeg"), SizeIs(1));
+    EXPECT_EQ(readers.frames, 9) << "every twelfth of a hundred";
+}
+
+TEST(TextOnTheDecode, LeavesNoFilesBehind)
+{
+    const MediaInfo media = probed(BoxClips::titled());
+    const TestFolder temporary;
+    const ScopedVariable place("TMPDIR", temporary.path());
+    expectDecodedText(media);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+TEST(TextOnTheDecode, IsNotReadUnlessAProfileLimitsItsPlace)
+{
+    Readers readers;
+    const auto signal = Analyzer::decode(probed(BoxClips::titled()), {withSlate(1)},
+                                         {.recognizers = &readers.pool}, nullptr);
+    ASSERT_TRUE(signal);
+    EXPECT_EQ(signal->textScanAttempted, std::nullopt);
+    EXPECT_EQ(signal->textRegions, std::nullopt);
+    EXPECT_EQ(readers.frames, 0);
+}
+
+TEST(TextOnTheDecode, EndsWithADecodeThatFails)
+{
+    // It writes more and more frames, then fails.
+    const MediaInfo media = probed(BoxClips::titled());
+    const FakeTools tools;
+    const auto frame =
+        Media::make({"frame.png", {"-f", "lavfi", "-i", "color=gray:s=16x16", "-frames:v", "1"}});
+    tools.put("ffmpeg", "for word; do case $word in *%05d.png) folder=${word%/*};; esac; done\n"
+                        "for i in 1 2 3 4 5 6 7 8; do cp '"
+                            + QByteArray::fromStdString(frame.native())
+                            + "' $folder/0000$i.png; done\n"
+                              "echo broken >&2; exit 1");
+    const TestFolder temporary;
+    const ScopedVariable place("TMPDIR", temporary.path());
+    Readers readers;
+    const auto signal = Analyzer::decode(media, placement, {.recognizers = &readers.pool}, nullptr);
+    ASSERT_FALSE(signal);
+    EXPECT_EQ(signal.error().description, u"ffmpeg exited with status 1: broken\n"_s);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+TEST(TextOnTheDecode, ThatFillsTheDiskIsGivenUpAndTheRestMeasured)
+{
+    const TestFolder folder;
+    QImage frame(64, 64, QImage::Format_RGB32);
+    frame.fill(Qt::white);
+    frame.save(QString::fromStdString((folder / "frame.png").native()));
+    const ScopedVariable shown("TEST_FRAME", folder / "frame.png");
+    const MediaInfo media = probed(BoxClips::titled());
+    const FakeTools tools;
+    fillTheDiskWithFrames(tools);
+    Readers readers;
+    const auto signal = Analyzer::decode(media, placement, {.recognizers = &readers.pool}, nullptr);
+    ASSERT_TRUE(signal) << signal.error().description.toStdString();
+    EXPECT_TRUE(signal->levels);
+    EXPECT_EQ(signal->textScanAttempted, true);
+    EXPECT_EQ(signal->textRegions, std::nullopt) << "what was read of the first frame is no scan";
+}
+
+TEST(TextOnTheDecode, EndsWithADecodeThatCannotStart)
+{
+    const MediaInfo media = probed(BoxClips::titled());
+    const FakeTools tools;
+    tools.put("ffmpeg", "exit 1");
+    Readers readers;
+    MediaInfo analysed = media;
+    EXPECT_FALSE(Analyzer::rescore(analysed, placement, &readers.pool));
+    EXPECT_EQ(analysed, media) << "stays as it was";
+    EXPECT_EQ(readers.frames, 0);
+}
+
+} // namespace
+} // namespace vantroque
