@@ -57,6 +57,17 @@ TEST(MediaInfo, AnAudioFileSummarizesToSizeAndDuration)
     EXPECT_EQ(media.summaryLine(), u"999 bytes"_s);
 }
 
+TEST(MediaInfo, PixelsAreSquareUnlessTheirSidesAreTold)
+{
+    VideoStreamInfo video;
+    EXPECT_EQ(video.pixelAspect(), 1);
+    for (const auto& [told, aspect] : std::initializer_list<std::pair<QString, double>>{
+             {u"1:1"_s, 1}, {u"64:45"_s, 64.0 / 45}, {u"0:1"_s, 1}, {u"4:0"_s, 1}, {u"N/A"_s, 1}}) {
+        video.sampleAspect = told;
+        EXPECT_EQ(video.pixelAspect(), aspect) << told.toStdString();
+    }
+}
+
 TEST(MediaInfo, TheRangeIsUnknownUnlessItIsTagged)
 {
     VideoStreamInfo video;

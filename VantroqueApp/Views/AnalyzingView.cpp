@@ -99,7 +99,7 @@ void AnalyzingView::show(const FileAnalysis& file, const Snapshot* progress)
     m_name->setText(file.url.fileName());
     m_name->setToolTip(file.url.displayPath());
     m_summary->setText(now.summaryLine);
-    m_instruments->show(now.preview);
+    m_instruments->show(now.preview, {.rotation = now.rotation, .pixelAspect = now.pixelAspect});
     m_instruments->setVisible(!isProbed(now) || now.pictureWidth > 0);
     showChannels(now);
     m_timeline->show(now);

@@ -55,11 +55,12 @@ QRect LiveInstruments::panel() const
     return {width() - panelWidth, 0, panelWidth, height() > tall ? fullHeight : height()};
 }
 
-void LiveInstruments::show(const Frame& frame)
+void LiveInstruments::show(const Frame& frame, const LivePictures::Shape& shape)
 {
     if (frame == m_frame)
         return;
     m_frame = frame;
+    m_shape = shape;
     if (frame == nullptr) {
         ++m_file;
         m_images = {};
@@ -76,8 +77,9 @@ void LiveInstruments::drawNext()
     m_isDrawing = true;
     m_asked = m_frame;
     m_askedPlace = place;
-    m_worker.run([this, frame = m_frame, place, ratio = devicePixelRatioF(), file = m_file] {
-        m_mailbox.post([this, file, images = LivePictures::draw(*frame, place, ratio)] {
+    m_worker.run([this, frame = m_frame, shape = m_shape, place, ratio = devicePixelRatioF(),
+                  file = m_file] {
+        m_mailbox.post([this, file, images = LivePictures::draw(*frame, shape, place, ratio)] {
             m_isDrawing = false;
             if (file == m_file)
                 take(images);

@@ -20,7 +20,7 @@ public:
 
     explicit LiveInstruments(QWidget* parent = nullptr);
     /// Null before the first frame of a file.
-    void show(const Frame& frame);
+    void show(const Frame& frame, const LivePictures::Shape& shape = {});
 
     /// Without room for the parade.
     static constexpr int lowestHeight = 176;
@@ -41,6 +41,7 @@ private:
     void paintScopes(QPainter& painter) const;
 
     Frame m_frame; ///< The last that came.
+    LivePictures::Shape m_shape;
     LivePictures::Images m_images;
     Frame m_asked; ///< The one that is drawn at last, and the place that it is drawn for.
     QSize m_askedPlace;

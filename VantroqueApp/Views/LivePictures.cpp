@@ -4,8 +4,10 @@
 #include "VantroqueApp/Views/Theme.h"
 
 #include <QPainter>
+#include <QTransform>
 
 #include <algorithm>
+#include <cmath>
 
 namespace vantroque::LivePictures {
 
@@ -50,15 +52,28 @@ QImage image(const std::optional<Bitmap>& bitmap)
         .convertToFormat(QImage::Format_RGB32);
 }
 
-QImage framed(const QImage& picture, QSize place, double ratio)
+/// Upright and undistorted, as large as fits.
+QImage fitted(const QImage& picture, const Shape& shape, QSize stage)
+{
+    constexpr int quarter = 90;
+    const auto turns = static_cast<int>(std::lround(shape.rotation / double(quarter)));
+    QSizeF shown(picture.width() * shape.pixelAspect, picture.height());
+    if (turns % 2 != 0)
+        shown.transpose();
+    const QImage upright =
+        turns % 4 != 0 ? picture.transformed(QTransform().rotate(-quarter * turns)) : picture;
+    return upright.scaled(shown.scaled(stage, Qt::KeepAspectRatio).toSize().expandedTo(QSize(1, 1)),
+                          Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+QImage framed(const QImage& picture, const Shape& shape, QSize place, double ratio)
 {
     constexpr double radius = 8;
     QImage stage(place * ratio, QImage::Format_ARGB32_Premultiplied);
     if (stage.isNull() || picture.isNull())
         return {};
     stage.fill(Theme::dark().stage);
-    const QImage fitted =
-        picture.scaled(stage.size(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    const QImage shown = fitted(picture, shape, stage.size());
     QImage corners(stage.size(), QImage::Format_ARGB32_Premultiplied);
     corners.fill(Qt::transparent);
     {
@@ -70,8 +85,8 @@ QImage framed(const QImage& picture, QSize place, double ratio)
     }
     {
         QPainter painter(&stage);
-        painter.drawImage((stage.width() - fitted.width()) / 2,
-                          (stage.height() - fitted.height()) / 2, fitted);
+        painter.drawImage((stage.width() - shown.width()) / 2,
+                          (stage.height() - shown.height()) / 2, shown);
         painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
         painter.drawImage(0, 0, corners);
     }
@@ -81,9 +96,9 @@ QImage framed(const QImage& picture, QSize place, double ratio)
 
 } // namespace
 
-Images draw(const ScopeFrame& frame, QSize place, double ratio)
+Images draw(const ScopeFrame& frame, const Shape& shape, QSize place, double ratio)
 {
-    Images images{.picture = framed(image(ScopeRenderer::picture(frame)), place, ratio),
+    Images images{.picture = framed(image(ScopeRenderer::picture(frame)), shape, place, ratio),
                   .waveform = {},
                   .vectorscope = {},
                   .parade = {}};

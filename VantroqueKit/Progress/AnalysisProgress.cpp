@@ -83,6 +83,8 @@ void AnalysisProgress::set(const MediaInfo& probed)
         m_state.duration = m_timing.duration = probed.durationSeconds;
         m_state.pictureWidth = probed.video ? probed.video->width : 0;
         m_state.pictureHeight = probed.video ? probed.video->height : 0;
+        m_state.rotation = probed.video ? probed.video->rotation.value_or(0) : 0;
+        m_state.pixelAspect = probed.video ? probed.video->pixelAspect() : 1;
         m_state.summaryLine = probed.summaryLine();
         m_state.channelCount = probed.audio ? probed.audio->channels : 0;
         m_state.channelLayout = probed.audio ? probed.audio->channelLayout : std::nullopt;

@@ -65,6 +65,8 @@ public:
         double duration = 0; ///< Of the file, seconds.
         int pictureWidth = 0;
         int pictureHeight = 0;
+        int rotation = 0;       ///< Of picture and preview, by which a player turns them; degrees.
+        double pixelAspect = 1; ///< How wide a pixel of both is shown for its height.
         QString summaryLine;
         int channelCount = 0;
         std::optional<QString> channelLayout;

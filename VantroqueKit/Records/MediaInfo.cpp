@@ -35,6 +35,16 @@ std::optional<bool> VideoStreamInfo::isFullRange() const
     return std::nullopt;
 }
 
+double VideoStreamInfo::pixelAspect() const
+{
+    const QStringList sides = sampleAspect.value_or(QString()).split(u':');
+    if (sides.size() != 2)
+        return 1;
+    const double across = Numbers::toDouble(sides[0]).value_or(0);
+    const double down = Numbers::toDouble(sides[1]).value_or(0);
+    return across > 0 && down > 0 ? across / down : 1;
+}
+
 bool VideoStreamInfo::isHDR() const
 {
     return colorTransfer == u"smpte2084"_s || colorTransfer == u"arib-std-b67"_s;

@@ -72,6 +72,8 @@ struct VideoStreamInfo {
     std::string specifier() const;
     /// Absent unless the range is tagged.
     std::optional<bool> isFullRange() const;
+    /// How wide a pixel is shown for its height; 1 unless told.
+    double pixelAspect() const;
     /// The transfer is PQ (SMPTE ST 2084) or HLG (ARIB STD-B67).
     bool isHDR() const;
 
