@@ -15,21 +15,31 @@ public:
 
     bool begin(QPaintDevice*) override { return true; }
     bool end() override { return true; }
-    void updateState(const QPaintEngineState&) override {}
+    void updateState(const QPaintEngineState& changed) override
+    {
+        if (changed.state().testFlag(DirtyTransform))
+            m_transform = changed.transform();
+    }
     void drawPixmap(const QRectF&, const QPixmap&, const QRectF&) override {}
     void drawPath(const QPainterPath&) override {}
     void drawPolygon(const QPointF*, int, PolygonDrawMode) override {}
-    void drawTextItem(const QPointF&, const QTextItem& item) override { words << item.text(); }
+    void drawTextItem(const QPointF& place, const QTextItem& item) override
+    {
+        texts.push_back({item.text(), m_transform.map(place).toPoint()});
+    }
     Type type() const override { return User; }
 
-    QStringList words;
+    std::vector<PaintedText> texts;
+
+private:
+    QTransform m_transform;
 };
 
 class Page : public QPaintDevice {
 public:
     explicit Page(const QWidget& widget) : m_widget(widget) {}
     QPaintEngine* paintEngine() const override { return &m_listener; }
-    const QStringList& words() const { return m_listener.words; }
+    const std::vector<PaintedText>& texts() const { return m_listener.texts; }
 
 protected:
     int metric(PaintDeviceMetric metric) const override
@@ -60,11 +70,19 @@ private:
 
 } // namespace
 
-QStringList paintedWords(QWidget& widget)
+std::vector<PaintedText> paintedTexts(QWidget& widget)
 {
     Page page(widget);
     widget.render(&page);
-    return page.words();
+    return page.texts();
+}
+
+QStringList paintedWords(QWidget& widget)
+{
+    QStringList words;
+    for (const PaintedText& painted : paintedTexts(widget))
+        words << painted.text;
+    return words;
 }
 
 } // namespace vantroque
