@@ -62,16 +62,16 @@ TEST(BlackEnds, BelongToBlackAlone)
 TEST(BlackEnds, AreWhatALookAtAllSamplesWouldFind)
 {
     std::mt19937 chance(7); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same run each time
-    const auto upTo = [&](unsigned count) { return chance() % count; };
+    const auto below = [&](unsigned count) { return chance() % count; };
     for (int film = 0; film < 200; ++film) {
         AnalysisProgress progress;
         double time = 0;
         for (int i = 0; i < 60; ++i) {
-            time = upTo(20) == 0 ? 0 : time + 0.5; // a decode may begin anew
-            if (upTo(4) == 0)
-                progress.append(
-                    {.kind = Kind::blackStart, .time = time - 0.25 * static_cast<double>(upTo(9))});
-            progress.append(sampleAt(time, upTo(3) == 0));
+            time = below(20) == 0 ? 0 : time + 0.5; // a decode may begin anew
+            if (below(4) == 0)
+                progress.append({.kind = Kind::blackStart,
+                                 .time = time - 0.25 * static_cast<double>(below(9))});
+            progress.append(sampleAt(time, below(3) == 0));
         }
         const auto now = progress.snapshot();
         for (const auto& black : now.events) {

@@ -32,18 +32,13 @@ public:
         : m_items(other.m_items), m_size(other.m_size), m_room(other.m_size)
     {
     }
-    GrowingList& operator=(const GrowingList& other)
-    {
-        GrowingList copy(other);
-        return *this = std::move(copy);
-    }
     GrowingList(GrowingList&& other) noexcept
         : m_items(std::move(other.m_items)),
           m_size(std::exchange(other.m_size, 0)),
           m_room(std::exchange(other.m_room, 0))
     {
     }
-    GrowingList& operator=(GrowingList&& other) noexcept
+    GrowingList& operator=(GrowingList other) noexcept
     {
         std::swap(m_items, other.m_items);
         std::swap(m_size, other.m_size);
