@@ -3,8 +3,7 @@
 #include "VantroqueApp/Views/FileRow.h"
 
 #include <algorithm>
-#include <iterator>
-#include <set>
+#include <cstddef>
 
 namespace vantroque {
 
@@ -25,19 +24,23 @@ void FileListModel::follow()
 
 void FileListModel::removeGone()
 {
-    std::set<QUuid> ids;
-    for (const FileAnalysis& file : m_model.analyses())
-        ids.insert(file.id);
-    const auto isGone = [&](const FileAnalysis& file) { return !ids.contains(file.id); };
-    for (auto end = m_files.end();;) {
-        const auto last = std::find_if(std::reverse_iterator(end), m_files.rend(), isGone).base();
-        if (last == m_files.begin())
-            return;
-        const auto first =
-            std::find_if_not(std::reverse_iterator(last), m_files.rend(), isGone).base();
-        beginRemoveRows({}, static_cast<int>(first - m_files.begin()),
-                        static_cast<int>(last - m_files.begin()) - 1);
-        end = m_files.erase(first, last);
+    std::vector<bool> isGone;
+    auto next = m_model.analyses().begin();
+    for (const FileAnalysis& file : m_files) {
+        isGone.push_back(next == m_model.analyses().end() || next->id != file.id);
+        if (!isGone.back())
+            ++next;
+    }
+    for (auto end = isGone.size(); end > 0;) {
+        if (!isGone[--end])
+            continue;
+        auto first = end;
+        while (first > 0 && isGone[first - 1])
+            --first;
+        beginRemoveRows({}, static_cast<int>(first), static_cast<int>(end));
+        m_files.erase(m_files.begin() + static_cast<std::ptrdiff_t>(first),
+                      m_files.begin() + static_cast<std::ptrdiff_t>(end) + 1);
+        end = first;
         endRemoveRows();
     }
 }
