@@ -1,7 +1,7 @@
 // ModelBenchmark REPORT: a list of 500 analysed files in the model behind the window: how soon it
 // is there, how soon another choice of platforms shows, and how long the main thread is kept from
 // the window at a stretch meanwhile. REPORT is what `check --media --format json` printed of one
-// file.
+// file. Then thousands of files that are added at once, and again, none of which can be analysed.
 
 #include "AnalysedFile.h"
 #include "Base/Numbers.h"
@@ -82,6 +82,40 @@ void measure(const std::vector<Profile>& profiles, const std::filesystem::path& 
     print("saved at the end (under 0.3)        ", secondsSince(quitting));
 }
 
+/// Added as one drop of a folder brings them.
+void addMany(const std::vector<Profile>& profiles, const std::filesystem::path& folder)
+{
+    constexpr int count = 5000;
+    std::vector<FileUrl> urls;
+    for (int i = 0; i < 2 * count; ++i)
+        urls.push_back(FileUrl::fromPath(folder / (Numbers::wholeText(i) + ".mp4")));
+    UserDefaults defaults(QString::fromStdString((folder / "settings").native()));
+    NoDesktop desktop;
+    AppModel model(defaults, desktop,
+                   {.analyze = [](const auto&, const auto&, auto&) -> Result<Analyzer::Analysis> {
+                        return failure(u"no video"_s);
+                    },
+                    .rescore = {}},
+                   profiles);
+    Watchdog dog;
+    const auto add = [&](const std::string& name, auto first, auto last) {
+        dog.begin();
+        const auto begun = Clock::now();
+        model.add(std::vector(first, last));
+        print(name, secondsSince(begun));
+        const auto waits = [](const FileAnalysis& entry) {
+            return !entry.is<FileAnalysis::Failed>();
+        };
+        dog.run(
+            [&] { return !model.isWorking() && std::ranges::none_of(model.analyses(), waits); });
+        print("  until all have failed             ", secondsSince(begun));
+        print("  longest stretch (under 0.016)     ", dog.longest().count());
+    };
+    add("5,000 files added (under 0.016)     ", urls.begin(), urls.begin() + count);
+    add("  and 5,000 more                    ", urls.begin() + count, urls.end());
+    add("  and all of them again             ", urls.begin(), urls.end());
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -98,5 +132,7 @@ int main(int argc, char** argv)
     if (!storeMany(*file, files, scratch->path()))
         return 2;
     measure(*profiles, scratch->path());
+    qputenv("XDG_DATA_HOME", QByteArray::fromStdString((scratch->path() / "many").native()));
+    addMany(*profiles, scratch->path() / "many");
     return 0;
 }
