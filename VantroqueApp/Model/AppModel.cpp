@@ -143,27 +143,26 @@ void AppModel::add(const std::vector<FileUrl>& urls)
 /// A folder may hold thousands of files, so the list is gone through once for all of them.
 void AppModel::append(const std::vector<FileUrl>& urls)
 {
-    std::unordered_map<std::string_view, const FileAnalysis*> known;
-    for (const FileAnalysis& entry : m_analyses)
+    std::unordered_map<std::string_view, FileAnalysis*> known;
+    for (FileAnalysis& entry : m_analyses)
         known.emplace(entry.url.path().native(), &entry);
-    std::set<QUuid> again;
     std::vector<FileAnalysis> added;
     added.reserve(urls.size()); // each stays where it is
     for (const FileUrl& url : urls) {
         if (!isVideo(url))
             continue;
-        const FileAnalysis*& entry = known[url.path().native()];
+        FileAnalysis*& entry = known[url.path().native()];
         if (entry != nullptr) {
             if (entry->is<FileAnalysis::Queued>() || entry->is<FileAnalysis::Running>())
                 continue;
             if (entry->id == m_selectedAnalysisID)
                 m_selectedAnalysisID.reset();
             m_rescoring.erase(entry->id);
-            again.insert(entry->id);
+            entry->id = {}; // it goes
         }
         entry = &added.emplace_back(FileAnalysis{.id = QUuid::createUuid(), .url = url});
     }
-    std::erase_if(m_analyses, [&](const FileAnalysis& entry) { return again.contains(entry.id); });
+    std::erase_if(m_analyses, [](const FileAnalysis& entry) { return entry.id.isNull(); });
     std::ranges::move(added, std::back_inserter(m_analyses));
 }
 
