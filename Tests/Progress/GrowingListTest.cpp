@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <mutex>
+#include <numeric>
+#include <thread>
+
 namespace vantroque {
 namespace {
 
@@ -53,6 +57,29 @@ TEST(GrowingList, ACopyTouchesNoItem)
     const std::vector copies(1000, list);
     EXPECT_EQ(item.use_count(), held);
     EXPECT_EQ(copies.back().size(), 100U);
+}
+
+TEST(GrowingList, ACopyIsReadWhileTheOriginalGrowsAndChanges)
+{
+    constexpr int count = 2000;
+    GrowingList<int> list{0};
+    std::mutex mutex;
+    std::jthread writer([&] {
+        for (int i = 1; i < count; ++i) {
+            const std::scoped_lock lock(mutex);
+            list.push_back(i);
+            list.replace(0, 0);
+        }
+    });
+    GrowingList<int> copy;
+    while (copy.size() < count) {
+        {
+            const std::scoped_lock lock(mutex);
+            copy = list;
+        }
+        const int last = static_cast<int>(copy.size()) - 1;
+        ASSERT_EQ(std::accumulate(copy.begin(), copy.end(), 0), last * (last + 1) / 2);
+    }
 }
 
 } // namespace
