@@ -1,5 +1,6 @@
 #include "Probe/Probed.h"
 #include "Support/FakeTools.h"
+#include "Support/Media.h"
 
 namespace vantroque {
 namespace {
@@ -194,6 +195,19 @@ TEST(PacketStats, ThreeLongIntervalsOfARealFileAreFound)
     EXPECT_EQ(video.frameCount, 101);
     EXPECT_TRUE(video.isVFR);
     EXPECT_EQ(video.vfrDetail, u"3% of frame intervals deviate from the 24.852 fps cadence"_s);
+}
+
+TEST(PacketStats, FramesAheadOfAnEditListAreNotCounted)
+{
+    using Media::operator+;
+    using Words = std::vector<std::string>;
+    const auto whole = Media::make(
+        {"to-cut.mp4", Clips::picture("64x64", "25", "3") + Clips::x264() + Words{"-g", "25"}});
+    const auto cut = Media::make({"cut-between-key-frames.mp4",
+                                  {"-ss", "1.4", "-i", whole.native(), "-c", "copy"}});
+    const auto video = probedVideo(cut);
+    EXPECT_EQ(video.frameCount, 40) << "from 1.4 to 3 s; ten more lead up to it";
+    EXPECT_FALSE(video.isVFR);
 }
 
 } // namespace

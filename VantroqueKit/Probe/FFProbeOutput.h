@@ -58,6 +58,7 @@ struct FFProbeOutput {
         std::optional<QString> avg_frame_rate;
         std::optional<QString> r_frame_rate;
         std::optional<FFString> nb_frames;
+        std::optional<FFString> start_time;
         std::optional<FFString> duration;
         std::optional<FFString> bit_rate;
         std::optional<FFString> sample_rate;
@@ -80,10 +81,10 @@ struct FFProbeOutput {
 
         VANTROQUE_RECORD(Stream, index, codec_type, codec_name, codec_tag_string, profile,
                          disposition, width, height, pix_fmt, sample_aspect_ratio, field_order,
-                         level, avg_frame_rate, r_frame_rate, nb_frames, duration, bit_rate,
-                         sample_rate, channels, channel_layout, bits_per_raw_sample, color_transfer,
-                         color_range, color_space, color_primaries, closed_captions, tags,
-                         side_data_list)
+                         level, avg_frame_rate, r_frame_rate, nb_frames, start_time, duration,
+                         bit_rate, sample_rate, channels, channel_layout, bits_per_raw_sample,
+                         color_transfer, color_range, color_space, color_primaries, closed_captions,
+                         tags, side_data_list)
     };
 
     struct Format {

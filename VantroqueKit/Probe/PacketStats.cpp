@@ -26,6 +26,8 @@ public:
     void add(const Packet& packet)
     {
         ++m_count;
+        if (packet.ptsTime.value_or(0) < 0)
+            ++m_aheadOfZero;
         if (const auto time = packet.ptsTime ? packet.ptsTime : packet.dtsTime)
             m_times.push_back(*time);
         const auto time = packet.dtsTime ? packet.dtsTime : packet.ptsTime;
@@ -42,6 +44,7 @@ public:
         PacketStats stats;
         stats.totalBits = m_totalBits;
         stats.packetCount = m_count;
+        stats.aheadOfZero = m_aheadOfZero;
         for (const auto& [second, bits] : m_bitsOfSecond)
             stats.perSecondKbps.push_back(bits / 1000.0);
         const double share = deviatingShare(nominalFPS);
@@ -72,6 +75,7 @@ private:
     std::map<std::int64_t, double> m_bitsOfSecond;
     double m_totalBits = 0;
     std::int64_t m_count = 0;
+    std::int64_t m_aheadOfZero = 0;
 };
 
 } // namespace

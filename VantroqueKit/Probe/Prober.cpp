@@ -105,7 +105,7 @@ VideoStreamInfo VideoProbe::describe(const Stream& stream, double formatDuration
     return video;
 }
 
-void takePackets(const Result<PacketStats>& stats, VideoStreamInfo& video)
+void takePackets(const Result<PacketStats>& stats, const Stream& stream, VideoStreamInfo& video)
 {
     if (!stats)
         return;
@@ -116,6 +116,9 @@ void takePackets(const Result<PacketStats>& stats, VideoStreamInfo& video)
         video.bitrateKbps = stats->totalBits / video.durationSeconds / 1000.0;
     if (!video.frameCount)
         video.frameCount = stats->packetCount;
+    // An edit list may begin inside the stream. What lies ahead of it is decoded and not shown.
+    if (asDouble(stream.start_time).value_or(-1) >= 0)
+        video.frameCount = std::max<std::int64_t>(*video.frameCount - stats->aheadOfZero, 0);
 }
 
 /// What takes further runs of the tools. None needs the answer of another, so they run beside each
@@ -135,7 +138,7 @@ void VideoProbe::lookDeeper(const Stream& stream, VideoStreamInfo& video) const
     if (video.isHDR())
         hdr = hdrMetadata(ffprobe, url, video.specifier());
     const bool hasCaptions = captions.get();
-    takePackets(packets.get(), video);
+    takePackets(packets.get(), stream, video);
     video.hrd = hrd;
     video.hdr = hdr;
     video.closedCaptions = hasCaptions;

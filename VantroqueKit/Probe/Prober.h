@@ -40,6 +40,7 @@ struct PacketStats {
     std::vector<double> perSecondKbps; ///< Of each second that has packets, ascending.
     double totalBits = 0;
     std::int64_t packetCount = 0; ///< With or without usable fields.
+    std::int64_t aheadOfZero = 0; ///< Of these, what is presented at a negative time.
 };
 
 /// Reads the packet list of the whole file. Fails when ffprobe does.
