@@ -10,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The report without what a terminal would act on; only what came from the file can hold it.
+/// The report without what a terminal would act on. Names, tags and words in the picture may hold
+/// it, and every text of a row may quote them.
 FileReport displayable(FileReport report)
 {
     report.fileName = Text::printable(report.fileName);
@@ -19,6 +20,9 @@ FileReport displayable(FileReport report)
             for (CheckResult& row : profile.checks) {
                 row.title = Text::printable(row.title); // captions are titled by their file
                 row.measured = Text::printable(row.measured);
+                row.expected = Text::printable(row.expected);
+                if (row.fix)
+                    row.fix = Text::printable(*row.fix);
             }
     };
     clean(report.profiles);

@@ -67,6 +67,8 @@ TEST(Text, ListsAreJoinedInOrder)
 TEST(Text, ControlCharactersDoNotReachATerminal)
 {
     EXPECT_EQ(Text::printable(u"a\u001b[31mb\nc\u009dé🎬"_s), u"a?[31mb?c?é🎬"_s);
+    EXPECT_EQ(Text::printable(u"spot\u202evom.4pm\u2066x\u2029y"_s), u"spot?vom.4pm?x?y"_s);
+    EXPECT_EQ(Text::printable(u"עברית\u200f\u200dفارسی"_s), u"עברית\u200f\u200dفارسی"_s);
 }
 
 TEST(Text, OnlyOneIsSingular)

@@ -159,6 +159,19 @@ TEST_F(Check, AnyExtensionIsAnalysed)
     EXPECT_EQ(files({file.native()}).at(0).status, u"done"_s);
 }
 
+TEST_F(Check, ANameCannotSpeakToTheTerminal)
+{
+    const TestFolder folder;
+    const auto file = folder.write("\u202ea.M\x1b[2JP4", contents(m_clip));
+    Profile lowercase = Cli::containerProfile("lowercase", ProfileGroup::digital, "mp4");
+    lowercase.container->lowercaseExtensionRequired = true;
+    m_profiles.add(lowercase);
+    const auto text = run({"--all", file.native()}).out.toStdString();
+    EXPECT_THAT(text, HasSubstr("expected: lowercase extension (.m?[2jp4)"));
+    EXPECT_THAT(text, Not(HasSubstr("\x1b")));
+    EXPECT_THAT(text, Not(HasSubstr("\u202e")));
+}
+
 bool hasTerminals()
 {
     return std::filesystem::exists("/dev/pts/ptmx");

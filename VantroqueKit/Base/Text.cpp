@@ -65,8 +65,13 @@ QString firstColumns(const QString& text, int columns)
 
 QString printable(QString text)
 {
+    const auto isBetween = [](QChar c, char16_t first, char16_t last) {
+        return c >= first && c <= last;
+    };
+    // Line and paragraph separators, embeddings and overrides; isolates.
     for (QChar& c : text)
-        if (c.category() == QChar::Other_Control)
+        if (c.category() == QChar::Other_Control || isBetween(c, 0x2028, 0x202E)
+            || isBetween(c, 0x2066, 0x2069))
             c = u'?';
     return text;
 }

@@ -27,7 +27,8 @@ QString lastCharacters(const QString& text, qsizetype count);
 /// As many characters as fit into so many columns of a terminal. What is beyond the alphabetic
 /// scripts may be two columns wide, and counts so.
 QString firstColumns(const QString& text, int columns);
-/// Safe for a terminal: control characters, which names may hold, become "?".
+/// Safe for a terminal: control characters, which names may hold, become "?". So do the marks that
+/// break lines or turn the direction of writing over, which would show a name as another one.
 QString printable(QString text);
 /// Exactly `count` characters: cut, or padded with blanks behind.
 QString fitted(const QString& text, qsizetype count);
