@@ -2,6 +2,8 @@
 #include "Signal/MeasuredFacts.h"
 #include "Signal/SparseSample.h"
 
+#include <array>
+#include <map>
 #include <mutex>
 
 namespace vantroque {
@@ -145,6 +147,71 @@ TEST_F(MeasuredPicture, CodesBeyondWhiteAndBlackStayBeyond)
         EXPECT_NEAR(info.levels->yMaxPercent, (254 - 16) / 2.19, codes) << size;
     }
 }
+
+struct OtherSamples {
+    const char* pixelFormat;
+    const char* codec;
+};
+
+void PrintTo(const OtherSamples& each, std::ostream* out)
+{
+    *out << each.pixelFormat;
+}
+
+/// Samples that ffmpeg turns into another kind to measure them, in HD, where players assume BT.709.
+class Converted : public MeasuredPicture, public testing::WithParamInterface<OtherSamples> {
+protected:
+    static SignalInfo measuredColors(const std::string& colors)
+    {
+        std::string graph;
+        std::string labels;
+        for (std::size_t at = 0; at < colors.size(); ++at) {
+            const auto name = std::map<char, std::string>{
+                {'r', "red"}, {'b', "blue"}, {'w', "white"}, {'k', "black"}}[colors[at]];
+            const std::string label = "[c" + std::to_string(at) + "]";
+            graph += color(name, "64x720", "0.4", ",format=gbrp") + label + ";";
+            labels += label;
+        }
+        graph += labels + "concat=n=" + std::to_string(colors.size());
+        return measured(Media::make({std::string(GetParam().pixelFormat) + "-" + colors + ".mov",
+                                     Words{"-f", "lavfi", "-i", graph, "-c:v", GetParam().codec,
+                                           "-pix_fmt", GetParam().pixelFormat}}));
+    }
+};
+
+class Rgb : public Converted {};
+
+TEST_P(Rgb, IsNeverOutOfItsOwnGamut)
+{
+    const SignalInfo info = measuredColors("rb");
+    EXPECT_THAT(info.levels->rgbRejectRuns, IsEmpty());
+    EXPECT_THAT(info.levels->strictRuns, IsEmpty());
+    EXPECT_FALSE(info.levels->matrixAssumed);
+}
+
+TEST_P(Converted, BlackAndWhiteReadAsThat)
+{
+    const SignalInfo info = measuredColors("kw");
+    EXPECT_NEAR(info.levels->yMinPercent, 0, codes);
+    EXPECT_NEAR(info.levels->yMaxPercent, 100, 2 * codes);
+    EXPECT_EQ(info.headBlackSeconds, 0.4);
+}
+
+constexpr std::array rgbSamples{OtherSamples{"bgr0", "ffv1"},     OtherSamples{"gbrp10le", "ffv1"},
+                                OtherSamples{"gbrp12le", "ffv1"}, OtherSamples{"rgb24", "png"},
+                                OtherSamples{"rgb48be", "png"},   OtherSamples{"rgba", "png"},
+                                OtherSamples{"rgba64be", "png"}};
+constexpr std::array greySamples{OtherSamples{"gray", "ffv1"}, OtherSamples{"gray10le", "ffv1"},
+                                 OtherSamples{"gray16le", "ffv1"}};
+
+std::string ofSamples(const testing::TestParamInfo<OtherSamples>& test)
+{
+    return test.param.pixelFormat;
+}
+
+INSTANTIATE_TEST_SUITE_P(OfRgb, Rgb, testing::ValuesIn(rgbSamples), ofSamples);
+INSTANTIATE_TEST_SUITE_P(FromRgb, Converted, testing::ValuesIn(rgbSamples), ofSamples);
+INSTANTIATE_TEST_SUITE_P(FromGrey, Converted, testing::ValuesIn(greySamples), ofSamples);
 
 // Small numbers.
 

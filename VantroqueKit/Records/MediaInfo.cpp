@@ -3,6 +3,7 @@
 #include "Base/Numbers.h"
 #include "Base/Text.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 #include <algorithm>
@@ -48,6 +49,15 @@ double VideoStreamInfo::pixelAspect() const
 bool VideoStreamInfo::isHDR() const
 {
     return colorTransfer == u"smpte2084"_s || colorTransfer == u"arib-std-b67"_s;
+}
+
+ResolvedMatrix VideoStreamInfo::measuredMatrix() const
+{
+    // Of RGB it makes BT.601, whatever the tags say.
+    static const QRegularExpression rgb(u"^(gbr|rgb|bgr|argb|abgr|0rgb|0bgr|x2rgb|x2bgr|pal8)"_s);
+    if (rgb.match(pixFmt).hasMatch())
+        return {ColorMatrix::bt601, false};
+    return resolveColorMatrix(colorSpace, height);
 }
 
 std::string VideoStreamInfo::specifier() const

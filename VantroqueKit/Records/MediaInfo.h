@@ -2,6 +2,7 @@
 
 #include "Base/FileUrl.h"
 #include "Base/Record.h"
+#include "Records/ColorMatrix.h"
 #include "Records/SignalInfo.h"
 
 #include <QString>
@@ -76,6 +77,8 @@ struct VideoStreamInfo {
     double pixelAspect() const;
     /// The transfer is PQ (SMPTE ST 2084) or HLG (ARIB STD-B67).
     bool isHDR() const;
+    /// The matrix of the YCbCr that ffmpeg makes of the picture to measure it.
+    ResolvedMatrix measuredMatrix() const;
 
     VANTROQUE_RECORD(VideoStreamInfo, codec, rawCodecName, proresProfile, encoderProfile, level,
                      width, height, pixFmt, chroma, sampleAspect, fieldOrder, nominalFrameRate,

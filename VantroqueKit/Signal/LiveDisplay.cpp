@@ -12,7 +12,7 @@ RawPicture dumpedPicture(const MediaInfo& media, int width, int height, double r
 {
     RawPicture picture{width, height, rate, false, ColorMatrix::bt709};
     if (media.video)
-        picture.matrix = resolveColorMatrix(media.video->colorSpace, media.video->height).matrix;
+        picture.matrix = media.video->measuredMatrix().matrix;
     return picture;
 }
 

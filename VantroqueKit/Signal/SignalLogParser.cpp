@@ -133,20 +133,30 @@ bool hasOwnStatistics(const VideoStreamInfo& video)
     return taken.match(video.pixFmt).hasMatch();
 }
 
+/// Whether a picture sample has more than 8 bits. The record knows the depth of planar formats.
+bool isDeep(const VideoStreamInfo& video)
+{
+    static const QRegularExpression deep(u"^((gray|ya)\\d\\d|(rgb|bgr)48|(rgba|bgra)64)"_s);
+    return video.bitDepth.value_or(8) > 8 || deep.match(video.pixFmt).hasMatch();
+}
+
 /// The depth of the codes in the full-frame statistics. The log tells the bits in use and not the
 /// depth: a black first frame has one. What is converted and deeper than 8 bits becomes 16.
 int statisticsDepth(const VideoStreamInfo& video, const SignalLog& log)
 {
-    const int depth = std::max(video.bitDepth.value_or(8), 8);
-    if (depth > 8 && !hasOwnStatistics(video))
+    if (isDeep(video) && !hasOwnStatistics(video))
         return 16;
+    const int depth = std::max(video.bitDepth.value_or(8), 8);
     return std::max(depth, log.firstLumaBits().value_or(depth));
 }
 
 /// The full-frame statistics keep the codes of a full-range picture only where nothing has scaled
-/// it: a narrow picture, and the formats whose very name says full range. The dump never does.
+/// it: a narrow picture, and the formats whose very name says full range. Grey always becomes full
+/// range. The dump never does.
 bool keepsFullRange(const VideoStreamInfo& video)
 {
+    if (video.pixFmt == "gray"_L1 || video.pixFmt == "ya8"_L1)
+        return true;
     return video.isFullRange().value_or(false) && hasOwnStatistics(video)
            && (video.width <= 640 || video.pixFmt.startsWith("yuvj"_L1));
 }
@@ -160,7 +170,7 @@ void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& medi
     const auto frames =
         RawFrames::make(outputs.levelsDump, levelsWidth, levelsHeight, outputs.levelsRate);
     if (frames) {
-        const auto resolved = resolveColorMatrix(video.colorSpace, video.height);
+        const auto resolved = video.measuredMatrix();
         info.levels = LevelsAnalyzer::measure(*frames, resolved.matrix, resolved.assumed, false,
                                               log.lowestLuma(), log.highestLuma(), bitDepth);
         if (keepsFullRange(video)) {
