@@ -138,6 +138,15 @@ TEST(LeaderTone, TheIslandAloneIsDecoded)
     EXPECT_EQ(signal.leaderToneChecked, true);
 }
 
+TEST(LeaderTone, IsSoughtWhereTheFileHasIt)
+{
+    const PopEverywhere tools;
+    MediaInfo media = heard({{2, 2.04}, {4, 6}});
+    media.signal->pictureStart = 0.48;
+    measured(media);
+    EXPECT_EQ(tools.window(), std::pair("2.480"s, "0.040"s)) << "times count from the first frame";
+}
+
 TEST(LeaderTone, AnIslandOfOneSampleHasAWindowOfThirtyMilliseconds)
 {
     const PopEverywhere tools;

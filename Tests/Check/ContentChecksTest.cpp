@@ -173,6 +173,18 @@ TEST(ContentChecks, TheLayoutLearnsTheFilesNameLengthAndSound)
     EXPECT_THAT(idsOf(contentRows(rule, media)), ElementsAre(u"slate"_s, u"slate-text"_s));
 }
 
+TEST(ContentChecks, TheLengthOfAnAdCountsFromTheFirstFrame)
+{
+    ContentRule rule = leader(SlatePolicy::required);
+    rule.slateMustShow = {u"Length"_s};
+    MediaInfo media = withGap(5, 7);
+    media.durationSeconds = 37.6;
+    media.signal->pictureStart = 0.6;
+    media.signal->slateTextLines = {u"LENGTH :30"_s, u"SECOND LINE"_s};
+    EXPECT_EQ(contentRows(rule, media).at(1).measured.section(u"; "_s, 1, 1),
+              u"stated duration matches the ad (:30)"_s);
+}
+
 TEST(ContentChecks, ARequiredLeaderThatCannotBeCountedIsOnlyLookedFor)
 {
     std::vector<MediaInfo> files(4, withGap(5, 7));

@@ -205,8 +205,9 @@ void measureLeaderToneIfNeeded(MediaInfo& media, const std::vector<Profile>& pro
     if (!island)
         return;
     constexpr double shortestWindow = 0.03;
-    const auto pop = SignalAnalyzer::measurePop(media.url, island->start,
-                                                std::max(island->duration(), shortestWindow));
+    const auto pop =
+        SignalAnalyzer::measurePop(media.url, island->start + signal.pictureStart.value_or(0),
+                                   std::max(island->duration(), shortestWindow));
     signal.leaderToneHz = pop.centroidHz;
     signal.leaderPopPeakDb = pop.peakDb;
 }

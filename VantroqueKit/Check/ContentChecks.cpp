@@ -52,16 +52,17 @@ bool looksSlated(const SignalInfo& signal)
 
 void checkLayoutOf(const ContentRule& rule, const MediaInfo& media, Rows& rows)
 {
-    checkSlateLayout({.rule = rule,
-                      .slateLen = *rule.slateSeconds,
-                      .gapLen = *rule.slateBlackSeconds,
-                      .runs = *media.signal->blackRuns,
-                      .signal = *media.signal,
-                      .video = *media.video,
-                      .hasAudio = media.audio.has_value(),
-                      .fileName = media.url.stem(),
-                      .totalSeconds = media.durationSeconds},
-                     rows);
+    checkSlateLayout(
+        {.rule = rule,
+         .slateLen = *rule.slateSeconds,
+         .gapLen = *rule.slateBlackSeconds,
+         .runs = *media.signal->blackRuns,
+         .signal = *media.signal,
+         .video = *media.video,
+         .hasAudio = media.audio.has_value(),
+         .fileName = media.url.stem(),
+         .totalSeconds = media.durationSeconds - media.signal->pictureStart.value_or(0)},
+        rows);
 }
 
 /// The required leader of a file in which it cannot be counted in frames.

@@ -27,6 +27,9 @@ struct CropRect {
 /// What the decoding pass measured. An absent field was never measured, also by an earlier version
 /// of this program; an empty list was measured and found nothing.
 struct SignalInfo {
+    /// Of the first frame, in seconds from the start of the file, where it comes late. All times
+    /// below count from it.
+    std::optional<double> pictureStart;
     std::optional<double> integratedLKFS; ///< ITU-R BS.1770 programme loudness.
     std::optional<double> truePeakDb;     ///< dBTP.
     std::optional<double> loudnessRangeLU;
@@ -52,12 +55,12 @@ struct SignalInfo {
     std::optional<ChannelLevelSeries> channelSeries;
     std::optional<DetailEstimate> detail;
 
-    VANTROQUE_RECORD(SignalInfo, integratedLKFS, truePeakDb, loudnessRangeLU, longestSilenceSeconds,
-                     headBlackSeconds, tailBlackSeconds, headFreezeSeconds, activePicture,
-                     interlacedRatio, blackRuns, audioIslands, leaderToneHz, leaderPopPeakDb,
-                     leaderToneChecked, headSilenceSeconds, slateTextLines, textRegions,
-                     textScanAttempted, levels, cadence, phase, channelLevels, channelSeries,
-                     detail)
+    VANTROQUE_RECORD(SignalInfo, pictureStart, integratedLKFS, truePeakDb, loudnessRangeLU,
+                     longestSilenceSeconds, headBlackSeconds, tailBlackSeconds, headFreezeSeconds,
+                     activePicture, interlacedRatio, blackRuns, audioIslands, leaderToneHz,
+                     leaderPopPeakDb, leaderToneChecked, headSilenceSeconds, slateTextLines,
+                     textRegions, textScanAttempted, levels, cadence, phase, channelLevels,
+                     channelSeries, detail)
 };
 
 } // namespace vantroque

@@ -69,6 +69,16 @@ SignalLog::SignalLog(std::string_view log)
             readLine(line);
         }
     });
+    countFromFirstFrame();
+    addLateSoundToSilence();
+}
+
+std::optional<double> SignalLog::frameInterval() const
+{
+    const auto count = static_cast<double>(m_lumaDifferences.size());
+    if (count < 2 || !m_lastFrame || *m_lastFrame <= *m_firstFrame)
+        return std::nullopt;
+    return (*m_lastFrame - *m_firstFrame) / (count - 1);
 }
 
 std::optional<CropRect> SignalLog::activePicture() const
@@ -90,8 +100,10 @@ void SignalLog::readLine(std::string_view line)
         readMetadata(*metadata);
         return;
     }
-    if (contains(line, "pts_time:")) // ahead of each frame's values, and by the million
+    if (contains(line, "pts_time:")) { // ahead of each frame's values, and by the million
+        readTime(line);
         return;
+    }
     if (const auto crop = behind(line, "crop=")) {
         readCrop(*crop);
         return;
@@ -114,6 +126,52 @@ void SignalLog::readLine(std::string_view line)
     readSilence(line);
     readFields(line);
     readChannel(line);
+}
+
+void SignalLog::readTime(std::string_view line)
+{
+    if (line.starts_with("[Parsed_metadata_")) {
+        if (const auto time = numberBehind(line, "pts_time:")) {
+            m_firstFrame = m_firstFrame.value_or(*time);
+            m_lastFrame = time;
+        }
+    } else if (!m_firstSound && line.starts_with("[Parsed_ametadata_")) {
+        m_firstSound = numberBehind(line, "pts_time:");
+    }
+}
+
+void SignalLog::countFromFirstFrame()
+{
+    const double start = pictureStart();
+    for (auto* times : {&m_silenceStarts, &m_silenceEnds, &m_freezeStarts})
+        for (double& time : *times)
+            time -= start;
+    for (BlackRun& run : m_blackRuns) {
+        run.start -= start;
+        run.end -= start;
+    }
+    if (m_firstSound)
+        *m_firstSound -= start;
+}
+
+/// Nothing is heard until the sound begins, and ffmpeg looks for silence only from there on.
+void SignalLog::addLateSoundToSilence()
+{
+    constexpr double shortestSilence = 0.5; // as ffmpeg is told
+    constexpr double lag = 0.001;           // of the silence detector
+    const double begin = soundStart();
+    if (begin <= 0)
+        return;
+    if (!m_silenceStarts.empty() && !Numbers::above(m_silenceStarts.front(), begin + lag)) {
+        if (!m_silenceDurations.empty())
+            m_silenceDurations.front() += m_silenceStarts.front();
+        m_silenceStarts.front() = 0;
+    } else if (!Numbers::below(begin, shortestSilence)) {
+        m_silenceStarts.insert(m_silenceStarts.begin(), 0);
+        m_silenceEnds.insert(m_silenceEnds.begin(), begin);
+        m_silenceDurations.insert(m_silenceDurations.begin(), begin);
+        ++m_silenceEndCount;
+    }
 }
 
 void SignalLog::readMetadata(std::string_view text)

@@ -19,6 +19,9 @@ namespace vantroque {
 /// ffmpeg configures the graph twice and prints empty results the first time, so only what stands
 /// behind the last "Stream mapping:" counts. The headers of inputs and outputs hold the file's own
 /// tags, which could forge any line, and are passed over.
+///
+/// ffmpeg counts time from whatever begins first, picture or sound. Here all times count from the
+/// first frame, as frame numbers do: sound that begins ahead of it has negative ones.
 class SignalLog {
 public:
     SignalLog() = default;
@@ -56,6 +59,12 @@ public:
         std::vector<float> peak;
     };
 
+    /// Seconds from the start of the file to the first frame; 0 without a picture.
+    double pictureStart() const { return m_firstFrame.value_or(0); }
+    /// Seconds from one frame to the next, on average; nothing with fewer than two.
+    std::optional<double> frameInterval() const;
+    /// Where the first sample of sound lies; 0 without sound.
+    double soundStart() const { return m_firstSound.value_or(0); }
     /// Some filter said something.
     bool hasFilterLines() const { return m_hasFilterLines; }
     bool hasSummary() const { return m_hasSummary; }
@@ -85,6 +94,9 @@ public:
 
 private:
     void readLine(std::string_view line);
+    void readTime(std::string_view line);
+    void countFromFirstFrame();
+    void addLateSoundToSilence();
     void readMetadata(std::string_view text);
     void readStatistic(std::string_view text);
     void readLevel(std::string_view text);
@@ -97,6 +109,9 @@ private:
 
     using Rectangle = std::tuple<int, int, int, int>;
 
+    std::optional<double> m_firstFrame;
+    std::optional<double> m_lastFrame;
+    std::optional<double> m_firstSound;
     bool m_hasFilterLines = false;
     bool m_hasSummary = false;
     bool m_inSummary = false;

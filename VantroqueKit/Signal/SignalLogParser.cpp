@@ -114,6 +114,13 @@ double headFreeze(const SignalLog& log, double duration)
     return longest;
 }
 
+/// How long so many frames last: the file may be longer, with its sound.
+std::optional<double> pictureSeconds(const SignalLog& log, std::int64_t frames)
+{
+    const auto interval = log.frameInterval();
+    return interval ? std::optional(static_cast<double>(frames) * *interval) : std::nullopt;
+}
+
 std::optional<double> interlacedRatio(const SignalLog& log)
 {
     if (!log.fieldCounts())
@@ -189,8 +196,9 @@ void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& medi
     input.repeatedBottom = log.repeatedFields().bottom;
     input.repeatedNeither = log.repeatedFields().neither;
     input.blackRuns = info.blackRuns.value_or(std::vector<TimeSpan>());
-    input.duration = media.durationSeconds;
     input.frameCount = video.frameCount.value_or(0);
+    input.duration = pictureSeconds(log, std::max(input.frameCount, std::ssize(input.ydif)))
+                         .value_or(media.durationSeconds);
     info.cadence = CadenceAnalyzer::measure(input);
 
     constexpr int detailStride = 12;
@@ -254,6 +262,26 @@ std::optional<ChannelLevelSeries> channelSeries(const SignalLog& log, std::size_
     return series;
 }
 
+std::vector<TimeSpan> shifted(std::vector<TimeSpan> spans, double seconds)
+{
+    for (TimeSpan& span : spans)
+        span = {span.start + seconds, span.end + seconds};
+    return spans;
+}
+
+/// The values of the series count from the first sample of sound.
+std::optional<StereoPhase> phase(const SignalLog& log, double sampleRate, const SignalInfo& info)
+{
+    auto audible = info.audioIslands;
+    if (audible)
+        audible = shifted(*audible, -log.soundStart());
+    auto phase = PhaseAnalyzer::measure(log.phase(), sampleRate / windowSamples, audible,
+                                        info.channelLevels);
+    if (phase)
+        phase->outOfPhaseRuns = shifted(std::move(phase->outOfPhaseRuns), log.soundStart());
+    return phase;
+}
+
 void extendSound(SignalInfo& info, const SignalLog& log, const AudioStreamInfo& audio)
 {
     const auto channels = static_cast<std::size_t>(std::max(audio.channels, 1));
@@ -261,8 +289,7 @@ void extendSound(SignalInfo& info, const SignalLog& log, const AudioStreamInfo& 
     info.channelLevels = channelLevels(log, channels, audio.codec == "pcm"_L1);
     info.channelSeries = channelSeries(log, channels, sampleRate);
     if (audio.channels >= 2)
-        info.phase = PhaseAnalyzer::measure(log.phase(), sampleRate / windowSamples,
-                                            info.audioIslands, info.channelLevels);
+        info.phase = phase(log, sampleRate, info);
 }
 
 } // namespace
@@ -281,10 +308,15 @@ std::optional<double> trailingRun(const std::vector<double>& starts, std::size_t
 SignalInfo parse(const SignalLog& log, double duration)
 {
     SignalInfo info;
+    const double length = duration > 0 ? duration - log.pictureStart() : 0;
+    const double pictureLength =
+        pictureSeconds(log, std::ssize(log.lumaDifferences())).value_or(length);
+    if (log.pictureStart() != 0)
+        info.pictureStart = log.pictureStart();
     parseLoudness(info, log);
-    parseSilence(info, log, duration);
-    parseBlack(info, log, duration);
-    info.headFreezeSeconds = headFreeze(log, duration);
+    parseSilence(info, log, length);
+    parseBlack(info, log, pictureLength);
+    info.headFreezeSeconds = headFreeze(log, pictureLength);
     info.interlacedRatio = interlacedRatio(log);
     info.activePicture = log.activePicture();
     return info;
