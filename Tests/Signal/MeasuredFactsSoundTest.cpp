@@ -141,6 +141,15 @@ TEST_F(MeasuredSound, AToneHasItsLoudness)
     EXPECT_TRUE(info.phase->dualMono);
 }
 
+TEST_F(MeasuredSound, AToneOfOneWindowHasNoRange)
+{
+    for (const std::string seconds : {"2", "3", "3.2", "3.5", "4"})
+        EXPECT_EQ(
+            measured(sounding("tone-of-" + seconds, "0.1*sin(2000*PI*t)", seconds)).loudnessRangeLU,
+            0)
+            << seconds;
+}
+
 TEST_F(MeasuredSound, DigitalSilenceIsMeasured)
 {
     const SignalInfo info = measured(sounding("silence", "0|0", "2"));

@@ -35,7 +35,7 @@ std::optional<double> loudness(const QString& pattern, const QString& summary)
     return *text == "-inf"_L1 ? std::optional(unmeasurable) : Numbers::toDouble(*text);
 }
 
-void parseLoudness(SignalInfo& info, const SignalLog& log)
+void parseLoudness(SignalInfo& info, const SignalLog& log, double duration)
 {
     const QString summary = QString::fromStdString(log.summary());
     info.integratedLKFS = loudness(uR"(I:\s+(-?[\d.]+|-inf)\s+LUFS)"_s, summary);
@@ -43,6 +43,10 @@ void parseLoudness(SignalInfo& info, const SignalLog& log)
     const qsizetype truePeak = summary.indexOf("True peak:"_L1);
     if (truePeak >= 0)
         info.truePeakDb = loudness(uR"(Peak:\s+(-?[\d.]+|-inf)\s+dBFS)"_s, summary.mid(truePeak));
+    // Of a single window of three seconds ffmpeg makes a range down to its own gate, 20 LU below.
+    constexpr double secondWindow = 3.5;
+    if (duration > 0 && duration < secondWindow && info.loudnessRangeLU == 20.0)
+        info.loudnessRangeLU = 0;
 }
 
 /// Where silence number `index` ends: at its end, or with the file.
@@ -313,7 +317,7 @@ SignalInfo parse(const SignalLog& log, double duration)
         pictureSeconds(log, std::ssize(log.lumaDifferences())).value_or(length);
     if (log.pictureStart() != 0)
         info.pictureStart = log.pictureStart();
-    parseLoudness(info, log);
+    parseLoudness(info, log, length);
     parseSilence(info, log, length);
     parseBlack(info, log, pictureLength);
     info.headFreezeSeconds = headFreeze(log, pictureLength);
