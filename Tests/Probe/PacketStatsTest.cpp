@@ -203,8 +203,8 @@ TEST(PacketStats, FramesAheadOfAnEditListAreNotCounted)
     using Words = std::vector<std::string>;
     const auto whole = Media::make(
         {"to-cut.mp4", Clips::picture("64x64", "25", "3") + Clips::x264() + Words{"-g", "25"}});
-    const auto cut = Media::make({"cut-between-key-frames.mp4",
-                                  {"-ss", "1.4", "-i", whole.native(), "-c", "copy"}});
+    const auto cut = Media::make(
+        {"cut-between-key-frames.mp4", {"-ss", "1.4", "-i", whole.native(), "-c", "copy"}});
     const auto video = probedVideo(cut);
     EXPECT_EQ(video.frameCount, 40) << "from 1.4 to 3 s; ten more lead up to it";
     EXPECT_FALSE(video.isVFR);
