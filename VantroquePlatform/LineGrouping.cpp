@@ -104,7 +104,61 @@ bool isThin(const LineCandidate& line)
     return line.stroke <= widestStroke && line.contrast >= leastContrast;
 }
 
+/// Whether two pieces stand on one base line and look alike.
+bool areOfOneLine(const LineCandidate& a, const LineCandidate& b)
+{
+    const double height = std::max(a.letterHeight, b.letterHeight);
+    return std::abs(a.box.br().y - b.box.br().y) <= height
+           && std::min(a.letterHeight, b.letterHeight) >= 0.7 * height
+           && (a.glyphs.front().step > 0) == (b.glyphs.front().step > 0)
+           && cv::norm(a.color - b.color) <= 40
+           && std::abs(baseLine(a.glyphs) - baseLine(b.glyphs)) <= std::max(0.12 * height, 1.0);
+}
+
+/// The piece that follows a line most closely on its right; nothing when all are too far.
+const LineCandidate* nextPiece(const LineCandidate& line, const std::vector<LineCandidate>& pieces)
+{
+    constexpr double widestGap = 8; // heights: a word that was not seen
+    const LineCandidate* next = nullptr;
+    for (const LineCandidate& piece : pieces) {
+        const int gap = piece.box.x - line.box.br().x;
+        if (gap >= 0 && gap <= widestGap * line.letterHeight
+            && (next == nullptr || piece.box.x < next->box.x) && areOfOneLine(line, piece))
+            next = &piece;
+    }
+    return next;
+}
+
 } // namespace
+
+std::vector<LineCandidate> joinedPieces(const std::vector<LineCandidate>& pieces)
+{
+    constexpr int fewestPieces = 3;
+    constexpr double fewestUnits = 12;
+    std::vector<LineCandidate> lines;
+    for (const LineCandidate& first : pieces) {
+        LineCandidate line = first;
+        int count = 1;
+        while (const LineCandidate* next = nextPiece(line, pieces)) {
+            line.glyphs.insert(line.glyphs.end(), next->glyphs.begin(), next->glyphs.end());
+            line.box |= next->box;
+            line.units += next->units;
+            line.score = std::max(line.score, next->score);
+            ++count;
+        }
+        const bool isPart = std::ranges::any_of(lines, [&](const LineCandidate& longer) {
+            return (line.box & longer.box).area() > 0.8 * line.box.area();
+        });
+        if (count < fewestPieces || line.units < fewestUnits || isPart)
+            continue;
+        LineCandidate whole;
+        whole.glyphs = std::move(line.glyphs);
+        complete(whole);
+        whole.score = line.score - 1; // its turn comes when the best of its pieces did not grow
+        lines.push_back(std::move(whole));
+    }
+    return lines;
+}
 
 cv::Range rowsOfLetters(const std::vector<Glyph>& glyphs, double letterHeight)
 {

@@ -24,4 +24,7 @@ cv::Range rowsOfLetters(const std::vector<Glyph>& glyphs, double letterHeight);
 /// The lines that can be made of the glyphs of one map, which come from left to right.
 std::vector<LineCandidate> groupIntoLines(const std::vector<Glyph>& glyphs);
 
+/// The lines whose words melt into the scene here and there, of the pieces that stand out.
+std::vector<LineCandidate> joinedPieces(const std::vector<LineCandidate>& pieces);
+
 } // namespace vantroque

@@ -106,7 +106,7 @@ bool whitenAllButLetters(cv::Mat1b& ink, const LineCandidate& line, const cv::Re
     cv::compare(ink, cv::Scalar(visible), others, cv::CMP_LT);
     others &= ~kept;
     ink.setTo(255, others);
-    return 20 * cv::countNonZero(others) > ink.rows * ink.cols;
+    return 100 * cv::countNonZero(others) > ink.rows * ink.cols;
 }
 
 uchar percentile(std::vector<uchar> values, int percent)

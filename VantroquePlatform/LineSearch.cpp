@@ -38,9 +38,56 @@ std::vector<Glyph> glyphsBetween(const std::vector<Glyph>& glyphs, double lowest
     return some;
 }
 
+/// The letters' box, without what the scene makes single ones stand out by: of ten, one.
+cv::Rect boxAround(const std::vector<cv::Rect>& letters, double letterHeight)
+{
+    std::vector<int> tops;
+    std::vector<int> bottoms;
+    cv::Rect box = letters.front();
+    for (const cv::Rect& letter : letters) {
+        box |= letter;
+        tops.push_back(letter.y);
+        bottoms.push_back(letter.br().y);
+    }
+    std::ranges::sort(tops);
+    std::ranges::sort(bottoms, std::greater());
+    const std::size_t few = letters.size() / 10;
+    const auto slack = few > 0 ? static_cast<int>(0.35 * letterHeight) : 0;
+    const int top = std::max(box.y, tops[few] - slack);
+    const int bottom = std::min(box.br().y, bottoms[few] + slack);
+    return {box.x, top, box.width, bottom - top};
+}
+
 double sureness(const TextReading& reading)
 {
     return reading.letters * reading.confidence;
+}
+
+/// Letters that are not sure count as well, but less.
+double worth(const FoundLine& line)
+{
+    return line.letters * (100 + line.confidence);
+}
+
+/// Whether next to nothing was read in what hardly looks like text. A long line can be text though
+/// hardly a word of it is sure.
+bool isHopeless(const TextReading& reading, const LineCandidate& candidate)
+{
+    constexpr double hopeless = 40;
+    constexpr double promising = 300;
+    const bool saysNothing =
+        reading.letters < 2 || (reading.letters < 8 && reading.confidence < hopeless);
+    return saysNothing && candidate.score < promising;
+}
+
+/// Whether nearly all letters of a candidate were read.
+bool isWhole(const TextReading& reading, const LineCandidate& candidate)
+{
+    const auto read = std::ranges::count_if(candidate.glyphs, [&](const Glyph& glyph) {
+        const int middle = glyph.box.x + glyph.box.width / 2;
+        return middle >= reading.box.x && middle <= reading.box.br().x;
+    });
+    return 10 * read >= 8 * std::ssize(candidate.glyphs);
 }
 
 } // namespace
@@ -100,6 +147,12 @@ std::vector<LineCandidate> LineSearch::candidatesIn(const std::vector<cv::Mat1b>
                                  glyphsBetween(glyphs, 0.6 * m_scale.smallType, m_scale.largest)})
             std::ranges::move(groupIntoLines(some), std::back_inserter(candidates));
     }
+    std::vector<LineCandidate> pieces;
+    std::ranges::copy_if(candidates, std::back_inserter(pieces), [&](const LineCandidate& each) {
+        return each.letterHeight <= m_scale.smallType;
+    });
+    std::ranges::sort(pieces, {}, [](const LineCandidate& each) { return each.box.x; });
+    std::ranges::move(joinedPieces(pieces), std::back_inserter(candidates));
     std::ranges::stable_sort(candidates, std::greater(), &LineCandidate::score);
     return candidates;
 }
@@ -140,7 +193,8 @@ Result<void> LineSearch::extend()
 
 Result<bool> LineSearch::lookBeside()
 {
-    constexpr int reach = 12; // letter heights
+    constexpr int reach = 12;         // letter heights
+    constexpr double widestGap = 1.6; // letter heights, between two words
     constexpr double sure = 70;
     constexpr int fewest = 5;
     const FoundLine& line = m_lines.back();
@@ -155,8 +209,10 @@ Result<bool> LineSearch::lookBeside()
     const auto air = static_cast<int>(0.5 * wide.letterHeight);
     if (!image.hasInkBeside(line.box + cv::Size(2 * air, 0) - cv::Point(air, 0)))
         return false;
-    const TextReading reading = TRY(readImage(image, sureReading));
-    wide.box = reading.box | line.box;
+    const auto gap = static_cast<int>(widestGap * wide.letterHeight);
+    const TextReading reading = grownReading(TRY(wordsIn(image)), line.box, gap);
+    const cv::Rect whole = reading.box | line.box;
+    wide.box = {whole.x, line.box.y, whole.width, line.box.height};
     if (!m_isText(reading) || !goesBeyond(wide, line) || overlap(reading.box, line.box) < 0.8)
         return false;
     return add({wide, wide.box, reading.text, reading.letters, reading.confidence});
@@ -192,19 +248,17 @@ bool LineSearch::hasFailed(const LineCandidate& candidate) const
 Result<TextReading> LineSearch::readWell(const LineCandidate& candidate)
 {
     constexpr int lowHeight = 30;
-    constexpr double hopeless = 40;
     TextReading best = TRY(readImage(inkImage(m_picture, candidate, usualHeight)));
-    // A long line can be text though hardly a word of it is sure.
-    const bool isHopeless = best.letters < 2 || (best.letters < 8 && best.confidence < hopeless);
-    if (m_isText(best) || isHopeless)
+    if (m_isText(best) ? isWhole(best, candidate) : isHopeless(best, candidate))
         return best;
     if (const auto letters = lettersImage(m_picture, candidate, usualHeight)) {
-        const TextReading other = TRY(readImage(*letters));
-        if (m_isText(other))
-            return other;
-        if (sureness(other) > sureness(best))
-            best = other;
+        TextReading other = TRY(readImage(*letters));
+        if (m_isText(best) ? m_isText(other) && other.letters > best.letters
+                           : m_isText(other) || sureness(other) > sureness(best))
+            best = std::move(other);
     }
+    if (m_isText(best))
+        return best;
     for (const LineImage& image :
          {grayImage(m_luma, candidate, usualHeight), inkImage(m_picture, candidate, lowHeight)}) {
         const TextReading other = TRY(readImage(image));
@@ -214,21 +268,29 @@ Result<TextReading> LineSearch::readWell(const LineCandidate& candidate)
     return best;
 }
 
-Result<TextReading> LineSearch::readImage(const LineImage& image,
-                                          TextReading (*joined)(std::vector<ReadWord>))
+Result<TextReading> LineSearch::readImage(const LineImage& image)
+{
+    return textReading(TRY(wordsIn(image)));
+}
+
+Result<std::vector<ReadWord>> LineSearch::wordsIn(const LineImage& image)
 {
     ++m_readings;
-    TextReading reading = joined(TRY(m_reader.readLine(image.pixels, m_deadline)));
-    reading.box = image.inPicture(reading.box);
-    return reading;
+    auto words = TRY(m_reader.readLine(image.pixels, m_deadline));
+    for (ReadWord& word : words)
+        word.box = image.inPicture(word.box);
+    return words;
 }
 
 bool LineSearch::take(const LineCandidate& candidate, const TextReading& reading)
 {
     FoundLine found{candidate, {}, reading.text, reading.letters, reading.confidence};
+    std::vector<cv::Rect> letters;
     for (const Glyph& glyph : candidate.glyphs)
         if (glyph.box.br().x >= reading.box.x && glyph.box.x <= reading.box.br().x)
-            found.box = found.box.empty() ? glyph.box : found.box | glyph.box;
+            letters.push_back(glyph.box);
+    if (!letters.empty())
+        found.box = boxAround(letters, candidate.letterHeight);
     // The engine sees what of the glyphs is ink of the line, though its sides are vague.
     const auto slack = static_cast<int>(0.3 * candidate.letterHeight);
     const cv::Rect read = reading.box + cv::Size(2 * slack, 0) - cv::Point(slack, 0);
@@ -241,7 +303,7 @@ bool LineSearch::take(const LineCandidate& candidate, const TextReading& reading
 bool LineSearch::isKnown(const FoundLine& found) const
 {
     return std::ranges::any_of(m_lines, [&](const FoundLine& line) {
-        return areOfOnePlace(found, line) && line.letters >= found.letters;
+        return areOfOnePlace(found, line) && worth(line) >= worth(found);
     });
 }
 

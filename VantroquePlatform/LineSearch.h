@@ -40,8 +40,9 @@ private:
     bool isRead(const LineCandidate& candidate) const;
     bool hasFailed(const LineCandidate& candidate) const;
     Result<TextReading> readWell(const LineCandidate& candidate);
-    Result<TextReading> readImage(const LineImage& image,
-                                  TextReading (*joined)(std::vector<ReadWord>) = textReading);
+    Result<TextReading> readImage(const LineImage& image);
+    /// Their boxes are in the picture.
+    Result<std::vector<ReadWord>> wordsIn(const LineImage& image);
     bool take(const LineCandidate& candidate, const TextReading& reading);
     /// Whether a line at that place has as many letters.
     bool isKnown(const FoundLine& found) const;

@@ -45,6 +45,16 @@ cv::Mat1b darkestChannel(const cv::Mat3b& picture)
     return planes[0];
 }
 
+/// How yellow each pixel is: white, gray and black are not.
+cv::Mat1b yellowness(const cv::Mat3b& picture)
+{
+    std::vector<cv::Mat> planes;
+    cv::split(picture, planes);
+    cv::min(planes[0], planes[1], planes[0]);
+    cv::subtract(planes[0], planes[2], planes[0]);
+    return planes[0];
+}
+
 } // namespace
 
 TextScale TextScale::ofFrame(int height)
@@ -79,6 +89,8 @@ std::vector<cv::Mat1b> textMaps(const cv::Mat3b& picture, const TextScale& scale
     maps.push_back(above(darkest, white));
     maps.push_back(above(darkest, dimWhite));
     maps.push_back(above(luma, light));
+    const cv::Mat1b yellow = yellowness(picture);
+    maps.push_back(above(yellow, localMean(yellow, scale.wideWindow), whiteStep));
     return maps;
 }
 

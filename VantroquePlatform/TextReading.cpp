@@ -114,15 +114,27 @@ TextReading textReading(std::vector<ReadWord> words)
     return whole;
 }
 
-TextReading sureReading(std::vector<ReadWord> words)
+TextReading grownReading(const std::vector<ReadWord>& words, const cv::Rect& known, int widestGap)
 {
     constexpr double sure = 60;
     const auto isSure = [](const ReadWord& word) {
         return word.confidence >= sure && letterCount(word.text) >= 2;
     };
-    const auto first = std::ranges::find_if(words, isSure);
-    const auto last =
-        std::find_if(words.rbegin(), std::make_reverse_iterator(first), isSure).base();
+    const auto isKnown = [&](const ReadWord& word) {
+        const int middle = word.box.x + word.box.width / 2;
+        return middle >= known.x && middle <= known.br().x;
+    };
+    const auto isNear = [&](const ReadWord& left, const ReadWord& right) {
+        return right.box.x - left.box.br().x <= widestGap;
+    };
+    auto first = std::ranges::find_if(words, isKnown);
+    auto last = std::find_if(words.rbegin(), std::make_reverse_iterator(first), isKnown).base();
+    if (first == last)
+        return {};
+    while (first != words.begin() && isSure(*std::prev(first)) && isNear(*std::prev(first), *first))
+        --first;
+    while (last != words.end() && isSure(*last) && isNear(*std::prev(last), *last))
+        ++last;
     return joined({first, last});
 }
 

@@ -11,12 +11,13 @@ struct TextReading {
     QString text;
     int letters = 0;       ///< Letters and digits.
     double confidence = 0; ///< 0 to 100, the mean over the letters.
-    cv::Rect box;          ///< In the image that was read.
+    cv::Rect box;          ///< Where the words are.
 };
 
 TextReading textReading(std::vector<ReadWord> words);
-/// What was read where a part of it may be of the scene: only words that are sure begin and end it.
-TextReading sureReading(std::vector<ReadWord> words);
+/// What was read of a known line and beside it, where the scene may be read as well: words go
+/// beyond the line one by one while they are sure.
+TextReading grownReading(const std::vector<ReadWord>& words, const cv::Rect& known, int widestGap);
 
 /// Whether it is text and not a pattern that looks a little like it. The fewer the letters, the
 /// surer the engine must be.

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include <random>
+
 using namespace vantroque;
 using namespace Qt::StringLiterals;
 using testing::IsEmpty;
@@ -24,6 +26,57 @@ QRect inPixels(const NormalizedRect& box, QSize picture)
 }
 
 constexpr QSize wide{960, 540};
+
+/// Many bright curved strokes, some with a straight one.
+QImage loops(QSize size, unsigned seed)
+{
+    QImage picture = plain(size, QColor(10, 25, 20));
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    std::mt19937 random(seed);
+    const auto between = [&](int low, int high) {
+        return std::uniform_int_distribution(low, high)(random);
+    };
+    for (int i = 0; i < 2000; ++i) {
+        const int saturation = between(20, 140);
+        const int value = between(80, 255);
+        painter.setPen(QPen(QColor::fromHsv(90, saturation, value), between(1, 3)));
+        const int side = between(5, 30);
+        const int x = between(0, size.width());
+        const int y = between(0, size.height());
+        const int start = between(0, 5760);
+        painter.drawArc(x, y, side, side, start, between(900, 4000));
+        if (between(0, 9) < 4)
+            painter.drawLine(x, y, x, y + side);
+    }
+    return picture;
+}
+
+/// With a black outline.
+QImage outlined(QImage picture, const PaintedText& text)
+{
+    constexpr int width = 3;
+    PaintedText outline = text;
+    outline.color = Qt::black;
+    for (int x = -width; x <= width; ++x)
+        for (int y = -width; y <= width; ++y) {
+            outline.place = text.place + QPoint(x, y);
+            picture = with(picture, outline);
+        }
+    return with(picture, text);
+}
+
+/// Fine type on a dark ground that becomes foliage behind its end.
+QImage reachingIntoFoliage(const PaintedText& text, unsigned seed)
+{
+    const QSize square(1080, 960);
+    QImage picture = plain(square, QColor(30, 50, 25));
+    QPainter(&picture).drawImage(520, 0, foliage(square, seed));
+    return with(picture, text);
+}
+
+const PaintedText legal{
+    u"Subject to credit approval. See store for details."_s, 16, {200, 900}, QColor(230, 240, 150)};
 
 } // namespace
 
@@ -65,16 +118,56 @@ TEST(FrameText, ReadsTypeOfOneAndAHalfPercentOfTheHeight)
 TEST(FrameText, ReadsSmallTypeThatReachesIntoABusyScene)
 {
     const auto engine = recognizer();
-    const QSize square(1080, 960);
-    QImage picture = plain(square, QColor(30, 50, 25));
-    QPainter(&picture).drawImage(520, 0, foliage(square, 2));
-    const PaintedText legal{u"Subject to credit approval. See store for details."_s,
-                            16,
-                            {200, 900},
-                            QColor(230, 240, 150)};
-    const auto lines = linesIn(with(picture, legal), *engine);
+    const QImage picture = reachingIntoFoliage(legal, 2);
+    const auto lines = linesIn(picture, *engine);
     ASSERT_THAT(lines, SizeIs(1));
-    EXPECT_GT(overlap(inPixels(lines[0].box, square), inkOf(legal, square)), 0.75);
+    EXPECT_GT(overlap(inPixels(lines[0].box, picture.size()), inkOf(legal, picture.size())), 0.75);
+}
+
+TEST(FrameText, ReadsTheEndOfALineThatMeltsIntoTheScene)
+{
+    const auto engine = recognizer();
+    const auto texts = textsIn(reachingIntoFoliage(legal, 12), *engine);
+    ASSERT_THAT(texts, SizeIs(1));
+    EXPECT_TRUE(texts[0].endsWith(u"details."_s)) << texts[0].toStdString();
+}
+
+TEST(FrameText, WhatTheSceneIsReadAsBesideALineIsNotOfTheLine)
+{
+    const auto engine = recognizer();
+    const QImage picture = reachingIntoFoliage(legal, 4);
+    const auto lines = linesIn(picture, *engine);
+    ASSERT_THAT(lines, SizeIs(1));
+    EXPECT_GT(overlap(inPixels(lines[0].box, picture.size()), inkOf(legal, picture.size())), 0.7);
+}
+
+TEST(FrameText, ReadsYellowTypeOverAGridAsLightAsIt)
+{
+    const auto engine = recognizer();
+    QImage picture = plain(wide, QColor(205, 210, 200));
+    QPainter painter(&picture);
+    for (int row = 0; row < 27; ++row)
+        for (int x = row % 2 * -25; x < wide.width(); x += 50)
+            painter.fillRect(x, 20 * row, 46, 17, QColor(125, 62, 50));
+    painter.end();
+    const PaintedText super{u"Fresh coffee every morning"_s, 36, {180, 300}, QColor(255, 230, 60)};
+    EXPECT_EQ(textsIn(with(picture, super), *engine), QStringList{super.text});
+}
+
+TEST(FrameText, ALineOfWhichOnlyAWordWasReadIsReadWithoutTheMarksAroundIt)
+{
+    const auto engine = recognizer();
+    const PaintedText super{u"BEST FOR ONLY"_s, 30, {300, 300}, Qt::white, "Liberation Serif"};
+    const auto lines = linesIn(outlined(loops(wide, 3), super), *engine);
+    ASSERT_THAT(lines, SizeIs(1));
+    EXPECT_GT(overlap(inPixels(lines[0].box, wide), inkOf(super, wide)), 0.75);
+}
+
+TEST(FrameText, AFewMarksBesideAShortTextDoNotHideIt)
+{
+    const auto engine = recognizer();
+    const PaintedText super{u"50% OFF"_s, 34, {300, 300}, Qt::white, "Liberation Sans"};
+    EXPECT_EQ(textsIn(outlined(loops(wide, 7), super), *engine), QStringList{super.text});
 }
 
 TEST(FrameText, ReadsTypeOnAPlate)

@@ -15,6 +15,14 @@ Glyph glyph(int x, int bottom = 100, int height = 20, cv::Vec3f color = {250, 25
     return {{x, bottom - height, 12, height}, color, step};
 }
 
+/// A piece of four letters.
+LineCandidate piece(int x, int bottom = 100, cv::Vec3f color = {250, 250, 250})
+{
+    return groupIntoLines({glyph(x, bottom, 20, color), glyph(x + 15, bottom, 20, color),
+                           glyph(x + 30, bottom, 20, color), glyph(x + 45, bottom, 20, color)})
+        .front();
+}
+
 } // namespace
 
 TEST(LineGrouping, LettersSideBySideAreALine)
@@ -79,4 +87,23 @@ TEST(LineGrouping, AStraightBaseLineScoresHigher)
     ASSERT_THAT(straight, SizeIs(1));
     ASSERT_THAT(crooked, SizeIs(1));
     EXPECT_GT(straight[0].score, crooked[0].score);
+}
+
+TEST(LineGrouping, PiecesOfOneBaseLineAreAlsoTriedAsOneLine)
+{
+    const std::vector<LineCandidate> pieces{piece(0), piece(150), piece(300)};
+    const auto lines = joinedPieces(pieces);
+    ASSERT_THAT(lines, SizeIs(1));
+    EXPECT_EQ(lines[0].box, cv::Rect(0, 80, 357, 20));
+    EXPECT_THAT(lines[0].glyphs, SizeIs(12));
+    EXPECT_LT(lines[0].score, pieces[0].score) << "what stands alone is tried first";
+}
+
+TEST(LineGrouping, PiecesThatAreFarApartOrUnlikeAreNotJoined)
+{
+    const cv::Vec3f red{200, 30, 30};
+    EXPECT_THAT(joinedPieces({piece(0), piece(150)}), IsEmpty()) << "two are too few";
+    EXPECT_THAT(joinedPieces({piece(0), piece(150), piece(400)}), IsEmpty());
+    EXPECT_THAT(joinedPieces({piece(0), piece(150, 106), piece(300)}), IsEmpty());
+    EXPECT_THAT(joinedPieces({piece(0), piece(150, 100, red), piece(300)}), IsEmpty());
 }

@@ -57,6 +57,15 @@ TEST(LineImage, WhatLiesBetweenLettersIsLeftOut)
     EXPECT_GT(shown(inkImage(line.picture, line.candidate, height), {75, 20}), 200);
 }
 
+TEST(LineImage, ASingleMarkIsWorthLeavingOut)
+{
+    Line line;
+    line.picture(cv::Rect(71, 16, 8, 12)).setTo(white);
+    const auto image = lettersImage(line.picture, line.candidate, height);
+    ASSERT_TRUE(image);
+    EXPECT_LT(shown(*image, {75, 20}), 50);
+}
+
 TEST(LineImage, ALetterThatWasNotSeenStays)
 {
     Line line;

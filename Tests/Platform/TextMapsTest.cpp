@@ -3,6 +3,8 @@
 
 #include "Painted.h"
 
+#include <QPainter>
+
 #include <opencv2/imgproc.hpp>
 
 using namespace vantroque;
@@ -40,6 +42,17 @@ TEST(TextMaps, SomeMapShowsEveryLetterWhateverItsShade)
         const auto glyphs = glyphsOf(with(gray, {u"HEMD"_s, 30, {100, 200}, color}));
         EXPECT_THAT(glyphs, Contains(SizeIs(4))) << color.name().toStdString();
     }
+}
+
+TEST(TextMaps, YellowLettersStandApartFromAGridAsLightAsThey)
+{
+    QImage picture = plain({640, 360}, QColor(120, 60, 50));
+    QPainter painter(&picture);
+    for (int x = 0; x < 640; x += 16)
+        painter.fillRect(x, 0, 3, 360, QColor(205, 210, 200));
+    painter.end();
+    picture = with(picture, {u"HEMD"_s, 30, {100, 200}, QColor(255, 205, 120)});
+    EXPECT_THAT(glyphsOf(picture), Contains(SizeIs(4)));
 }
 
 TEST(TextMaps, AFlatPictureHasNoGlyphs)

@@ -52,16 +52,18 @@ TEST(TextReading, KeepsMisreadWordsBesideASureText)
     EXPECT_EQ(read.box, cv::Rect(10, 0, 260, 20));
 }
 
-TEST(TextReading, OnlySureWordsBeginAndEndASureReading)
+TEST(TextReading, ALineGrowsByTheSureWordsNextToIt)
 {
-    const TextReading read = sureReading({{u"Prafessinna"_s, 50, {10, 0, 90, 20}},
-                                          {u"driver"_s, 90, {110, 0, 50, 20}},
-                                          {u"an"_s, 30, {170, 0, 20, 20}},
-                                          {u"closed"_s, 80, {200, 0, 50, 20}},
-                                          {u"a"_s, 95, {260, 0, 10, 20}}});
-    EXPECT_EQ(read.text, u"driver an closed"_s);
-    EXPECT_EQ(read.box, cv::Rect(110, 0, 140, 20));
-    EXPECT_EQ(sureReading({{u"an"_s, 30, {}}}).letters, 0);
+    const std::vector<ReadWord> words{
+        {u"far"_s, 90, {0, 0, 40, 20}},     {u"Do"_s, 90, {110, 0, 30, 20}},
+        {u"not"_s, 30, {150, 0, 50, 20}},   {u"attempt"_s, 80, {210, 0, 50, 20}},
+        {u"this"_s, 70, {270, 0, 40, 20}},  {u"a"_s, 95, {320, 0, 10, 20}},
+        {u"never"_s, 95, {340, 0, 40, 20}},
+    };
+    const TextReading read = grownReading(words, {145, 0, 60, 20}, 20);
+    EXPECT_EQ(read.text, u"Do not attempt this"_s);
+    EXPECT_EQ(read.box, cv::Rect(110, 0, 200, 20));
+    EXPECT_EQ(grownReading(words, {50, 0, 40, 20}, 20).letters, 0) << "no word of the line itself";
 }
 
 TEST(TextReading, OfNothingIsNoText)
