@@ -330,7 +330,7 @@ TEST_F(Fluid, TheSelectedFileThatIsAddedAgainLeavesTheSelectionToTheFirst)
 
 TEST_F(Fluid, ThousandsOfFilesAtOnceNeverBlock)
 {
-    constexpr int count = 5000;
+    constexpr int count = 3000;
     std::array<std::vector<FileUrl>, 2> drops;
     for (int i = 0; i < 2 * count; ++i)
         drops.at(i < count ? 0 : 1)
