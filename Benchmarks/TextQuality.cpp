@@ -7,7 +7,7 @@
 #include "Base/Numbers.h"
 #include "Check/SlateLayout.h"
 #include "Support/TextJudgement.h"
-#include "VantroquePlatform/TesseractRecognizer.h"
+#include "VantroquePlatform/Recognition/TesseractRecognizer.h"
 
 #include <QDir>
 #include <QGuiApplication>

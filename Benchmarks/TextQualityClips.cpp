@@ -3,7 +3,7 @@
 #include "Probe/Prober.h"
 #include "Support/TextScenes.h"
 #include "Text/TextPlacementReader.h"
-#include "VantroquePlatform/TesseractRecognizer.h"
+#include "VantroquePlatform/Recognition/TesseractRecognizer.h"
 
 #include <QPainter>
 #include <QProcess>

@@ -9,10 +9,10 @@
 #include "Base/ScratchFolder.h"
 #include "Profiles/ProfileStore.h"
 #include "Support/Watchdog.h"
-#include "VantroqueApp/Views/FileListView.h"
-#include "VantroqueApp/Views/Look.h"
-#include "VantroqueApp/Views/MainWindow.h"
-#include "VantroqueApp/Views/ReportSections.h"
+#include "VantroqueApp/Views/Files/FileListView.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
+#include "VantroqueApp/Views/Style/Look.h"
+#include "VantroqueApp/Views/Window/MainWindow.h"
 
 #include <QApplication>
 #include <QPixmap>

@@ -2,12 +2,12 @@
 #include "Profiles/ProfileStore.h"
 #include "VantroqueApp/SessionEnd.h"
 #include "VantroqueApp/SingleInstance.h"
-#include "VantroqueApp/Views/DroppedFiles.h"
-#include "VantroqueApp/Views/FocusRing.h"
-#include "VantroqueApp/Views/Look.h"
-#include "VantroqueApp/Views/MainWindow.h"
+#include "VantroqueApp/Views/Controls/FocusRing.h"
+#include "VantroqueApp/Views/Files/DroppedFiles.h"
+#include "VantroqueApp/Views/Style/Look.h"
+#include "VantroqueApp/Views/Window/MainWindow.h"
 #include "VantroqueApp/WidgetDesktop.h"
-#include "VantroquePlatform/TesseractRecognizer.h"
+#include "VantroquePlatform/Recognition/TesseractRecognizer.h"
 
 #include <QApplication>
 

@@ -5,7 +5,7 @@
 #include "VantroqueCLI/CheckReports.h"
 #include "VantroqueCLI/Commands.h"
 #include "VantroqueCLI/Output.h"
-#include "VantroquePlatform/EnchantSpeller.h"
+#include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
 namespace vantroque {
 

@@ -6,7 +6,7 @@
 #include "VantroqueCLI/ProfileChoice.h"
 #include "VantroqueCLI/TerminalProgress.h"
 #include "VantroqueCLI/TextLanguages.h"
-#include "VantroquePlatform/EnchantSpeller.h"
+#include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
 #include <algorithm>
 #include <atomic>

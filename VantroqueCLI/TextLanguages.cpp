@@ -3,7 +3,7 @@
 #include "Analysis/Analyzer.h"
 #include "Base/UserDefaults.h"
 #include "VantroqueCLI/Output.h"
-#include "VantroquePlatform/TesseractRecognizer.h"
+#include "VantroquePlatform/Recognition/TesseractRecognizer.h"
 
 namespace vantroque {
 

@@ -28,10 +28,11 @@ QString text(const fs::path& file)
     return QString::fromUtf8(contents(file));
 }
 
-/// The table of folders in the architecture page.
+/// The tables of folders in the architecture page: those of the kit, and the rooms of the window's
+/// views, which are called "Views/Room".
 std::map<QString, Floor> floors()
 {
-    static const QRegularExpression row(uR"(^\| (\d) \| `(\w+)` \|.*\| ([^|]+) \|$)"_s,
+    static const QRegularExpression row(uR"(^\| (\d) \| `([\w/]+)` \|.*\| ([^|]+) \|$)"_s,
                                         QRegularExpression::MultilineOption);
     std::map<QString, Floor> table;
     for (const auto& match : row.globalMatch(text(source / "docs/ARCHITECTURE.md"))) {
@@ -55,12 +56,30 @@ std::set<QString> reach(const std::map<QString, Floor>& table, const QString& fo
 
 QStringList includedFolders(const fs::path& file)
 {
-    static const QRegularExpression include(uR"(^#include "(\w+)/)"_s,
-                                            QRegularExpression::MultilineOption);
+    static const QRegularExpression include(
+        uR"(^#include "(?:VantroqueApp/(?=Views/\w+/))?((?:Views/)?\w+)/)"_s,
+        QRegularExpression::MultilineOption);
     QStringList folders;
     for (const auto& match : include.globalMatch(text(file)))
         folders << match.captured(1);
     return folders;
+}
+
+bool isRoomOfViews(const QString& folder)
+{
+    return folder.startsWith(u"Views/"_s);
+}
+
+fs::path placeOf(const QString& folder)
+{
+    return source / (isRoomOfViews(folder) ? "VantroqueApp" : "VantroqueKit")
+           / folder.toStdString();
+}
+
+/// The kit and the model; not the adapters, which only the start-up links.
+bool isBelowViews(const std::map<QString, Floor>& table, const QString& folder)
+{
+    return folder == u"VantroqueApp"_s || (table.contains(folder) && !isRoomOfViews(folder));
 }
 
 std::vector<fs::path> sourcesUnder(const fs::path& folder)
@@ -74,15 +93,16 @@ std::vector<fs::path> sourcesUnder(const fs::path& folder)
 
 } // namespace
 
-TEST(IncludeFloors, ThePageListsExactlyTheFoldersOfTheKit)
+TEST(IncludeFloors, ThePageListsExactlyTheFoldersThatAreThere)
 {
     std::set<QString> listed;
     for (const auto& [folder, floor] : floors())
         listed.insert(folder);
     std::set<QString> present;
-    for (const auto& entry : fs::directory_iterator(source / "VantroqueKit"))
-        if (entry.is_directory())
-            present.insert(QString::fromStdString(entry.path().filename().native()));
+    for (const QString& rooms : {QString(), u"Views/"_s})
+        for (const auto& entry : fs::directory_iterator(placeOf(rooms)))
+            if (entry.is_directory())
+                present.insert(rooms + QString::fromStdString(entry.path().filename().native()));
     EXPECT_EQ(listed, present);
 }
 
@@ -102,18 +122,19 @@ TEST(IncludeFloors, FilesIncludeOnlyWhatTheirFolderMayUse)
     const auto table = floors();
     for (const auto& [folder, floor] : table) {
         const auto allowed = reach(table, folder);
-        for (const fs::path& file : sourcesUnder(source / "VantroqueKit" / folder.toStdString()))
+        for (const fs::path& file : sourcesUnder(placeOf(folder)))
             for (const QString& included : includedFolders(file))
-                EXPECT_TRUE(allowed.contains(included))
+                EXPECT_TRUE(allowed.contains(included)
+                            || (isRoomOfViews(folder) && isBelowViews(table, included)))
                     << file << " includes " << included.toStdString();
     }
 }
 
-TEST(IncludeFloors, TheModelOfTheWindowKnowsNoAdapters)
+TEST(IncludeFloors, TheModelOfTheWindowKnowsNoViewsAndNoAdapters)
 {
     const auto table = floors();
     for (const fs::path& file : sourcesUnder(source / "VantroqueApp/Model"))
         for (const QString& included : includedFolders(file))
-            EXPECT_TRUE(table.contains(included) || included == u"VantroqueApp"_s)
+            EXPECT_TRUE(isBelowViews(table, included))
                 << file << " includes " << included.toStdString();
 }

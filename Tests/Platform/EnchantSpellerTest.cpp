@@ -1,4 +1,4 @@
-#include "VantroquePlatform/EnchantSpeller.h"
+#include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
 #include "Captions/CaptionSpelling.h"
 #include "Support/TestFolder.h"

@@ -1,4 +1,4 @@
-#include "VantroquePlatform/FrameMemory.h"
+#include "VantroquePlatform/Recognition/FrameMemory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

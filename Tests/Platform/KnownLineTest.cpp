@@ -1,6 +1,6 @@
 #include "Painted.h"
 
-#include "VantroquePlatform/KnownLine.h"
+#include "VantroquePlatform/Recognition/KnownLine.h"
 
 #include <QPainter>
 

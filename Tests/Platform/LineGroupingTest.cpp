@@ -1,4 +1,4 @@
-#include "VantroquePlatform/LineGrouping.h"
+#include "VantroquePlatform/Recognition/LineGrouping.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

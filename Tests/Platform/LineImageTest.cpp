@@ -1,4 +1,4 @@
-#include "VantroquePlatform/LineImage.h"
+#include "VantroquePlatform/Recognition/LineImage.h"
 
 #include <gtest/gtest.h>
 

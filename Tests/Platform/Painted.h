@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantroquePlatform/TesseractRecognizer.h"
+#include "VantroquePlatform/Recognition/TesseractRecognizer.h"
 
 #include <QColor>
 #include <QImage>

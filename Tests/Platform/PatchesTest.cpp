@@ -1,4 +1,4 @@
-#include "VantroquePlatform/Patches.h"
+#include "VantroquePlatform/Recognition/Patches.h"
 
 #include <opencv2/imgproc.hpp>
 

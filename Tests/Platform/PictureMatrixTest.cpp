@@ -1,4 +1,4 @@
-#include "VantroquePlatform/PictureMatrix.h"
+#include "VantroquePlatform/Recognition/PictureMatrix.h"
 
 #include "Painted.h"
 

@@ -1,9 +1,9 @@
-#include "VantroquePlatform/LeadingColons.h"
+#include "VantroquePlatform/Recognition/LeadingColons.h"
 
 #include "Painted.h"
 
-#include "VantroquePlatform/LookAlikes.h"
-#include "VantroquePlatform/PictureMatrix.h"
+#include "VantroquePlatform/Recognition/LookAlikes.h"
+#include "VantroquePlatform/Recognition/PictureMatrix.h"
 
 #include <opencv2/imgproc.hpp>
 

@@ -1,5 +1,5 @@
-#include "VantroquePlatform/GlyphComponents.h"
-#include "VantroquePlatform/PictureMatrix.h"
+#include "VantroquePlatform/Recognition/GlyphComponents.h"
+#include "VantroquePlatform/Recognition/PictureMatrix.h"
 
 #include "Painted.h"
 

@@ -1,4 +1,4 @@
-#include "VantroquePlatform/TextReading.h"
+#include "VantroquePlatform/Recognition/TextReading.h"
 
 #include "Support/TestFolder.h"
 

@@ -1,4 +1,4 @@
-#include "VantroquePlatform/WordLookup.h"
+#include "VantroquePlatform/Spelling/WordLookup.h"
 
 #include "Support/TestFolder.h"
 

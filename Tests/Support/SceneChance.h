@@ -4,8 +4,8 @@
 
 #include <iterator>
 
-/// Chance, of which scenes are made. Two draws never stand in one call: compilers differ in which of
-/// its arguments comes first, and each would draw another picture.
+/// Chance, of which scenes are made. Two draws never stand in one call: compilers differ in which
+/// of its arguments comes first, and each would draw another picture.
 namespace vantroque::TextScenes {
 
 inline int between(Random& random, int low, int high)

@@ -1,4 +1,4 @@
-#include "VantroqueApp/Views/MeasurementCards.h"
+#include "VantroqueApp/Views/Report/MeasurementCards.h"
 #include "Views/WindowFixture.h"
 
 namespace vantroque {

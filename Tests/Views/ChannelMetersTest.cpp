@@ -1,4 +1,4 @@
-#include "VantroqueApp/Views/ChannelMeters.h"
+#include "VantroqueApp/Views/Instruments/ChannelMeters.h"
 
 #include <QApplication>
 #include <QScrollBar>

@@ -1,7 +1,7 @@
-#include "VantroqueApp/Views/DropWell.h"
-#include "VantroqueApp/Views/DroppedFiles.h"
-#include "VantroqueApp/Views/ReportSections.h"
-#include "VantroqueApp/Views/ToolButton.h"
+#include "VantroqueApp/Views/Controls/DropWell.h"
+#include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Files/DroppedFiles.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
 #include "Views/WindowFixture.h"
 
 #include <QSignalSpy>

@@ -1,6 +1,6 @@
-#include "VantroqueApp/Views/ReportRows.h"
-#include "VantroqueApp/Views/ReportSections.h"
-#include "VantroqueApp/Views/ReportView.h"
+#include "VantroqueApp/Views/Report/ReportRows.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
+#include "VantroqueApp/Views/Report/ReportView.h"
 #include "Views/PaintedWords.h"
 #include "Views/WindowFixture.h"
 

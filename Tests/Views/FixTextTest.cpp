@@ -1,4 +1,4 @@
-#include "VantroqueApp/Views/FixText.h"
+#include "VantroqueApp/Views/Report/FixText.h"
 
 #include <QImage>
 #include <QPainter>

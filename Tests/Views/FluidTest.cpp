@@ -1,9 +1,9 @@
 #include "Review/WorkspaceStore.h"
 #include "Support/Watchdog.h"
-#include "VantroqueApp/Views/FileRowDelegate.h"
-#include "VantroqueApp/Views/ReportRowDelegate.h"
-#include "VantroqueApp/Views/ReportSections.h"
-#include "VantroqueApp/Views/ReportView.h"
+#include "VantroqueApp/Views/Files/FileRowDelegate.h"
+#include "VantroqueApp/Views/Report/ReportRowDelegate.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
+#include "VantroqueApp/Views/Report/ReportView.h"
 #include "Views/WindowFixture.h"
 
 #include <QScrollBar>

@@ -1,6 +1,6 @@
-#include "VantroqueApp/Views/ProfilesMenu.h"
-#include "VantroqueApp/Views/Theme.h"
-#include "VantroqueApp/Views/ToolButton.h"
+#include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Style/Theme.h"
+#include "VantroqueApp/Views/Window/ProfilesMenu.h"
 #include "Views/WindowFixture.h"
 
 #include <QMenuBar>

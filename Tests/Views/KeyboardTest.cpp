@@ -1,6 +1,6 @@
-#include "VantroqueApp/Views/DropWell.h"
-#include "VantroqueApp/Views/ReportSections.h"
-#include "VantroqueApp/Views/ToolButton.h"
+#include "VantroqueApp/Views/Controls/DropWell.h"
+#include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
 #include "Views/WindowFixture.h"
 
 #include <QContextMenuEvent>

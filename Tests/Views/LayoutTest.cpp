@@ -1,7 +1,7 @@
-#include "VantroqueApp/Views/MessagePane.h"
-#include "VantroqueApp/Views/ReportSections.h"
-#include "VantroqueApp/Views/ReportView.h"
-#include "VantroqueApp/Views/Sidebar.h"
+#include "VantroqueApp/Views/Files/Sidebar.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
+#include "VantroqueApp/Views/Report/ReportView.h"
+#include "VantroqueApp/Views/Window/MessagePane.h"
 #include "Views/WindowFixture.h"
 
 #include <QScrollBar>

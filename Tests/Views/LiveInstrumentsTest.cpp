@@ -1,6 +1,6 @@
-#include "VantroqueApp/Views/LiveInstruments.h"
+#include "VantroqueApp/Views/Analyzing/LiveInstruments.h"
 
-#include "VantroqueApp/Views/Theme.h"
+#include "VantroqueApp/Views/Style/Theme.h"
 
 #include <QPixmap>
 #include <QTest>

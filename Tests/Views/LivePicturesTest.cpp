@@ -1,11 +1,11 @@
-#include "VantroqueApp/Views/LivePictures.h"
+#include "VantroqueApp/Views/Analyzing/LivePictures.h"
 
 #include "Probe/Prober.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Support/Clips.h"
 #include "Support/Media.h"
 #include "Support/TestFolder.h"
-#include "VantroqueApp/Views/Theme.h"
+#include "VantroqueApp/Views/Style/Theme.h"
 
 #include <QPainter>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "VantroqueApp/Views/LiveTimeline.h"
-#include "VantroqueApp/Views/Theme.h"
+#include "VantroqueApp/Views/Analyzing/LiveTimeline.h"
+#include "VantroqueApp/Views/Style/Theme.h"
 
 #include <QPixmap>
 #include <gtest/gtest.h>

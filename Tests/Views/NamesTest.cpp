@@ -1,5 +1,5 @@
-#include "VantroqueApp/Views/ReportSections.h"
-#include "VantroqueApp/Views/ToolButton.h"
+#include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
 #include "Views/WindowFixture.h"
 
 #include <QMenu>

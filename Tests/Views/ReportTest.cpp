@@ -1,6 +1,6 @@
-#include "VantroqueApp/Views/ChannelMeters.h"
-#include "VantroqueApp/Views/LoudnessMeter.h"
-#include "VantroqueApp/Views/ReportSections.h"
+#include "VantroqueApp/Views/Instruments/ChannelMeters.h"
+#include "VantroqueApp/Views/Instruments/LoudnessMeter.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
 #include "Views/Animated.h"
 #include "Views/WindowFixture.h"
 

@@ -1,10 +1,10 @@
 #include "Base/SupportFolder.h"
 #include "Review/ReviewStore.h"
-#include "VantroqueApp/Views/FocusRing.h"
-#include "VantroqueApp/Views/Look.h"
-#include "VantroqueApp/Views/ReportSections.h"
-#include "VantroqueApp/Views/ReportView.h"
-#include "VantroqueApp/Views/ToolButton.h"
+#include "VantroqueApp/Views/Controls/FocusRing.h"
+#include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
+#include "VantroqueApp/Views/Report/ReportView.h"
+#include "VantroqueApp/Views/Style/Look.h"
 #include "Views/WindowScenes.h"
 
 #include <QApplication>

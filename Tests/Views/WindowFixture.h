@@ -1,9 +1,9 @@
 #pragma once
 
-#include "VantroqueApp/Views/DetailPane.h"
-#include "VantroqueApp/Views/FileListView.h"
-#include "VantroqueApp/Views/FocusRing.h"
-#include "VantroqueApp/Views/Look.h"
+#include "VantroqueApp/Views/Controls/FocusRing.h"
+#include "VantroqueApp/Views/Files/FileListView.h"
+#include "VantroqueApp/Views/Style/Look.h"
+#include "VantroqueApp/Views/Window/DetailPane.h"
 #include "Views/WindowScenes.h"
 
 #include <QAbstractButton>

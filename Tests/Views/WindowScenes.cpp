@@ -1,6 +1,6 @@
 #include "Views/WindowScenes.h"
 
-#include "VantroqueApp/Views/Type.h"
+#include "VantroqueApp/Views/Style/Type.h"
 
 #include <QImage>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Model/ModelFixture.h"
-#include "VantroqueApp/Views/MainWindow.h"
+#include "VantroqueApp/Views/Window/MainWindow.h"
 
 namespace vantroque {
 

@@ -1,5 +1,5 @@
-#include "VantroqueApp/Views/FocusRing.h"
-#include "VantroqueApp/Views/Look.h"
+#include "VantroqueApp/Views/Controls/FocusRing.h"
+#include "VantroqueApp/Views/Style/Look.h"
 
 #include <QApplication>
 

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "VantroqueApp/Model/Mailbox.h"
+#include "VantroqueApp/Model/Worker.h"
+#include "VantroqueApp/Views/Analyzing/LivePictures.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace vantroque {
+
+/// The picture that the decode has got to, and beside it its scopes. A frame is drawn on a worker,
+/// one at a time; those that come meanwhile are passed over but for the last.
+class LiveInstruments : public QWidget {
+    Q_OBJECT
+
+public:
+    using Frame = std::shared_ptr<const ScopeFrame>;
+
+    explicit LiveInstruments(QWidget* parent = nullptr);
+    /// Null before the first frame of a file.
+    void show(const Frame& frame, const LivePictures::Shape& shape = {});
+
+    /// Without room for the parade.
+    static constexpr int lowestHeight = 176;
+    /// With all scopes.
+    static constexpr int fullHeight = 348;
+    /// Such that a picture of 16:9 fills its place.
+    static int heightFor(int width);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QRect stage() const;
+    QRect panel() const;
+    void drawNext();
+    void take(const LivePictures::Images& images);
+    void paintScopes(QPainter& painter) const;
+
+    Frame m_frame; ///< The last that came.
+    LivePictures::Shape m_shape;
+    LivePictures::Images m_images;
+    Frame m_asked; ///< The one that is drawn at last, and the place that it is drawn for.
+    QSize m_askedPlace;
+    bool m_isDrawing = false;
+    int m_file = 0; ///< Counts files, since a picture of the one before may still come.
+    Mailbox m_mailbox;
+    Worker m_worker; ///< Ends first.
+};
+
+} // namespace vantroque

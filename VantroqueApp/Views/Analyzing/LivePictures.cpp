@@ -1,0 +1,115 @@
+#include "VantroqueApp/Views/Analyzing/LivePictures.h"
+
+#include "Picture/ScopeRenderer.h"
+#include "VantroqueApp/Views/Style/Theme.h"
+
+#include <QPainter>
+#include <QTransform>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vantroque::LivePictures {
+
+namespace {
+
+/// Samples of this width are enough for the scopes, and cost a tenth of a preview.
+constexpr int scopesWidth = 320;
+
+/// Real samples, none blended: a scope must not show levels that the picture does not have.
+ScopeFrame thinned(const ScopeFrame& frame)
+{
+    if (frame.width <= scopesWidth)
+        return frame;
+    ScopeFrame small{.width = scopesWidth,
+                     .height = std::max(frame.height * scopesWidth / frame.width, 1),
+                     .y = {},
+                     .cb = {},
+                     .cr = {},
+                     .fullRange = frame.fullRange,
+                     .matrix = frame.matrix};
+    const auto take = [&](const std::vector<std::uint8_t>& from, std::vector<std::uint8_t>& to) {
+        to.reserve(static_cast<std::size_t>(small.width) * static_cast<std::size_t>(small.height));
+        for (int row = 0; row < small.height; ++row)
+            for (int column = 0; column < small.width; ++column)
+                to.push_back(from[static_cast<std::size_t>(row * frame.height / small.height)
+                                      * static_cast<std::size_t>(frame.width)
+                                  + static_cast<std::size_t>(column * frame.width / small.width)]);
+    };
+    take(frame.y, small.y);
+    take(frame.cb, small.cb);
+    take(frame.cr, small.cr);
+    return small;
+}
+
+QImage image(const std::optional<Bitmap>& bitmap)
+{
+    if (!bitmap)
+        return {};
+    // With pixels of its own, and such as are painted fastest.
+    return QImage(reinterpret_cast<const uchar*>(bitmap->pixels.data()), bitmap->width,
+                  bitmap->height, QImage::Format_RGBA8888)
+        .convertToFormat(QImage::Format_RGB32);
+}
+
+/// Upright and undistorted, as large as fits.
+QImage fitted(const QImage& picture, const Shape& shape, QSize stage)
+{
+    constexpr int quarter = 90;
+    const auto turns = static_cast<int>(std::lround(shape.rotation / double(quarter)));
+    QSizeF shown(picture.width() * shape.pixelAspect, picture.height());
+    if (turns % 2 != 0)
+        shown.transpose();
+    const QImage upright =
+        turns % 4 != 0 ? picture.transformed(QTransform().rotate(-quarter * turns)) : picture;
+    return upright.scaled(shown.scaled(stage, Qt::KeepAspectRatio).toSize().expandedTo(QSize(1, 1)),
+                          Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+QImage framed(const QImage& picture, const Shape& shape, QSize place, double ratio)
+{
+    constexpr double radius = 8;
+    QImage stage(place * ratio, QImage::Format_ARGB32_Premultiplied);
+    if (stage.isNull() || picture.isNull())
+        return {};
+    stage.fill(Theme::dark().stage);
+    const QImage shown = fitted(picture, shape, stage.size());
+    QImage corners(stage.size(), QImage::Format_ARGB32_Premultiplied);
+    corners.fill(Qt::transparent);
+    {
+        QPainter painter(&corners);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Qt::black);
+        painter.drawRoundedRect(corners.rect(), radius * ratio, radius * ratio);
+    }
+    {
+        QPainter painter(&stage);
+        painter.drawImage((stage.width() - shown.width()) / 2,
+                          (stage.height() - shown.height()) / 2, shown);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        painter.drawImage(0, 0, corners);
+    }
+    stage.setDevicePixelRatio(ratio);
+    return stage;
+}
+
+} // namespace
+
+Images draw(const ScopeFrame& frame, const Shape& shape, QSize place, double ratio)
+{
+    Images images{.picture = framed(image(ScopeRenderer::picture(frame)), shape, place, ratio),
+                  .waveform = {},
+                  .vectorscope = {},
+                  .parade = {}};
+    if (images.picture.isNull())
+        return images;
+    const ScopeFrame samples = thinned(frame);
+    images.waveform =
+        image(ScopeRenderer::waveform(samples, waveformSize.width(), waveformSize.height()));
+    images.vectorscope = image(ScopeRenderer::vectorscope(samples, vectorscopeSize));
+    images.parade = image(ScopeRenderer::parade(samples, paradeSize.width(), paradeSize.height()));
+    return images;
+}
+
+} // namespace vantroque::LivePictures

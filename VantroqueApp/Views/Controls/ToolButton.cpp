@@ -1,0 +1,62 @@
+#include "VantroqueApp/Views/Controls/ToolButton.h"
+
+#include "VantroqueApp/Views/Style/Icons.h"
+#include "VantroqueApp/Views/Style/Theme.h"
+#include "VantroqueApp/Views/Style/Type.h"
+
+#include <QMenu>
+#include <QPainter>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int buttonHeight = 30;
+constexpr int inset = 11;
+constexpr int signSize = 16;
+constexpr int chevron = 12;
+constexpr int gap = 8;
+constexpr int radius = 6;
+
+} // namespace
+
+ToolButton::ToolButton(QString iconName, const QString& text, QWidget* parent)
+    : QToolButton(parent), m_icon(std::move(iconName))
+{
+    setText(text);
+    setAccessibleName(text);
+    setFont(Type::text(Type::body, QFont::Medium));
+    setPopupMode(InstantPopup);
+    setFocusPolicy(Qt::TabFocus);
+}
+
+QSize ToolButton::sizeHint() const
+{
+    const int words = QFontMetrics(Type::text(Type::body, QFont::Medium)).horizontalAdvance(text());
+    return {inset + signSize + gap + words + (menu() != nullptr ? gap + chevron : 0) + inset + 1,
+            buttonHeight};
+}
+
+void ToolButton::paintEvent(QPaintEvent*)
+{
+    const Theme& theme = Theme::current();
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool open = isDown() || (menu() != nullptr && menu()->isVisible());
+    painter.setPen(theme.controlEdge);
+    painter.setBrush(open ? theme.pressed : isEnabled() && underMouse() ? theme.hover : theme.card);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    const QColor ink = isEnabled() ? theme.text1 : theme.text3;
+    const int top = (height() - signSize) / 2;
+    Icons::draw(painter, QRectF(inset, top, signSize, signSize), m_icon, ink);
+    Type::draw(painter, rect().adjusted(inset + signSize + gap, 0, 0, 0), text(),
+               Type::text(Type::body, QFont::Medium), ink);
+    if (menu() != nullptr)
+        Icons::draw(painter,
+                    QRectF(width() - inset - chevron, (height() - chevron) / 2.0, chevron, chevron),
+                    u"chev"_s, isEnabled() ? theme.text2 : theme.text3);
+}
+
+} // namespace vantroque

@@ -1,0 +1,26 @@
+#include "VantroqueApp/Views/Window/HelpPage.h"
+
+#include "Base/ResourceFolder.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+std::vector<HelpPage> HelpPage::all()
+{
+    std::vector<HelpPage> pages;
+    const auto folder = ResourceFolder::path();
+    if (!folder)
+        return pages;
+    for (const auto& [title, name] :
+         {std::pair(u"How to Read the Report"_s, "report.html"),
+          std::pair(u"What a Verdict Means"_s, "verdicts.html"), std::pair(u"Keys"_s, "keys.html")})
+        if (const auto file = *folder / "Help" / name; std::filesystem::exists(file))
+            pages.push_back({title, QUrl::fromLocalFile(QString::fromStdString(file.native()))});
+    return pages;
+}
+
+} // namespace vantroque

@@ -1,0 +1,92 @@
+#include "VantroqueApp/Views/Window/ProfilesMenu.h"
+
+#include "VantroqueApp/Views/Controls/MenuHeading.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <utility>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+ProfilesMenu::ProfilesMenu(AppModel& model, QWidget* parent) : QMenu(parent), m_model(model)
+{
+    setAccessibleName(u"Profiles"_s);
+    setProperty("checklist", true);
+    setToolTipsVisible(true);
+    addGroup(ProfileGroup::digital, u"Digital / CTV"_s);
+    addGroup(ProfileGroup::broadcast, u"Broadcast"_s);
+    addGroup(ProfileGroup::recommendation, u"Recommendations"_s);
+    addAll(u"Select All"_s, true);
+    addAll(u"Select None"_s, false);
+    connect(&model, &AppModel::enabledProfilesChanged, this, &ProfilesMenu::refresh);
+    refresh();
+}
+
+void ProfilesMenu::addGroup(ProfileGroup group, const QString& title)
+{
+    MenuHeading::add(*this, title);
+    for (const Profile& profile : m_model.profiles()) {
+        if (profile.group != group)
+            continue;
+        // A menu would take an ampersand for the mark of a shortcut.
+        QAction* action = addAction(QString(profile.name).replace(u'&', u"&&"_s));
+        action->setCheckable(true);
+        action->setData(profile.id);
+        connect(action, &QAction::triggered, &m_model,
+                [this, id = profile.id] { m_model.toggle(id); });
+    }
+    addSeparator();
+}
+
+void ProfilesMenu::addAll(const QString& text, bool on)
+{
+    addAction(text, [this, on] {
+        std::set<QString> ids;
+        if (on)
+            for (const Profile& profile : m_model.profiles())
+                ids.insert(profile.id);
+        m_model.setEnabledProfileIDs(ids);
+    });
+}
+
+bool ProfilesMenu::triggerAndStay(QAction* action)
+{
+    if (action == nullptr || !action->isEnabled() || action->isSeparator())
+        return false;
+    action->trigger();
+    return true;
+}
+
+void ProfilesMenu::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed = actionAt(event->pos());
+    QMenu::mousePressEvent(event);
+}
+
+/// On a small screen the menu opens under the pointer, and the release that ends the press on its
+/// button must not tick what happens to be there.
+void ProfilesMenu::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (std::exchange(m_pressed, nullptr) != nullptr && !triggerAndStay(actionAt(event->pos())))
+        QMenu::mouseReleaseEvent(event);
+}
+
+void ProfilesMenu::keyPressEvent(QKeyEvent* event)
+{
+    const bool presses = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return
+                         || event->key() == Qt::Key_Enter;
+    if (!presses || !triggerAndStay(activeAction()))
+        QMenu::keyPressEvent(event);
+}
+
+void ProfilesMenu::refresh()
+{
+    for (QAction* action : actions())
+        if (action->isCheckable())
+            action->setChecked(m_model.enabledProfileIDs().contains(action->data().toString()));
+}
+
+} // namespace vantroque
