@@ -53,7 +53,7 @@ TEST_F(SignalPass, ShowsHowFarItGotAndWhatItSaw)
     EXPECT_TRUE(std::ranges::is_sorted(listener.stages()));
     EXPECT_TRUE(std::ranges::is_sorted(listener.fractions()));
     EXPECT_THAT(listener.fractions(), Each(AllOf(Ge(0.0), Le(1.0))));
-    EXPECT_GT(last.fraction, 0.1);
+    EXPECT_GT(last.fraction, 0.05) << "probing alone comes no further";
     EXPECT_EQ(last.duration, 1);
     EXPECT_NEAR(last.mediaSeconds, 1, 0.1);
     ASSERT_THAT(last.frames, SizeIs(5)) << "every sixth of 25";
