@@ -139,6 +139,22 @@ TEST_F(ElidedText, OfMenusIsTold)
     }
 }
 
+TEST_F(ElidedText, ShowsMarkupInAFilesNameAsItIs)
+{
+    open();
+    drop({anyFile("<b>spot<br>.mp4")});
+    ASSERT_TRUE(soonIdle());
+    QWidget& rows = *the<FileListView>()->viewport();
+    const QString help = helpAt(window(), rows.mapTo(&window(), QPoint(40, 20)));
+    ASSERT_THAT(help.toStdString(), testing::HasSubstr("<b>spot<br>.mp4"));
+    const QLabel* tip = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->inherits("QTipLabel"))
+            tip = static_cast<QLabel*>(widget);
+    ASSERT_NE(tip, nullptr);
+    EXPECT_EQ(tip->textFormat(), Qt::PlainText);
+}
+
 TEST_F(ElidedText, WithoutHelpIsFound)
 {
     QLabel label(u"a…b"_s);

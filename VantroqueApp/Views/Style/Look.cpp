@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFile>
+#include <QLabel>
 #include <QMenu>
 #include <QPalette>
 #include <QPropertyAnimation>
@@ -65,6 +66,20 @@ private:
     }
 };
 
+/// A tip quotes names and texts of files, which may hold markup.
+class PlainTips : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Polish && watched->inherits("QTipLabel"))
+            static_cast<QLabel*>(watched)->setTextFormat(Qt::PlainText);
+        return false;
+    }
+};
+
 QPalette palette(const Theme& theme)
 {
     QPalette palette;
@@ -118,6 +133,7 @@ void begin()
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setFont(Type::text(Type::body));
     qApp->installEventFilter(new RoundMenus(qApp));
+    qApp->installEventFilter(new PlainTips(qApp));
 }
 
 void use(AppearanceMode mode)
