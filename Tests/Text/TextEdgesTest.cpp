@@ -33,10 +33,11 @@ TextRegion sampled(int first, int last, const NormalizedRect& place = BoxClips::
 
 std::vector<TextRegion>
 narrowedIn(const MediaInfo& media, const std::vector<TextRegion>& regions,
-           RecognizerPool::Start start = FakeRecognizer::answering(FakeRecognizer::lookingAt({})))
+           RecognizerPool::Start start = FakeRecognizer::answering(FakeRecognizer::lookingAt({})),
+           double pictureStart = 0)
 {
     RecognizerPool pool(std::move(start));
-    return narrowEdges(regions, media, interval, pool, nullptr);
+    return narrowEdges(regions, media, pictureStart, interval, pool, nullptr);
 }
 
 /// Start and end of a region, in frames.
@@ -64,6 +65,22 @@ TEST(TextEdges, AreFoundWhereverTheyFallBetweenSamples)
         const auto regions = narrowedIn(probed(clip), {sampled(36, 60)});
         ASSERT_THAT(regions, SizeIs(1));
         expectFrames(regions[0], 25 + shift, 60 + shift);
+    }
+}
+
+TEST(TextEdges, CountFromTheFirstFrameOfAPictureThatComesLate)
+{
+    for (const std::string extension : {".mkv", ".mov"}) {
+        SCOPED_TRACE(extension);
+        const auto late = Media::make(
+            {"late-titled" + extension,
+             {"-itsoffset", "0.48", "-i", BoxClips::titled("titled" + extension).native(), "-f",
+              "lavfi", "-i", "sine=r=48000:d=4.5", "-c:v", "copy", "-c:a", "pcm_s16le"}});
+        const auto regions =
+            narrowedIn(probed(late), {sampled(36, 84)},
+                       FakeRecognizer::answering(FakeRecognizer::lookingAt({})), 0.48);
+        ASSERT_THAT(regions, SizeIs(1));
+        expectFrames(regions[0], 30, 90);
     }
 }
 

@@ -146,7 +146,7 @@ Result<SignalInfo> decode(const MediaInfo& media, const std::vector<Profile>& pr
     enter(progress, Stage::readingText);
     signal.textScanAttempted = true;
     if (scan)
-        signal.textRegions = scan->finish();
+        signal.textRegions = scan->finish(signal.pictureStart.value_or(0));
     return signal;
 }
 

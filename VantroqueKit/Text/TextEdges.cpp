@@ -42,21 +42,26 @@ std::vector<double> times(const std::vector<Frame>& frames)
     return list;
 }
 
-TextRegion refined(const TextRegion& region, const MediaInfo& media, double interval,
-                   TextRecognizer& recognizer, const std::function<void()>& noteUnit)
+TextRegion refined(const TextRegion& region, const MediaInfo& media, double pictureStart,
+                   double interval, TextRecognizer& recognizer,
+                   const std::function<void()>& noteUnit)
 {
     const auto scratch = ScratchFolder::make();
     if (!scratch)
         return region;
     const double before = std::max(region.start - interval, 0.0);
     const double after = std::min(region.end + interval, media.durationSeconds);
-    auto all =
-        frames(media, before, region.start - before, region.rect(), scratch->path() / "head");
-    noteUnit();
+    const auto framesFrom = [&](double from, double span, const char* folder) {
+        auto list =
+            frames(media, pictureStart + from, span, region.rect(), scratch->path() / folder);
+        for (Frame& frame : list)
+            frame.time -= pictureStart;
+        noteUnit();
+        return list;
+    };
+    auto all = framesFrom(before, region.start - before, "head");
     const std::vector<double> head = times(all);
-    const auto behind =
-        frames(media, region.end, after - region.end, region.rect(), scratch->path() / "tail");
-    noteUnit();
+    const auto behind = framesFrom(region.end, after - region.end, "tail");
     // Here the text stands for sure, so that a recognizer that remembers gets to know it.
     const bool isAtEnd = !behind.empty() && holdsText(behind.front().file, recognizer);
     all.insert(all.end(), behind.begin(), behind.end());
@@ -72,8 +77,8 @@ TextRegion refined(const TextRegion& region, const MediaInfo& media, double inte
 } // namespace
 
 std::vector<TextRegion> narrowEdges(std::vector<TextRegion> regions, const MediaInfo& media,
-                                    double interval, RecognizerPool& recognizers,
-                                    AnalysisProgress* progress)
+                                    double pictureStart, double interval,
+                                    RecognizerPool& recognizers, AnalysisProgress* progress)
 {
     const std::size_t count = std::min(regions.size(), edgeRefinementLimit);
     if (count == 0 || media.durationSeconds <= 0 || interval <= 0 || !FFTool::find("ffmpeg"))
@@ -90,7 +95,7 @@ std::vector<TextRegion> narrowEdges(std::vector<TextRegion> regions, const Media
         const auto recognizer = recognizers.take();
         for (std::size_t i = 0; recognizer && (i = next++) < count;) {
             (*recognizer)->forget();
-            regions[i] = refined(regions[i], media, interval, **recognizer, noteUnit);
+            regions[i] = refined(regions[i], media, pictureStart, interval, **recognizer, noteUnit);
         }
     };
     {

@@ -49,7 +49,7 @@ void TextFrameScan::restart()
     start();
 }
 
-std::optional<std::vector<TextRegion>> TextFrameScan::finish()
+std::optional<std::vector<TextRegion>> TextFrameScan::finish(double pictureStart)
 {
     {
         const std::scoped_lock lock(m_mutex);
@@ -62,7 +62,7 @@ std::optional<std::vector<TextRegion>> TextFrameScan::finish()
         return std::nullopt;
     const double interval = m_request.time(2); // the first is at 0
     return TextPlacementReader::narrowEdges(TextPlacement::track(std::move(m_samples)), m_media,
-                                            interval, m_recognizers, m_progress);
+                                            pictureStart, interval, m_recognizers, m_progress);
 }
 
 void TextFrameScan::work(const std::stop_token& stop)

@@ -24,8 +24,9 @@ public:
     /// The decode begins anew: drops what has been read and removes the frames that are there.
     void restart();
     /// To be called when the last frame is written: waits for the reading of the rest. The regions
-    /// of held text, to the frame, sorted by start; nothing when no frame could be read.
-    std::optional<std::vector<TextRegion>> finish();
+    /// of held text, to the frame, sorted by start; nothing when no frame could be read. Their
+    /// times count from the first frame, which lies at `pictureStart` in the file.
+    std::optional<std::vector<TextRegion>> finish(double pictureStart = 0);
 
 private:
     void work(const std::stop_token& stop);

@@ -129,7 +129,7 @@ std::optional<std::vector<TextRegion>> read(const MediaInfo& media, RecognizerPo
          (wanted.directory / "%05d.png").native()});
     if (!FFTool::run(*ffmpeg, arguments))
         return std::nullopt;
-    return scan.finish();
+    return scan.finish(media.signal ? media.signal->pictureStart.value_or(0) : 0);
 }
 
 } // namespace vantroque::TextPlacementReader

@@ -35,16 +35,17 @@ struct Frame {
     std::filesystem::path file;
 };
 
-/// Writes the frames of a stretch of a file, cut to `crop` with a little around it, into a new
-/// folder. None when that fails. Blocks.
+/// Writes the frames of a stretch of a file, in the file's time, cut to `crop` with a little around
+/// it, into a new folder. None when that fails. Blocks.
 std::vector<Frame> frames(const MediaInfo& media, double from, double span,
                           const NormalizedRect& crop, const std::filesystem::path& directory);
 
-/// Moves the start and end of the first regions to the very frame, and folds the list. `interval`
-/// is the seconds between two samples. Blocks; `progress` may be null.
+/// Moves the start and end of the first regions to the very frame, and folds the list. Their times
+/// count from the first frame, which lies at `pictureStart` in the file; `interval` is the seconds
+/// between two samples. Blocks; `progress` may be null.
 std::vector<TextRegion> narrowEdges(std::vector<TextRegion> regions, const MediaInfo& media,
-                                    double interval, RecognizerPool& recognizers,
-                                    AnalysisProgress* progress);
+                                    double pictureStart, double interval,
+                                    RecognizerPool& recognizers, AnalysisProgress* progress);
 
 /// Reads the text of a file in a decode of its own. Nothing when its frames cannot be read. Blocks;
 /// `progress` may be null.
