@@ -106,13 +106,13 @@ TEST(FrameText, ReadsDarkOnLightAndColoredType)
 TEST(FrameText, ReadsTypeOfOneAndAHalfPercentOfTheHeight)
 {
     const auto engine = recognizer();
-    const PaintedText legal{
+    const PaintedText credit{
         u"Subject to credit approval. See store for details."_s, 15, {200, 900}};
     const QSize square(1080, 960);
-    const auto lines = linesIn(with(plain(square, QColor(40, 60, 90)), legal), *engine);
+    const auto lines = linesIn(with(plain(square, QColor(40, 60, 90)), credit), *engine);
     ASSERT_THAT(lines, SizeIs(1));
     EXPECT_TRUE(lines[0].text.startsWith(u"Subject to credit"_s)) << lines[0].text.toStdString();
-    EXPECT_GT(overlap(inPixels(lines[0].box, square), inkOf(legal, square)), 0.75);
+    EXPECT_GT(overlap(inPixels(lines[0].box, square), inkOf(credit, square)), 0.75);
 }
 
 TEST(FrameText, ReadsSmallTypeThatReachesIntoABusyScene)
