@@ -9,6 +9,7 @@
 #include <span>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <X11/ICE/ICElib.h>
@@ -57,9 +58,10 @@ Status meet(SmsConn, SmPointer client, unsigned long* mask, SmsCallbacks* calls,
                                      SmsSaveComplete(connection);
                                  },
                                  client};
-    calls->close_connection = {[](SmsConn connection, SmPointer data, auto...) {
+    calls->close_connection = {[](SmsConn connection, SmPointer data, int count, char** reasons) {
                                    of(data).connection = nullptr;
                                    SmsCleanUp(connection);
+                                   SmFreeReasons(count, reasons);
                                },
                                client};
     calls->set_properties = {[](auto, auto, int count, SmProp** properties) {
@@ -68,7 +70,12 @@ Status meet(SmsConn, SmPointer client, unsigned long* mask, SmsCallbacks* calls,
                                  std::free(properties);
                              },
                              client};
-    calls->delete_properties = {[](auto...) {}, client};
+    calls->delete_properties = {[](auto, auto, int count, char** names) {
+                                    for (char* one : std::span(names, std::size_t(count)))
+                                        std::free(one);
+                                    std::free(names);
+                                },
+                                client};
     calls->get_properties = {
         [](SmsConn connection, auto) { SmsReturnProperties(connection, 0, nullptr); }, client};
     return True;
@@ -105,7 +112,7 @@ struct SessionManager::Listening {
         m_thread.request_stop();
         m_thread.join();
         for (IceConn connection : m_connections)
-            IceCloseConnection(connection);
+            close(connection);
         IceFreeListenObjs(count, sockets);
     }
     Listening(const Listening&) = delete;
@@ -148,8 +155,16 @@ private:
         if (heard == IceProcessMessagesSuccess)
             return;
         if (heard == IceProcessMessagesIOError)
-            IceCloseConnection(connection);
+            close(connection);
         m_connections.erase(m_connections.begin() + std::ptrdiff_t(index));
+    }
+
+    /// A program that is gone may not have taken its leave.
+    void close(IceConn connection)
+    {
+        if (client.connection != nullptr && SmsGetIceConnection(client.connection) == connection)
+            SmsCleanUp(std::exchange(client.connection, nullptr));
+        IceCloseConnection(connection);
     }
 
     std::vector<IceConn> m_connections;
