@@ -254,8 +254,13 @@ TEST_F(FFToolRun, TheToolTakesSignalsAsUsual)
     constexpr quint64 usualSignals = 0x7FFF'FFFF; // The rest is the C library's own.
     const auto lines = outcome->stdout.trimmed().split('\n');
     ASSERT_EQ(lines.size(), 2);
-    for (const QByteArray& line : lines)
-        EXPECT_EQ(line.split('\t').last().toULongLong(nullptr, 16) & usualSignals, 0U);
+    // But for one: a file that may not grow is an error and no death.
+    constexpr quint64 tooLarge = 1U << (SIGXFSZ - 1);
+    const auto signalsIn = [](const QByteArray& line) {
+        return line.split('\t').last().toULongLong(nullptr, 16) & usualSignals;
+    };
+    EXPECT_EQ(signalsIn(lines[0]), 0U);
+    EXPECT_EQ(signalsIn(lines[1]), tooLarge);
 }
 
 TEST_F(FFToolRun, WhatWouldChangeTheOutputOfTheToolsIsTakenFromTheEnvironment)
@@ -356,6 +361,49 @@ TEST_F(FFToolRun, NoObserverIsCalledAfterTheReturn)
     EXPECT_GT(atReturn, 0);
     std::this_thread::sleep_for(50ms);
     EXPECT_EQ(calls, atReturn);
+}
+
+TEST_F(FFToolRun, AToolThatLackedMemoryFailsWhateverItsStatus)
+{
+    for (const char* status : {"0", "1", "69"}) {
+        const Outcome outcome =
+            run("echo half; echo 'Error while filtering: Cannot allocate memory' >&2; exit $1",
+                {status}, {.allowFailure = true});
+        ASSERT_FALSE(outcome) << status;
+        EXPECT_TRUE(outcome.error().isShortage());
+        EXPECT_EQ(problemOf(outcome),
+                  std::string("There was not enough memory to decode this file.\n"
+                              "tool exited with status ")
+                      + status + ": Error while filtering: Cannot allocate memory\n");
+    }
+}
+
+TEST_F(FFToolRun, AShortageIsSeenAlsoInOutputThatIsNotKept)
+{
+    FFTool::RunOptions options{.allowFailure = true};
+    options.observer.keepStderr = false;
+    const Outcome outcome = run("echo '/a.mp4: Too many open files' >&2", options);
+    ASSERT_FALSE(outcome);
+    EXPECT_THAT(problemOf(outcome), StartsWith("Too many files are open.\n"));
+}
+
+TEST_F(FFToolRun, OtherFailuresAreNoShortage)
+{
+    const Outcome outcome = run("echo 'Invalid data found when processing input' >&2; exit 1");
+    ASSERT_FALSE(outcome);
+    EXPECT_FALSE(outcome.error().isShortage());
+}
+
+TEST(FFToolMemory, AProbeMayTakeLessThanADecode)
+{
+    EXPECT_EQ(FFTool::memoryLimit("/usr/bin/ffprobe"), 2ULL << 30);
+    EXPECT_GE(FFTool::memoryLimit("/usr/bin/ffmpeg"), 2ULL << 30);
+}
+
+TEST_F(FFToolRun, AToolMayTakeNoMoreMemoryThanThat)
+{
+    const auto limit = FFTool::memoryLimit("tool") / 1024;
+    EXPECT_EQ(run("ulimit -v")->stdout, QByteArray::number(quint64{limit}) + '\n');
 }
 
 TEST_F(FFToolRun, OutputThatIsNotKeptIsSeenAndDropped)

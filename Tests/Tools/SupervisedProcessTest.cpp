@@ -146,6 +146,43 @@ TEST_F(Supervised, AKilledSupervisorCountsAsAKilledTool)
     EXPECT_TRUE(comesTrue([&] { return processesNaming(name).empty(); }));
 }
 
+class SupervisedLimits : public Supervised {
+protected:
+    /// What a shell prints.
+    QByteArray printed(const char* script,
+                       std::uint64_t memory = SupervisedProcess::unlimitedMemory)
+    {
+        auto process = SupervisedProcess::start("/bin/sh", {"-c", script}, m_out.writeEnd,
+                                                m_err.writeEnd, memory);
+        expectReport(*process, Outcome::exited, 0);
+        m_out.writeEnd.close();
+        return FFTool::drain(m_out.readEnd.get(), {});
+    }
+};
+
+TEST_F(SupervisedLimits, AToolHasTheAddressSpaceThatItIsGiven)
+{
+    EXPECT_EQ(printed("ulimit -v; ulimit -Hv", 3ULL << 30), "3145728\n3145728\n");
+}
+
+TEST_F(SupervisedLimits, WithoutALimitItHasWhatThisProgramHas)
+{
+    EXPECT_EQ(printed("ulimit -v"), "unlimited\n");
+}
+
+TEST_F(SupervisedLimits, AToolLeavesNoCoreFile)
+{
+    EXPECT_EQ(printed("ulimit -c; ulimit -Hc"), "0\n0\n");
+}
+
+TEST_F(SupervisedLimits, TooLargeAFileIsAnErrorThatTheToolCanTell)
+{
+    const TestFolder folder;
+    const std::string script = "ulimit -f 1; cd '" + folder.path().native()
+                               + "'; head -c 100000 /dev/zero >file 2>/dev/null || echo told";
+    EXPECT_EQ(printed(script.c_str()), "told\n");
+}
+
 TEST_F(Supervised, APipeLiesAboveTheDescriptorsOfTheSupervisor)
 {
     for (const Pipe* pipe : {&m_out, &m_err})

@@ -5,8 +5,11 @@
 #include <QByteArray>
 #include <QString>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,19 +20,27 @@ namespace vantroque {
 struct FFToolError {
     enum class Kind {
         notFound,
-        failed,      ///< It ended with another status than 0.
-        timedOut,    ///< It was stopped.
-        launchFailed ///< The system could not start it.
+        failed,       ///< It ended with another status than 0.
+        timedOut,     ///< It was stopped.
+        launchFailed, ///< The system could not start it.
+        playlist      ///< No tool was started: the file is a list of other files.
     };
 
     Kind kind = Kind::failed;
-    QString tool;       ///< The last path component of the executable.
-    int status = 0;     ///< Exit status, 128 + the signal, or for `launchFailed` the error number.
-    QString stderr;     ///< Empty unless it is valid UTF-8.
-    double seconds = 0; ///< The limit that was passed.
+    QString tool;        ///< The last path component of the executable.
+    int status = 0;      ///< Exit status, 128 + the signal, or for `launchFailed` the error number.
+    QString stderr;      ///< What the tool said; empty unless it is valid UTF-8.
+    bool lacked = false; ///< The tool lacked memory, threads or descriptors.
+    double seconds = 0;  ///< The limit that was passed.
 
-    /// The text for the operator.
+    /// The text for the operator. May have several lines: a sentence of ours, then the tool's
+    /// words.
     QString description() const;
+    /// The same without the sentence of ours.
+    QString toolWords() const;
+    /// Whether the tool lacked memory, threads or descriptors. Then it has told nothing about the
+    /// file, and whoever goes on without a measurement must not do so here.
+    bool isShortage() const { return kind == Kind::failed && lacked; }
     operator Error() const { return {description()}; }
 };
 
@@ -55,11 +66,26 @@ struct Observer {
     bool keepStderr = true;
 };
 
+/// Remembers that a tool lacked memory, threads or descriptors, for those who go on without a
+/// measurement and hand no error on. Thread-safe.
+class Shortage {
+public:
+    void note(const FFToolError& error);
+    /// The first one.
+    std::optional<FFToolError> error() const;
+
+private:
+    mutable std::mutex m_mutex;
+    std::optional<FFToolError> m_error;
+};
+
 struct RunOptions {
-    bool allowFailure =
-        false; ///< Return the output of a tool that ends with another status than 0.
+    /// Return the output of a tool that ends with another status than 0. That of a tool that lacked
+    /// memory, threads or descriptors never comes back, even when the status is 0.
+    bool allowFailure = false;
     double timeout = defaultTimeout; ///< Seconds.
     Observer observer = {};
+    Shortage* shortage = nullptr; ///< Hears of one; may be null.
 };
 
 struct ToolOutput {
@@ -67,6 +93,11 @@ struct ToolOutput {
     QByteArray stderr;
     int status = 0;
 };
+
+/// The address space that a run of that tool may take, in bytes: many times what a film of 8K needs
+/// and less than this machine has, so that a file that is made to eat memory ends its own tool
+/// only.
+std::uint64_t memoryLimit(const std::filesystem::path& executable);
 
 /// Runs a tool to its end and gives its complete output. A tool that passes the time-out is asked
 /// to terminate, killed 3 seconds later with all that it started, and its output dropped.

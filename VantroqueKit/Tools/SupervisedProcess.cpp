@@ -130,11 +130,13 @@ Result<Pipe, int> Pipe::make()
 Result<SupervisedProcess, int> SupervisedProcess::start(const std::filesystem::path& executable,
                                                         const std::vector<std::string>& arguments,
                                                         const FileDescriptor& standardOutput,
-                                                        const FileDescriptor& standardError)
+                                                        const FileDescriptor& standardError,
+                                                        std::uint64_t memoryLimit)
 {
     Pipe report = TRY(Pipe::make());
-    std::vector<std::string> command{supervisorPath(), QByteArray::number(::getpid()).toStdString(),
-                                     executable.native()};
+    const auto number = [](auto value) { return QByteArray::number(value).toStdString(); };
+    std::vector<std::string> command{supervisorPath(), number(::getpid()),
+                                     number(quint64{memoryLimit}), executable.native()};
     command.insert(command.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
     for (std::string& argument : command)

@@ -5,7 +5,9 @@
 #include "Tools/SuperviseProtocol.h"
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <optional>
 #include <string>
 #include <sys/types.h>
@@ -19,12 +21,18 @@ namespace vantroque {
 /// too. The thread that starts it must outlive it, since the kernel watches that thread.
 class SupervisedProcess {
 public:
-    /// Starts `executable` with its outputs on the given write ends. Fails with the error number
-    /// when the supervisor cannot be started; a tool that cannot be started reports `launchFailed`.
+    static constexpr std::uint64_t unlimitedMemory = std::numeric_limits<std::uint64_t>::max();
+
+    /// Starts `executable` with its outputs on the given write ends. It may take `memoryLimit`
+    /// bytes of address space, or as many as this program may if that is less; it leaves no core
+    /// file, and a limit on the size of files is an error to it and not its death. Fails with the
+    /// error number when the supervisor cannot be started; a tool that cannot be started reports
+    /// `launchFailed`.
     static Result<SupervisedProcess, int> start(const std::filesystem::path& executable,
                                                 const std::vector<std::string>& arguments,
                                                 const FileDescriptor& standardOutput,
-                                                const FileDescriptor& standardError);
+                                                const FileDescriptor& standardError,
+                                                std::uint64_t memoryLimit = unlimitedMemory);
 
     SupervisedProcess(SupervisedProcess&& other) noexcept
         : m_supervisor(std::exchange(other.m_supervisor, -1)), m_report(std::move(other.m_report))

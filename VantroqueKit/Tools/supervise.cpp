@@ -1,11 +1,12 @@
-// vantroque-supervise PARENT_PID TOOL [ARGUMENT...]
+// vantroque-supervise PARENT_PID MEMORY_BYTES TOOL [ARGUMENT...]
 //
-// Runs a tool in a process group of its own and sees to it that nothing of the tool is left when it
-// ends: not when it leaves children behind, and not when the program that asked for it is killed.
-// A parent-death signal alone would spare the tool's own children.
+// Runs a tool in a process group of its own, within limits, and sees to it that nothing of the tool
+// is left when it ends: not when it leaves children behind, and not when the program that asked for
+// it is killed. A parent-death signal alone would spare the tool's own children.
 
 #include "Tools/SuperviseProtocol.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
@@ -14,12 +15,21 @@
 #include <fcntl.h>
 #include <string>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace vantroque::SuperviseProtocol;
 
 namespace {
+
+template<typename Number>
+Number numberOf(const char* text)
+{
+    Number number = 0;
+    std::from_chars(text, text + std::strlen(text), number);
+    return number;
+}
 
 void report(Outcome outcome, int value)
 {
@@ -28,8 +38,22 @@ void report(Outcome outcome, int value)
     [[maybe_unused]] const auto written = ::write(reportDescriptor, &message, sizeof message);
 }
 
-[[noreturn]] void becomeTool(char** command, const sigset_t& blocked)
+/// Sets a limit for this process, or keeps the narrower one that it has.
+void limit(__rlimit_resource resource, rlim_t most)
 {
+    rlimit limits{};
+    if (::getrlimit(resource, &limits) != 0)
+        return;
+    limits.rlim_max = std::min(limits.rlim_max, most);
+    limits.rlim_cur = std::min(limits.rlim_cur, limits.rlim_max);
+    ::setrlimit(resource, &limits);
+}
+
+[[noreturn]] void becomeTool(char** command, rlim_t memoryBytes, const sigset_t& blocked)
+{
+    limit(RLIMIT_AS, memoryBytes);
+    limit(RLIMIT_CORE, 0);
+    ::signal(SIGXFSZ, SIG_IGN); // Too large a file becomes an error that the tool can tell.
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
@@ -110,7 +134,7 @@ int reap(pid_t tool)
 
 int main(int argc, char** argv)
 {
-    if (argc < 3)
+    if (argc < 4)
         return EXIT_FAILURE;
     sigset_t signals;
     ::sigemptyset(&signals);
@@ -119,15 +143,15 @@ int main(int argc, char** argv)
     ::sigprocmask(SIG_BLOCK, &signals, nullptr);
     ::prctl(PR_SET_PDEATHSIG, orphanedSignal);
     ::prctl(PR_SET_CHILD_SUBREAPER, 1);
-    pid_t parent = 0;
-    std::from_chars(argv[1], argv[1] + std::strlen(argv[1]), parent);
+    const auto parent = numberOf<pid_t>(argv[1]);
+    const auto memoryBytes = numberOf<rlim_t>(argv[2]);
     if (::getppid() != parent) // It died before it could be watched.
         return EXIT_FAILURE;
     ::fcntl(reportDescriptor, F_SETFD, FD_CLOEXEC);
 
     const pid_t tool = ::fork();
     if (tool == 0)
-        becomeTool(argv + 2, signals);
+        becomeTool(argv + 3, memoryBytes, signals);
     if (tool < 0) {
         report(Outcome::launchFailed, errno);
         return EXIT_FAILURE;
