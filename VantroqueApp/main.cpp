@@ -11,6 +11,7 @@
 
 #include <QApplication>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -62,6 +63,7 @@ thread_local Unexpected unexpectedEnd;
 
 int main(int argc, char** argv)
 {
+    std::signal(SIGXFSZ, SIG_IGN); // Too large a file is an error like any other.
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Vantroque"_s);
     QApplication::setDesktopFileName(u"vantroque"_s);

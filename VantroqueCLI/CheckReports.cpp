@@ -31,16 +31,22 @@ FileReport displayable(FileReport report)
     return report;
 }
 
+/// An error with its line ends, under the name of its file.
+QString lines(const QString& error)
+{
+    return Text::joined(error.trimmed().split(u'\n'), u"\n  "_s, Text::printable);
+}
+
 } // namespace
 
 QByteArray text(const std::vector<CheckedFile>& files, bool color)
 {
     QStringList texts;
     for (const CheckedFile& file : files)
-        texts << (file.outcome ? TextRenderer::render(displayable(file.outcome->report), color)
-                               : u"%1    could not be analysed\n  %2\n"_s.arg(
-                                   Text::printable(file.path),
-                                   Text::printable(file.outcome.error().description.trimmed())));
+        texts << (file.outcome
+                      ? TextRenderer::render(displayable(file.outcome->report), color)
+                      : u"%1    could not be analysed\n  %2\n"_s.arg(
+                          Text::printable(file.path), lines(file.outcome.error().description)));
     return (texts.join(TextRenderer::separator()) + u'\n').toUtf8();
 }
 

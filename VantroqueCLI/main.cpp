@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <csignal>
 
 using namespace vantroque;
 using namespace Qt::StringLiterals;
@@ -133,6 +134,7 @@ ExitStatus run(const std::vector<std::string>& words)
 int main(int argc, char** argv)
 {
     Interruption::watch();
+    std::signal(SIGXFSZ, SIG_IGN); // Too large a file is an error like any other.
     ScratchFolder::sweep();
     return static_cast<int>(run({argv + 1, argv + argc}));
 }

@@ -25,6 +25,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using Media::operator+;
 using testing::AllOf;
+using testing::AnyOf;
 using testing::Ge;
 using testing::HasSubstr;
 using testing::Le;
@@ -148,6 +149,12 @@ protected:
     }
 };
 
+/// In the words of a tool, or since nothing is left of the header.
+testing::Matcher<std::string> isRefused()
+{
+    return AnyOf(HasSubstr(" exited with status "), "There is no picture and no sound in it.");
+}
+
 /// How many windows of sound were read, ten a second at 48 kHz.
 std::size_t soundRead(const SignalInfo& signal)
 {
@@ -191,7 +198,7 @@ TEST_P(Damaged, AFileWithOnlyItsHeadIsMeasuredOrRefused)
         if (analysis)
             EXPECT_LE(soundRead(*analysis->media.signal), 15U) << length;
         else
-            EXPECT_THAT(analysis.error().description.toStdString(), StartsWith("ff")) << length;
+            EXPECT_THAT(analysis.error().description.toStdString(), isRefused()) << length;
     }
 }
 
@@ -215,8 +222,7 @@ TEST_P(Damaged, AFileWithSpoiltBytesFromItsStartIsMeasuredOrRefused)
         const std::string problem =
             problemOf(m_folder.write("spoilt." + std::string(GetParam()), bytes));
         if (problem != "none") {
-            EXPECT_THAT(problem, AllOf(StartsWith("ff"), HasSubstr(" exited with status ")))
-                << first;
+            EXPECT_THAT(problem, isRefused()) << first;
         }
     }
 }
@@ -431,7 +437,7 @@ TEST_F(BadMedia, MoreChannelsThanAnybodyHasAreRefused)
 {
     const auto file =
         m_folder.write("crowd.wav", wave(1, 1'000, 2, QByteArray(2'000 * 480, '\x10')));
-    EXPECT_THAT(problemOf(file), StartsWith("ff"));
+    EXPECT_THAT(problemOf(file), HasSubstr(" exited with status "));
 }
 
 class ManyChannels : public BadMedia, public testing::WithParamInterface<std::uint32_t> {};
@@ -445,7 +451,7 @@ TEST_P(ManyChannels, SoundIsMeasuredOrRefusedAndNotTakenForSilence)
     const auto analysis = analyzed(file);
     if (!analysis) {
         EXPECT_THAT(analysis.error().description.toStdString(),
-                    StartsWith("ffmpeg exited with status 1: "));
+                    HasSubstr("ffmpeg exited with status 1: "));
         return;
     }
     const auto levels = analysis->media.signal->channelLevels.value_or(std::vector<ChannelLevel>());
@@ -475,7 +481,7 @@ TEST_F(BadMedia, SoundWithoutASampleIsMeasuredOrRefused)
     if (analysis)
         EXPECT_EQ(analysis->media.signal->integratedLKFS, std::nullopt);
     else
-        EXPECT_THAT(analysis.error().description.toStdString(), StartsWith("ff"));
+        EXPECT_THAT(analysis.error().description.toStdString(), HasSubstr(" exited with status "));
 }
 
 TEST_F(BadMedia, OneSampleIsMeasured)
@@ -518,7 +524,10 @@ TEST_F(BadMedia, AFilmWithoutAFrameIsMeasuredOrRefused)
         if (analysis)
             EXPECT_FALSE(analysis->media.video) << extension;
         else
-            EXPECT_THAT(analysis.error().description.toStdString(), StartsWith("ff")) << extension;
+            EXPECT_THAT(
+                analysis.error().description.toStdString(),
+                AnyOf(HasSubstr(" exited with status "), "There is no picture and no sound in it."))
+                << extension;
     }
 }
 
@@ -540,7 +549,8 @@ TEST_F(BadMedia, OnAFullDiskAFilmIsMeasuredWholeOrRefused)
         EXPECT_EQ(soundRead(*analysis->media.signal), 300U);
     else
         EXPECT_THAT(analysis.error().description.toStdString(),
-                    StartsWith("ffmpeg exited with status "));
+                    StartsWith("A file would grow larger than is allowed here.\n"
+                               "ffmpeg exited with status "));
 }
 
 TEST_F(BadMedia, OnAFullDiskAFilmOfEightBitsLosesOnlyItsDetail)

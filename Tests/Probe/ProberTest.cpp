@@ -275,7 +275,7 @@ TEST(Probe, WhatIsNoMediaFailsInTheToolsWords)
           {"noise.mp4", QByteArray("\x01\x9A\xFF\x00qz", 6)},
           {"text.mp4", QByteArray("Dear sir or madam,\nplease find attached\n")}})
         EXPECT_THAT(problemOf(folder.write(name, bytes)),
-                    StartsWith("ffprobe exited with status 1: "))
+                    HasSubstr("\nffprobe exited with status 1: "))
             << name;
 }
 

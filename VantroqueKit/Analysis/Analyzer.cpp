@@ -11,6 +11,7 @@
 
 namespace vantroque::Analyzer {
 
+using namespace Qt::StringLiterals;
 using Stage = AnalysisProgress::Stage;
 
 namespace {
@@ -39,11 +40,20 @@ FileReport readAndScore(MediaInfo& media, const std::vector<Profile>& profiles,
     return scored;
 }
 
+/// What holds neither picture nor sound is no deliverable: captions, data or a cover alone.
+Result<MediaInfo> probed(const FileUrl& url, AnalysisProgress* progress)
+{
+    enter(progress, Stage::probing);
+    MediaInfo media = TRY(Prober::probe(url));
+    if (!media.video && !media.audio)
+        return failure(u"There is no picture and no sound in it."_s);
+    return media;
+}
+
 /// A record of another version is probed afresh; its measurements stay until they are replaced.
 Result<MediaInfo> probedAgain(const MediaInfo& stored, AnalysisProgress* progress)
 {
-    enter(progress, Stage::probing);
-    MediaInfo media = TRY(Prober::probe(stored.url));
+    MediaInfo media = TRY(probed(stored.url, progress));
     media.signal = stored.signal;
     return media;
 }
@@ -92,9 +102,8 @@ void carryOver(const SignalInfo& old, SignalInfo& fresh)
 Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
                          const Options& options, AnalysisProgress* progress)
 {
-    enter(progress, Stage::probing);
     Analysis analysis;
-    analysis.media = TRY(Prober::probe(url));
+    analysis.media = TRY(probed(url, progress));
     if (progress != nullptr)
         progress->set(analysis.media);
     if (!options.skipSignalPass && needsSignalPass(profiles))

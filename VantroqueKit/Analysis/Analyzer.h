@@ -24,7 +24,8 @@ struct Options {
 };
 
 /// Probes a file, measures what the profiles ask for and scores it. Blocks; any thread. Fails with
-/// the words of the probe or of the decode. `progress` may be null.
+/// the words of the probe or of the decode, or when there is neither picture nor sound. `progress`
+/// may be null.
 Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
                          const Options& options = {}, AnalysisProgress* progress = nullptr);
 

@@ -3,6 +3,7 @@
 #include "Base/Files.h"
 #include "Captions/CaptionParser.h"
 #include "Captions/EmbeddedCaptions.h"
+#include "Tools/Playlists.h"
 
 namespace vantroque::CaptionLoader {
 
@@ -22,7 +23,9 @@ Result<CaptionTrack, Problem> cuesOf(std::optional<CaptionTrack> track)
 
 Result<CaptionTrack, Problem> loadScenarist(const FileUrl& url)
 {
-    const auto text = EmbeddedCaptions::srtText({"-i", url.path().native()});
+    std::optional<QString> text;
+    if (Playlists::refuse(url))
+        text = EmbeddedCaptions::srtText({"-i", url.path().native()});
     if (!text)
         return tl::unexpected(Problem::unreadable);
     // ffmpeg puts a placement into every cue, whatever the file says.

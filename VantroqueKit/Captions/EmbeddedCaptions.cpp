@@ -4,6 +4,7 @@
 #include "Base/Text.h"
 #include "Captions/CaptionParser.h"
 #include "Captions/LanguageNames.h"
+#include "Tools/Playlists.h"
 
 #include <utility>
 
@@ -84,7 +85,7 @@ std::optional<QString> language(const EmbeddedCaptionSource& source)
 
 std::optional<CaptionTrack> extract(const EmbeddedCaptionSource& source, const FileUrl& media)
 {
-    const auto arguments = input(source, media);
+    const auto arguments = Playlists::refuse(media) ? input(source, media) : std::nullopt;
     const auto text = arguments ? srtText(*arguments) : std::nullopt;
     if (!text)
         return std::nullopt;

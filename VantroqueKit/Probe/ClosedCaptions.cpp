@@ -13,11 +13,13 @@ namespace {
 
 /// Frames decoded at each place; captions repeat their data at least once a second.
 const QString frames = u"%+#60"_s;
+/// Seconds. A file that takes longer over a few frames is made to.
+constexpr double longestSearch = 60;
 
 /// ffprobe's closed_captions field is not filled in by this kind of probe, the frames' side data
 /// is.
 bool showsCaptions(const fs::path& ffprobe, const FileUrl& url, const std::string& stream,
-                   const QString& intervals)
+                   const QString& intervals, FFTool::Shortage* shortage)
 {
     bool found = false;
     std::string tail; // so that words cut in two by the end of a chunk are found
@@ -35,21 +37,24 @@ bool showsCaptions(const fs::path& ffprobe, const FileUrl& url, const std::strin
         FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-show_frames", "-read_intervals",
                      intervals.toStdString(), "-select_streams", stream, url.path().native()},
-                    {.allowFailure = true, .observer = observer});
+                    {.allowFailure = true,
+                     .timeout = longestSearch,
+                     .observer = observer,
+                     .shortage = shortage});
     return ran && found;
 }
 
 } // namespace
 
 bool hasClosedCaptions(const fs::path& ffprobe, const FileUrl& url, double duration,
-                       const std::string& stream)
+                       const std::string& stream, FFTool::Shortage* shortage)
 {
-    if (showsCaptions(ffprobe, url, stream, frames))
+    if (showsCaptions(ffprobe, url, stream, frames, shortage))
         return true;
     QStringList later;
     for (const double share : {0.2, 0.4, 0.6, 0.8})
         later << Numbers::fixed(duration * share, 3) + frames;
-    return duration > 0 && showsCaptions(ffprobe, url, stream, later.join(u','));
+    return duration > 0 && showsCaptions(ffprobe, url, stream, later.join(u','), shortage);
 }
 
 } // namespace vantroque::Prober

@@ -19,7 +19,7 @@ namespace {
 
 /// The lines of the header trace that tell of the bit rate. The whole trace grows with the index
 /// of the file, so no more than these are kept.
-QString bitrateLines(const fs::path& ffmpeg, const FileUrl& url)
+QString bitrateLines(const fs::path& ffmpeg, const FileUrl& url, FFTool::Shortage* shortage)
 {
     static constexpr std::array<std::string_view, 4> names{"nal_hrd_parameters_present_flag",
                                                            "cbr_flag[0]", "bit_rate_scale",
@@ -34,10 +34,11 @@ QString bitrateLines(const fs::path& ffmpeg, const FileUrl& url)
             }))
             kept.append(line) += '\n';
     };
-    const auto ran = FFTool::run(ffmpeg,
-                                 {"-v", "trace", "-i", url.path().native(), "-c", "copy", "-bsf:v",
-                                  "trace_headers", "-frames:v", "1", "-f", "null", "-"},
-                                 {.allowFailure = true, .observer = observer});
+    const auto ran =
+        FFTool::run(ffmpeg,
+                    {"-v", "trace", "-i", url.path().native(), "-c", "copy", "-bsf:v",
+                     "trace_headers", "-frames:v", "1", "-f", "null", "-"},
+                    {.allowFailure = true, .observer = observer, .shortage = shortage});
     return ran ? QString::fromStdString(kept) : QString();
 }
 
@@ -105,12 +106,12 @@ std::optional<std::vector<QJsonObject>> objects(const QJsonValue& list)
 
 } // namespace
 
-std::optional<HRDInfo> hrdInfo(const FileUrl& url)
+std::optional<HRDInfo> hrdInfo(const FileUrl& url, FFTool::Shortage* shortage)
 {
     const auto ffmpeg = FFTool::find("ffmpeg");
     if (!ffmpeg)
         return std::nullopt;
-    const QString text = bitrateLines(*ffmpeg, url);
+    const QString text = bitrateLines(*ffmpeg, url, shortage);
     const auto present = field(u"nal_hrd_parameters_present_flag"_s, text);
     if (!present)
         return std::nullopt;
@@ -136,13 +137,13 @@ std::optional<std::int64_t> field(const QString& name, const QString& text)
 }
 
 std::optional<HDRMetadata> hdrMetadata(const fs::path& ffprobe, const FileUrl& url,
-                                       const std::string& stream)
+                                       const std::string& stream, FFTool::Shortage* shortage)
 {
     const auto printed =
         FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-select_streams", stream,
                      "-read_intervals", "%+#1", "-show_frames", url.path().native()},
-                    {.allowFailure = true});
+                    {.allowFailure = true, .shortage = shortage});
     return printed ? hdrMetadata(printed->stdout) : std::nullopt;
 }
 

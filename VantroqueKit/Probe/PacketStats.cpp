@@ -81,7 +81,8 @@ private:
 } // namespace
 
 Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const FileUrl& url,
-                                double nominalFPS, const std::string& stream)
+                                double nominalFPS, const std::string& stream,
+                                FFTool::Shortage* shortage)
 {
     PacketTally tally;
     PacketListReader reader([&](const Packet& packet) { tally.add(packet); });
@@ -91,7 +92,7 @@ Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const File
     TRY(FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-select_streams", stream,
                      "-show_entries", "packet=pts_time,dts_time,size", url.path().native()},
-                    {.observer = observer}));
+                    {.observer = observer, .shortage = shortage}));
     if (!reader.isComplete())
         return failure(u"ffprobe printed a packet list that is not valid JSON"_s);
     return tally.stats(nominalFPS);

@@ -2,6 +2,7 @@
 
 #include "Base/Numbers.h"
 #include "Tools/FFTool.h"
+#include "Tools/Playlists.h"
 
 #include <array>
 #include <future>
@@ -24,6 +25,12 @@ bool isPipeOrDevice(const FileUrl& url)
     struct stat status {};
     return ::stat(url.path().c_str(), &status) == 0 && !S_ISREG(status.st_mode)
            && !S_ISDIR(status.st_mode);
+}
+
+bool isEmpty(const FileUrl& url)
+{
+    std::error_code error;
+    return fs::file_size(url.path(), error) == 0 && !error;
 }
 
 std::optional<double> asDouble(const std::optional<FFString>& text)
@@ -67,6 +74,7 @@ struct VideoProbe {
     const fs::path& ffprobe;
     const FileUrl& url;
     int position; ///< Of the stream among the video streams; cover art may stand ahead.
+    FFTool::Shortage* shortage;
 
     VideoStreamInfo describe(const Stream& stream, double formatDuration) const;
     void lookDeeper(const Stream& stream, VideoStreamInfo& video) const;
@@ -126,17 +134,17 @@ void takePackets(const Result<PacketStats>& stats, const Stream& stream, VideoSt
 void VideoProbe::lookDeeper(const Stream& stream, VideoStreamInfo& video) const
 {
     auto packets = std::async(std::launch::async, [this, &video = std::as_const(video)] {
-        return packetStats(ffprobe, url, video.nominalFrameRate, video.specifier());
+        return packetStats(ffprobe, url, video.nominalFrameRate, video.specifier(), shortage);
     });
     auto captions = std::async(std::launch::async, [this, &stream, &video = std::as_const(video)] {
         return carriesCaptions(stream, video);
     });
     std::optional<HRDInfo> hrd;
     if (video.codec == "h264"_L1 || video.codec == "hevc"_L1)
-        hrd = hrdInfo(url);
+        hrd = hrdInfo(url, shortage);
     std::optional<HDRMetadata> hdr;
     if (video.isHDR())
-        hdr = hdrMetadata(ffprobe, url, video.specifier());
+        hdr = hdrMetadata(ffprobe, url, video.specifier(), shortage);
     const bool hasCaptions = captions.get();
     takePackets(packets.get(), stream, video);
     video.hrd = hrd;
@@ -150,17 +158,18 @@ bool VideoProbe::carriesCaptions(const Stream& stream, const VideoStreamInfo& vi
         return true;
     static constexpr std::array codecs{"h264"_L1, "hevc"_L1, "mpeg2video"_L1};
     return std::ranges::any_of(codecs, [&](auto codec) { return video.codec == codec; })
-           && hasClosedCaptions(ffprobe, url, video.durationSeconds, video.specifier());
+           && hasClosedCaptions(ffprobe, url, video.durationSeconds, video.specifier(), shortage);
 }
 
 std::optional<VideoStreamInfo> describeVideo(const FFProbeOutput& output, const fs::path& ffprobe,
-                                             const FileUrl& url, double formatDuration)
+                                             const FileUrl& url, double formatDuration,
+                                             FFTool::Shortage& shortage)
 {
     const auto streams = streamsOfType(output, u"video"_s);
     for (std::size_t i = 0; i < streams.size(); ++i)
         if (!streams[i].isCoverArt())
-            return VideoProbe{ffprobe, url, static_cast<int>(i)}.describe(streams[i],
-                                                                          formatDuration);
+            return VideoProbe{ffprobe, url, static_cast<int>(i), &shortage}.describe(
+                streams[i], formatDuration);
     return std::nullopt;
 }
 
@@ -204,10 +213,14 @@ Result<MediaInfo> probe(const FileUrl& url)
     const fs::path ffprobe = TRY(FFTool::find("ffprobe"));
     if (isPipeOrDevice(url))
         return failure(u"%1 is a pipe, socket or device and not a file."_s.arg(url.fileName()));
+    TRY(Playlists::refuse(url));
     auto arguments = ffprobeArguments();
     arguments.push_back(url.path().native());
-    const auto printed = TRY(FFTool::run(ffprobe, arguments));
-    const auto output = TRY(FFProbeOutput::decode(printed.stdout));
+    const auto printed = FFTool::run(ffprobe, arguments);
+    if (!printed)
+        return failure(isEmpty(url) ? u"The file is empty.\n"_s + printed.error().toolWords()
+                                    : printed.error().description());
+    const auto output = TRY(FFProbeOutput::decode(printed->stdout));
     const auto format = output.format.value_or(FFProbeOutput::Format());
 
     MediaInfo media;
@@ -216,7 +229,10 @@ Result<MediaInfo> probe(const FileUrl& url)
     media.formatName = format.format_name.value_or(unknown);
     media.containerKind = containerKind(media.formatName, url.extension().toLower());
     media.durationSeconds = asDouble(format.duration).value_or(0);
-    media.video = describeVideo(output, ffprobe, url, media.durationSeconds);
+    FFTool::Shortage shortage;
+    media.video = describeVideo(output, ffprobe, url, media.durationSeconds, shortage);
+    if (const auto error = shortage.error())
+        return tl::unexpected(Error(*error));
     media.audio = describeAudio(output);
     media.subtitleStreams = describeSubtitles(output);
     if (media.durationSeconds <= 0)
@@ -299,7 +315,7 @@ std::optional<QString> startTimecode(const FFProbeOutput& probe)
 std::optional<QString> startTimecode(const FileUrl& url)
 {
     const auto ffprobe = FFTool::find("ffprobe");
-    if (!ffprobe || isPipeOrDevice(url))
+    if (!ffprobe || isPipeOrDevice(url) || !Playlists::refuse(url))
         return std::nullopt;
     auto arguments = ffprobeArguments();
     arguments.push_back(url.path().native());

@@ -3,6 +3,7 @@
 #include "Base/Result.h"
 #include "Probe/FFProbeOutput.h"
 #include "Records/MediaInfo.h"
+#include "Tools/FFTool.h"
 
 #include <QString>
 
@@ -16,8 +17,8 @@
 namespace vantroque::Prober {
 
 /// All of `MediaInfo` but `signal`. Fails with the tool's words when ffprobe cannot be found, run
-/// or understood, or when the path is a pipe, socket or device; whatever else cannot be found out
-/// stays absent.
+/// or understood, or when the path is a pipe, socket, device or playlist; whatever else cannot be
+/// found out stays absent.
 Result<MediaInfo> probe(const FileUrl& url);
 
 /// "mp4", "mov", "mxf", "webm", "mkv" or "mpg", else `formatName`. ffprobe prints one name for a
@@ -32,7 +33,8 @@ std::optional<int> bitDepth(const QString& codecName,
                             const std::optional<FFString>& bitsPerRawSample);
 
 // Deep probes: questions that ffprobe's plain output does not answer. `stream` is the specifier of
-// the video stream, such as "v:0".
+// the video stream, such as "v:0". Each gives nothing when its tool fails; `shortage`, which may be
+// null, hears when that was for want of memory, so that it is not taken for an answer.
 
 struct PacketStats {
     bool isVFR = false; ///< The packet times do not follow the nominal rate.
@@ -45,16 +47,18 @@ struct PacketStats {
 
 /// Reads the packet list of the whole file. Fails when ffprobe does.
 Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const FileUrl& url,
-                                double nominalFPS, const std::string& stream = "v:0");
+                                double nominalFPS, const std::string& stream = "v:0",
+                                FFTool::Shortage* shortage = nullptr);
 
 /// The claims of an H.264 or HEVC stream on its bit rate; nothing when the header says nothing.
-std::optional<HRDInfo> hrdInfo(const FileUrl& url);
+std::optional<HRDInfo> hrdInfo(const FileUrl& url, FFTool::Shortage* shortage = nullptr);
 /// The value of the first header trace line of that field; `name` is a regular expression.
 std::optional<std::int64_t> field(const QString& name, const QString& text);
 
 /// Static HDR metadata of the first frame; nothing when there is no list of side data.
 std::optional<HDRMetadata> hdrMetadata(const std::filesystem::path& ffprobe, const FileUrl& url,
-                                       const std::string& stream = "v:0");
+                                       const std::string& stream = "v:0",
+                                       FFTool::Shortage* shortage = nullptr);
 /// The same from ffprobe's frame list.
 std::optional<HDRMetadata> hdrMetadata(const QByteArray& framesJson);
 
@@ -65,7 +69,7 @@ std::optional<bool> moovBeforeMdat(const FileUrl& url);
 /// Whether the picture carries CEA-608 or 708 captions (ATSC A/53 part 4). Decodes a few frames at
 /// the head and, in case captions begin late, at some more places up to `duration` seconds.
 bool hasClosedCaptions(const std::filesystem::path& ffprobe, const FileUrl& url, double duration,
-                       const std::string& stream = "v:0");
+                       const std::string& stream = "v:0", FFTool::Shortage* shortage = nullptr);
 
 std::optional<QString> startTimecode(const FFProbeOutput& probe);
 /// For use outside of `probe`.

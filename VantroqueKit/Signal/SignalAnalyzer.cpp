@@ -8,6 +8,7 @@
 #include "Signal/SignalLogParser.h"
 #include "Signal/SignalPlan.h"
 #include "Signal/SparseSample.h"
+#include "Tools/Playlists.h"
 
 #include <sys/stat.h>
 
@@ -93,6 +94,7 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
                                         const Options& asked, AnalysisProgress* progress)
 {
     const fs::path ffmpeg = TRY(FFTool::find("ffmpeg"));
+    TRY(Playlists::refuse(url)); // A stored record may speak of a file that was replaced.
     Options options = asked;
     const auto scratch = ScratchFolder::make();
     MediaInfo source = media;
@@ -132,7 +134,7 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     if (media.audio && !log.hasSound())
         dropSound(info);
     if (isDeep(source))
-        if (const auto sample = SparseSample::take(ffmpeg, source)) {
+        if (const auto sample = TRY(SparseSample::take(ffmpeg, source))) {
             info.activePicture = SignalLog(Text::view(sample->log)).activePicture();
             if (!sample->bits.isEmpty())
                 outputs.bitsDump = sample->bits;

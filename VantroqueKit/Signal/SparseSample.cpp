@@ -67,11 +67,16 @@ std::vector<std::string> arguments(const MediaInfo& media, bool withBits)
     return list;
 }
 
-std::optional<Output> take(const std::filesystem::path& ffmpeg, const MediaInfo& media)
+Result<std::optional<Output>, FFToolError> take(const std::filesystem::path& ffmpeg,
+                                                const MediaInfo& media)
 {
-    for (const bool withBits : {true, false})
-        if (auto ran = FFTool::run(ffmpeg, arguments(media, withBits)))
+    for (const bool withBits : {true, false}) {
+        auto ran = FFTool::run(ffmpeg, arguments(media, withBits));
+        if (ran)
             return Output{std::move(ran->stderr), std::move(ran->stdout)};
+        if (ran.error().isShortage())
+            return tl::unexpected(std::move(ran.error()));
+    }
     return std::nullopt;
 }
 

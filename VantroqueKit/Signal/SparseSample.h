@@ -22,7 +22,9 @@ struct Output {
 /// The arguments of ffmpeg; the samples go to standard output when `withBits`.
 std::vector<std::string> arguments(const MediaInfo& media, bool withBits);
 
-/// Decodes some dozens of frames, whatever the length of the file. Nothing when that fails.
-std::optional<Output> take(const std::filesystem::path& ffmpeg, const MediaInfo& media);
+/// Decodes some dozens of frames, whatever the length of the file. Nothing when that fails, but an
+/// error when it was for want of memory.
+Result<std::optional<Output>, FFToolError> take(const std::filesystem::path& ffmpeg,
+                                                const MediaInfo& media);
 
 } // namespace vantroque::SparseSample

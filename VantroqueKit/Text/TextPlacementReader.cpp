@@ -3,6 +3,7 @@
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
 #include "Text/TextFrameScan.h"
+#include "Tools/Playlists.h"
 
 #include <algorithm>
 
@@ -116,7 +117,7 @@ std::optional<std::vector<TextRegion>> read(const MediaInfo& media, RecognizerPo
 {
     const auto ffmpeg = FFTool::find("ffmpeg");
     const auto scratch = ScratchFolder::make();
-    if (!ffmpeg || !scratch || !media.video)
+    if (!ffmpeg || !scratch || !media.video || !Playlists::refuse(media.url))
         return std::nullopt;
     const auto wanted = request(media, scratch->path());
     TextFrameScan scan(wanted, media, recognizers, progress);

@@ -3,6 +3,7 @@
 #include "Base/Files.h"
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
+#include "Tools/Playlists.h"
 
 #include <algorithm>
 
@@ -26,6 +27,7 @@ Result<FFTool::ToolOutput, FFToolError> run(const Arguments& before, const FileU
                                             double time, const Arguments& after)
 {
     const auto ffmpeg = TRY(FFTool::find("ffmpeg"));
+    TRY(Playlists::refuse(media));
     Arguments arguments{"-hide_banner", "-loglevel", "error"};
     for (const Arguments& part : {before, oneFrame(media, time), after})
         arguments.insert(arguments.end(), part.begin(), part.end());
