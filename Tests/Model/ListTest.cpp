@@ -1,5 +1,7 @@
 #include "Model/ModelFixture.h"
 
+#include "Tools/ProcessTable.h"
+
 #include <QSignalSpy>
 
 // What comes into the list, in which order it is analysed, and what goes out.
@@ -10,6 +12,8 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+
+using Media::operator+;
 
 class List : public ModelTest {};
 
@@ -196,22 +200,85 @@ TEST_F(List, AnUnknownEntryIsNotRemoved)
     EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s));
 }
 
+/// Five minutes that ffmpeg, asked to, decodes as fast as they would be shown.
+FileUrl fiveMinutes()
+{
+    return FileUrl::fromPath(
+        Media::make({"five-minutes.mp4",
+                     Clips::picture("64x64", "5", "300") + Clips::tone("300") + Clips::x264()}));
+}
+
+/// Of the tools, the decode alone takes as long as the film.
+void decodeInRealTime(const FakeTools& tools)
+{
+    tools.put("ffmpeg", "case \"$*\" in *ebur128*) exec ffmpeg -re \"$@\";; esac\n"
+                        "exec ffmpeg \"$@\"");
+}
+
+class Stopping : public List, public testing::WithParamInterface<bool> {};
+
+TEST_P(Stopping, TheRunningFileEndsItsToolsAndTheNextBegins)
+{
+    const bool clears = GetParam();
+    const FakeTools tools;
+    decodeInRealTime(tools);
+    const TestFolder temporary;
+    const ScopedVariable place("TMPDIR", temporary.path());
+    const FileUrl film = fiveMinutes();
+    const auto decodes = [&](pid_t tool) {
+        return processFile(tool, "cmdline").contains("ebur128");
+    };
+    start({loud()}).add({film, file("next.mp4")});
+    ASSERT_TRUE(
+        soon([&] { return std::ranges::any_of(processesNaming(film.path().native()), decodes); }));
+    EXPECT_THAT(temporary.names(), testing::Not(IsEmpty()));
+    if (clears) {
+        model().clearAll();
+        model().add({file("next.mp4")});
+    } else {
+        model().remove(entry(0).id);
+    }
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(names(), ElementsAre(u"next.mp4"_s));
+    EXPECT_THAT(states(), ElementsAre(u"done"_s));
+    EXPECT_TRUE(entry(0).media->signal->integratedLKFS);
+    EXPECT_THAT(processesNaming(film.path().native()), IsEmpty());
+    EXPECT_FALSE(hasChildren());
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(List, Stopping, testing::Bool(), [](const auto& info) {
+    return info.param ? "ByClearingTheList" : "ByRemovingIt";
+});
+
+TEST_F(List, TheRunningFileIsLeftAloneWhenAnotherIsRemoved)
+{
+    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));
+    model().remove(entry(1).id);
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(states(), ElementsAre(u"done"_s));
+    EXPECT_FALSE(m_held.wasCalledOff);
+}
+
 TEST_F(List, TheNextFileWaitsUntilARemovedAnalysisEnds)
 {
     startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
     ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));
     const QUuid removed = entry(0).id;
     model().remove(removed);
-    EXPECT_TRUE(model().isWorking());
+    EXPECT_TRUE(model().isWorking()) << "until its tools are gone";
     EXPECT_THAT(states(), ElementsAre(u"queued"_s));
     m_held.release();
     ASSERT_TRUE(soon([&] { return m_held.begun().size() == 2; }));
+    EXPECT_TRUE(m_held.wasCalledOff);
     EXPECT_THAT(m_held.begun(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
     EXPECT_THAT(states(), ElementsAre(u"running"_s));
     EXPECT_EQ(model().progress(removed), nullptr);
 }
 
-TEST_F(List, ClearingItStopsNothingAndKeepsNothing)
+TEST_F(List, ClearingItKeepsNothing)
 {
     startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
     ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Cancellation.h"
 #include "Base/ScopedVariable.h"
 #include "Check/Builders.h"
 #include "Support/Clips.h"
@@ -56,6 +57,7 @@ public:
                     wantedPreview = progress.wantsPreview();
                     progress.set(AnalysisProgress::Stage::probing);
                     pass(url.fileName());
+                    wasCalledOff = Cancellation::isRequested();
                     if (m_fails)
                         return failure(u"the analysis failed"_s);
                     return Analyzer::Analysis{media(url), Analyzer::report(media(url), profiles)};
@@ -63,6 +65,7 @@ public:
                 .rescore = [this](MediaInfo& media,
                                   const std::vector<Profile>& profiles) -> Result<FileReport> {
                     pass(u"rescore "_s + media.url.fileName());
+                    wasCalledOff = Cancellation::isRequested();
                     if (m_fails)
                         return failure(u"the rescore failed"_s);
                     media.signal = SignalInfo();
@@ -110,6 +113,7 @@ public:
     }
 
     std::atomic<bool> wantedPreview = false;
+    std::atomic<bool> wasCalledOff = false; ///< What ended last.
 
 private:
     void pass(const QString& name)

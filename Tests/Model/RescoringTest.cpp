@@ -254,8 +254,9 @@ TEST_F(Rescoring, NothingIsMeasuredForFilesThatHaveLeftTheList)
     m_held.letGo();
     model().add({anyFile("other.mp4")});
     ASSERT_TRUE(soonIdle());
-    QTest::qWait(50);
-    EXPECT_THAT(begunRescores(), ElementsAre(u"rescore f0.mp4"_s));
+    model().toggle(u"one"_s);
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(begunRescores(), ElementsAre(u"rescore f0.mp4"_s, u"rescore other.mp4"_s));
 }
 
 TEST_F(Rescoring, NothingIsMeasuredForAChoiceThatIsTakenBack)
@@ -279,10 +280,15 @@ TEST_F(Rescoring, AnEntryRemovedMeanwhileIsForgotten)
     model().toggle(u"loud"_s);
     analyse(2);
     model().toggle(u"loud"_s);
+    ASSERT_TRUE(soon([&] { return begunRescores().size() == 1; }));
     const QUuid removed = entry(0).id;
     model().remove(removed);
-    m_held.release(2);
+    m_held.release();
+    ASSERT_TRUE(soon([&] { return begunRescores().size() == 2; }));
+    EXPECT_TRUE(m_held.wasCalledOff);
+    m_held.release();
     ASSERT_TRUE(soonIdle());
+    EXPECT_FALSE(m_held.wasCalledOff);
     EXPECT_FALSE(model().isRescoring(removed));
     EXPECT_THAT(names(), ElementsAre(u"f1.mp4"_s));
 }

@@ -1,8 +1,10 @@
+#include "Base/Cancellation.h"
 #include "Support/TestFolder.h"
 #include "Tools/FFTool.h"
 #include "Tools/ProcessTable.h"
 
 #include <csignal>
+#include <future>
 #include <thread>
 
 namespace vantroque {
@@ -96,6 +98,39 @@ TEST_F(Leftover, AStoppedToolIsKilledToo)
         FFTool::run(tool("echo $$ >\"$list.new\"; told; kill -STOP $$"), {}, {.timeout = 0.5});
     ASSERT_FALSE(outcome);
     expectAllGone(1);
+}
+
+TEST_F(Leftover, AToolWhoseWorkIsCalledOffIsKilledWithItsChildren)
+{
+    const fs::path script = tool("trap '' TERM; setsid sleep 1000 & echo $$ $! >\"$list.new\";"
+                                 " told; sleep 1000; wait");
+    std::stop_source stop;
+    auto outcome = std::async(std::launch::async, [&] {
+        const Cancellation::Scope scope(stop.get_token());
+        return FFTool::run(script, {});
+    });
+    ASSERT_TRUE(comesTrue([this] { return fs::exists(m_list); }));
+    stop.request_stop();
+    const auto ended = outcome.get();
+    ASSERT_FALSE(ended);
+    EXPECT_EQ(ended.error().kind, FFToolError::Kind::cancelled);
+    EXPECT_EQ(ended.error().description(), u"tool was stopped."_s);
+    expectAllGone(2);
+}
+
+TEST_F(Leftover, WorkThatIsCalledOffStartsNoTool)
+{
+    const fs::path script = tool("echo $$ >\"$list.new\"; told");
+    std::stop_source stop;
+    {
+        const Cancellation::Scope scope(stop.get_token());
+        stop.request_stop();
+        EXPECT_EQ(FFTool::run(script, {}).error().kind, FFToolError::Kind::cancelled);
+        EXPECT_FALSE(fs::exists(m_list));
+        const Cancellation::Scope another(std::stop_source().get_token());
+        EXPECT_TRUE(FFTool::run(script, {})) << "work of its own";
+    }
+    EXPECT_TRUE(FFTool::run(script, {})) << "what comes after it";
 }
 
 class DeathOfTheProgram : public Leftover, public testing::WithParamInterface<int> {};

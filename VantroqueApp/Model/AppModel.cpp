@@ -53,7 +53,10 @@ AppModel::AppModel(UserDefaults& defaults, Desktop& desktop, AnalysisEngine engi
     startRestoring();
 }
 
-AppModel::~AppModel() = default;
+AppModel::~AppModel()
+{
+    callOffAll();
+}
 
 // Profiles.
 
@@ -158,6 +161,7 @@ void AppModel::append(const std::vector<FileUrl>& urls)
             if (entry->id == m_selectedAnalysisID)
                 m_selectedAnalysisID.reset();
             m_rescoring.erase(entry->id);
+            callOff(entry->id);
             entry->id = {}; // it goes
         }
         entry = &added.emplace_back(FileAnalysis{.id = QUuid::createUuid(), .url = url});
@@ -175,6 +179,7 @@ void AppModel::remove(QUuid id)
     const auto index = entry - m_analyses.data();
     m_analyses.erase(m_analyses.begin() + index);
     m_rescoring.erase(id);
+    callOff(id);
     if (before == id) {
         const auto next = std::min(std::ssize(m_analyses) - 1, index);
         m_selectedAnalysisID =
@@ -193,6 +198,7 @@ void AppModel::clearAll()
     const auto before = std::exchange(m_selectedAnalysisID, std::nullopt);
     m_analyses.clear();
     m_rescoring.clear();
+    callOffAll();
     Q_EMIT listChanged();
     selectionMayHaveChanged(before);
     setComparing(false);

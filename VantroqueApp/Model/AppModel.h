@@ -16,6 +16,7 @@
 #include <future>
 #include <map>
 #include <set>
+#include <stop_token>
 
 namespace vantroque {
 
@@ -23,8 +24,8 @@ namespace vantroque {
 /// choice of profiles changes, selection, and what is remembered between runs. Confined to the main
 /// thread; the work is done on workers, and its results are merged by the id of the entry, since
 /// the list may change meanwhile. Pointers and references that it gives hold until it changes.
-/// Its end waits for the analysis at hand; a program that ends sooner saves, removes scratch and
-/// leaves, and the tools end with it.
+/// Its end stops the analysis at hand and waits for it; a program that ends sooner saves, removes
+/// scratch and leaves, and the tools end with it.
 class AppModel : public QObject {
     Q_OBJECT
 
@@ -70,7 +71,8 @@ public:
     bool isCurrent(const FileAnalysis& entry) const;
     /// It was not, and cannot be: what the profiles ask for could not be measured.
     bool couldNotRescore(const FileAnalysis& entry) const;
-    bool isWorking() const { return m_isWorking; }
+    /// An analysis runs, or is being stopped.
+    bool isWorking() const { return m_running.has_value(); }
     bool isRescoring(const QUuid& id) const { return m_rescoring.contains(id); }
     /// ffprobe or ffmpeg was not found at the start.
     bool toolMissing() const { return m_toolMissing; }
@@ -78,7 +80,7 @@ public:
     /// Takes dropped and opened files. What is no video file is passed over; what is on its way
     /// stays; what was done before starts over at the end of the list.
     void add(const std::vector<FileUrl>& urls);
-    /// A running analysis goes on to its end, and its result is dropped.
+    /// Stops the tools that run for it; the next file begins when they are gone.
     void remove(QUuid id);
     void clearAll();
     /// The entries in sight, which are rescored first.
@@ -132,6 +134,11 @@ private:
         std::shared_ptr<const MediaInfo> media;
         std::shared_ptr<const FileReport> report;
     };
+    /// What a worker does for an entry, and how to call it off.
+    struct Job {
+        QUuid id;
+        std::stop_source stop;
+    };
     using SharedProfiles = std::shared_ptr<const std::vector<Profile>>;
 
     FileAnalysis* find(const QUuid& id);
@@ -142,8 +149,11 @@ private:
     const FileAnalysis* selected() const;
     void selectionMayHaveChanged(const std::optional<QUuid>& before);
 
+    void callOff(const QUuid& id);
+    void callOffAll();
+
     void pump();
-    Outcome analyze(const QUuid& id, const FileUrl& url, const std::vector<Profile>& profiles,
+    Outcome analyze(const Job& job, const FileUrl& url, const std::vector<Profile>& profiles,
                     std::uint64_t choice);
     void finish(const QUuid& id, const Outcome& outcome);
     void queueAgain(FileAnalysis& entry);
@@ -182,9 +192,9 @@ private:
     std::vector<FileAnalysis> m_analyses;
     std::set<QUuid> m_visible;
     std::map<QUuid, std::shared_ptr<const AnalysisProgress::Snapshot>> m_progress;
-    bool m_isWorking = false;
-    std::set<QUuid> m_rescoring; ///< To be measured for the present choice, one after the other.
-    std::optional<QUuid> m_measuring; ///< The one of them at hand.
+    std::optional<Job> m_running;
+    std::set<QUuid> m_rescoring;    ///< To be measured for the present choice, one after the other.
+    std::optional<Job> m_measuring; ///< The one of them at hand.
     std::optional<QUuid> m_selectedAnalysisID;
     bool m_comparing = false;
     std::optional<QString> m_exportMessage;

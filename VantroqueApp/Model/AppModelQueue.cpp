@@ -1,5 +1,6 @@
 // Analysing and rescoring what is in the list.
 
+#include "Base/Cancellation.h"
 #include "Review/ReviewStore.h"
 #include "VantroqueApp/Model/AppModel.h"
 
@@ -18,34 +19,53 @@ bool isDue(const FileAnalysis& entry)
 
 } // namespace
 
+// An entry that leaves the list takes along what is done for it. The worker is free again when the
+// last tool is gone, and its outcome finds no entry.
+
+void AppModel::callOff(const QUuid& id)
+{
+    for (auto* job : {&m_running, &m_measuring})
+        if (*job && (*job)->id == id)
+            (*job)->stop.request_stop();
+}
+
+void AppModel::callOffAll()
+{
+    for (auto* job : {&m_running, &m_measuring})
+        if (*job)
+            (*job)->stop.request_stop();
+}
+
 // Analysing.
 
 void AppModel::pump()
 {
-    if (m_isWorking)
+    if (m_running)
         return;
     const auto next = std::ranges::find_if(m_analyses, isDue);
     if (next == m_analyses.end())
         return;
-    m_isWorking = true;
     next->status = FileAnalysis::Running{};
     const QUuid id = next->id;
-    m_analyzer.run(
-        [this, id, url = next->url, profiles = m_enabledProfiles, choice = m_choice.load()] {
-            m_mailbox.post(
-                [this, id, outcome = analyze(id, url, *profiles, choice)] { finish(id, outcome); });
+    m_running = Job{id, {}};
+    m_analyzer.run([this, job = *m_running, url = next->url, profiles = m_enabledProfiles,
+                    choice = m_choice.load()] {
+        m_mailbox.post([this, id = job.id, outcome = analyze(job, url, *profiles, choice)] {
+            finish(id, outcome);
         });
+    });
     Q_EMIT entryChanged(id);
 }
 
 /// On a worker.
-AppModel::Outcome AppModel::analyze(const QUuid& id, const FileUrl& url,
+AppModel::Outcome AppModel::analyze(const Job& job, const FileUrl& url,
                                     const std::vector<Profile>& profiles, std::uint64_t choice)
 {
+    const Cancellation::Scope scope(job.stop.get_token());
     Outcome outcome;
     {
         AnalysisProgress progress(
-            [this, id](const AnalysisProgress::Snapshot& snapshot) {
+            [this, id = job.id](const AnalysisProgress::Snapshot& snapshot) {
                 auto copy = std::make_shared<const AnalysisProgress::Snapshot>(snapshot);
                 m_mailbox.post([this, id, copy = std::move(copy)] {
                     m_progress[id] = copy;
@@ -61,6 +81,8 @@ AppModel::Outcome AppModel::analyze(const QUuid& id, const FileUrl& url,
             outcome.status = FileAnalysis::Failed{analysis.error().description};
         }
     }
+    if (Cancellation::isRequested())
+        return outcome;
     if (auto fingerprint = ReviewStore::fingerprint(url))
         outcome.fingerprint = *std::move(fingerprint);
     return outcome;
@@ -69,7 +91,7 @@ AppModel::Outcome AppModel::analyze(const QUuid& id, const FileUrl& url,
 void AppModel::finish(const QUuid& id, const Outcome& outcome)
 {
     m_progress.erase(id);
-    m_isWorking = false;
+    m_running.reset();
     if (FileAnalysis* entry = find(id)) {
         entry->status = outcome.status;
         entry->media = outcome.media;
@@ -182,16 +204,17 @@ void AppModel::measureNext()
 
 void AppModel::startMeasuring(const FileAnalysis& entry)
 {
-    m_measuring = entry.id;
-    m_measurer.run([this, id = entry.id, before = entry.media, profiles = m_enabledProfiles,
+    m_measuring = Job{entry.id, {}};
+    m_measurer.run([this, job = *m_measuring, before = entry.media, profiles = m_enabledProfiles,
                     choice = m_choice.load()] {
+        const Cancellation::Scope scope(job.stop.get_token());
         Measured measured;
         MediaInfo media = *before;
         if (auto report = m_engine.rescore(media, *profiles)) {
             measured.media = std::make_shared<const MediaInfo>(std::move(media));
             measured.report = std::make_shared<const FileReport>(*std::move(report));
         }
-        m_mailbox.post([this, id, before, choice, measured] {
+        m_mailbox.post([this, id = job.id, before, choice, measured] {
             finishMeasuring(id, before, choice, measured);
         });
     });

@@ -1,5 +1,6 @@
 #include "Analysis/Analyzer.h"
 
+#include "Base/Cancellation.h"
 #include "Base/ScratchFolder.h"
 #include "Check/TwoPop.h"
 #include "Probe/Prober.h"
@@ -24,9 +25,10 @@ void enter(AnalysisProgress* progress, Stage stage)
         progress->set(stage);
 }
 
-/// What is read from the file beside the decode, then the verdicts.
-FileReport readAndScore(MediaInfo& media, const std::vector<Profile>& profiles,
-                        RecognizerPool* recognizers, AnalysisProgress* progress)
+/// What is read from the file beside the decode, then the verdicts. There is none when the work was
+/// called off: what was not read then does not count as absent from the file.
+Result<FileReport> readAndScore(MediaInfo& media, const std::vector<Profile>& profiles,
+                                RecognizerPool* recognizers, AnalysisProgress* progress)
 {
     enter(progress, Stage::readingSlate);
     readSlateIfNeeded(media, profiles, recognizers);
@@ -34,6 +36,8 @@ FileReport readAndScore(MediaInfo& media, const std::vector<Profile>& profiles,
     measureLeaderToneIfNeeded(media, profiles);
     enter(progress, Stage::readingText);
     scanTextIfNeeded(media, profiles, recognizers, progress);
+    if (Cancellation::isRequested())
+        return failure(u"The analysis was stopped."_s);
     enter(progress, Stage::scoring);
     FileReport scored = report(media, profiles);
     enter(progress, Stage::done);
@@ -108,7 +112,7 @@ Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profile
         progress->set(analysis.media);
     if (!options.skipSignalPass && needsSignalPass(profiles))
         analysis.media.signal = TRY(decode(analysis.media, profiles, options, progress));
-    analysis.report = readAndScore(analysis.media, profiles, options.recognizers, progress);
+    analysis.report = TRY(readAndScore(analysis.media, profiles, options.recognizers, progress));
     return analysis;
 }
 
@@ -128,7 +132,7 @@ Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profile
             carryOver(*renewed.signal, fresh);
         renewed.signal = std::move(fresh);
     }
-    FileReport scored = readAndScore(renewed, profiles, recognizers, progress);
+    FileReport scored = TRY(readAndScore(renewed, profiles, recognizers, progress));
     media = std::move(renewed);
     return scored;
 }

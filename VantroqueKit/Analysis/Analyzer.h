@@ -24,14 +24,14 @@ struct Options {
 };
 
 /// Probes a file, measures what the profiles ask for and scores it. Blocks; any thread. Fails with
-/// the words of the probe or of the decode, or when there is neither picture nor sound. `progress`
-/// may be null.
+/// the words of the probe or of the decode, when there is neither picture nor sound, and soon when
+/// this thread's work is called off (`Cancellation`). `progress` may be null.
 Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
                          const Options& options = {}, AnalysisProgress* progress = nullptr);
 
 /// Scores a stored record against other profiles, and first measures what it lacks for them.
-/// Blocks; any thread. On failure `media` stays as it was. `recognizers` and `progress` may be
-/// null.
+/// Blocks; any thread. On failure, also when the work is called off, `media` stays as it was.
+/// `recognizers` and `progress` may be null.
 Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profiles,
                            RecognizerPool* recognizers = nullptr,
                            AnalysisProgress* progress = nullptr);

@@ -1,5 +1,6 @@
 #include "Probe/Prober.h"
 
+#include "Base/Cancellation.h"
 #include "Base/Numbers.h"
 #include "Tools/FFTool.h"
 #include "Tools/Playlists.h"
@@ -133,12 +134,17 @@ void takePackets(const Result<PacketStats>& stats, const Stream& stream, VideoSt
 /// other: a tool's start alone takes a good part of them.
 void VideoProbe::lookDeeper(const Stream& stream, VideoStreamInfo& video) const
 {
-    auto packets = std::async(std::launch::async, [this, &video = std::as_const(video)] {
+    const auto inBackground = [cancelled = Cancellation::token()](auto work) {
+        return std::async(std::launch::async, [cancelled, work] {
+            const Cancellation::Scope scope(cancelled);
+            return work();
+        });
+    };
+    auto packets = inBackground([this, &video = std::as_const(video)] {
         return packetStats(ffprobe, url, video.nominalFrameRate, video.specifier(), shortage);
     });
-    auto captions = std::async(std::launch::async, [this, &stream, &video = std::as_const(video)] {
-        return carriesCaptions(stream, video);
-    });
+    auto captions = inBackground(
+        [this, &stream, &video = std::as_const(video)] { return carriesCaptions(stream, video); });
     std::optional<HRDInfo> hrd;
     if (video.codec == "h264"_L1 || video.codec == "hevc"_L1)
         hrd = hrdInfo(url, shortage);

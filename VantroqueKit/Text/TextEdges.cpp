@@ -1,5 +1,6 @@
 // When exactly a text came and went: a few single frames around the samples are looked at.
 
+#include "Base/Cancellation.h"
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
 #include "Text/TextPlacement.h"
@@ -91,9 +92,11 @@ std::vector<TextRegion> narrowEdges(std::vector<TextRegion> regions, const Media
             progress->noteTextEdgeUnit();
     };
     std::atomic<std::size_t> next = 0;
-    const auto work = [&] {
+    const auto work = [&, cancelled = Cancellation::token()] {
+        const Cancellation::Scope scope(cancelled);
         const auto recognizer = recognizers.take();
-        for (std::size_t i = 0; recognizer && (i = next++) < count;) {
+        for (std::size_t i = 0;
+             recognizer && !Cancellation::isRequested() && (i = next++) < count;) {
             (*recognizer)->forget();
             regions[i] = refined(regions[i], media, pictureStart, interval, **recognizer, noteUnit);
         }

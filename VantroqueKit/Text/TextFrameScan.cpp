@@ -58,7 +58,7 @@ std::optional<std::vector<TextRegion>> TextFrameScan::finish(double pictureStart
     m_wake.notify_all();
     start();
     m_worker.join();
-    if (m_samples.empty())
+    if (m_samples.empty() || m_cancelled.stop_requested())
         return std::nullopt;
     const double interval = m_request.time(2); // the first is at 0
     return TextPlacementReader::narrowEdges(TextPlacement::track(std::move(m_samples)), m_media,
@@ -84,7 +84,8 @@ bool TextFrameScan::waitFor(int frame, const std::stop_token& stop)
     std::unique_lock lock(m_mutex);
     while (!m_decodeFinished && !stop.stop_requested() && !isThere(m_request.path(frame + 1)))
         m_wake.wait_for(lock, stop, pause, [this] { return m_decodeFinished; });
-    return !stop.stop_requested() && isThere(m_request.path(frame));
+    return !stop.stop_requested() && !m_cancelled.stop_requested()
+           && isThere(m_request.path(frame));
 }
 
 void TextFrameScan::readFrame(int frame, TextRecognizer& recognizer)

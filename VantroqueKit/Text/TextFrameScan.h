@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/Cancellation.h"
 #include "Text/TextPlacementReader.h"
 
 #include <condition_variable>
@@ -10,7 +11,7 @@ namespace vantroque {
 
 /// Reads the frames that a decode writes as picture files while it still writes them, on a thread
 /// of its own. One file: made, started, worked on, finished once. A value that ends unfinished
-/// stops its worker after the frame at hand.
+/// stops its worker after the frame at hand, as the end of the work for which it was made does.
 class TextFrameScan {
 public:
     /// `media`, the recognizers and the progress, which may be null, outlive this object.
@@ -37,7 +38,8 @@ private:
     const MediaInfo& m_media;
     RecognizerPool& m_recognizers;
     AnalysisProgress* const m_progress;
-    std::mutex m_mutex; ///< Guards the flag.
+    const std::stop_token m_cancelled = Cancellation::token(); ///< Of the thread that asked.
+    std::mutex m_mutex;                                        ///< Guards the flag.
     bool m_decodeFinished = false;
     std::condition_variable_any m_wake;
     std::vector<TextSample> m_samples; ///< In frame order; the worker's until it has ended.

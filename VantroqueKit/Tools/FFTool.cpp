@@ -1,5 +1,6 @@
 #include "Tools/FFTool.h"
 
+#include "Base/Cancellation.h"
 #include "Base/Files.h"
 #include "Base/Numbers.h"
 #include "Base/ResourceFolder.h"
@@ -42,6 +43,7 @@ QString FFToolError::toolWords() const
         return u"%1 did not finish within %2s and was stopped. The file may be corrupt or "
                "extremely long."_s.arg(tool, QString::number(Numbers::truncatedToInt(seconds)));
     case Kind::playlist: return u"This is a playlist, not a media file. Add the media it names."_s;
+    case Kind::cancelled: return u"%1 was stopped."_s.arg(tool);
     case Kind::launchFailed: break;
     }
     return u"%1 could not be started: %2"_s.arg(tool, Files::systemMessage(status));
@@ -99,9 +101,10 @@ QString validUtf8(const QByteArray& bytes)
     return QUtf8StringView(bytes).isValidUtf8() ? QString::fromUtf8(bytes) : QString();
 }
 
-/// Lets the tool end in time, or ends it. Nothing means the latter.
+/// Lets the tool end in time, or ends it. Nothing means that its time was up.
 std::optional<SuperviseProtocol::Report> outcome(SupervisedProcess& process, double timeout)
 {
+    const std::stop_callback endAtOnce(Cancellation::token(), [&process] { process.kill(); });
     // A duration beyond the clock's range would wrap around.
     const std::chrono::duration<double> limit(std::min(timeout, 1e9));
     const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(limit);
@@ -201,6 +204,8 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
     const auto cannotLaunch = [&](int errorNumber) {
         return tl::unexpected(launchFailed(executable, errorNumber));
     };
+    if (Cancellation::isRequested())
+        return tl::unexpected(errorOf(FFToolError::Kind::cancelled, executable));
     auto outPipe = Pipe::make();
     auto errPipe = Pipe::make();
     if (!outPipe || !errPipe)
@@ -243,6 +248,8 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
         errEnd.close();
         report = outcome(*process, options.timeout);
     }
+    if (Cancellation::isRequested())
+        return tl::unexpected(errorOf(FFToolError::Kind::cancelled, executable));
     if (!report) {
         FFToolError error = errorOf(FFToolError::Kind::timedOut, executable);
         error.seconds = options.timeout;

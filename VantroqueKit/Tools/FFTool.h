@@ -21,7 +21,8 @@ struct FFToolError {
     enum class Kind {
         notFound,
         failed,       ///< It ended with another status than 0.
-        timedOut,     ///< It was stopped.
+        timedOut,     ///< It was ended.
+        cancelled,    ///< The work that it was started for was called off.
         launchFailed, ///< The system could not start it.
         playlist      ///< No tool was started: the file is a list of other files.
     };
@@ -100,7 +101,8 @@ struct ToolOutput {
 std::uint64_t memoryLimit(const std::filesystem::path& executable);
 
 /// Runs a tool to its end and gives its complete output. A tool that passes the time-out is asked
-/// to terminate, killed 3 seconds later with all that it started, and its output dropped.
+/// to terminate, killed 3 seconds later with all that it started, and its output dropped. When the
+/// work of the calling thread is called off, it is killed at once, or not even started.
 Result<ToolOutput, FFToolError> run(const std::filesystem::path& executable,
                                     const std::vector<std::string>& arguments,
                                     const RunOptions& options = {});
