@@ -3,22 +3,33 @@
 namespace vantroque {
 
 WorkspaceSaver::WorkspaceSaver(std::function<Workspace()> snapshot)
+    : WorkspaceSaver(std::move(snapshot), Rests())
+{
+}
+
+WorkspaceSaver::WorkspaceSaver(std::function<Workspace()> snapshot, const Rests& rests)
     : m_snapshot(std::move(snapshot))
 {
-    constexpr std::chrono::milliseconds rest{400};
-    m_timer.setSingleShot(true);
-    m_timer.setInterval(rest);
-    m_timer.setTimerType(Qt::PreciseTimer);
-    m_timer.callOnTimeout([this] { startSaving(); });
+    m_rest.setInterval(rests.afterTheLast);
+    m_limit.setInterval(rests.afterTheFirst);
+    for (QTimer* timer : {&m_rest, &m_limit}) {
+        timer->setSingleShot(true);
+        timer->setTimerType(Qt::PreciseTimer);
+        timer->callOnTimeout([this] { startSaving(); });
+    }
 }
 
 void WorkspaceSaver::schedule()
 {
-    m_timer.start();
+    m_rest.start();
+    if (!m_limit.isActive())
+        m_limit.start();
 }
 
 void WorkspaceSaver::startSaving()
 {
+    m_rest.stop();
+    m_limit.stop();
     // What cannot be written is lost at exit, and no reason to disturb the operator.
     m_worker.run(
         [workspace = m_snapshot()] { static_cast<void>(WorkspaceStore::save(workspace)); });
@@ -26,7 +37,6 @@ void WorkspaceSaver::startSaving()
 
 void WorkspaceSaver::saveNow()
 {
-    m_timer.stop();
     startSaving();
     m_worker.waitUntilIdle();
 }
