@@ -309,4 +309,53 @@ TEST(ContentChecks, AForbiddenLeaderReadsAsASlatedMaster)
     EXPECT_EQ(paddingOf(media), padding(Verdict::fail, "1.5 s of black at the tail", slatedFix));
 }
 
+TEST(ContentChecks, BlackThatEndsALeaderInUseIsAskedAbout)
+{
+    const char* const fix = "If the picture before the black is a slate or a clock, deliver the "
+                            "bare ad without it. A creative dip to black is fine.";
+    EXPECT_EQ(paddingOf(withGap(5, 7)),
+              padding(Verdict::warn,
+                      "picture, then black from 00:00:05:00 to 00:00:07:00: a leader?", fix));
+    for (const auto& [start, end] : {std::pair{8.2, 10.0}, {7.0, 10.2}, {2.0, 3.0}})
+        EXPECT_EQ(paddingOf(withGap(start, end)).verdict, Verdict::warn) << start;
+    for (const auto& [start, end] : {std::pair{5.0, 5.5}, {12.0, 14.0}, {2.4, 2.52}, {0.0, 1.0}})
+        EXPECT_EQ(paddingOf(withGap(start, end)).verdict, Verdict::pass) << start;
+}
+
+TEST(ContentChecks, BlackThatEndsTheProfilesOwnLeaderIsAskedAbout)
+{
+    ContentRule rule = policy(SlatePolicy::forbidden);
+    rule.slateSeconds = 12;
+    rule.slateBlackSeconds = 3;
+    EXPECT_EQ(contentRows(rule, withGap(12, 15)).at(0).verdict, Verdict::warn);
+    EXPECT_EQ(contentRows(rule, withGap(12, 13.4)).at(0).verdict, Verdict::pass);
+}
+
+TEST(ContentChecks, BlackToTheEndIsATailAndNoLeader)
+{
+    MediaInfo media = withGap(5, 6.96);
+    media.durationSeconds = 7;
+    EXPECT_EQ(paddingOf(media).verdict, Verdict::pass);
+}
+
+TEST(ContentChecks, WhereSlatesAreNotForbiddenALeaderIsNotAskedAbout)
+{
+    ContentRule rule = policy(SlatePolicy::optional);
+    rule.headTailBlackForbidden = true;
+    EXPECT_EQ(contentRows(rule, withGap(8, 10)).at(0).verdict, Verdict::pass);
+}
+
+TEST(ContentChecks, AnOptionalLeaderOfTheProfilesOwnLengthsIsLaidOut)
+{
+    ContentRule rule = policy(SlatePolicy::optional);
+    rule.slateSeconds = 8;
+    rule.slateBlackSeconds = 2;
+    EXPECT_EQ(idsOf(contentRows(rule, withGap(8, 10))), (std::vector<QString>{u"slate"_s}));
+    EXPECT_EQ(idsOf(contentRows(rule, withGap(7.1, 10.9))), (std::vector<QString>{u"slate"_s}));
+    EXPECT_THAT(contentRows(rule, withGap(7, 10)), IsEmpty()) << "a second off";
+    rule.slateSeconds = 2;
+    rule.slateBlackSeconds = 1;
+    EXPECT_THAT(contentRows(rule, withGap(2.4, 2.52)), IsEmpty()) << "a flash of black";
+}
+
 } // namespace vantroque::Checker

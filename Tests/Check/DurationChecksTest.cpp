@@ -91,4 +91,35 @@ TEST(DurationChecks, LimitsComeBeforeFrameAccuracy)
                 ElementsAre(u"duration"_s, u"duration"_s, u"frame-accuracy"_s));
 }
 
+TEST(DurationChecks, SecondsOfDropFrameTimeCodeAreWholeToo)
+{
+    const auto measured = [](double rate, std::int64_t frames) {
+        const CheckResult row = framesRows(rate, frames).at(0);
+        EXPECT_EQ(row.verdict, Verdict::pass);
+        EXPECT_EQ(row.fix, std::nullopt);
+        return row.measured;
+    };
+    EXPECT_EQ(measured(30000.0 / 1001, 1798), u"exactly 60 s (1798 frames, drop frame)"_s);
+    EXPECT_EQ(measured(29.97, 1828), u"exactly 61 s (1828 frames, drop frame)"_s);
+    EXPECT_EQ(measured(29.97, 1800), u"exactly 60 s (1800 frames)"_s);
+    EXPECT_EQ(measured(29.97, 17'982), u"exactly 600 s (17982 frames, drop frame)"_s);
+    EXPECT_EQ(measured(59.94, 3596), u"exactly 60 s (3596 frames, drop frame)"_s);
+    EXPECT_EQ(measured(59.94, 7192), u"exactly 120 s (7192 frames, drop frame)"_s);
+    EXPECT_EQ(measured(29.97, 900), u"exactly 30 s (900 frames)"_s);
+    for (const double rate : {30.0, 60.0, 25.0, 23.976})
+        EXPECT_EQ(framesRows(rate, 1798).at(0).verdict, Verdict::fail) << rate;
+}
+
+TEST(DurationChecks, NoTrimLeadsPastAWholeSecondOfEitherCount)
+{
+    const auto fixOf = [](std::int64_t frames) { return framesRows(29.97, frames).at(0); };
+    EXPECT_EQ(fixOf(1799).measured, u"1799 frames = 60 s + 1 extra frame (drop frame)"_s);
+    EXPECT_EQ(fixOf(1799).fix, u"Trim 1 frame (or add 1) so the spot is frame-accurate to its "
+                               u"booked length."_s);
+    EXPECT_EQ(fixOf(1801).measured, u"1801 frames = 60 s + 1 extra frame"_s);
+    EXPECT_EQ(fixOf(1797).fix, u"Trim 27 frames (or add 3) so the spot is frame-accurate to its "
+                               u"booked length."_s);
+    EXPECT_EQ(framesRows(29.97, std::numeric_limits<std::int64_t>::max()).size(), 1U);
+}
+
 } // namespace vantroque::Checker

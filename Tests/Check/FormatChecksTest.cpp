@@ -1,4 +1,5 @@
 #include "Builders.h"
+#include "Check/SignalChecks.h"
 
 namespace vantroque::Checker {
 
@@ -300,6 +301,51 @@ TEST(FormatChecks, WithoutPictureThereAreNoPictureRows)
     media.video.reset();
     for (const auto check : {checkResolution, checkPixels, checkChroma})
         EXPECT_THAT(rowsOf(check, withVideo(rule), media), IsEmpty());
+}
+
+TEST(FormatChecks, AFlagThatNoFrameBearsOutIsToBeCorrected)
+{
+    const auto fixOf = [](double combed) { return scanRows(u"tt"_s, combed).at(0).fix.value(); };
+    EXPECT_EQ(scanRows(u"tt"_s, 0.0).at(0).verdict, Verdict::fail);
+    EXPECT_EQ(fixOf(0), u"Nothing is combed: the picture is progressive and only flagged as "
+                        u"interlaced. Flag it as progressive on export (in ffmpeg: -vf "
+                        u"setfield=prog), and do not deinterlace it."_s);
+    EXPECT_EQ(fixOf(0.01), fixOf(0));
+    EXPECT_EQ(fixOf(0.02), QString::fromUtf8(deinterlace));
+}
+
+TEST(FormatChecks, ATelecineIsNotToBeDeinterlaced)
+{
+    VideoRule rule;
+    rule.progressiveRequired = true;
+    Profile profile = withVideo(rule);
+    MediaInfo media = measuredSpot();
+    media.signal->interlacedRatio = 0.4;
+    media.signal->cadence = FrameCadence{};
+    media.signal->cadence->frameCountSeen = 100;
+    media.signal->cadence->repeatedFieldsTop = 40;
+    media.signal->cadence->repeatedFieldsNeither = 60;
+    const auto telecine = rowsOf(checkPixels, profile, media);
+    EXPECT_EQ(telecine.at(0).verdict, Verdict::fail);
+    EXPECT_EQ(telecine.at(0).fix, SignalChecks::duplicatesRow(media, {}, false)->fix);
+    EXPECT_EQ(telecine.at(0).fix, u"Remove the pulldown (inverse telecine) and deliver progressive "
+                                  u"at the native rate."_s);
+    media.signal->cadence->repeatedFieldsTop = 10;
+    EXPECT_EQ(rowsOf(checkPixels, profile, media).at(0).fix, QString::fromUtf8(deinterlace));
+}
+
+TEST(FormatChecks, APictureOnItsSideHasTheSizeThatIsShown)
+{
+    VideoRule rule;
+    rule.resolutions.push_back({.width = 1080, .height = 1920});
+    MediaInfo media = hdSpot();
+    EXPECT_EQ(rowsOf(checkResolution, withVideo(rule), media).at(0).measured, u"1920x1080"_s);
+    for (const int rotation : {90, -90, 270}) {
+        media.video->rotation = rotation;
+        EXPECT_EQ(rowsOf(checkResolution, withVideo(rule), media).at(0).verdict, Verdict::pass);
+    }
+    media.video->rotation = 180;
+    EXPECT_EQ(rowsOf(checkResolution, withVideo(rule), media).at(0).verdict, Verdict::fail);
 }
 
 } // namespace vantroque::Checker

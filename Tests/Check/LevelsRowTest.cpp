@@ -222,4 +222,23 @@ TEST(SignalChecks, SecondsHaveADecimalBelowTen)
     EXPECT_EQ(seconds(12.5), u"13 s"_s);
 }
 
+TEST(LevelsRow, WhatTheLeaderDoesIsInfoAtMost)
+{
+    PictureLevels levels = legal();
+    levels.yRejectRuns = {{0, 5, 0.3}};
+    const auto rowWith = [&](double leaderEnd) {
+        return levelsRow(measured(levels), {}, true, leaderEnd).value();
+    };
+    EXPECT_EQ(rowWith(0).verdict, Verdict::fail);
+    EXPECT_EQ(rowWith(7).verdict, Verdict::info);
+    EXPECT_EQ(rowWith(7).measured, u"luma beyond ±5% on 30.0% of the picture at 00:00:00:00 for "
+                                   u"5.0 s, in the leader; legal from its end on"_s);
+    levels.yRejectRuns.push_back({9, 14, 0.1});
+    EXPECT_EQ(rowWith(7).verdict, Verdict::fail);
+    EXPECT_EQ(rowWith(7).measured,
+              u"luma beyond ±5% on 10.0% of the picture at 00:00:09:00 for 5.0 s"_s);
+    levels.yRejectRuns = {{0, 9, 0.3}};
+    EXPECT_EQ(rowWith(7).verdict, Verdict::warn) << "two seconds of it are the ad's";
+}
+
 } // namespace vantroque::SignalChecks

@@ -436,4 +436,19 @@ TEST(RateChecks, WithoutPictureThereAreNoRateRows)
         EXPECT_THAT(rowsOf(check, profile, media), IsEmpty());
 }
 
+TEST(RateChecks, TheFixNamesARateNextToTheFilesOwn)
+{
+    const auto targetOf = [](const FrameRateRule& rule, double rate) {
+        const auto fix = rateRows(rule, rate).at(0).fix.value();
+        return fix.section(u' ', 2, 3);
+    };
+    EXPECT_EQ(targetOf(rates({23.98, 25, 29.97}), 30), u"29.97 fps"_s);
+    EXPECT_EQ(targetOf(rates({23.98, 29.97}, {{23.98}}), 30), u"29.97 fps"_s);
+    EXPECT_EQ(targetOf(rates({25, 23.98, 24}), 24.04), u"24 fps"_s) << "the nearer of two";
+    EXPECT_EQ(targetOf(rates({25, 50}), 30), u"25 fps"_s);
+    EXPECT_EQ(targetOf(rates({25, 50}, {{50}}), 30), u"50 fps"_s);
+    EXPECT_EQ(targetOf(rates({50, 25}), 25.25), u"25 fps"_s);
+    EXPECT_EQ(targetOf(rates({50, 25}), 25.26), u"50 fps"_s);
+}
+
 } // namespace vantroque::Checker

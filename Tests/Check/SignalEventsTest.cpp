@@ -245,4 +245,46 @@ TEST(SignalEvents, AListAtTheCapHasNoMarker)
     EXPECT_EQ(found.back().text, u"Frame repeats the one before it"_s);
 }
 
+TEST(SignalEvents, LevelsOfTheLeaderAreInfo)
+{
+    EXPECT_THAT(events(withLevels({{0, 5, 0.125}, {8, 13, 0.125}}, {{6, 8, 0.5}}), 7),
+                ElementsAre(event("levels-0-0", Kind::levels, 0, 125, Verdict::info,
+                                  "Luma beyond EBU R 103 tolerance on 12.5% of the picture for "
+                                  "5.0 s, in the leader"),
+                            event("levels-150-1", Kind::levels, 150, 175, Verdict::info,
+                                  "RGB out of gamut on 50.0% of the picture for 1.0 s, in the "
+                                  "leader"),
+                            event("levels-175-2", Kind::levels, 175, 200, Verdict::warn,
+                                  "RGB out of gamut on 50.0% of the picture for 1.0 s"),
+                            event("levels-200-3", Kind::levels, 200, 325, Verdict::fail,
+                                  "Luma beyond EBU R 103 tolerance on 12.5% of the picture for "
+                                  "5.0 s")));
+}
+
+TEST(SignalEvents, NoEventReachesPastTheLastFrame)
+{
+    MediaInfo media = withLevels({{28, 30.2, 0.125}}, {});
+    media.signal->cadence = FrameCadence{};
+    media.signal->cadence->frameCountSeen = 750;
+    media.signal->phase = StereoPhase{};
+    media.signal->phase->outOfPhaseRuns = {{31, 32}};
+    EXPECT_THAT(events(media, 0), ElementsAre(testing::AllOf(Field(&SignalEvent::frame, 700),
+                                                             Field(&SignalEvent::endFrame, 749)),
+                                              testing::AllOf(Field(&SignalEvent::frame, 749),
+                                                             Field(&SignalEvent::endFrame, 749))));
+}
+
+TEST(SignalEvents, AnAlternationOfTwoAndThreeIsOneEvent)
+{
+    FrameCadence cadence;
+    cadence.duplicateFrames = {1, 3, 4, 6, 8, 9};
+    cadence.duplicateCount = 6;
+    cadence.duplicateCause = DuplicateCause::conversion;
+    cadence.framesPerPicture = 2.5;
+    EXPECT_THAT(events(withCadence(cadence), 0),
+                ElementsAre(event("duplicateFrame-1-0", Kind::duplicateFrame, 1, {}, Verdict::warn,
+                                  "Duplicate frames every picture 2 or 3 times: 24 or 23.976 fps "
+                                  "content delivered at 60 or 59.94")));
+}
+
 } // namespace vantroque::SignalEvents

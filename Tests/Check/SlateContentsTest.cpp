@@ -155,4 +155,14 @@ TEST(SlateContents, TheAdsLengthIsTakenInWholeSeconds)
     EXPECT_EQ(lengthFinding(u":05"_s, 5), u"stated duration matches the ad (:05)"_s);
 }
 
+TEST(SlateContents, DigitsOfAnyScriptAreLegibleAndStateNoLength)
+{
+    EXPECT_EQ(
+        (Slate{{{u"ABCD1234000H"_s, u"Acme"_s, u"TRT \u0663\u0660"_s, u"\u0663\u0660"_s}}}.row()),
+        slateText(Verdict::warn,
+                  "Ad-ID matches the file name (ABCD1234000H); no stated duration read; 4 "
+                  "lines of text",
+                  confirmFix));
+}
+
 } // namespace vantroque::Checker

@@ -268,4 +268,12 @@ TEST(TailRow, MoreThanAFadeFails)
                    "Trim the tail so the last frame of content is the last frame of the file."));
 }
 
+TEST(SlateLayout, AGapBetweenShotsDoesNotEndTheLeader)
+{
+    EXPECT_EQ(layoutOf({{4.9, 6.6}, {6.96, 7.04}}).measured,
+              u"slate to frame 123, black to frame 165"_s);
+    EXPECT_EQ(layoutOf({{6.96, 7.04}}).measured, u"slate to frame 174, black to frame 176"_s)
+        << "where there is nothing better it is shown";
+}
+
 } // namespace vantroque::Checker

@@ -50,6 +50,8 @@ TEST(LonePopIsland, LastsThreeFramesAtMost)
 {
     EXPECT_TRUE(popOf({{5, 5.12}}));
     EXPECT_FALSE(popOf({{5, 5.16}}));
+    EXPECT_TRUE(popOf({{5, 5.1201}})) << "the log's times are rounded";
+    EXPECT_FALSE(popOf({{5, 5.1202}}));
     EXPECT_TRUE(popOf({{5, 4.9}})) << "a negative length counts as none";
 }
 

@@ -284,4 +284,46 @@ TEST(Cadence, AFilmThatFlickersToBlackIsMeasuredSoon)
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
+namespace {
+
+/// Frames in which the pictures last as many frames as the pattern says, over and over.
+Input lasting(std::size_t frames, const std::vector<std::size_t>& pattern)
+{
+    Input input = moving(frames);
+    std::size_t next = 0;
+    for (std::size_t i = 0; next < frames; ++i) {
+        for (std::size_t k = 1; k < pattern[i % pattern.size()] && next + k < frames; ++k)
+            input.ydif[next + k] = 0;
+        next += pattern[i % pattern.size()];
+    }
+    return input;
+}
+
+} // namespace
+
+TEST(Cadence, TwentyFourInSixtyIsOneConversion)
+{
+    const FrameCadence cadence = measure(lasting(240, {2, 3}));
+    EXPECT_EQ(cadence.duplicateCount, 144);
+    EXPECT_EQ(cadence.duplicateCause, DuplicateCause::conversion);
+    EXPECT_EQ(cadence.duplicatePeriod, std::nullopt);
+    EXPECT_NEAR(cadence.framesPerPicture.value(), 2.5, 0.01);
+    EXPECT_EQ(cadence.periodDescription(), QStringLiteral("every picture 2 or 3 times: 24 or "
+                                                          "23.976 fps content delivered at 60 or "
+                                                          "59.94"));
+    EXPECT_EQ(measure(lasting(240, {2, 3, 2, 3, 2})).periodDescription(),
+              QStringLiteral("every picture 2 or 3 times: 25 fps content delivered at 60 or "
+                             "59.94"));
+}
+
+TEST(Cadence, OtherRepeatsDoNotAlternate)
+{
+    for (const std::vector<std::size_t>& pattern :
+         {std::vector<std::size_t>{2}, {3}, {2, 4}, {1, 2, 3, 1}, {5}, {1, 1, 4}})
+        EXPECT_EQ(CadenceAnalyzer::framesPerPicture(measure(lasting(190, pattern)).duplicateFrames),
+                  std::nullopt)
+            << testing::PrintToString(pattern);
+    EXPECT_EQ(measure(lasting(12, {2, 3})).framesPerPicture, std::nullopt) << "too few to tell";
+}
+
 } // namespace vantroque

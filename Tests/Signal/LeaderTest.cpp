@@ -1,6 +1,8 @@
 #include "Signal/Leader.h"
+#include "Profiles/ProfileStore.h"
 
 #include <gtest/gtest.h>
+#include <set>
 
 namespace vantroque {
 
@@ -65,6 +67,30 @@ TEST(Leader, TheLongestOneThatIsThereCounts)
 {
     const MediaInfo media = withBlack({{{5, 7}, {8, 10}}});
     EXPECT_EQ(Leader::end(media, {leader(8, 2), leader(5, 2), leader(20, 3)}), 10);
+}
+
+TEST(Leader, NeedsHalfOfItsBlack)
+{
+    const auto endOf = [](double start, double end) {
+        return Leader::end(withBlack({{{start, end}}}), {leader(2, 1)});
+    };
+    EXPECT_EQ(endOf(2, 3), 3);
+    EXPECT_EQ(endOf(2.1, 2.6), 3);
+    EXPECT_EQ(endOf(2.4, 2.52), 0) << "a flash of black";
+}
+
+TEST(Leader, TheLayoutsInUseAreThoseOfTheProfiles)
+{
+    const auto profiles = ProfileStore::loadAll();
+    ASSERT_TRUE(profiles);
+    std::set<std::pair<double, double>> described;
+    for (const Profile& profile : *profiles)
+        if (profile.content && profile.content->slateSeconds && profile.content->slateBlackSeconds)
+            described.emplace(*profile.content->slateSeconds, *profile.content->slateBlackSeconds);
+    std::set<std::pair<double, double>> listed;
+    for (const Leader::Layout& layout : Leader::layoutsInUse())
+        listed.emplace(layout.slate, layout.black);
+    EXPECT_EQ(listed, described);
 }
 
 } // namespace vantroque

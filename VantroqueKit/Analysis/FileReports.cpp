@@ -26,7 +26,7 @@ std::optional<double> longest(std::initializer_list<const std::vector<LevelRun>*
 }
 
 /// The figures of the signal; absent when there is none that people look at.
-std::optional<Measurements> measurements(const std::optional<SignalInfo>& signal)
+std::optional<Measurements> measurements(const std::optional<SignalInfo>& signal, double leaderEnd)
 {
     if (!signal)
         return std::nullopt;
@@ -42,8 +42,14 @@ std::optional<Measurements> measurements(const std::optional<SignalInfo>& signal
     if (const auto& levels = signal->levels) {
         figures.levelsYMinPercent = levels->yMinPercent;
         figures.levelsYMaxPercent = levels->yMaxPercent;
-        figures.levelsRejectSeconds = longest({&levels->yRejectRuns, &levels->rgbRejectRuns});
-        figures.levelsStrictSeconds = longest({&levels->strictRuns});
+        const auto ofTheAd = [leaderEnd](const std::vector<LevelRun>& runs) {
+            return SignalChecks::partedAt(leaderEnd, runs).after;
+        };
+        const auto luma = ofTheAd(levels->yRejectRuns);
+        const auto rgb = ofTheAd(levels->rgbRejectRuns);
+        const auto strict = ofTheAd(levels->strictRuns);
+        figures.levelsRejectSeconds = longest({&luma, &rgb});
+        figures.levelsStrictSeconds = longest({&strict});
     }
     if (!figures.integratedLKFS && !figures.truePeakDb && !figures.loudnessRangeLU
         && !figures.phaseMean && !figures.levelsYMaxPercent)
@@ -57,13 +63,13 @@ std::optional<VideoSummary> videoSummary(const MediaInfo& media)
         return std::nullopt;
     const VideoStreamInfo& video = *media.video;
     VideoSummary summary;
-    summary.width = video.width;
-    summary.height = video.height;
+    summary.width = video.shownWidth();
+    summary.height = video.shownHeight();
     summary.frameRate = video.nominalFrameRate;
     summary.durationSeconds = media.durationSeconds;
     summary.frameCount = video.frameCount;
-    if (media.signal)
-        summary.activePicture = media.signal->activePicture;
+    if (media.signal && media.signal->activePicture)
+        summary.activePicture = video.shown(*media.signal->activePicture);
     summary.embeddedCaptions = EmbeddedCaptions::sources(media);
     summary.fullRange = video.isFullRange();
     summary.matrix = resolveColorMatrix(video.colorSpace, video.height).matrix;
@@ -82,14 +88,14 @@ FileReport report(const MediaInfo& media, const std::vector<Profile>& profiles)
     report.fileName = media.url.fileName();
     report.filePath = media.url.displayPath();
     report.summaryLine = media.summaryLine();
-    report.measurements = measurements(media.signal);
+    const double leaderEnd = Leader::end(media, kept);
+    report.measurements = measurements(media.signal, leaderEnd);
     report.video = videoSummary(media);
     for (const Profile& profile : kept)
         report.profiles.push_back(Checker::evaluate(profile, media));
     if (report.measurements)
         report.measurements->levelsGated = std::ranges::any_of(
             kept, [](const Profile& profile) { return profile.video && profile.video->levels; });
-    const double leaderEnd = Leader::end(media, kept);
     if (const auto section = SignalReport::section(media, leaderEnd)) {
         report.sections = {*section};
         report.events = SignalEvents::events(media, leaderEnd);

@@ -12,18 +12,6 @@ using Checker::firstOf;
 
 namespace {
 
-/// The share of frames with a repeated field when it is a telecine's: a 3:2 pulldown repeats a
-/// field in two frames of five.
-std::optional<double> telecineRatio(const FrameCadence& cadence)
-{
-    const auto repeated =
-        static_cast<double>(cadence.repeatedFieldsTop + cadence.repeatedFieldsBottom);
-    const double total = repeated + static_cast<double>(cadence.repeatedFieldsNeither);
-    if (cadence.frameCountSeen <= 9 || total < 1 || Numbers::below(repeated / total, 0.2))
-        return std::nullopt;
-    return repeated / total;
-}
-
 CheckResult cadenceRow(const CheckRow& row, const FrameCadence& cadence, double rate,
                        bool telecineMatters, Verdict broken)
 {
@@ -62,6 +50,16 @@ CheckResult cadenceRow(const CheckRow& row, const FrameCadence& cadence, double 
 }
 
 } // namespace
+
+std::optional<double> telecineRatio(const FrameCadence& cadence)
+{
+    const auto repeated =
+        static_cast<double>(cadence.repeatedFieldsTop + cadence.repeatedFieldsBottom);
+    const double total = repeated + static_cast<double>(cadence.repeatedFieldsNeither);
+    if (cadence.frameCountSeen <= 9 || total < 1 || Numbers::below(repeated / total, 0.2))
+        return std::nullopt;
+    return repeated / total;
+}
 
 std::optional<CheckResult> flashFramesRow(const MediaInfo& media)
 {

@@ -4,6 +4,7 @@
 #include "Check/CheckTexts.h"
 #include "Check/Checker.h"
 #include "Check/Matching.h"
+#include "Check/SignalChecks.h"
 
 namespace vantroque::Checker {
 
@@ -57,10 +58,29 @@ CheckResult pixelAspectRow(const QString& sampleAspect)
                     u"Re-export with square pixels; anamorphic masters must be resampled."_s);
 }
 
-/// The measurement outvotes the container's flag.
-CheckResult scanTypeRow(const VideoRule& rule, const VideoStreamInfo& video,
-                        const std::optional<SignalInfo>& signal)
+/// What to do about an interlaced picture, without contradicting what the same report says of its
+/// cadence.
+QString scanTypeFix(const MediaInfo& media)
 {
+    if (media.signal && media.signal->cadence
+        && SignalChecks::telecineRatio(*media.signal->cadence))
+        if (const auto cadence = SignalChecks::duplicatesRow(media, {}, false); cadence->fix)
+            return *cadence->fix;
+    // A stray frame of fine detail looks combed in any picture.
+    constexpr double stray = 0.01;
+    if (media.signal && media.signal->interlacedRatio
+        && !Numbers::above(*media.signal->interlacedRatio, stray))
+        return u"Nothing is combed: the picture is progressive and only flagged as interlaced. "
+               u"Flag it as progressive on export (in ffmpeg: -vf setfield=prog), and do not "
+               u"deinterlace it."_s;
+    return u"Deinterlace on export (in ffmpeg: -vf bwdif) or re-export the progressive master."_s;
+}
+
+/// The measurement outvotes the container's flag.
+CheckResult scanTypeRow(const VideoRule& rule, const MediaInfo& media)
+{
+    const VideoStreamInfo& video = *media.video;
+    const auto& signal = media.signal;
     const CheckRow row{u"scan-type"_s, u"Scan type"_s, u"progressive"_s};
     const QString scan = video.fieldOrder.value_or(u"progressive"_s);
     const bool declared = scan == u"progressive"_s || scan == u"unknown"_s;
@@ -81,8 +101,7 @@ CheckResult scanTypeRow(const VideoRule& rule, const VideoStreamInfo& video,
     const QString measured =
         flagged ? u"%1% of sampled frames are interlaced"_s.arg(Numbers::fixed(combed * 100, 0))
                 : u"field order "_s + scan;
-    return row.fail(measured, u"Deinterlace on export (in ffmpeg: -vf bwdif) or re-export the "
-                              u"progressive master."_s);
+    return row.fail(measured, scanTypeFix(media));
 }
 
 /// "420" as "4:2:0".
@@ -114,7 +133,7 @@ void checkResolution(const Profile& profile, const MediaInfo& media, Rows& rows)
         return;
     const auto& options = profile.video->resolutions;
     const CheckRow row{u"resolution"_s, u"Resolution"_s, Text::joined(options, u" or "_s, sizeOf)};
-    const QString size = frameSize(media.video->width, media.video->height);
+    const QString size = frameSize(media.video->shownWidth(), media.video->shownHeight());
     const auto match = std::ranges::find(options, size, sizeOf);
     if (match != options.end()) {
         rows.push_back(row.pass(isOnlyAccepted(*match, options) ? size + u" (accepted)"_s : size));
@@ -132,7 +151,7 @@ void checkPixels(const Profile& profile, const MediaInfo& media, Rows& rows)
     if (profile.video->squarePixelsRequired.value_or(false))
         rows.push_back(pixelAspectRow(media.video->sampleAspect.value_or(QString())));
     if (profile.video->progressiveRequired.value_or(false))
-        rows.push_back(scanTypeRow(*profile.video, *media.video, media.signal));
+        rows.push_back(scanTypeRow(*profile.video, media));
 }
 
 void checkChroma(const Profile& profile, const MediaInfo& media, Rows& rows)

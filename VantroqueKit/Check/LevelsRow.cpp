@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace vantroque::SignalChecks {
 
 using namespace Qt::StringLiterals;
@@ -57,6 +59,9 @@ public:
             return row.pass(legalText());
         return row.warn(m_short.join(u"; "_s) + assumed, shortFix());
     }
+
+    bool isEmpty() const { return m_rejected.isEmpty() && m_short.isEmpty(); }
+    QString text() const { return (m_rejected + m_short).join(u"; "_s); }
 
 private:
     void note(const QString& what, const std::optional<LevelRun>& run, bool neverRejected)
@@ -111,6 +116,16 @@ private:
     QStringList m_short;
 };
 
+/// The same levels, but one part of the runs.
+PictureLevels partOf(const PictureLevels& levels, double leaderEnd,
+                     std::vector<LevelRun> PartedRuns::*part)
+{
+    PictureLevels some = levels;
+    for (auto* runs : {&some.yRejectRuns, &some.rgbRejectRuns, &some.strictRuns})
+        *runs = partedAt(leaderEnd, *runs).*part;
+    return some;
+}
+
 QString expectedText(const LevelsRule& rule, bool gate)
 {
     return u"luma and RGB within 0–100% (%1 beyond %2% on more than %3% of the image for %4)"_s.arg(
@@ -121,7 +136,7 @@ QString expectedText(const LevelsRule& rule, bool gate)
 } // namespace
 
 std::optional<CheckResult> levelsRow(const MediaInfo& media, const std::optional<LevelsRule>& rule,
-                                     bool gate)
+                                     bool gate, double leaderEnd)
 {
     if (!media.video)
         return std::nullopt;
@@ -134,8 +149,28 @@ std::optional<CheckResult> levelsRow(const MediaInfo& media, const std::optional
     if (!media.signal->levels)
         return row.info(u"not measured"_s);
     const LevelsRule& limits = rule ? *rule : generalRule;
-    return LevelFindings(*media.signal->levels, limits, countingRate(media))
-        .row(row.expecting(expectedText(limits, gate)), gate);
+    const CheckRow measuredRow = row.expecting(expectedText(limits, gate));
+    const double rate = countingRate(media);
+    const PictureLevels& levels = *media.signal->levels;
+    const PictureLevels leader = partOf(levels, leaderEnd, &PartedRuns::before);
+    const PictureLevels ad = partOf(levels, leaderEnd, &PartedRuns::after);
+    const LevelFindings inLeader(leader, limits, rate);
+    const LevelFindings inAd(ad, limits, rate);
+    if (inAd.isEmpty() && !inLeader.isEmpty())
+        return measuredRow.info(inLeader.text() + u", in the leader; legal from its end on"_s);
+    return inAd.row(measuredRow, gate);
+}
+
+PartedRuns partedAt(double second, const std::vector<LevelRun>& runs)
+{
+    PartedRuns parted;
+    for (const LevelRun& run : runs) {
+        if (Numbers::below(run.start, second))
+            parted.before.push_back({run.start, std::min(run.end, second), run.worstFraction});
+        if (Numbers::above(run.end, second))
+            parted.after.push_back({std::max(run.start, second), run.end, run.worstFraction});
+    }
+    return parted;
 }
 
 } // namespace vantroque::SignalChecks

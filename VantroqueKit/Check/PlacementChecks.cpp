@@ -167,7 +167,7 @@ CheckResult zonesRow(const CheckRow& row, const VideoStreamInfo& video, const Te
     });
     if (fitting.empty())
         return row.info(u"This is a %1 frame. The %2 zones apply to 9:16 cuts."_s.arg(
-            frameSize(video.width, video.height), zoneNames(zones)));
+            frameSize(video.shownWidth(), video.shownHeight()), zoneNames(zones)));
     if (texts.regions.empty())
         return row.pass(nothingHeld);
     const auto found = hits(texts.regions, fitting);

@@ -5,6 +5,7 @@
 #include "Check/Checker.h"
 #include "Check/Matching.h"
 #include "Check/SignalChecks.h"
+#include "Signal/Leader.h"
 
 #include <cmath>
 #include <numeric>
@@ -23,17 +24,28 @@ QString fps(double rate)
     return trimRate(rate) + u" fps"_s;
 }
 
+/// The rate to export at. One next to the file's own keeps its motion: 30 becomes 29.97 and not
+/// 23.98, whatever comes first in the list.
+double targetRate(const FrameRateRule& rule, double rate)
+{
+    constexpr double neighbour = 0.01;
+    const auto distance = [rate](double allowed) { return std::abs(allowed - rate); };
+    const double nearest = std::ranges::min(rule.allowed, {}, distance);
+    if (!Numbers::above(distance(nearest), neighbour * rate))
+        return nearest;
+    const bool hasPreferred = rule.preferred && !rule.preferred->empty();
+    return hasPreferred ? rule.preferred->front() : rule.allowed.front();
+}
+
 CheckResult frameRateRow(const FrameRateRule& rule, double rate)
 {
     const CheckRow row{u"frame-rate"_s, u"Frame rate"_s,
                        Text::joined(rule.allowed, u", "_s, trimRate) + u" fps"_s};
     const auto match = matchingRate(rule.allowed, rate);
     if (!match) {
-        const bool hasPreferred = rule.preferred && !rule.preferred->empty();
-        const double target = hasPreferred ? rule.preferred->front() : rule.allowed.front();
         return row.fail(Numbers::fixed(rate, 3) + u" fps"_s,
                         u"Re-export at %1 from the original master. Convert the frame rate in "
-                        u"the NLE, never in the delivery file."_s.arg(fps(target)));
+                        u"the NLE, never in the delivery file."_s.arg(fps(targetRate(rule, rate))));
     }
     if (rule.preferred && !matchingRate(*rule.preferred, *match))
         return row.pass(fps(*match) + u" (accepted)"_s);
@@ -111,13 +123,13 @@ CheckResult ladderRow(const BitrateLadderRule& rule, const VideoStreamInfo& vide
     CheckRow row{u"recommended-bitrate"_s, u"Bitrate for resolution"_s, {}};
     const bool hdr = video.isHDR();
     const auto recommendation =
-        rule.recommendedMbps(video.width, video.height, video.nominalFrameRate, hdr);
+        rule.recommendedMbps(video.shownWidth(), video.shownHeight(), video.nominalFrameRate, hdr);
     if (!recommendation) {
         const auto lowest = std::ranges::min_element(rule.steps, {}, &BitrateLadderStep::minLines);
         const int lines = lowest == rule.steps.end() ? 0 : lowest->minLines;
         return row
             .expecting(u"no published recommendation below %1 lines"_s.arg(QString::number(lines)))
-            .info(frameSize(video.width, video.height));
+            .info(frameSize(video.shownWidth(), video.shownHeight()));
     }
     const auto& [step, rate] = *recommendation;
     const bool high = video.nominalFrameRate > BitrateLadderRule::highFrameRateAbove;
@@ -168,7 +180,8 @@ void checkLevels(const Profile& profile, const MediaInfo& media, Rows& rows)
 {
     if (!profile.video || !profile.video->levels)
         return;
-    if (const auto row = SignalChecks::levelsRow(media, profile.video->levels, true))
+    const double leaderEnd = Leader::end(media, {profile});
+    if (const auto row = SignalChecks::levelsRow(media, profile.video->levels, true, leaderEnd))
         rows.push_back(*row);
 }
 

@@ -28,6 +28,16 @@ double length(const LevelRun& run)
     return std::max(run.end - run.start, 0.0);
 }
 
+std::optional<std::int64_t> lastFrame(const MediaInfo& media)
+{
+    if (!media.video)
+        return std::nullopt;
+    const bool isSeen = media.signal && media.signal->cadence;
+    const std::int64_t count =
+        isSeen ? media.signal->cadence->frameCountSeen : media.video->frameCount.value_or(0);
+    return count > 0 ? std::optional(count - 1) : std::nullopt;
+}
+
 double countingRate(const MediaInfo& media)
 {
     return media.video && media.video->nominalFrameRate > 0 ? media.video->nominalFrameRate : 24;

@@ -13,9 +13,10 @@
 namespace vantroque::SignalChecks {
 
 /// Picture levels against EBU R 103, or against a platform's `rule`. With `gate` a picture out of
-/// limits for too long fails; without, it warns.
+/// limits for too long fails; without, it warns. Of a leader that ends at `leaderEnd` seconds (0
+/// without one) only the fact is told: bars are not legal and need not be.
 std::optional<CheckResult> levelsRow(const MediaInfo& media, const std::optional<LevelsRule>& rule,
-                                     bool gate);
+                                     bool gate, double leaderEnd = 0);
 /// Repeated frames and fields. Telecine is left out when a platform's `rule` does not forbid it.
 /// With `gate` a converted frame rate fails; without, it warns.
 std::optional<CheckResult> duplicatesRow(const MediaInfo& media,
@@ -36,6 +37,15 @@ std::optional<CheckResult> channelLevelsRow(const MediaInfo& media);
 /// Samples that carry fewer bits than their format. Never graded.
 std::optional<CheckResult> bitsRow(const MediaInfo& media);
 
+/// The runs out of limits up to some second, and from there on.
+struct PartedRuns {
+    std::vector<LevelRun> before;
+    std::vector<LevelRun> after;
+};
+PartedRuns partedAt(double second, const std::vector<LevelRun>& runs);
+/// The share of frames with a repeated field when it is a telecine's: a 3:2 pulldown repeats a
+/// field in two frames of five.
+std::optional<double> telecineRatio(const FrameCadence& cadence);
 /// The black inside the picture, without what belongs to the leader.
 std::vector<TimeSpan> blackBehindLeader(const FrameCadence& cadence, double leaderEnd);
 /// A frame or two without media, and no dip that somebody made.
@@ -49,6 +59,8 @@ QString seconds(double value);
 QString matrixName(ColorMatrix matrix);
 /// Seconds, never negative.
 double length(const LevelRun& run);
+/// The number of the picture's last frame; nothing when that is not known.
+std::optional<std::int64_t> lastFrame(const MediaInfo& media);
 /// The rate at which the file's frames are counted: the picture's, or 24 when that says nothing.
 double countingRate(const MediaInfo& media);
 

@@ -28,16 +28,23 @@ QString channelWord(int index)
 /// Collects events by subject; frames count at `rate`.
 class EventList {
 public:
-    explicit EventList(double rate) : m_rate(rate) {}
-
-    void addLevels(const PictureLevels& levels)
+    explicit EventList(const MediaInfo& media)
+        : m_rate(SignalChecks::countingRate(media)), m_lastFrame(SignalChecks::lastFrame(media))
     {
-        for (const LevelRun& run : levels.yRejectRuns)
+    }
+
+    void addLevels(const PictureLevels& levels, double leaderEnd)
+    {
+        const auto luma = SignalChecks::partedAt(leaderEnd, levels.yRejectRuns);
+        const auto rgb = SignalChecks::partedAt(leaderEnd, levels.rgbRejectRuns);
+        addLeaderRuns(luma.before, u"Luma beyond EBU R 103 tolerance on "_s);
+        addLeaderRuns(rgb.before, u"RGB out of gamut on "_s);
+        for (const LevelRun& run : luma.after)
             addLevelRun(run, u"Luma beyond EBU R 103 tolerance on "_s, false, {});
         const QString assumed =
             levels.matrixAssumed ? u" (assuming %1)"_s.arg(SignalChecks::matrixName(levels.matrix))
                                  : QString();
-        for (const LevelRun& run : levels.rgbRejectRuns)
+        for (const LevelRun& run : rgb.after)
             addLevelRun(run, u"RGB out of gamut on "_s, levels.matrixAssumed, assumed);
     }
 
@@ -128,14 +135,32 @@ private:
     {
         const bool isLong = !Numbers::below(run.end - run.start, 4);
         add(Kind::levels, TimeSpan{run.start, run.end},
-            isLong && !neverFails ? Verdict::fail : Verdict::warn,
-            u"%1%2% of the picture for %3%4"_s.arg(what, Numbers::fixed(run.worstFraction * 100, 1),
-                                                   seconds(SignalChecks::length(run)), remark));
+            isLong && !neverFails ? Verdict::fail : Verdict::warn, levelText(run, what) + remark);
     }
 
-    std::int64_t frameAt(double time) const { return Numbers::roundedToInt(m_rate * time); }
+    /// Bars and a slate are not graded.
+    void addLeaderRuns(const std::vector<LevelRun>& runs, const QString& what)
+    {
+        for (const LevelRun& run : runs)
+            add(Kind::levels, TimeSpan{run.start, run.end}, Verdict::info,
+                levelText(run, what) + u", in the leader"_s);
+    }
+
+    static QString levelText(const LevelRun& run, const QString& what)
+    {
+        return u"%1%2% of the picture for %3"_s.arg(
+            what, Numbers::fixed(run.worstFraction * 100, 1), seconds(SignalChecks::length(run)));
+    }
+
+    /// Sound may go on where there is no frame any more.
+    std::int64_t frameAt(double time) const
+    {
+        const std::int64_t frame = Numbers::roundedToInt(m_rate * time);
+        return m_lastFrame ? std::min(frame, *m_lastFrame) : frame;
+    }
 
     double m_rate;
+    std::optional<std::int64_t> m_lastFrame;
     std::vector<SignalEvent> m_events;
 };
 
@@ -145,9 +170,9 @@ std::vector<SignalEvent> events(const MediaInfo& media, double leaderEnd)
 {
     if (!media.signal)
         return {};
-    EventList list(SignalChecks::countingRate(media));
+    EventList list(media);
     if (const auto& levels = media.signal->levels)
-        list.addLevels(*levels);
+        list.addLevels(*levels, leaderEnd);
     if (const auto& cadence = media.signal->cadence) {
         list.addBlack(*cadence, leaderEnd);
         list.addFlashes(*cadence);

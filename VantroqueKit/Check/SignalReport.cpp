@@ -18,7 +18,7 @@ std::optional<ProfileReport> section(const MediaInfo& media, double leaderEnd)
     if (!signal.levels && !signal.cadence && !signal.phase && !signal.channelLevels)
         return std::nullopt;
 
-    const auto levels = levelsRow(media, {}, false);
+    const auto levels = levelsRow(media, {}, false, leaderEnd);
     const auto duplicates = duplicatesRow(media, {}, false);
     const auto phase = phaseRow(media);
     ProfileReport report;

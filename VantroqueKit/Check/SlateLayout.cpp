@@ -2,6 +2,7 @@
 
 #include "Base/Numbers.h"
 #include "Check/CheckRow.h"
+#include "Signal/Leader.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -37,7 +38,7 @@ public:
             if (!m_headRun && !Numbers::above(run.start, 0.05))
                 m_headRun = run;
             if (Numbers::above(run.start, 0.5) && Numbers::below(run.end, facts.totalSeconds - 0.05)
-                && (!m_gap || Numbers::below(distance(run), distance(*m_gap))))
+                && (!m_gap || isBetterGap(run, *m_gap)))
                 m_gap = run;
         }
     }
@@ -60,6 +61,17 @@ public:
     }
 
 private:
+    /// A gap between two shots does not end the leader while there is black that does.
+    bool isBetterGap(const TimeSpan& run, const TimeSpan& other) const
+    {
+        const Leader::Layout layout{m_facts.slateLen, m_facts.gapLen};
+        const bool parts = Leader::partsSlateFromAd(run, layout);
+        const bool otherParts = Leader::partsSlateFromAd(other, layout);
+        if (parts != otherParts)
+            return parts;
+        return Numbers::below(distance(run), distance(other));
+    }
+
     double distance(const TimeSpan& run) const { return std::abs(run.end - m_facts.leaderEnd()); }
 
     bool isAboutTheSlate(double seconds) const

@@ -47,14 +47,19 @@ std::vector<PlatformZone> zonesFor(const VideoStreamInfo& video,
 }
 
 /// An event for as long as the text stands.
-SignalEvent event(Kind kind, const TextRegion& region, double rate, Verdict verdict,
+SignalEvent event(Kind kind, const TextRegion& region, const MediaInfo& media, Verdict verdict,
                   const QString& text)
 {
-    const std::int64_t frame = Numbers::roundedToInt(rate * region.start);
+    const auto lastFrame = SignalChecks::lastFrame(media);
+    const auto frameAt = [&](double time) {
+        const auto frame = Numbers::roundedToInt(SignalChecks::countingRate(media) * time);
+        return lastFrame ? std::min(frame, *lastFrame) : frame;
+    };
+    const std::int64_t frame = frameAt(region.start);
     return {u"%1-%2"_s.arg(Text::utf8(enumName(kind)), QString::number(frame)),
             kind,
             frame,
-            Numbers::roundedToInt(rate * region.end),
+            frameAt(region.end),
             verdict,
             text,
             region.rect()};
@@ -93,20 +98,19 @@ std::vector<SignalEvent> events(const MediaInfo& media, const std::vector<Profil
 {
     if (!media.signal || !media.signal->textRegions)
         return {};
-    const double rate = SignalChecks::countingRate(media);
     const auto regions = TextLimits::regionsOfTheAd(media, profiles);
     std::vector<SignalEvent> list;
     if (const Profile* profile = strictest(profiles))
         for (const TextRegion& region : regions)
             if (TextLimits::isBeyond(region, *profile->content->textRejectFraction))
-                list.push_back(event(Kind::safeArea, region, rate, Verdict::fail,
+                list.push_back(event(Kind::safeArea, region, media, Verdict::fail,
                                      safeAreaText(region, *profile)));
     if (!media.video)
         return list;
     const auto zones = zonesFor(*media.video, profiles);
     for (const TextRegion& region : regions)
         if (const auto text = zonesText(region, zones))
-            list.push_back(event(Kind::safeZone, region, rate, Verdict::warn, *text));
+            list.push_back(event(Kind::safeZone, region, media, Verdict::warn, *text));
     return list;
 }
 

@@ -33,7 +33,7 @@ bool isUnderControls(double coverage)
 AspectFamily family(const VideoStreamInfo& video)
 {
     constexpr double tolerance = 0.02;
-    return classify(video.width, video.height, tolerance);
+    return classify(video.shownWidth(), video.shownHeight(), tolerance);
 }
 
 } // namespace vantroque::TextLimits

@@ -2,13 +2,35 @@
 
 #include "Base/Numbers.h"
 
+#include <cmath>
+
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The content's rate by the frames that each of its pictures lasts at 60 a second.
+QString alternationDescription(double framesPerPicture)
+{
+    const QString repeats = u"every picture 2 or 3 times"_s;
+    const auto isOf = [&](double rate) { return std::abs(framesPerPicture - 60 / rate) < 0.04; };
+    if (isOf(24))
+        return repeats + u": 24 or 23.976 fps content delivered at 60 or 59.94"_s;
+    if (isOf(25))
+        return repeats + u": 25 fps content delivered at 60 or 59.94"_s;
+    return repeats;
+}
+
+} // namespace
+
 std::optional<QString> FrameCadence::periodDescription() const
 {
-    if (!duplicatePeriod || duplicateCause != DuplicateCause::conversion)
+    if (duplicateCause != DuplicateCause::conversion)
+        return std::nullopt;
+    if (framesPerPicture)
+        return alternationDescription(*framesPerPicture);
+    if (!duplicatePeriod)
         return std::nullopt;
     switch (*duplicatePeriod) {
     case 6: return u"every 6th frame: 25 fps content delivered at 30 or 29.97"_s;

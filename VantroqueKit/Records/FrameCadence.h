@@ -37,6 +37,8 @@ struct FrameCadence {
     std::vector<FlashFrame> flashFrames; ///< The first 200 at most.
     std::vector<TimeSpan> interiorBlackRuns;
     std::int64_t frameCountSeen = 0;
+    /// How many frames show one picture on average, where two and three of them alternate.
+    std::optional<double> framesPerPicture;
 
     /// What a regular repeat over most of the file comes from; nothing without one.
     std::optional<QString> periodDescription() const;
@@ -47,7 +49,7 @@ struct FrameCadence {
 
     VANTROQUE_RECORD(FrameCadence, duplicateFrames, duplicateCount, duplicatePeriod, duplicateCause,
                      duplicateSpan, repeatedFieldsTop, repeatedFieldsBottom, repeatedFieldsNeither,
-                     flashFrames, interiorBlackRuns, frameCountSeen)
+                     flashFrames, interiorBlackRuns, frameCountSeen, framesPerPicture)
 };
 
 } // namespace vantroque

@@ -36,6 +36,18 @@ std::optional<bool> VideoStreamInfo::isFullRange() const
     return std::nullopt;
 }
 
+CropRect VideoStreamInfo::shown(const CropRect& stored) const
+{
+    const int fromRight = width - stored.x - stored.width;
+    const int fromBottom = height - stored.y - stored.height;
+    switch (turn()) {
+    case 90: return {stored.height, stored.width, stored.y, fromRight};
+    case 180: return {stored.width, stored.height, fromRight, fromBottom};
+    case 270: return {stored.height, stored.width, fromBottom, stored.x};
+    default: return stored;
+    }
+}
+
 double VideoStreamInfo::pixelAspect() const
 {
     const QStringList sides = sampleAspect.value_or(QString()).split(u':');
@@ -44,6 +56,11 @@ double VideoStreamInfo::pixelAspect() const
     const double across = Numbers::toDouble(sides[0]).value_or(0);
     const double down = Numbers::toDouble(sides[1]).value_or(0);
     return across > 0 && down > 0 ? across / down : 1;
+}
+
+QString VideoStreamInfo::formatWithoutAlpha() const
+{
+    return pixFmt.startsWith("yuva"_L1) ? u"yuv"_s + pixFmt.mid(4) : pixFmt;
 }
 
 bool VideoStreamInfo::isHDR() const
@@ -79,7 +96,8 @@ QString MediaInfo::summaryLine() const
     if (durationSeconds > 0)
         parts << Numbers::fixed(durationSeconds, 1) + u's';
     if (video)
-        parts << u"%1x%2"_s.arg(video->width).arg(video->height) << codecLabel(*video);
+        parts << u"%1x%2"_s.arg(video->shownWidth()).arg(video->shownHeight())
+              << codecLabel(*video);
     return parts.join(u" · "_s);
 }
 

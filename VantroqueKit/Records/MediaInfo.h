@@ -73,8 +73,15 @@ struct VideoStreamInfo {
     std::string specifier() const;
     /// Absent unless the range is tagged.
     std::optional<bool> isFullRange() const;
+    /// Pixels as the picture is shown, turned as its tag says.
+    int shownWidth() const { return isOnItsSide() ? height : width; }
+    int shownHeight() const { return isOnItsSide() ? width : height; }
+    /// Where a part of the stored picture lies in the picture that is shown.
+    CropRect shown(const CropRect& stored) const;
     /// How wide a pixel is shown for its height; 1 unless told.
     double pixelAspect() const;
+    /// The same planes without the one of alpha; the format itself where it has none.
+    QString formatWithoutAlpha() const;
     /// The transfer is PQ (SMPTE ST 2084) or HLG (ARIB STD-B67).
     bool isHDR() const;
     /// The matrix of the YCbCr that ffmpeg makes of the picture to measure it.
@@ -85,6 +92,11 @@ struct VideoStreamInfo {
                      frameCount, durationSeconds, bitrateKbps, isVFR, vfrDetail, hrd,
                      bitratePerSecondKbps, colorTransfer, closedCaptions, colorRange, colorSpace,
                      colorPrimaries, bitDepth, hdr, position, rotation)
+
+private:
+    /// Degrees counter-clockwise, 0 to 359.
+    int turn() const { return (rotation.value_or(0) % 360 + 360) % 360; }
+    bool isOnItsSide() const { return turn() == 90 || turn() == 270; }
 };
 
 /// The file's first audio stream.

@@ -159,6 +159,29 @@ std::optional<int> CadenceAnalyzer::detectPeriod(std::vector<std::int64_t> frame
     return std::nullopt;
 }
 
+std::optional<double> CadenceAnalyzer::framesPerPicture(const std::vector<std::int64_t>& repeats)
+{
+    constexpr std::size_t fewest = 9; // three rounds of the pattern
+    if (repeats.size() < fewest)
+        return std::nullopt;
+    // A picture of two frames has one repeat and one of three has two, so that the next repeat
+    // comes after one frame inside a picture and after two from one picture to the next.
+    double inside = 0;
+    double across = 0;
+    double other = 0;
+    for (std::size_t i = 1; i < repeats.size(); ++i) {
+        const std::int64_t gap = repeats[i] - repeats[i - 1];
+        const bool isFourth = i > 1 && gap == 1 && repeats[i - 1] - repeats[i - 2] == 1;
+        (isFourth || gap > 2 ? other : gap == 1 ? inside : across) += 1;
+    }
+    const double regular = inside + across;
+    const bool alternates =
+        Numbers::above(inside, 0.2 * regular) && Numbers::below(inside, 0.4 * regular);
+    if (!alternates || Numbers::above(other, 0.2 * (regular + other)))
+        return std::nullopt;
+    return (inside + 2 * across) / across;
+}
+
 FrameCadence CadenceAnalyzer::measure(const Input& input)
 {
     const std::vector<double> d = in8Bits(input);
@@ -170,14 +193,17 @@ FrameCadence CadenceAnalyzer::measure(const Input& input)
     const auto repeats = duplicates(d, black, Passages(input.stillSpans, rate));
     cadence.duplicateCount = std::ssize(repeats);
     cadence.duplicatePeriod = detectPeriod(repeats);
+    if (!cadence.duplicatePeriod)
+        cadence.framesPerPicture = framesPerPicture(repeats);
     if (!repeats.empty()) {
         cadence.duplicateSpan = {repeats.front(), repeats.back()};
         const auto length = static_cast<double>(repeats.back() - repeats.front() + 1);
         const bool isMostOfIt = cadence.frameCountSeen > 0
                                 && length / static_cast<double>(cadence.frameCountSeen) >= 0.6;
-        cadence.duplicateCause = !cadence.duplicatePeriod ? DuplicateCause::scattered
-                                 : isMostOfIt             ? DuplicateCause::conversion
-                                                          : DuplicateCause::retimedShot;
+        const bool isRegular = cadence.duplicatePeriod || cadence.framesPerPicture;
+        cadence.duplicateCause = !isRegular   ? DuplicateCause::scattered
+                                 : isMostOfIt ? DuplicateCause::conversion
+                                              : DuplicateCause::retimedShot;
     }
     cadence.duplicateFrames = listed(repeats);
     cadence.repeatedFieldsTop = input.repeatedTop;

@@ -35,6 +35,10 @@ struct Input {
 /// The smallest period from 2 to 12 frames in which most of the frames repeat; nothing without one.
 std::optional<int> detectPeriod(std::vector<std::int64_t> frames);
 
+/// How many frames show one picture on average when they alternate between two and three, as those
+/// of 24 frames a second do at 60; nothing otherwise.
+std::optional<double> framesPerPicture(const std::vector<std::int64_t>& repeats);
+
 FrameCadence measure(const Input& input);
 
 } // namespace CadenceAnalyzer

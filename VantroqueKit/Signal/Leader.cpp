@@ -11,13 +11,25 @@ namespace {
 /// A fade into or out of the black moves its edges, in seconds.
 constexpr double edgeAllowance = 0.5;
 
-bool covers(const TimeSpan& run, double start, double end)
+bool covers(const TimeSpan& run, const Layout& layout)
 {
-    return !Numbers::above(run.start, start + edgeAllowance)
-           && !Numbers::below(run.end, end - edgeAllowance);
+    return !Numbers::above(run.start, layout.slate + edgeAllowance)
+           && !Numbers::below(run.end, layout.end() - edgeAllowance)
+           && partsSlateFromAd(run, layout);
 }
 
 } // namespace
+
+const std::vector<Layout>& layoutsInUse()
+{
+    static const std::vector<Layout> layouts{{2, 1}, {5, 2}, {7, 3}, {8, 2}};
+    return layouts;
+}
+
+bool partsSlateFromAd(const TimeSpan& black, const Layout& layout)
+{
+    return !Numbers::below(black.duration(), layout.black / 2);
+}
 
 double end(const MediaInfo& media, const std::vector<Profile>& profiles)
 {
@@ -27,14 +39,12 @@ double end(const MediaInfo& media, const std::vector<Profile>& profiles)
     for (const Profile& profile : profiles) {
         if (!profile.content || !profile.content->slateSeconds)
             continue;
-        const double slateEnd = *profile.content->slateSeconds;
-        const double leaderEnd = slateEnd + profile.content->slateBlackSeconds.value_or(0);
-        const bool isThere =
-            std::ranges::any_of(*media.signal->blackRuns, [&](const TimeSpan& run) {
-                return covers(run, slateEnd, leaderEnd);
-            });
+        const Layout layout{*profile.content->slateSeconds,
+                            profile.content->slateBlackSeconds.value_or(0)};
+        const bool isThere = std::ranges::any_of(
+            *media.signal->blackRuns, [&](const TimeSpan& run) { return covers(run, layout); });
         if (isThere)
-            latest = std::max(latest, leaderEnd);
+            latest = std::max(latest, layout.end());
     }
     return latest;
 }

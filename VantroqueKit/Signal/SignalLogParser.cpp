@@ -172,6 +172,28 @@ bool keepsFullRange(const VideoStreamInfo& video)
            && (video.width <= 640 || video.pixFmt.startsWith("yuvj"_L1));
 }
 
+/// Seconds from the first frame to the end of the last one; 0 when that is not known.
+double pictureLength(const SignalLog& log, const MediaInfo& media)
+{
+    const VideoStreamInfo& video = *media.video;
+    const auto frames =
+        std::max<std::int64_t>(video.frameCount.value_or(0), std::ssize(log.lumaDifferences()));
+    if (!video.isVFR && video.nominalFrameRate > 1)
+        return static_cast<double>(frames) / video.nominalFrameRate;
+    return pictureSeconds(log, frames).value_or(media.durationSeconds);
+}
+
+/// What was sampled or windowed may reach a little after the last frame.
+template<typename Run>
+void closeAt(double end, std::vector<Run>& runs)
+{
+    if (end <= 0)
+        return;
+    std::erase_if(runs, [end](const Run& run) { return !Numbers::below(run.start, end); });
+    for (Run& run : runs)
+        run.end = std::min(run.end, end);
+}
+
 void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& media,
                    const SideOutputs& outputs)
 {
@@ -191,6 +213,9 @@ void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& medi
             info.levels->yMinPercent = percent(log.lowestLuma().value_or(0));
             info.levels->yMaxPercent = log.highestLuma() ? percent(*log.highestLuma()) : 100;
         }
+        for (auto* runs :
+             {&info.levels->yRejectRuns, &info.levels->rgbRejectRuns, &info.levels->strictRuns})
+            closeAt(pictureLength(log, media), *runs);
         info.levels->fullRange = video.isFullRange().value_or(false);
         input.stillSpans = StillPassages::spans(*frames);
     }
@@ -216,6 +241,7 @@ void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& medi
         detail.lumaBitsInUse = DetailAnalyzer::bitsInUse(Text::view(*outputs.bitsDump),
                                                          video.bitDepth.value_or(bitDepth));
     detail.segments = DetailAnalyzer::segments(half, quarter, detailStride, video.nominalFrameRate);
+    closeAt(pictureLength(log, media), detail.segments);
     info.detail = std::move(detail);
 }
 
@@ -333,6 +359,8 @@ void extend(SignalInfo& info, const SignalLog& log, const MediaInfo& media,
         extendPicture(info, log, media, outputs);
     if (media.audio)
         extendSound(info, log, *media.audio);
+    if (media.video && info.phase)
+        closeAt(pictureLength(log, media), info.phase->outOfPhaseRuns);
 }
 
 } // namespace vantroque::SignalAnalyzer
