@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <numeric>
 
 namespace vantroque::Prober {
 
@@ -47,6 +48,8 @@ public:
         stats.aheadOfZero = m_aheadOfZero;
         for (const auto& [second, bits] : m_bitsOfSecond)
             stats.perSecondKbps.push_back(bits / 1000.0);
+        std::ranges::sort(m_times);
+        stats.constantRate = constantRate();
         const double share = deviatingShare(nominalFPS);
         stats.isVFR = Numbers::above(share, deviatingShareAllowed);
         if (stats.isVFR)
@@ -61,7 +64,6 @@ private:
     {
         if (nominalFPS <= 0 || m_times.size() < fewestTimes)
             return 0;
-        std::ranges::sort(m_times);
         const double expected = 1 / nominalFPS;
         std::size_t deviating = 0;
         for (std::size_t i = 1; i < m_times.size(); ++i)
@@ -71,7 +73,31 @@ private:
         return static_cast<double>(deviating) / static_cast<double>(m_times.size() - 1);
     }
 
-    std::vector<double> m_times;
+    /// The rate of the intervals that are like most, when all but a few are. One may always differ:
+    /// a fragmented file can begin with a frame that waits for the sound.
+    std::optional<double> constantRate() const
+    {
+        if (m_times.size() < fewestTimes)
+            return std::nullopt;
+        std::vector<double> intervals;
+        for (std::size_t i = 1; i < m_times.size(); ++i)
+            intervals.push_back(m_times[i] - m_times[i - 1]);
+        std::vector<double> ordered = intervals;
+        const auto middle = ordered.begin() + std::ssize(ordered) / 2;
+        std::ranges::nth_element(ordered, middle);
+        const double usual = *middle;
+        std::erase_if(intervals, [usual](double interval) {
+            return Numbers::above(std::abs(interval - usual), intervalTolerance * usual);
+        });
+        const auto deviating = static_cast<double>(ordered.size() - intervals.size());
+        const double allowed = deviatingShareAllowed * static_cast<double>(ordered.size());
+        const double seconds = std::accumulate(intervals.begin(), intervals.end(), 0.0);
+        if (Numbers::above(deviating, std::max(allowed, 1.0)) || seconds <= 0)
+            return std::nullopt;
+        return static_cast<double>(intervals.size()) / seconds;
+    }
+
+    std::vector<double> m_times; ///< Of frames, in order once all are there.
     std::map<std::int64_t, double> m_bitsOfSecond;
     double m_totalBits = 0;
     std::int64_t m_count = 0;

@@ -6,6 +6,7 @@
 #include "Tools/Playlists.h"
 
 #include <array>
+#include <cmath>
 #include <future>
 #include <sys/stat.h>
 
@@ -114,6 +115,29 @@ VideoStreamInfo VideoProbe::describe(const Stream& stream, double formatDuration
     return video;
 }
 
+/// The usual rate next to a measured one; nothing when none is as near as that.
+std::optional<double> usualRate(double rate)
+{
+    constexpr double tolerance = 0.0002;
+    static constexpr std::array rates{12.0,       12.5,  15.0,        24 / 1.001, 24.0, 25.0,
+                                      30 / 1.001, 30.0,  48 / 1.001,  48.0,       50.0, 60 / 1.001,
+                                      60.0,       100.0, 120 / 1.001, 120.0};
+    const auto usual = std::ranges::find_if(
+        rates, [rate](double each) { return std::abs(rate - each) <= tolerance * each; });
+    return usual == rates.end() ? std::nullopt : std::optional(*usual);
+}
+
+/// ffprobe's average counts how long the first and the last frame wait for the sound, so that 30
+/// reads as 29.68; the packets know better.
+void correctRate(const PacketStats& stats, VideoStreamInfo& video)
+{
+    if (!stats.constantRate || video.nominalFrameRate <= 0 || usualRate(video.nominalFrameRate))
+        return;
+    video.nominalFrameRate = usualRate(*stats.constantRate).value_or(*stats.constantRate);
+    video.isVFR = false;
+    video.vfrDetail.reset();
+}
+
 void takePackets(const Result<PacketStats>& stats, const Stream& stream, VideoStreamInfo& video)
 {
     if (!stats)
@@ -121,6 +145,7 @@ void takePackets(const Result<PacketStats>& stats, const Stream& stream, VideoSt
     video.isVFR = stats->isVFR;
     video.vfrDetail = stats->vfrDetail;
     video.bitratePerSecondKbps = stats->perSecondKbps;
+    correctRate(*stats, video);
     if (!video.bitrateKbps && video.durationSeconds > 0)
         video.bitrateKbps = stats->totalBits / video.durationSeconds / 1000.0;
     if (!video.frameCount)

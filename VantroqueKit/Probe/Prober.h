@@ -42,6 +42,8 @@ struct PacketStats {
     std::vector<double> perSecondKbps; ///< Of each second that has packets, ascending.
     double totalBits = 0;
     std::int64_t packetCount = 0; ///< With or without usable fields.
+    /// Frames a second, where the packets keep to one interval.
+    std::optional<double> constantRate;
     std::int64_t aheadOfZero = 0; ///< Of these, what is presented at a negative time.
 };
 
