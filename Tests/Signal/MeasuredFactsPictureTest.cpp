@@ -1,6 +1,7 @@
 #include "Signal/CleanRun.h"
 #include "Signal/MeasuredFacts.h"
 #include "Signal/SparseSample.h"
+#include "Support/FakeTools.h"
 
 #include <array>
 #include <map>
@@ -252,10 +253,13 @@ TEST_F(MeasuredPicture, TheExtraLookDecodesSomeDozensOfFramesWhateverTheLength)
     MediaInfo media = probed(Clips::tenBit());
     for (const double seconds : {0.0, 0.5, 12.0, 36'000.0, 1e300}) {
         media.durationSeconds = seconds;
-        const auto words = SparseSample::arguments(media, true);
-        const auto inputs = std::ranges::count(words, "-i");
-        EXPECT_EQ(inputs, seconds < 12 ? 1 : 12) << seconds;
-        EXPECT_EQ(std::ranges::count(words, "-t"), inputs);
+        const auto places = SparseSample::places(seconds);
+        EXPECT_THAT(places, SizeIs(seconds < 12 ? 1 : 12)) << seconds;
+        for (const double place : places) {
+            const auto words = SparseSample::arguments(media, place, true);
+            EXPECT_EQ(std::ranges::count(words, "-i"), 1) << "one decoder at a time";
+            EXPECT_EQ(std::ranges::count(words, "-t"), 1);
+        }
     }
 }
 
@@ -301,6 +305,22 @@ TEST_F(MeasuredPicture, ProResWithAlphaIsMeasured)
     EXPECT_LT(info.levels->yMaxPercent, 110);
     EXPECT_GT(info.levels->yMaxPercent, 70);
     EXPECT_EQ(info.activePicture, (CropRect{64, 64, 0, 0}));
+}
+
+TEST_F(MeasuredPicture, ProResWithAlphaTellsTheBitsInUseInOneDecode)
+{
+    const fs::path clip = Media::make(
+        {"alpha.mov",
+         {"-f", "lavfi", "-i",
+          R"(color=gray:s=320x180:r=25:d=1,format=yuva444p12le,geq=lum='256+mod(X*7+Y*13+N*29\,3504)':cb=2048:cr=2048:a='mod(X\,4096)')",
+          "-c:v", "prores_ks", "-profile:v", "4444", "-alpha_bits", "16"}});
+    const MediaInfo media = probed(clip);
+    ASSERT_EQ(media.video->pixFmt, QStringLiteral("yuva444p12le"));
+    const FakeTools tools;
+    tools.record("ffmpeg");
+    const SignalInfo info = measured(clip);
+    EXPECT_EQ(info.detail->lumaBitsInUse, 12);
+    EXPECT_THAT(tools.calls("ffmpeg"), SizeIs(2)) << "the decode and one look at the head";
 }
 
 TEST_F(MeasuredPicture, DeepRgbIsMeasuredWithItsDetail)

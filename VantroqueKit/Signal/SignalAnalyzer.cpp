@@ -135,7 +135,7 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
         dropSound(info);
     if (isDeep(source))
         if (const auto sample = TRY(SparseSample::take(ffmpeg, source))) {
-            info.activePicture = SignalLog(Text::view(sample->log)).activePicture();
+            info.activePicture = sample->activePicture;
             if (!sample->bits.isEmpty())
                 outputs.bitsDump = sample->bits;
         }

@@ -142,7 +142,11 @@ void SignalPlan::addVideoChains(std::vector<std::string>& chains) const
     chains.push_back("[vlv]" + levelsSelect() + ",scale=" + wholeText(levelsWidth) + ":"
                      + wholeText(levelsHeight) + ":flags=area,format=yuv444p[levels]");
     if (m_hasBits)
+        // The planes of a picture with alpha cannot be taken apart at these depths.
         chains.push_back("[vbits]" + everyNth(48)
+                         + (video.formatWithoutAlpha() == video.pixFmt
+                                ? std::string()
+                                : ",format=" + video.formatWithoutAlpha().toStdString())
                          + ",extractplanes=y,scale=64:36:flags=neighbor,format="
                          + (*video.bitDepth < 11 ? "gray10le" : "gray12le") + "[bitsout]");
     if (m_options.includeDetail)

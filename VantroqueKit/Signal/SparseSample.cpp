@@ -1,6 +1,8 @@
 #include "Signal/SparseSample.h"
 
 #include "Base/Numbers.h"
+#include "Base/Text.h"
+#include "Signal/SignalLog.h"
 
 #include <algorithm>
 
@@ -10,12 +12,66 @@ using Numbers::wholeText;
 
 namespace {
 
-/// cropdetect passes over the first two frames of all.
 constexpr int framesAtEachPlace = 3;
 constexpr int mostPlaces = 12;
+/// Each thread of a decoder holds pictures of its own.
+constexpr int decodingThreads = 4;
 
-/// The head, which is there whatever the header claims of the duration, then places spread over the
-/// file.
+/// The bars, and the bits beside them.
+std::string graph(const VideoStreamInfo& video, bool withBits)
+{
+    const std::string input =
+        "[0:" + video.specifier() + "]trim=end_frame=" + wholeText(framesAtEachPlace);
+    // The limit is a share of the range, which holds at any depth: 24 of 255.
+    const std::string crop = "cropdetect=limit=0.0941176:round=2:reset=0:skip=0[cropout]";
+    if (!withBits)
+        return input + "," + crop;
+    return input + ",split=2[crop][bits];[crop]" + crop
+           + ";[bits]format=" + video.formatWithoutAlpha().toStdString()
+           + ",extractplanes=y,scale=64:36:flags=neighbor:in_range=full:out_range=full,format="
+           + (video.bitDepth.value_or(8) < 11 ? "gray10le" : "gray12le") + "[bitsout]";
+}
+
+/// The picture as all places so far show it: a dark scene shows less of it. The size that was found
+/// at most places counts.
+class Votes {
+public:
+    void add(const CropRect& found)
+    {
+        m_seen = m_seen ? united(*m_seen, found) : found;
+        const auto known = std::ranges::find(m_counts, *m_seen, &Count::picture);
+        if (known == m_counts.end())
+            m_counts.push_back({*m_seen, 1});
+        else
+            ++known->places;
+    }
+
+    std::optional<CropRect> winner() const
+    {
+        const auto most = std::ranges::max_element(m_counts, {}, &Count::places);
+        return most == m_counts.end() ? std::nullopt : std::optional(most->picture);
+    }
+
+private:
+    struct Count {
+        CropRect picture;
+        int places = 0;
+    };
+
+    static CropRect united(const CropRect& a, const CropRect& b)
+    {
+        const int x = std::min(a.x, b.x);
+        const int y = std::min(a.y, b.y);
+        return {std::max(a.x + a.width, b.x + b.width) - x,
+                std::max(a.y + a.height, b.y + b.height) - y, x, y};
+    }
+
+    std::optional<CropRect> m_seen;
+    std::vector<Count> m_counts;
+};
+
+} // namespace
+
 std::vector<double> places(double duration)
 {
     const auto count = static_cast<int>(
@@ -26,41 +82,15 @@ std::vector<double> places(double duration)
     return seconds;
 }
 
-/// All places behind each other, then the bars and the bits side by side.
-std::string graph(const VideoStreamInfo& video, std::size_t count, bool withBits)
-{
-    std::string chains;
-    std::string labels;
-    for (int i = 0; i < static_cast<int>(count); ++i) {
-        const std::string label = "[p" + wholeText(i) + "]";
-        chains += "[" + wholeText(i) + ":" + video.specifier()
-                  + "]trim=end_frame=" + wholeText(framesAtEachPlace) + ",setsar=1" + label + ";";
-        labels += label;
-    }
-    // The limit is a share of the range, which holds at any depth: 24 of 255.
-    const std::string crop = "cropdetect=limit=0.0941176:round=2:reset=0[cropout]";
-    const std::string joined = chains + labels + "concat=n=" + wholeText(static_cast<int>(count));
-    if (!withBits)
-        return joined + "," + crop;
-    return joined + ",split=2[crop][bits];[crop]" + crop
-           + ";[bits]extractplanes=y,scale=64:36:flags=neighbor:in_range=full:out_range=full,"
-             "format="
-           + (video.bitDepth.value_or(8) < 11 ? "gray10le" : "gray12le") + "[bitsout]";
-}
-
-} // namespace
-
-std::vector<std::string> arguments(const MediaInfo& media, bool withBits)
+std::vector<std::string> arguments(const MediaInfo& media, double place, bool withBits)
 {
     std::vector<std::string> list{"-hide_banner", "-nostats", "-y"};
-    const auto seconds = places(media.durationSeconds);
-    for (const double place : seconds) {
-        if (media.video->rotation)
-            list.emplace_back("-noautorotate");
-        list.insert(list.end(), {"-ss", Numbers::fixed(place, 3).toStdString(), "-t", "1", "-i",
-                                 media.url.path().native()});
-    }
-    list.insert(list.end(), {"-filter_complex", graph(*media.video, seconds.size(), withBits)});
+    if (media.video->rotation)
+        list.emplace_back("-noautorotate");
+    list.insert(list.end(),
+                {"-threads", wholeText(decodingThreads), "-ss",
+                 Numbers::fixed(place, 3).toStdString(), "-t", "1", "-i", media.url.path().native(),
+                 "-filter_complex", graph(*media.video, withBits)});
     if (withBits)
         list.insert(list.end(), {"-map", "[bitsout]", "-f", "rawvideo", "pipe:1"});
     list.insert(list.end(), {"-map", "[cropout]", "-f", "null", "-"});
@@ -70,14 +100,29 @@ std::vector<std::string> arguments(const MediaInfo& media, bool withBits)
 Result<std::optional<Output>, FFToolError> take(const std::filesystem::path& ffmpeg,
                                                 const MediaInfo& media)
 {
-    for (const bool withBits : {true, false}) {
-        auto ran = FFTool::run(ffmpeg, arguments(media, withBits));
-        if (ran)
-            return Output{std::move(ran->stderr), std::move(ran->stdout)};
-        if (ran.error().isShortage())
+    std::optional<Output> sample;
+    Votes votes;
+    bool withBits = true;
+    for (const double place : places(media.durationSeconds)) {
+        auto ran = FFTool::run(ffmpeg, arguments(media, place, withBits));
+        // Without a plane of luma, as in RGB, ffmpeg refuses the whole graph.
+        if (!ran && !ran.error().isShortage() && withBits && !sample) {
+            withBits = false;
+            ran = FFTool::run(ffmpeg, arguments(media, place, withBits));
+        }
+        if (!ran && ran.error().isShortage())
             return tl::unexpected(std::move(ran.error()));
+        if (!ran)
+            continue;
+        if (!sample)
+            sample.emplace();
+        sample->bits += ran->stdout;
+        if (const auto picture = SignalLog(Text::view(ran->stderr)).activePicture())
+            votes.add(*picture);
     }
-    return std::nullopt;
+    if (sample)
+        sample->activePicture = votes.winner();
+    return sample;
 }
 
 } // namespace vantroque::SparseSample

@@ -6,6 +6,7 @@
 #include <QByteArray>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,15 +16,20 @@
 namespace vantroque::SparseSample {
 
 struct Output {
-    QByteArray log;  ///< With the crop lines.
+    std::optional<CropRect> activePicture;
     QByteArray bits; ///< Luma samples of 16 bits, little endian; empty when the format has none.
 };
 
-/// The arguments of ffmpeg; the samples go to standard output when `withBits`.
-std::vector<std::string> arguments(const MediaInfo& media, bool withBits);
+/// Seconds at which to look: the head, which is there whatever the header claims of the duration,
+/// then places spread over the file.
+std::vector<double> places(double duration);
 
-/// Decodes some dozens of frames, whatever the length of the file. Nothing when that fails, but an
-/// error when it was for want of memory.
+/// The arguments of ffmpeg for one place; the samples go to standard output when `withBits`.
+std::vector<std::string> arguments(const MediaInfo& media, double place, bool withBits);
+
+/// Decodes some dozens of frames, whatever the length of the file, one place after the other: a
+/// decoder of 8K pictures takes most of a gigabyte. Nothing when that fails, but an error when it
+/// was for want of memory.
 Result<std::optional<Output>, FFToolError> take(const std::filesystem::path& ffmpeg,
                                                 const MediaInfo& media);
 
