@@ -25,7 +25,10 @@ Result<void> writeStill(const Arguments& arguments)
     const std::string beside =
         url.path().parent_path()
         / (url.path().stem().native() + " " + time->fileSafeText().toStdString() + ".png");
-    return FrameExporter::writeFrame(url, time->seconds(), arguments.value("output", beside));
+    // Frames count from the first that is shown, as those of all findings do.
+    const double start = Prober::pictureStart(url, media.video->specifier());
+    return FrameExporter::writeFrame(url, start + time->seconds(),
+                                     arguments.value("output", beside));
 }
 
 } // namespace

@@ -44,11 +44,19 @@ TEST(TextOnTheDecode, OfAPictureBehindACoverIsRead)
     expectDecodedText(media);
 }
 
-TEST(TextOnTheDecode, OfATurnedPictureIsReadAsItIsStored)
+TEST(TextOnTheDecode, OfATurnedPictureIsReadAfterwardsAsItIsShown)
 {
     const auto upright = BoxClips::titled("upright.mp4");
-    expectDecodedText(probed(Media::make(
-        {"turned.mp4", {"-i", upright.native(), "-c", "copy", "-metadata:s:v:0", "rotate=90"}})));
+    MediaInfo media = probed(Media::make(
+        {"turned.mp4", {"-i", upright.native(), "-c", "copy", "-metadata:s:v:0", "rotate=90"}}));
+    RecognizerPool pool(
+        FakeRecognizer::answering(FakeRecognizer::lookingAt({{0.4, 0.25, 0.2, 0.5}})));
+    const auto signal = Analyzer::decode(media, placement, {.recognizers = &pool}, nullptr);
+    ASSERT_TRUE(signal) << signal.error().description.toStdString();
+    EXPECT_EQ(signal->textScanAttempted, std::nullopt);
+    media.signal = *signal;
+    Analyzer::scanTextIfNeeded(media, placement, &pool, nullptr);
+    expectTitled(media.signal);
 }
 
 TEST(TextOnTheDecode, TakesNoFurtherDecode)

@@ -1,9 +1,11 @@
+#include "Base/Timecode.h"
 #include "CLI/Cli.h"
 #include "Support/Clips.h"
 #include "Support/FakeTools.h"
 #include "Support/Media.h"
 #include "Tools/ProcessTable.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdint>
 
@@ -30,13 +32,24 @@ fs::path numbered(const std::string& rate)
           "-frames:v", "40", "-pix_fmt", "yuv420p", "-c:v", "ffv1"}});
 }
 
-/// The number that the luma of an image tells.
-int numberIn(const fs::path& image)
+/// The luma of an image above black; less than 0 without one.
+int lumaIn(const fs::path& image)
 {
     const QByteArray luma = runProgram({"ffmpeg", "-v", "error", "-i", image.native(), "-f",
                                         "rawvideo", "-pix_fmt", "yuv444p", "-"})
                                 .out;
-    return luma.isEmpty() ? -1 : (static_cast<std::uint8_t>(luma[0]) - 16 + 2) / 5;
+    return luma.isEmpty() ? -100 : static_cast<std::uint8_t>(luma[0]) - 16;
+}
+
+/// The number that the luma of an image tells, by steps of five and of two.
+int numberIn(const fs::path& image)
+{
+    return (lumaIn(image) + 2) / 5;
+}
+
+int countIn(const fs::path& image)
+{
+    return (lumaIn(image) + 1) / 2;
 }
 
 class Still : public testing::Test {
@@ -117,6 +130,85 @@ TEST_F(Still, CountsThirtyFramesASecondAt2997)
     EXPECT_EQ(frameAt("00:00:01:09", ntsc), 39);
     EXPECT_EQ(frameAt("1", ntsc), 30);
     EXPECT_EQ(frameAt("0.5", ntsc), 15);
+}
+
+// A frame number is one frame, wherever picture, sound and time code of the file begin.
+
+/// Pictures of 64x64 whose luma is 16 + 2 * their number, and sound beside them; the picture begins
+/// so many seconds after the sound.
+Words counted(const std::string& start, const Words& more)
+{
+    return Words{"-itsoffset",
+                 start,
+                 "-f",
+                 "lavfi",
+                 "-i",
+                 "nullsrc=s=64x64:r=25,geq=lum='16+2*N':cb=128:cr=128,trim=end_frame=100",
+                 "-f",
+                 "lavfi",
+                 "-i",
+                 "sine=r=48000:d=4",
+                 "-pix_fmt",
+                 "yuv420p"}
+           + more;
+}
+
+const Words longGroups{"-c:v", "libx264", "-preset", "veryfast", "-qp",
+                       "0",    "-g",      "50",      "-c:a",     "aac"};
+
+struct CountedFile {
+    std::string name;
+    std::string start;
+    Words more;
+};
+
+void PrintTo(const CountedFile& file, std::ostream* out)
+{
+    *out << file.name;
+}
+
+class CountedStill : public Still, public testing::WithParamInterface<CountedFile> {};
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, CountedStill,
+    testing::Values(CountedFile{"late-edit-list.mp4", "0.48", longGroups},
+                    CountedFile{"late.ts", "0.48", longGroups},
+                    CountedFile{"programme.mpg",
+                                "0",
+                                {"-c:v", "mpeg2video", "-q:v", "1", "-g", "25", "-c:a", "mp2"}},
+                    CountedFile{"late.mkv", "0.48", longGroups},
+                    CountedFile{"timecode.mov", "0",
+                                longGroups + Words{"-timecode", "01:00:00:00"}}),
+    [](const auto& test) {
+        std::string name = test.param.name;
+        std::ranges::replace_if(
+            name, [](char c) { return c == '.' || c == '-'; }, '_');
+        return name;
+    });
+
+TEST_P(CountedStill, ShowsTheFrameOfItsNumber)
+{
+    const fs::path file =
+        Media::make({GetParam().name, counted(GetParam().start, GetParam().more)});
+    for (const int frame : {0, 1, 24, 49, 50, 51, 76, 99}) {
+        const TestFolder folder;
+        const std::string time = Timecode(frame, 25).text().toStdString();
+        ASSERT_EQ(run({"--at", time, "-o", folder / "still.png", file.native()}).status, 0);
+        EXPECT_EQ(countIn(folder / "still.png"), frame);
+    }
+}
+
+TEST_F(Still, CountsFromTheFirstFrameThatAnEditListShows)
+{
+    const fs::path whole = Media::make({"whole.mp4", counted("0", longGroups)});
+    const fs::path cut =
+        Media::make({"cut.mp4", {"-ss", "0.4", "-i", whole.native(), "-c", "copy"}});
+    for (const int frame : {0, 1, 45, 60}) {
+        const TestFolder folder;
+        const std::string time = Timecode(frame, 25).text().toStdString();
+        ASSERT_EQ(run({"--at", time, "-o", folder / "still.png", cut.native()}).status, 0);
+        EXPECT_EQ(countIn(folder / "still.png"), frame + 10);
+    }
 }
 
 TEST_F(Still, TakesOneFileAndATime)

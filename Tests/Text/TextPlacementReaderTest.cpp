@@ -285,21 +285,26 @@ TEST(ReadText, FindsNoneInAPlainPicture)
                 Optional(IsEmpty()));
 }
 
-TEST(ReadText, TakesThePictureAsItIsStored)
+TEST(ReadText, TakesThePictureAsItIsShown)
 {
     const auto upright = BoxClips::titled("upright.mp4");
     const MediaInfo media = probed(Media::make(
         {"turned.mp4", {"-i", upright.native(), "-c", "copy", "-metadata:s:v:0", "rotate=90"}}));
     ASSERT_EQ(std::abs(media.video->rotation.value_or(0)), 90);
     std::atomic<int> turned = 0;
-    const auto look = FakeRecognizer::lookingAt({BoxClips::middle});
+    constexpr NormalizedRect middle{0.4, 0.25, 0.2, 0.5};
+    const auto look = FakeRecognizer::lookingAt({middle});
     RecognizerPool pool(
         FakeRecognizer::answering([&](const QImage& frame, Subject subject, auto deadline) {
-            turned += frame.width() > frame.height() ? 0 : 1;
+            turned += frame.width() < frame.height() ? 1 : 0;
             return look(frame, subject, deadline);
         }));
-    expectTitled(read(media, pool, nullptr));
-    EXPECT_EQ(turned, 0);
+    const auto regions = read(media, pool, nullptr);
+    ASSERT_THAT(regions, Optional(SizeIs(1)));
+    EXPECT_NEAR(regions->front().start * 25, 30, 1e-6);
+    EXPECT_NEAR(regions->front().end * 25, 90, 1e-6);
+    EXPECT_THAT(regions->front().rect(), Covers(middle));
+    EXPECT_GT(turned, 0);
 }
 
 TEST(ReadText, LeavesACoverPictureAside)

@@ -144,7 +144,11 @@ Result<SignalInfo> decode(const MediaInfo& media, const std::vector<Profile>& pr
     asked.includeDetail = options.includeDetail;
     if (progress != nullptr && progress->wantsPreview())
         asked.previewWidth = previewWidth;
-    if (!media.video || options.recognizers == nullptr || !needsTextPlacement(profiles))
+    // The decode sees the picture as it is stored. Where it is shown turned, text is read
+    // afterwards.
+    const bool readsText = media.video && !media.video->rotation && options.recognizers != nullptr
+                           && needsTextPlacement(profiles);
+    if (!readsText)
         return TRY(SignalAnalyzer::analyze(media.url, media, asked, progress));
 
     const auto scratch = ScratchFolder::make();
@@ -174,7 +178,8 @@ void readSlateIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
     auto& lines = media.signal->slateTextLines.emplace();
     if (!media.video)
         return;
-    const auto read = SlateReader::readText(media.url, *slate / 2, *recognizers);
+    const auto read = SlateReader::readText(
+        media.url, *slate / 2 + media.signal->pictureStart.value_or(0), *recognizers);
     for (const QString& line : read.value_or(QStringList()))
         lines.push_back(line);
 }

@@ -73,6 +73,10 @@ std::optional<bool> moovBeforeMdat(const FileUrl& url);
 bool hasClosedCaptions(const std::filesystem::path& ffprobe, const FileUrl& url, double duration,
                        const std::string& stream = "v:0", FFTool::Shortage* shortage = nullptr);
 
+/// Seconds from the start of the file, which may be that of its sound, to the first frame that is
+/// shown. Decodes a few frames; 0 when that fails.
+double pictureStart(const FileUrl& url, const std::string& stream = "v:0");
+
 std::optional<QString> startTimecode(const FFProbeOutput& probe);
 /// For use outside of `probe`.
 std::optional<QString> startTimecode(const FileUrl& url);

@@ -4,6 +4,7 @@
 #include "Base/ScratchFolder.h"
 #include "Text/TextFrameScan.h"
 #include "Tools/Playlists.h"
+#include "Tools/StreamSeek.h"
 
 #include <algorithm>
 
@@ -25,18 +26,23 @@ bool holdsLetterOrDigit(const QString& text)
     return false;
 }
 
-/// ffmpeg's arguments up to the input, whose picture stays as it is stored: that is what sizes and
-/// boxes speak of.
+/// ffmpeg itself takes the first picture that is no cover.
+Arguments mapping(const MediaInfo& media)
+{
+    if (media.video->specifier() == "v:0")
+        return {};
+    return {"-map", "0:" + media.video->specifier()};
+}
+
+/// ffmpeg's arguments up to the input. It turns the picture as its tag says: type that lies on its
+/// side could not be read.
 Arguments reading(const MediaInfo& media, const Arguments& place)
 {
     Arguments list{"-hide_banner", "-loglevel", "error", "-y"};
-    if (media.video->rotation.value_or(0) != 0)
-        list.emplace_back("-noautorotate");
     list.insert(list.end(), place.begin(), place.end());
     list.insert(list.end(), {"-i", media.url.path().native()});
-    // ffmpeg itself takes the first picture that is no cover.
-    if (media.video->specifier() != "v:0")
-        list.insert(list.end(), {"-map", "0:" + media.video->specifier()});
+    const Arguments map = mapping(media);
+    list.insert(list.end(), map.begin(), map.end());
     return list;
 }
 
@@ -48,6 +54,29 @@ void add(Arguments& list, std::initializer_list<std::string> more)
 std::string fixed(double value, int decimals)
 {
     return Numbers::fixed(value, decimals).toStdString();
+}
+
+Result<FFTool::ToolOutput, FFToolError> writeFrames(const fs::path& ffmpeg, const MediaInfo& media,
+                                                    double start, double span,
+                                                    const std::string& filters,
+                                                    const fs::path& pattern)
+{
+    Arguments images{"-pix_fmt", "rgb24",  "-compression_level", "1",
+                     "-f",       "image2", pattern.native()};
+    if (StreamSeek::isNeeded(media.url)) {
+        const Arguments map = mapping(media);
+        images.insert(images.begin(), map.begin(), map.end());
+        return StreamSeek::run(ffmpeg, {.media = media.url,
+                                        .time = start,
+                                        .span = span,
+                                        .before = {"-y"},
+                                        .filters = filters,
+                                        .output = images});
+    }
+    Arguments arguments = reading(media, {"-ss", fixed(start, 4)});
+    add(arguments, {"-t", fixed(span, 4), "-vf", filters});
+    arguments.insert(arguments.end(), images.begin(), images.end());
+    return FFTool::run(ffmpeg, arguments);
 }
 
 } // namespace
@@ -93,13 +122,10 @@ std::vector<Frame> frames(const MediaInfo& media, double from, double span,
     const NormalizedRect part = crop.grown(around);
     // Rounded down, since ffmpeg begins with the first frame that is not before this time.
     const double start = std::floor(from * 1e4 + 1e-6) / 1e4;
-    Arguments arguments = reading(media, {"-ss", fixed(start, 4)});
-    add(arguments, {"-t", fixed(span, 4), "-vf",
-                    "crop=iw*" + fixed(part.width, 6) + ":ih*" + fixed(part.height, 6) + ":iw*"
-                        + fixed(part.x, 6) + ":ih*" + fixed(part.y, 6) + ",scale='min(320,iw)':-2",
-                    "-pix_fmt", "rgb24", "-compression_level", "1", "-f", "image2",
-                    (directory / "%05d.png").native()});
-    if (!FFTool::run(*ffmpeg, arguments))
+    const std::string filters = "crop=iw*" + fixed(part.width, 6) + ":ih*" + fixed(part.height, 6)
+                                + ":iw*" + fixed(part.x, 6) + ":ih*" + fixed(part.y, 6)
+                                + ",scale='min(320,iw)':-2";
+    if (!writeFrames(*ffmpeg, media, start, span, filters, directory / "%05d.png"))
         return {};
     std::vector<Frame> list;
     for (const auto& entry : fs::directory_iterator(directory, error))

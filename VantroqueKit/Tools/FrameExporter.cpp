@@ -4,6 +4,7 @@
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
 #include "Tools/Playlists.h"
+#include "Tools/StreamSeek.h"
 
 #include <algorithm>
 
@@ -23,13 +24,20 @@ Arguments oneFrame(const FileUrl& media, double time)
             "-frames:v", "1"};
 }
 
+/// `filters` are those of the picture and may be empty.
 Result<FFTool::ToolOutput, FFToolError> run(const Arguments& before, const FileUrl& media,
-                                            double time, const Arguments& after)
+                                            double time, const std::string& filters,
+                                            const Arguments& output)
 {
     const auto ffmpeg = TRY(FFTool::find("ffmpeg"));
     TRY(Playlists::refuse(media));
+    if (StreamSeek::isNeeded(media))
+        return StreamSeek::run(
+            ffmpeg,
+            {.media = media, .time = time, .before = before, .filters = filters, .output = output});
     Arguments arguments{"-hide_banner", "-loglevel", "error"};
-    for (const Arguments& part : {before, oneFrame(media, time), after})
+    const Arguments picture = filters.empty() ? Arguments() : Arguments{"-vf", filters};
+    for (const Arguments& part : {before, oneFrame(media, time), picture, output})
         arguments.insert(arguments.end(), part.begin(), part.end());
     return FFTool::run(ffmpeg, arguments);
 }
@@ -52,16 +60,13 @@ Result<void> writeFrame(const FileUrl& media, double time, const fs::path& outpu
     // stopped, so it writes elsewhere.
     const auto scratch = TRY(ScratchFolder::make());
     const fs::path image = scratch.path() / ("frame" + output.extension().native());
-    Arguments after;
-    if (forReading)
-        after = {"-vf",
-                 "scale='min(" + wholeText(*forReading) + ",iw)':-2",
-                 "-pix_fmt",
-                 "rgb24",
-                 "-compression_level",
-                 "1"};
-    after.push_back(image.native());
-    if (auto ran = run({"-y"}, media, time, after); !ran) {
+    std::string filters;
+    Arguments written{image.native()};
+    if (forReading) {
+        filters = "scale='min(" + wholeText(*forReading) + ",iw)':-2";
+        written.insert(written.begin(), {"-pix_fmt", "rgb24", "-compression_level", "1"});
+    }
+    if (auto ran = run({"-y"}, media, time, filters, written); !ran) {
         FFToolError error = std::move(ran.error());
         error.stderr.replace(QString::fromStdString(image.native()),
                              QString::fromStdString(output.native()));
@@ -76,11 +81,9 @@ Result<void> writeFrame(const FileUrl& media, double time, const fs::path& outpu
 Result<QByteArray, FFToolError> frameData(const FileUrl& media, double time,
                                           std::optional<int> maxWidth)
 {
-    Arguments after;
-    if (maxWidth)
-        after = {"-vf", "scale=" + wholeText(*maxWidth) + ":-2:flags=bilinear"};
-    after.insert(after.end(), {"-f", "image2pipe", "-vcodec", "png", "-"});
-    auto output = TRY(run({}, media, time, after));
+    const std::string filters =
+        maxWidth ? "scale=" + wholeText(*maxWidth) + ":-2:flags=bilinear" : std::string();
+    auto output = TRY(run({}, media, time, filters, {"-f", "image2pipe", "-vcodec", "png", "-"}));
     if (output.stdout.isEmpty())
         return tl::unexpected(noFrame());
     return std::move(output.stdout);
@@ -90,9 +93,8 @@ Result<QByteArray, FFToolError> rawFrame(const FileUrl& media, double time, int 
 {
     auto output = TRY(
         run({}, media, time,
-            {"-vf",
-             "scale=" + wholeText(width) + ":" + wholeText(height) + ":flags=area,format=yuv444p",
-             "-f", "rawvideo", "-pix_fmt", "yuv444p", "-"}));
+            "scale=" + wholeText(width) + ":" + wholeText(height) + ":flags=area,format=yuv444p",
+            {"-f", "rawvideo", "-pix_fmt", "yuv444p", "-"}));
     if (output.stdout.isEmpty())
         return tl::unexpected(noFrame());
     return std::move(output.stdout);

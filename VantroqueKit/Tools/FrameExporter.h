@@ -7,8 +7,8 @@
 #include <optional>
 
 /// Single frames of a file, through ffmpeg. Every operation blocks, may be called from any thread
-/// and fails as `FFTool::run` does, or when there is no frame at that time. Times are seconds; a
-/// negative one counts as 0.
+/// and fails as `FFTool::run` does, or when there is no frame at that time. Times are seconds
+/// from the start of the file, where the picture may begin late; a negative one counts as 0.
 namespace vantroque::FrameExporter {
 
 /// Writes one image; the format is that of the output's extension. With `forReading` the frame is
