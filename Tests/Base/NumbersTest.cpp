@@ -77,6 +77,19 @@ TEST(Numbers, WhatPrintsAsZeroHasNoMinusSign)
     EXPECT_EQ(fixed(-100, 0), u"-100"_s);
 }
 
+TEST(Numbers, AGivenLimitKeepsTheDecimalsThatItHas)
+{
+    EXPECT_EQ(Numbers::given(-23, 0), u"-23"_s);
+    EXPECT_EQ(Numbers::given(0.5, 0), u"0.5"_s);
+    EXPECT_EQ(Numbers::given(-23.5, 0), u"-23.5"_s);
+    EXPECT_EQ(Numbers::given(-0.25, 0), u"-0.25"_s);
+    EXPECT_EQ(Numbers::given(2, 1), u"2.0"_s);
+    EXPECT_EQ(Numbers::given(0.25, 1), u"0.25"_s);
+    EXPECT_EQ(Numbers::given(-0.0, 0), u"0"_s);
+    EXPECT_EQ(Numbers::given(1e-300, 0), u"0.000000000000000"_s) << "what nobody can read is cut";
+    EXPECT_EQ(Numbers::given(DBL_MAX, 0).size(), 309);
+}
+
 TEST(Numbers, ASignedNumberAlwaysShowsItsSign)
 {
     EXPECT_EQ(signedFixed(0.0, 1), u"+0.0"_s);

@@ -156,7 +156,8 @@ TEST(AudioChecks, AListOfChannelCountsTakesThePlaceOfOne)
     AudioRule rule = aacRule();
     rule.channels = 1;
     rule.channelOptions = {2, 8};
-    EXPECT_EQ(channelsOf(rule, 8), channels(Verdict::pass, "8 ch", "stereo (2 ch), 8 ch"));
+    EXPECT_EQ(channelsOf(rule, 8),
+              channels(Verdict::pass, "8 ch, order assumed", "stereo (2 ch), 8 ch"));
     EXPECT_EQ(channelsOf(rule, 1),
               channels(Verdict::fail, "mono (1 ch)", "stereo (2 ch), 8 ch",
                        "Deliver one of the accepted channel layouts. Track order matters: stereo "
@@ -169,7 +170,7 @@ TEST(AudioChecks, ASingleChannelCountHasToBeMet)
     rule.channels = 2;
     EXPECT_EQ(channelsOf(rule, 2), channels(Verdict::pass, "stereo (2 ch)", "stereo (2 ch)"));
     EXPECT_EQ(channelsOf(rule, 6),
-              channels(Verdict::fail, "5.1 (6 ch)", "stereo (2 ch)",
+              channels(Verdict::fail, "5.1 (6 ch), order assumed", "stereo (2 ch)",
                        "Deliver a stereo mixdown (in ffmpeg: -ac 2). Fold down 5.1 in your mix "
                        "session, not in the encoder, if levels matter."));
     rule.channels = 6;
@@ -239,6 +240,49 @@ TEST(AudioChecks, AStreamLimitIsKeptOrFails)
                                                       "at most 4 audio streams", stripTracks)));
 }
 
+TEST(AudioChecks, TheStreamToKeepIsTheFirstThatTheProfileTakes)
+{
+    AudioRule rule = aacRule();
+    rule.maxStreams = 1;
+    rule.channels = 2;
+    AudioStreamInfo audio = stereoAudio();
+    audio.channels = 6;
+    audio.streamCount = 3;
+    audio.tracks = {{u"aac"_s, 48'000, 6, {}, {}},
+                    {u"aac"_s, 48'000, 2, {}, {}},
+                    {u"aac"_s, 48'000, 2, {}, {}}};
+    EXPECT_EQ(audioRows(rule, audio).back().fix,
+              u"Strip the extra audio tracks (in ffmpeg: -map 0:v:0 -map 0:a:1). Only the first "
+              u"stream was graded."_s);
+    rule.channels = 8;
+    EXPECT_TRUE(audioRows(rule, audio).back().fix->contains(u"-map 0:a:0)"_s)) << "none fits";
+    rule.channels.reset();
+    EXPECT_TRUE(audioRows(rule, audio).back().fix->contains(u"-map 0:a:0)"_s)) << "any does";
+}
+
+TEST(AudioChecks, TwoSingleChannelsAreThePairThatTheyAre)
+{
+    AudioRule rule = aacRule();
+    rule.maxStreams = 1;
+    rule.channels = 2;
+    AudioStreamInfo audio = stereoAudio();
+    audio.channels = 1;
+    audio.streamCount = 4;
+    audio.tracks = std::vector<AudioTrackInfo>(4, {u"aac"_s, 48'000, 1, {}, {}});
+    const Rows rows = audioRows(rule, audio);
+    EXPECT_THAT(
+        rows, Contains(channels(Verdict::pass, "stereo (2 ch), tracks 1 and 2", "stereo (2 ch)")));
+    EXPECT_EQ(
+        rows.back().fix,
+        u"Strip the extra audio tracks (in ffmpeg: -filter_complex \"[0:a:0][0:a:1]join=inputs"
+        u"=2:channel_layout=stereo[a]\" -map 0:v:0 -map \"[a]\"). Only tracks 1 and 2 were "
+        u"graded, as left and right."_s);
+    rule.channels = 1;
+    EXPECT_EQ(audioRows(rule, audio).back().fix,
+              u"Strip the extra audio tracks (in ffmpeg: -map 0:v:0 -map 0:a:0). Only tracks 1 and "
+              u"2 were graded, as left and right."_s);
+}
+
 TEST(AudioChecks, SoundMayEndAQuarterSecondBeforeThePicture)
 {
     EXPECT_THAT(coverageRows(30.05, 29.8),
@@ -263,6 +307,21 @@ TEST(AudioChecks, AClipOfHalfASecondOrUnknownSoundHasNoCoverageRow)
     EXPECT_THAT(idsOf(coverageRows(0.51, 0.1)), ElementsAre(u"audio-coverage"_s));
     EXPECT_THAT(coverageRows(30, 0.0), IsEmpty());
     EXPECT_THAT(coverageRows(30, {}), IsEmpty());
+}
+
+TEST(AudioChecks, WhereTheContainerHasNoLengthOfTheSoundTheDecodesCounts)
+{
+    Profile profile = bareProfile();
+    profile.audio = aacRule();
+    MediaInfo media = measuredSpot();
+    media.audio->durationSeconds.reset();
+    EXPECT_THAT(rowsOf(checkAudioCoverage, profile, media), IsEmpty());
+    media.signal->soundEnd = 20;
+    EXPECT_EQ(rowsOf(checkAudioCoverage, profile, media).front().measured,
+              u"audio ends at 20.00s of 30.00s"_s);
+    media.signal->pictureEnd = 20.2;
+    EXPECT_EQ(rowsOf(checkAudioCoverage, profile, media).front().measured,
+              u"20.00s, full duration"_s);
 }
 
 TEST(AudioChecks, WithoutPictureTheFilesDurationHasToBeCovered)

@@ -44,14 +44,14 @@ TEST(DurationChecks, ALengthInsideItsLimitsHasNoRow)
 TEST(DurationChecks, AShortFileFailsWithoutFix)
 {
     EXPECT_THAT(durationRows({{}, 15.9, {}}, lasting(14.996)),
-                ElementsAre(row("duration", "Duration", Verdict::fail, "15.00 s", "≥ 15 s")));
+                ElementsAre(row("duration", "Duration", Verdict::fail, "15.00 s", "≥ 15.9 s")));
 }
 
 TEST(DurationChecks, ALongFileFailsAndIsToBeTrimmed)
 {
     EXPECT_THAT(durationRows({{}, {}, 30.5}, lasting(30.51)),
-                ElementsAre(row("duration", "Duration", Verdict::fail, "30.51 s", "≤ 30 s",
-                                "Trim to 30 seconds or shorter.")));
+                ElementsAre(row("duration", "Duration", Verdict::fail, "30.51 s", "≤ 30.5 s",
+                                "Trim to 30.5 seconds or shorter.")));
 }
 
 TEST(DurationChecks, WholeSecondsCountInWholeFrameRates)

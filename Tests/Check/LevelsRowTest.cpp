@@ -192,7 +192,29 @@ TEST(LevelsRow, BeyondThePreferredRangeWarnsEvenInsideTheTolerance)
               videoLevels(Verdict::warn,
                           "beyond EBU R 103's preferred −1–103% on 25.0% of the picture at "
                           "00:00:03:00 for 10 s, inside its tolerance",
-                          general, shorter));
+                          general,
+                          "Inside the tolerance, so nothing is refused for it. A legaliser or a "
+                          "corrected graphic brings it inside the preferred range."));
+}
+
+TEST(LevelsRow, OnlyWhatIsShorterThanTheWindowIsCalledShorter)
+{
+    PictureLevels levels = legal();
+    levels.strictRuns = {{3, 6.9, 0.25}};
+    EXPECT_EQ(graded(levels).fix, QString::fromUtf8(shorter));
+    levels.strictRuns = {{3, 7, 0.25}};
+    EXPECT_FALSE(graded(levels).fix->contains(u"Shorter"_s));
+}
+
+TEST(LevelsRow, TheRulesNumbersPrintAsTheProfileGivesThem)
+{
+    PictureLevels levels = legal();
+    levels.yRejectRuns = {{1, 2, 0.02}};
+    const CheckResult found = graded(levels, LevelsRule{u"EBU R 103"_s, 2.5, 0.5, 12.5}, true);
+    EXPECT_TRUE(found.measured.startsWith(u"luma beyond ±2.5% on "_s));
+    EXPECT_TRUE(
+        found.expected.endsWith(u"beyond 2.5% on more than 0.5% of the image for 12.5 s)"_s));
+    EXPECT_TRUE(found.fix->startsWith(u"Shorter than the 12.5 s rejection window"_s));
 }
 
 TEST(LevelsRow, APreferredRangeIsNotMentionedBesideAShortExcursion)

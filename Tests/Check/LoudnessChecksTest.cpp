@@ -45,7 +45,9 @@ Rows peakAt(const LoudnessRule& rule, double peak)
 {
     SignalInfo signal;
     signal.truePeakDb = peak;
-    return loudnessRows(rule, signal);
+    Rows rows = loudnessRows(rule, signal);
+    std::erase_if(rows, [](const CheckResult& each) { return each.id == u"loudness"_s; });
+    return rows;
 }
 
 Rows silenceOf(double limit, std::optional<double> longest)
@@ -87,11 +89,52 @@ TEST(LoudnessChecks, AnUnmeasuredFileIsInfoWhereThereIsATarget)
     EXPECT_THAT(loudnessRows(rule, {}), IsEmpty());
 }
 
-TEST(LoudnessChecks, AMeasurementThatWasNotMadeHasNoRow)
+TEST(LoudnessChecks, SoundThatCouldNotBeMeasuredWarnsWhereThereIsATarget)
 {
     LoudnessRule rule = targeting(-23);
     rule.maxTruePeakDb = -2;
+    EXPECT_THAT(loudnessRows(rule, SignalInfo{}),
+                ElementsAre(loudness(Verdict::warn, "could not be measured")));
+    rule.targetLKFS.reset();
     EXPECT_THAT(loudnessRows(rule, SignalInfo{}), IsEmpty());
+}
+
+TEST(LoudnessChecks, AFileWithoutSoundHasNoRowOnLoudness)
+{
+    Profile profile = bareProfile();
+    profile.loudness = targeting(-23);
+    MediaInfo media = measuredSpot();
+    media.audio.reset();
+    EXPECT_THAT(rowsOf(checkLoudness, profile, media), IsEmpty());
+}
+
+TEST(LoudnessChecks, SilenceFromEndToEndFailsAlsoWhereThePlatformNormalizes)
+{
+    LoudnessRule rule = targeting(-23);
+    const auto silent = loudness(Verdict::fail, "-70.0 LKFS (no programme sound)",
+                                 "The sound is silent from end to end. Export again with the mix.");
+    EXPECT_THAT(loudnessAt(rule, -70), ElementsAre(silent));
+    EXPECT_THAT(loudnessAt(rule, -99), ElementsAre(silent));
+    rule.autoNormalized = true;
+    EXPECT_THAT(loudnessAt(rule, -70), ElementsAre(silent));
+    EXPECT_EQ(loudnessAt(rule, -69.9).at(0).verdict, Verdict::warn);
+}
+
+TEST(LoudnessChecks, NumbersOfAProfilePrintWithTheDecimalsThatTheyHave)
+{
+    LoudnessRule rule = targeting(-23.5);
+    rule.toleranceLU = 0.5;
+    rule.maxTruePeakDb = -0.5;
+    EXPECT_THAT(loudnessAt(rule, -20),
+                ElementsAre(loudness(Verdict::fail, "-20.0 LKFS (+3.5 LU off target)",
+                                     "Adjust the mix by -3.5 dB, or normalize on export (in "
+                                     "ffmpeg: -af loudnorm=I=-23.5:TP=-0.5:LRA=7).",
+                                     "-23.5 LKFS ± 0.5 LU")));
+    EXPECT_THAT(peakAt(peaking(-1.5, -9.5), -4),
+                ElementsAre(truePeak(Verdict::pass, "-4.0 dBTP", "-1.5 to -9.5 dBTP")));
+    EXPECT_THAT(silenceOf(0.25, 0.0),
+                ElementsAre(row("silence", "Audio silence", Verdict::pass, "no silent runs",
+                                "no silent run over 0.25 s")));
 }
 
 TEST(LoudnessChecks, TheToleranceItselfIsInside)
@@ -99,11 +142,11 @@ TEST(LoudnessChecks, TheToleranceItselfIsInside)
     EXPECT_THAT(loudnessAt(targeting(-23), -25.0),
                 ElementsAre(loudness(Verdict::pass, "-25.0 LKFS")));
     EXPECT_THAT(loudnessAt(targeting(-23.1), -25.1),
-                ElementsAre(loudness(Verdict::pass, "-25.1 LKFS")));
+                ElementsAre(loudness(Verdict::pass, "-25.1 LKFS", nullptr, "-23.1 LKFS ± 2 LU")));
     LoudnessRule narrow = targeting(-24);
     narrow.toleranceLU = 0.5;
     EXPECT_THAT(loudnessAt(narrow, -23.5),
-                ElementsAre(loudness(Verdict::pass, "-23.5 LKFS", nullptr, "-24 LKFS ± 1 LU")));
+                ElementsAre(loudness(Verdict::pass, "-23.5 LKFS", nullptr, "-24 LKFS ± 0.5 LU")));
 }
 
 TEST(LoudnessChecks, OutsideTheToleranceTheFixIsTheGainToApply)
@@ -180,6 +223,19 @@ TEST(LoudnessChecks, APeakAboveTheRecommendationWarns)
                     "-2 to -10 dBTP, -6 dBTP recommended",
                     "Accepted under the -2 dBTP ceiling. The platform recommends -6 dBTP, which "
                     "downstream digital destinations accept too.")));
+}
+
+TEST(LoudnessChecks, FiguresOfAPairOfTracksSaySo)
+{
+    Profile profile = bareProfile();
+    profile.loudness = peaking(-2, {}, -23);
+    MediaInfo media = measuredSpot();
+    media.audio->tracks = std::vector<AudioTrackInfo>(2, {u"pcm_s24le"_s, 48'000, 1, {}, {}});
+    media.signal->integratedLKFS = -20;
+    media.signal->truePeakDb = -3;
+    const Rows rows = rowsOf(checkLoudness, profile, media);
+    EXPECT_EQ(rows.at(0).measured, u"-20.0 LKFS (+3.0 LU off target), tracks 1 and 2"_s);
+    EXPECT_EQ(rows.at(1).measured, u"-3.0 dBTP, tracks 1 and 2"_s);
 }
 
 TEST(LoudnessChecks, SilenceOverTheLimitFails)

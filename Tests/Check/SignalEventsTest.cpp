@@ -73,9 +73,11 @@ std::vector<QString> textsOf(const std::vector<SignalEvent>& events)
     return texts;
 }
 
-QString deadText(const std::vector<ChannelLevel>& levels)
+QString deadText(const std::vector<ChannelLevel>& levels, const std::optional<QString>& layout = {})
 {
     MediaInfo media = measuredSpot();
+    media.audio->channels = static_cast<int>(levels.size());
+    media.audio->channelLayout = layout;
     media.signal->channelLevels = levels;
     return events(media, 0).at(0).text;
 }
@@ -210,6 +212,20 @@ TEST(SignalEvents, DeadChannelsAreNamed)
     EXPECT_EQ(deadText({{}, {-20, -3, {}}}), u"Silent left channel for the whole file"_s);
     EXPECT_EQ(deadText({{}, {}, {}, {-20, -3, {}}}),
               u"Silent left, right, channel 3 channel for the whole file"_s);
+    EXPECT_EQ(
+        deadText({{}, {-20, -3, {}}, {-20, -3, {}}, {}, {-20, -3, {}}, {-20, -3, {}}}, u"5.1"_s),
+        u"Silent left channel for the whole file"_s)
+        << "an LFE may be silent";
+}
+
+TEST(SignalEvents, ALostChannelIsFoundWhereItStops)
+{
+    MediaInfo media = measuredSpot();
+    media.signal->channelLevels = {{-20, -3, {}}, {-25, -3, {}}};
+    media.signal->lostChannels = {{1, 2.48}};
+    EXPECT_THAT(events(media, 0),
+                ElementsAre(event("deadChannel-62-0", Kind::deadChannel, 62, {}, Verdict::warn,
+                                  "Lost right channel: silent from here on while the rest play")));
 }
 
 TEST(SignalEvents, EventsStandInTheOrderOfFramesAndThenOfSubjects)

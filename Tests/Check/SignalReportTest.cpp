@@ -55,6 +55,18 @@ TEST(SignalReport, RowsStandInAFixedOrder)
                             u"stereo-phase"_s, u"channel-levels"_s, u"bits-in-use"_s));
 }
 
+TEST(SignalReport, TracksAndSyncStandLast)
+{
+    MediaInfo media = cleanSpot();
+    media.audio->streamCount = 2;
+    media.signal->pictureEnd = 30;
+    media.signal->soundEnd = 32;
+    const auto ids = idsOf(section(media, 0)->checks);
+    ASSERT_GE(ids.size(), 2U);
+    EXPECT_EQ(ids[ids.size() - 2], u"audio-tracks"_s);
+    EXPECT_EQ(ids.back(), u"sync"_s);
+}
+
 TEST(SignalReport, WithoutAnyOfItsMeasurementsThereIsNoSection)
 {
     EXPECT_EQ(section(hdSpot(), 0), std::nullopt);

@@ -64,6 +64,16 @@ TEST(SlateAudio, SoundUnderTheLeaderFails)
               slateAudio(Verdict::fail, "sound from 0.10 s, under the leader", quiet, fix));
 }
 
+TEST(SlateAudio, AFileWithoutAnySoundHasNoFirstSound)
+{
+    Slated file;
+    file.signal.headSilenceSeconds = 37;
+    file.signal.audioIslands.emplace();
+    EXPECT_EQ(slateAudioRow(file.facts()), slateAudio(Verdict::pass, "no sound", quiet));
+    file.signal.headSilenceSeconds = 4; // all of a file that ends within its leader
+    EXPECT_EQ(slateAudioRow(file.facts()), slateAudio(Verdict::pass, "no sound", quiet));
+}
+
 TEST(SlateAudio, APopWhereNobodyAllowsItWarns)
 {
     Slated file = popped();

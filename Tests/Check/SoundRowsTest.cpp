@@ -111,6 +111,25 @@ TEST(PhaseRow, ANegativeAverageWarns)
                           invertedFix));
 }
 
+TEST(PhaseRow, AnAverageJustBelowZeroWithoutInversionIsWideStereo)
+{
+    EXPECT_EQ(graded(correlated(-0.05, -0.25)),
+              stereoPhase(Verdict::info, "wide stereo (correlation -0.05 average, lowest "
+                                         "half-second -0.25)"));
+    EXPECT_EQ(graded(correlated(-0.1, -0.25)).verdict, Verdict::info);
+    EXPECT_EQ(graded(correlated(-0.101, -0.25)).verdict, Verdict::warn);
+    EXPECT_EQ(graded(correlated(-0.05, -0.5, {{1, 2}})).verdict, Verdict::warn);
+}
+
+TEST(PhaseRow, OfSixChannelsInNoKnownOrderSaysSo)
+{
+    MediaInfo media = withPhase(correlated(0.5, 0.25));
+    media.audio->channels = 6;
+    EXPECT_TRUE(phaseRow(media)->measured.endsWith(u"), order assumed"_s));
+    media.audio->channelLayout = u"5.1"_s;
+    EXPECT_FALSE(phaseRow(media)->measured.contains(u"assumed"_s));
+}
+
 TEST(PhaseRow, ThreeInvertedPassagesAreListedAndTheRestCounted)
 {
     std::vector<TimeSpan> runs{{1, 2}};
@@ -165,11 +184,38 @@ TEST(ChannelLevelsRow, ASilentChannelBesideOthersWarns)
                             "silent)",
                             oneSidedFix));
     EXPECT_EQ(channelsOf(
-                  {{-20, {}, {}}, {-98.9, {}, {}}, {-20, {}, {}}, {}, {-30, {}, {}}, {-60, {}, {}}},
+                  {{-20, {}, {}}, {-98.9, {}, {}}, {}, {-40, {}, {}}, {-30, {}, {}}, {-60, {}, {}}},
                   u"5.1"_s)
                   .measured,
-              u"R, LFE silent for the whole file while the rest play (L -20.0 dBFS RMS, R -98.9 "
-              u"dBFS RMS, C -20.0 dBFS RMS, LFE ?, Ls -30.0 dBFS RMS, Rs -60.0 dBFS RMS)"_s);
+              u"R, C silent for the whole file while the rest play (L -20.0 dBFS RMS, R -98.9 "
+              u"dBFS RMS, C ?, LFE -40.0 dBFS RMS, Ls -30.0 dBFS RMS, Rs -60.0 dBFS RMS)"_s);
+}
+
+TEST(ChannelLevelsRow, AnLFEMayBeSilent)
+{
+    const ChannelLevel plays{-20, {}, {}};
+    for (const auto& rests : {ChannelLevel{-99, {}, {}}, ChannelLevel{-65, {}, {}}, ChannelLevel()})
+        EXPECT_EQ(channelsOf({plays, plays, plays, rests, plays, plays}, u"5.1"_s),
+                  channelLevels(Verdict::pass, "L -20.0 dBFS RMS, R -20.0 dBFS RMS, C -20.0 dBFS "
+                                               "RMS, LFE silent, Ls -20.0 dBFS RMS, Rs -20.0 dBFS "
+                                               "RMS"));
+}
+
+TEST(ChannelLevelsRow, SixOrEightChannelsWithoutALayoutHaveAnAssumedOrder)
+{
+    const ChannelLevel plays{-20, {}, {}};
+    const ChannelLevel rests{-99, {}, {}};
+    EXPECT_EQ(channelsOf({plays, plays, plays, rests, plays, plays}),
+              channelLevels(Verdict::pass, "L -20.0 dBFS RMS, R -20.0 dBFS RMS, C -20.0 dBFS RMS, "
+                                           "LFE silent, Ls -20.0 dBFS RMS, Rs -20.0 dBFS RMS, "
+                                           "order assumed"));
+    const auto eight = channelsOf({plays, rests, plays, rests, plays, plays, plays, plays});
+    EXPECT_EQ(eight.verdict, Verdict::warn);
+    EXPECT_TRUE(eight.measured.startsWith(u"R silent for the whole file"_s));
+    EXPECT_TRUE(eight.measured.endsWith(u"), order assumed"_s));
+    EXPECT_FALSE(channelsOf({plays, plays, plays}).measured.contains(u"assumed"_s));
+    EXPECT_FALSE(channelsOf({plays, plays, plays, plays, plays, plays}, u"hexagonal"_s)
+                     .measured.contains(u"assumed"_s));
 }
 
 TEST(ChannelLevelsRow, AFileWithoutAnySoundHasNoDeadChannel)
@@ -184,6 +230,27 @@ TEST(ChannelLevelsRow, AQuietFileHasNoDeadChannelEither)
 {
     EXPECT_EQ(channelsOf({{-45, {}, {}}, {-70, {}, {}}}),
               channelLevels(Verdict::pass, "L -45.0 dBFS RMS, R -70.0 dBFS RMS"));
+}
+
+TEST(ChannelLevelsRow, AChannelThatIsLostOnTheWayWarnsWithItsPlace)
+{
+    MediaInfo media = withChannels({{-20, {}, {}}, {-23, {}, {}}});
+    media.signal->lostChannels = {{1, 2.48}};
+    EXPECT_EQ(channelLevelsRow(media),
+              channelLevels(Verdict::warn, "right lost from 00:00:02:12",
+                            "The channel stops while the others go on. Check the track on the "
+                            "timeline from there on, and the export's channel mapping."));
+}
+
+TEST(ChannelLevelsRow, OfALossWhatIsKnownBetterIsSaid)
+{
+    const ChannelLevel plays{-20, {}, {}};
+    MediaInfo media = withChannels({plays, {-70, {}, {}}, plays, plays, plays, plays}, u"5.1"_s);
+    media.signal->lostChannels = {{1, 2}, {3, 2}, {4, 4}};
+    EXPECT_TRUE(channelLevelsRow(media)->measured.startsWith(
+        u"R silent for the whole file while the rest play ("_s));
+    EXPECT_TRUE(channelLevelsRow(media)->measured.endsWith(u"); Ls lost from 00:00:04:00"_s))
+        << "and an LFE may stop";
 }
 
 TEST(ChannelLevelsRow, AChannelBeyondTheNamesIsCalledByItsNumber)

@@ -27,8 +27,9 @@ struct ExpectedRow {
     QString id;
     Verdict verdict = Verdict::info;
     QString measured;
+    std::optional<QString> expected; ///< The row's own expectation, where it matters.
 
-    VANTROQUE_RECORD(ExpectedRow, section, id, verdict, measured)
+    VANTROQUE_RECORD(ExpectedRow, section, id, verdict, measured, expected)
 };
 
 struct ExpectedEvent {
@@ -138,9 +139,11 @@ QString verdictText(Verdict verdict)
     return QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()));
 }
 
-QString line(const QString& section, const QString& id, Verdict verdict, const QString& measured)
+QString line(const QString& section, const QString& id, Verdict verdict, const QString& measured,
+             const QString& expected = {})
 {
-    return u"%1 / %2: %3: %4"_s.arg(section, id, verdictText(verdict), measured);
+    return u"%1 / %2: %3: %4"_s.arg(section, id, verdictText(verdict), measured)
+           + (expected.isEmpty() ? QString() : u" (asked for: %1)"_s.arg(expected));
 }
 
 /// For an `ExpectedEvent` as for a `SignalEvent`.
@@ -179,7 +182,8 @@ QString found(const FileReport& report, const ExpectedRow& expected)
             if (section.profileID == expected.section && row.id == expected.id)
                 return line(section.profileID, row.id, row.verdict,
                             matches(row.measured, expected.measured) ? expected.measured
-                                                                     : row.measured);
+                                                                     : row.measured,
+                            expected.expected ? row.expected : u""_s);
     return u"%1 / %2: no such row"_s.arg(expected.section, expected.id);
 }
 
@@ -213,7 +217,8 @@ void expectReport(const fs::path& file, const Profile& profile, const ExpectedRe
     ASSERT_TRUE(analysis) << analysis.error().description.toStdString();
     const FileReport& report = analysis->report;
     for (const ExpectedRow& row : expected.rows)
-        EXPECT_EQ(found(report, row), line(row.section, row.id, row.verdict, row.measured));
+        EXPECT_EQ(found(report, row), line(row.section, row.id, row.verdict, row.measured,
+                                           row.expected.value_or(u""_s)));
     EXPECT_EQ(unnamedProblems(report, expected.rows).join(u'\n'), u""_s);
     ASSERT_TRUE(report.events);
     EXPECT_EQ(lines(*report.events).join(u'\n'), lines(expected.events).join(u'\n'));

@@ -42,18 +42,36 @@ extension=mov
 # Sound: one expression of the time `t` a channel, joined with "|". Empty for none.
 sound=
 layout=stereo
+later=0  # Seconds from the first frame to the sound.
+longer=0 # Seconds of sound more than of picture.
+codecs="-c:v ffv1 -c:a pcm_s24le"
 
 # A clip of these pictures and this sound, equally long.
 clip() {
     local seconds audio=()
-    seconds=$(awk "BEGIN { printf \"%.6f\", $frames / ($rate) }")
+    seconds=$(awk "BEGIN { printf \"%.6f\", $frames / ($rate) + ($longer) }")
     if [[ -n $sound ]]; then
-        audio=(-f lavfi -i "aevalsrc=exprs='$sound':s=48000:c=$layout:d=$seconds" -c:a pcm_s24le)
+        audio=(-itsoffset "$later" -f lavfi
+            -i "aevalsrc=exprs='$sound':s=48000:c=$layout:d=$seconds")
     fi
     ffmpeg -v error -nostdin -y \
         -f lavfi -i "color=black:s=192x108:r=$rate,format=$pixels,
             geq=lum='$luma':cb='$cb':cr='$cr',$filters,trim=end_frame=$frames" \
-        "${audio[@]}" -c:v ffv1 $tags "$out/$1.$extension"
+        "${audio[@]}" $codecs $tags "$out/$1.$extension"
+}
+
+# The sound of a clip, a stream for each channel.
+streams() {
+    local channels=$(($(tr -cd '|' <<<"$sound" | wc -c) + 1)) maps=() split="" i
+    for ((i = 0; i < channels; ++i)); do
+        split+=";[s$i]pan=mono|c0=c${i}[t$i]"
+        maps+=(-map "[t$i]")
+    done
+    split="[0:a]asplit=$channels$(printf '[s%d]' $(seq 0 $((channels - 1))))$split"
+    clip whole
+    ffmpeg -v error -nostdin -y -i "$out/whole.$extension" -filter_complex "$split" \
+        -map 0:v "${maps[@]}" -c:v copy -c:a pcm_s24le "$out/$1.$extension"
+    rm "$out/whole.$extension"
 }
 
 # Sound alone, of some seconds.

@@ -65,6 +65,17 @@ TEST(Sound, TheFirstStreamIsDescribedAndAllAreCounted)
     EXPECT_EQ(audio.durationSeconds, 1.0);
 }
 
+TEST(Sound, OfSeveralStreamsEachIsListed)
+{
+    const auto audio = probedAudio(Clips::twoSounds());
+    ASSERT_TRUE(audio.tracks);
+    ASSERT_EQ(audio.tracks->size(), 2U);
+    EXPECT_EQ(audio.tracks->at(0).channels, 2);
+    EXPECT_EQ(audio.tracks->at(0).codec, audio.rawCodecName);
+    EXPECT_EQ(audio.tracks->at(0).durationSeconds, 1.0);
+    EXPECT_EQ(probedAudio(Clips::wav()).tracks, std::nullopt);
+}
+
 TEST(Sound, APictureWithoutSoundHasNone)
 {
     EXPECT_EQ(probed(Clips::tenBit()).audio, std::nullopt);

@@ -82,16 +82,12 @@ TEST(LoudnessTarget, DifferentTargetsAreListedOnceAndAscending)
     EXPECT_EQ(target.caption(), u"targets -24 and -16"_s);
 }
 
-TEST(LoudnessTarget, TargetsThatPrintAlikeStayDifferent)
+TEST(LoudnessTarget, CaptionsKeepTheDecimalsThatAProfileGives)
 {
-    const auto target = LoudnessTarget::across({withTarget(-23), withTarget(-23.1)});
-    EXPECT_EQ(target.caption(), u"targets -23 and -23"_s);
-}
-
-TEST(LoudnessTarget, CaptionsRoundTiesAwayFromZero)
-{
-    EXPECT_EQ(LoudnessTarget::across({withTarget(-22.5, 0.5)}).caption(), u"target -23 ± 1"_s);
-    EXPECT_EQ(LoudnessTarget::across({withTarget(-23, 0.2)}).caption(), u"target -23 ± 0"_s);
+    EXPECT_EQ(LoudnessTarget::across({withTarget(-22.5, 0.5)}).caption(), u"target -22.5 ± 0.5"_s);
+    EXPECT_EQ(LoudnessTarget::across({withTarget(-23, 0.2)}).caption(), u"target -23 ± 0.2"_s);
+    EXPECT_EQ(LoudnessTarget::across({withTarget(-23), withTarget(-23.1)}).caption(),
+              u"targets -23.1 and -23"_s);
 }
 
 TEST(TruePeakRule, WithoutProfilesThereIsNoLimit)
@@ -137,10 +133,11 @@ TEST(TruePeakRule, BothLimitsAreInside)
     EXPECT_TRUE((TruePeakRule{{}, -2}).allows(-60));
 }
 
-TEST(TruePeakRule, ACeilingThatPrintsAsZeroHasNoMinusSign)
+TEST(TruePeakRule, CaptionsKeepTheDecimalsThatAProfileGives)
 {
-    EXPECT_EQ((TruePeakRule{{}, -0.2}).caption(), u"ceiling 0"_s);
-    EXPECT_EQ((TruePeakRule{-2.5, -0.4}).caption(), u"window -3 to 0"_s);
+    EXPECT_EQ((TruePeakRule{{}, -0.2}).caption(), u"ceiling -0.2"_s);
+    EXPECT_EQ((TruePeakRule{-2.5, -0.4}).caption(), u"window -2.5 to -0.4"_s);
+    EXPECT_EQ((TruePeakRule{{}, -0.0}).caption(), u"ceiling 0"_s);
 }
 
 } // namespace

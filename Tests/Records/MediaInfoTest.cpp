@@ -25,6 +25,38 @@ MediaInfo withVideo(const QString& codec, const std::optional<QString>& proresPr
 
 } // namespace
 
+TEST(AudioStreams, SingleChannelsInARowArePairs)
+{
+    const auto groups = [](const std::vector<int>& channels) {
+        AudioStreamInfo audio;
+        audio.channels = channels.front();
+        audio.tracks.emplace();
+        for (const int count : channels)
+            audio.tracks->push_back({u"pcm_s24le"_s, 48'000, count, {}, {}});
+        return audio.trackGroups();
+    };
+    using Groups = std::vector<TrackGroup>;
+    EXPECT_EQ(groups({1, 1}), (Groups{{0, 2}}));
+    EXPECT_EQ(groups({1, 1, 1, 1, 2}), (Groups{{0, 2}, {2, 2}, {4, 1}}));
+    EXPECT_EQ(groups({2, 1, 1, 1}), (Groups{{0, 1}, {1, 2}, {3, 1}}));
+    EXPECT_EQ(groups({1, 2, 1}), (Groups{{0, 1}, {1, 1}, {2, 1}}));
+    EXPECT_EQ(AudioStreamInfo().trackGroups(), (Groups{{0, 1}}));
+}
+
+TEST(AudioStreams, OnlyTheFirstTwoOfOneRateAreThePairThatIsGraded)
+{
+    AudioStreamInfo audio;
+    audio.channels = 1;
+    audio.tracks = {{u"pcm"_s, 48'000, 1, {}, {}}, {u"pcm"_s, 48'000, 1, {}, {}}};
+    EXPECT_TRUE(audio.isPair());
+    EXPECT_EQ(audio.measuredChannels(), 2);
+    EXPECT_EQ(audio.measuredLayout(), u"stereo"_s);
+    audio.tracks->back().sampleRate = 44'100;
+    EXPECT_FALSE(audio.isPair());
+    EXPECT_EQ(audio.measuredChannels(), 1);
+    EXPECT_EQ(audio.measuredLayout(), std::nullopt);
+}
+
 TEST(MediaInfo, TheSummaryHasSizeDurationPictureAndCodec)
 {
     EXPECT_EQ(withVideo(u"h264"_s).summaryLine(), u"1.2 MB · 30.3s · 1920x1080 · H264"_s);

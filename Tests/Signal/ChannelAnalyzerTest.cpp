@@ -48,6 +48,17 @@ TEST(ChannelNames, AreNumbersWhereNoLayoutIsKnown)
     EXPECT_THAT(ChannelNames::names({}, 0), ElementsAre(u"1"_s));
 }
 
+TEST(ChannelNames, OfSixAndEightChannelsAreAssumedWithoutALayout)
+{
+    EXPECT_EQ(ChannelNames::names({}, 6), ChannelNames::names(u"5.1"_s, 6));
+    EXPECT_EQ(ChannelNames::names(u"unknown"_s, 8), ChannelNames::names(u"7.1"_s, 8));
+    EXPECT_TRUE(ChannelNames::areAssumed({}, 6));
+    EXPECT_TRUE(ChannelNames::areAssumed(u""_s, 8));
+    EXPECT_FALSE(ChannelNames::areAssumed(u"5.1"_s, 6));
+    EXPECT_FALSE(ChannelNames::areAssumed({}, 2));
+    EXPECT_FALSE(ChannelNames::areAssumed({}, 7));
+}
+
 TEST(DeadChannels, AreSilentWhileOthersPlay)
 {
     EXPECT_THAT(dead({-20, -70}), ElementsAre(1));
@@ -65,6 +76,47 @@ TEST(DeadChannels, NoneStandsOutInAQuietFile)
 TEST(DeadChannels, OneAtMinus60IsNotDead)
 {
     EXPECT_THAT(dead({-20, -60, -60.1}), ElementsAre(2));
+}
+
+TEST(LostChannels, AreSilentToTheEndWhileOthersGoOn)
+{
+    std::vector<std::vector<float>> rms{std::vector<float>(100, -20), std::vector<float>(100, -20)};
+    EXPECT_THAT(ChannelAnalyzer::lostChannels(rms, 10), IsEmpty());
+    std::fill(rms[1].begin() + 25, rms[1].end(), -99.0F);
+    EXPECT_THAT(ChannelAnalyzer::lostChannels(rms, 10), ElementsAre(LostChannel{1, 2.5}));
+    rms[1][60] = -59;
+    EXPECT_THAT(ChannelAnalyzer::lostChannels(rms, 10), ElementsAre(LostChannel{1, 6.1}))
+        << "it came back";
+    rms[1][99] = -60;
+    EXPECT_THAT(ChannelAnalyzer::lostChannels(rms, 10), IsEmpty()) << "at the end too";
+}
+
+TEST(LostChannels, StopInsideAWindowByItsEnergy)
+{
+    std::vector<std::vector<float>> rms{std::vector<float>(100, -20), std::vector<float>(100, -20)};
+    std::fill(rms[1].begin() + 25, rms[1].end(), -99.0F);
+    rms[1][24] = -26.9897F; // a fifth of the energy
+    const auto lost = ChannelAnalyzer::lostChannels(rms, 10);
+    ASSERT_EQ(lost.size(), 1U);
+    EXPECT_NEAR(lost[0].start, 2.42, 1e-6);
+}
+
+TEST(LostChannels, NeedTwoSecondsInWhichAnotherPlays)
+{
+    std::vector<std::vector<float>> rms{std::vector<float>(30, -39), std::vector<float>(30, -20)};
+    std::fill(rms[1].begin() + 10, rms[1].end(), -60.1F);
+    EXPECT_THAT(ChannelAnalyzer::lostChannels(rms, 10), ElementsAre(LostChannel{1, 1}));
+    rms[0].back() = -40;
+    EXPECT_THAT(ChannelAnalyzer::lostChannels(rms, 10), IsEmpty());
+}
+
+TEST(LostChannels, AChannelThatNeverPlayedIsNotLost)
+{
+    EXPECT_THAT(ChannelAnalyzer::lostChannels(
+                    {std::vector<float>(100, -20), std::vector<float>(100, -61)}, 10),
+                IsEmpty());
+    EXPECT_THAT(ChannelAnalyzer::lostChannels({}, 10), IsEmpty());
+    EXPECT_THAT(ChannelAnalyzer::lostChannels({{-20}, {}}, 10), IsEmpty());
 }
 
 } // namespace vantroque

@@ -29,7 +29,7 @@ SignalInfo measured(const std::string& text, const MediaInfo& media,
                     const SideOutputs& outputs = {})
 {
     const SignalLog log = decoding(text);
-    SignalInfo info = parse(log, media.durationSeconds);
+    SignalInfo info = parse(log, media.durationSeconds, media.audio);
     extend(info, log, media, outputs);
     return info;
 }
@@ -134,6 +134,38 @@ TEST(Loudness, WhatDoesNotConvertIsAbsent)
     EXPECT_EQ(info.integratedLKFS, std::nullopt);
     EXPECT_EQ(info.loudnessRangeLU, std::nullopt);
     EXPECT_EQ(info.truePeakDb, std::nullopt);
+}
+
+TEST(Loudness, OfFurtherTracksStandsUnderTheirOwnNames)
+{
+    const std::string sums =
+        "[ebur128@track5 @ 0x1] Summary:\n\n    I: -18.0 LUFS\n  True peak:\n    Peak: -3.0 dBFS\n"
+        "[Parsed_ebur128_7 @ 0x2] Summary:\n\n    I: -23.0 LUFS\n  True peak:\n    Peak: -9.0 "
+        "dBFS\n"
+        "[ebur128@track3 @ 0x3] Summary:\n\n    I: -70.0 LUFS\n  True peak:\n    Peak: -inf dBFS\n"
+        "[ebur128@trackx @ 0x4] Summary:\n\n    I: -1.0 LUFS\n"
+        "[Parsed_astats_1 @ 0x5] Channel: 1\n";
+    MediaInfo media = sound(2);
+    const AudioTrackInfo mono{u"pcm_s24le"_s, 48'000, 1, {}, {}};
+    const AudioTrackInfo stereo{u"pcm_s24le"_s, 48'000, 2, {}, {}};
+    media.audio->tracks = {stereo, mono, mono, mono, mono, stereo};
+    EXPECT_THAT(*measured(sums, media).audioTracks, IsEmpty()) << "none begins with track 3 or 5";
+    media.audio->tracks = {mono, mono, mono, mono, stereo};
+    const SignalInfo info = measured(sums, media);
+    EXPECT_EQ(info.integratedLKFS, -23);
+    EXPECT_EQ(info.truePeakDb, -9);
+    EXPECT_THAT(*info.audioTracks,
+                ElementsAre(TrackLoudness{2, 2, -70, -99}, TrackLoudness{4, 1, -18, -3}));
+    EXPECT_EQ(measured(sums, sound(2)).audioTracks, std::nullopt);
+}
+
+TEST(Loudness, AForgedSumOfATrackAheadOfDecodingDoesNotCount)
+{
+    const SignalLog log("[ebur128@track3 @ 0x1] Summary:\n    I: -5.0 LUFS\nStream mapping:\n"
+                        "Input #0, mov, from 'x':\n  Metadata:\n    title: x\n"
+                        "[ebur128@track3 @ 0x1] Summary:\n    I: -6.0 LUFS\n  Stream #0:0\n");
+    EXPECT_EQ(log.summaryOf(3), "");
+    EXPECT_FALSE(log.hasSummary());
 }
 
 TEST(Silence, OpenAtTheEndCountsUpToTheEnd)
@@ -401,6 +433,28 @@ TEST(SoundMeasurements, LevelsAreThoseOfTheFirstBlocks)
     EXPECT_EQ(measured(log, sound(1)).channelLevels->size(), 1U);
     EXPECT_EQ(measured(log, sound(0)).channelLevels->size(), 1U);
     EXPECT_EQ(measured("", sound(2)).channelLevels, std::nullopt);
+}
+
+TEST(SoundMeasurements, TheEndFollowsFromTheSizeOfWhatWasPutOut)
+{
+    const auto end = [](const std::string& kilobytes, int channels) {
+        std::string log;
+        for (int i = 0; i < 3; ++i) {
+            log += "[Parsed_ametadata_3 @ 0x1] frame:0 pts:0 pts_time:"
+                   + Numbers::fixed(0.5 + 0.1 * i, 1).toStdString() + "\n";
+            for (int channel = 1; channel <= channels; ++channel)
+                log += windows(channel, 1, "-20");
+        }
+        return measured(log + "video:248kB audio:" + kilobytes + "kB subtitle:0kB\n",
+                        sound(channels))
+            .soundEnd.value_or(0);
+    };
+    // Levels and phase are 3 windows of 4800 stereo samples each, the sound is 0.25 s.
+    EXPECT_NEAR(end("159", 2), 0.75, 0.003);
+    EXPECT_NEAR(end("52", 1), 0.75, 0.006);
+    EXPECT_DOUBLE_EQ(end("169", 2), 0.8) << "whole windows";
+    EXPECT_DOUBLE_EQ(end("9999", 2), 0.8) << "something else was put out too";
+    EXPECT_DOUBLE_EQ(end("", 2), 0.8);
 }
 
 TEST(SoundMeasurements, TheSeriesOfAnHourIsThinnedOutFourTimes)

@@ -156,6 +156,52 @@ TEST(SignalPlan, MonoHasNoPhase)
     EXPECT_THAT(plan(spot).arguments(), Not(testing::Contains("[phaseout]")));
 }
 
+TEST(SignalPlan, TwoSingleChannelsAheadAreJoinedAndFurtherStreamsOnlySummedUp)
+{
+    MediaInfo master = media();
+    master.audio->channels = 1;
+    const AudioTrackInfo mono{u"pcm_s24le"_s, 48'000, 1, {}, {}};
+    const AudioTrackInfo stereo{u"pcm_s24le"_s, 48'000, 2, {}, {}};
+    master.audio->tracks = {mono, mono, mono, mono, stereo};
+    master.video.reset();
+    const std::string chains = stereoChains.substr(std::string("[0:a:0]").size());
+    EXPECT_EQ(plan(master).graph(),
+              "[0:a:0][0:a:1]join=inputs=2:channel_layout=stereo:map=0.0-FL|1.0-FR," + chains
+                  + ";[0:a:2][0:a:3]join=inputs=2:channel_layout=stereo:map=0.0-FL|1.0-FR,"
+                    "ebur128@track3=peak=true:framelog=verbose,anullsink"
+                    ";[0:a:4]ebur128@track5=peak=true:framelog=verbose,anullsink");
+    MediaInfo single = media();
+    single.video.reset();
+    EXPECT_EQ(plan(master).arguments().size(), plan(single).arguments().size());
+    SignalPlan less = plan(master);
+    less.leaveOutFurtherTracks();
+    EXPECT_THAT(less.graph(), Not(HasSubstr("track")));
+}
+
+TEST(SignalPlan, TheShorterOfAPairIsFilledUp)
+{
+    MediaInfo master = media();
+    const AudioTrackInfo whole{u"pcm_s24le"_s, 48'000, 1, {}, 30};
+    master.audio->tracks = {whole, {u"pcm_s24le"_s, 48'000, 1, {}, 12.5}};
+    master.video.reset();
+    EXPECT_THAT(plan(master).graph(),
+                testing::StartsWith("[0:a:1]apad=whole_dur=30.000000[filled1];[0:a:0][filled1]"
+                                    "join=inputs=2:"));
+    master.audio->tracks = {whole, {u"pcm_s24le"_s, 48'000, 1, {}, 30.01}};
+    EXPECT_THAT(plan(master).graph(), Not(HasSubstr("apad")));
+}
+
+TEST(SignalPlan, StreamsThatHaveNoLoudnessAreNotAskedForOne)
+{
+    MediaInfo file = media();
+    const AudioTrackInfo stereo{u"aac"_s, 48'000, 2, {}, {}};
+    file.audio->tracks = {
+        stereo, {u"unknown"_s, 0, 0, {}, {}}, {u"pcm_s16le"_s, 48'000, 11, {}, {}}};
+    EXPECT_THAT(plan(file).graph(), Not(HasSubstr("track")));
+    file.audio->tracks->insert(file.audio->tracks->end(), 1000, stereo);
+    EXPECT_THAT(plan(file).graph(), Not(HasSubstr("@track900=")));
+}
+
 TEST(SignalPlan, SoundAloneHasChainsOfSoundAlone)
 {
     MediaInfo sound = media();

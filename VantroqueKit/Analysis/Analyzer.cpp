@@ -225,7 +225,7 @@ void measureLeaderToneIfNeeded(MediaInfo& media, const std::vector<Profile>& pro
     constexpr double shortestWindow = 0.03;
     const auto pop =
         SignalAnalyzer::measurePop(media.url, island->start + signal.pictureStart.value_or(0),
-                                   std::max(island->duration(), shortestWindow));
+                                   std::max(island->duration(), shortestWindow), media.audio);
     signal.leaderToneHz = pop.centroidHz;
     signal.leaderPopPeakDb = pop.peakDb;
 }

@@ -87,6 +87,17 @@ QString fixed(double value, int decimals)
     return isZero && printed.startsWith(u'-') ? printed.mid(1) : printed;
 }
 
+QString given(double limit, int decimals)
+{
+    std::array<char, 340> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), limit, std::chars_format::fixed).ptr;
+    const auto point = std::find(text.data(), end, '.');
+    const auto own = point == end ? 0 : static_cast<int>(end - point - 1);
+    constexpr auto most = static_cast<int>(powersOfTen.size()) - 1;
+    return fixed(limit, std::clamp(own, decimals, std::max(decimals, most)));
+}
+
 QString signedFixed(double value, int decimals)
 {
     const QString printed = fixed(value, decimals);

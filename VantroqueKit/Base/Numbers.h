@@ -22,6 +22,9 @@ std::int64_t truncatedToInt(double value);
 
 /// "%.{decimals}f". What prints as zero has no minus sign.
 QString fixed(double value, int decimals);
+/// A limit as somebody gave it: with that many decimals, or with as many more as it has, so that
+/// 0.5 never reads as 1.
+QString given(double limit, int decimals);
 /// "%+.{decimals}f". What prints as zero is "+0".
 QString signedFixed(double value, int decimals);
 /// A whole number for a tool's argument.

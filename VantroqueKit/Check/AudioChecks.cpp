@@ -4,6 +4,9 @@
 #include "Check/CheckTexts.h"
 #include "Check/Checker.h"
 #include "Check/Matching.h"
+#include "Check/SignalChecks.h"
+
+#include <algorithm>
 
 namespace vantroque::Checker {
 
@@ -51,10 +54,11 @@ CheckResult sampleRateRow(const AudioRule& rule, const AudioStreamInfo& audio)
 std::optional<CheckResult> channelsRow(const AudioRule& rule, const AudioStreamInfo& audio)
 {
     const CheckRow row{u"channels"_s, u"Audio channels"_s, {}};
-    const QString measured = channelName(audio.channels);
+    const int channels = audio.measuredChannels();
+    const QString measured = channelName(channels) + SignalChecks::channelRemark(audio);
     if (const auto& options = rule.channelOptions) {
         const CheckRow listed = row.expecting(Text::joined(*options, u", "_s, channelName));
-        if (contains(*options, audio.channels))
+        if (contains(*options, channels))
             return listed.pass(measured);
         return listed.fail(measured,
                            u"Deliver one of the accepted channel layouts. Track order matters: "
@@ -63,7 +67,7 @@ std::optional<CheckResult> channelsRow(const AudioRule& rule, const AudioStreamI
     if (!rule.channels)
         return std::nullopt;
     const CheckRow exact = row.expecting(channelName(*rule.channels));
-    if (audio.channels == *rule.channels)
+    if (channels == *rule.channels)
         return exact.pass(measured);
     if (*rule.channels == 2)
         return exact.fail(measured,
@@ -96,8 +100,41 @@ CheckResult bitrateRow(int min, const std::optional<double>& actual)
                               u"PCM."_s.arg(number(min)));
 }
 
-std::optional<CheckResult> streamsRow(const std::optional<int>& maxStreams, int count)
+bool takes(const AudioRule& rule, int channels)
 {
+    if (rule.channelOptions)
+        return contains(*rule.channelOptions, channels);
+    return !rule.channels || *rule.channels == channels;
+}
+
+/// How to get a file of one stream that the profile takes: of two that are a pair, or of the first
+/// with its number of channels.
+QString stripFix(const AudioRule& rule, const AudioStreamInfo& audio, const QString& picture)
+{
+    if (audio.isPair() && takes(rule, 2))
+        return u"Strip the extra audio tracks (in ffmpeg: -filter_complex \"[0:a:0][0:a:1]join="
+               u"inputs=2:channel_layout=stereo[a]\" %1-map \"[a]\"). Only tracks 1 and 2 were "
+               u"graded, as left and right."_s.arg(picture);
+    int first = 0;
+    const auto tracks = audio.tracks.value_or(std::vector<AudioTrackInfo>());
+    const auto fits = std::ranges::find_if(
+        tracks, [&](const auto& track) { return takes(rule, track.channels); });
+    if (fits != tracks.end())
+        first = static_cast<int>(fits - tracks.begin());
+    return u"Strip the extra audio tracks (in ffmpeg: %1-map 0:a:%2). %3"_s.arg(
+        picture, number(first),
+        audio.isPair() ? u"Only tracks 1 and 2 were graded, as left and right."_s
+        : audio.tracks ? u"Only the first stream was graded."_s
+                       : u"Only the first stream was measured."_s);
+}
+
+std::optional<CheckResult> streamsRow(const AudioRule& rule, const MediaInfo& media)
+{
+    const auto& maxStreams = rule.maxStreams;
+    const int count = media.audio->streamCount;
+    const QString picture =
+        media.video ? u"-map 0:%1 "_s.arg(QString::fromStdString(media.video->specifier()))
+                    : QString();
     const int limit = maxStreams.value_or(1);
     const CheckRow row{u"audio-streams"_s, u"Audio streams"_s,
                        limit == 1 ? u"a single audio stream"_s
@@ -106,8 +143,23 @@ std::optional<CheckResult> streamsRow(const std::optional<int>& maxStreams, int 
     if (count <= limit)
         return maxStreams ? std::optional(row.pass(measured)) : std::nullopt;
     return row.outcome(maxStreams ? Verdict::fail : Verdict::warn, measured,
-                       u"Strip the extra audio tracks (in ffmpeg: -map 0:v:0 -map 0:a:0). Only the "
-                       u"first stream was measured."_s);
+                       stripFix(rule, *media.audio, picture));
+}
+
+struct CoveredLengths {
+    double sound = 0; ///< Seconds.
+    double picture = 0;
+};
+
+/// As the container gives them, or as far as the decode went where it does not.
+std::optional<CoveredLengths> coveredLengths(const MediaInfo& media)
+{
+    const double picture = media.video ? media.video->durationSeconds : media.durationSeconds;
+    if (media.audio->durationSeconds)
+        return CoveredLengths{*media.audio->durationSeconds, picture};
+    if (!media.signal || !media.signal->soundEnd)
+        return std::nullopt;
+    return CoveredLengths{*media.signal->soundEnd, media.signal->pictureEnd.value_or(picture)};
 }
 
 } // namespace
@@ -131,18 +183,18 @@ void checkAudio(const Profile& profile, const MediaInfo& media, Rows& rows)
         rows.push_back(bitDepthRow(*rule.bitDepths, audio));
     if (rule.minBitrateKbps && audio.codec != pcm)
         rows.push_back(bitrateRow(*rule.minBitrateKbps, audio.bitrateKbps));
-    if (const auto row = streamsRow(rule.maxStreams, audio.streamCount))
+    if (const auto row = streamsRow(rule, media))
         rows.push_back(*row);
 }
 
 void checkAudioCoverage(const Profile& profile, const MediaInfo& media, Rows& rows)
 {
-    if (!profile.audio || !media.audio || !media.audio->durationSeconds)
+    if (!profile.audio || !media.audio)
         return;
-    const double sound = *media.audio->durationSeconds;
-    const double picture = media.video ? media.video->durationSeconds : media.durationSeconds;
-    if (!Numbers::above(picture, 0.5) || sound <= 0)
+    const auto lengths = coveredLengths(media);
+    if (!lengths || !Numbers::above(lengths->picture, 0.5) || lengths->sound <= 0)
         return;
+    const auto [sound, picture] = *lengths;
     const CheckRow row{u"audio-coverage"_s, u"Audio coverage"_s,
                        u"audio running the full duration"_s};
     const double gap = picture - sound;

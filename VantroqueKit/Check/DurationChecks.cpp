@@ -12,9 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString wholeSeconds(double seconds)
+QString givenSeconds(double limit)
 {
-    return QString::number(Numbers::truncatedToInt(seconds));
+    return Numbers::given(limit, 0);
 }
 
 /// Whole seconds by the count of drop-frame time code.
@@ -107,9 +107,9 @@ void checkDuration(const Profile& profile, const MediaInfo& media, Rows& rows)
     const CheckRow row{u"duration"_s, u"Duration"_s, {}};
     if (rule.minSeconds && Numbers::below(length, *rule.minSeconds))
         rows.push_back(
-            row.expecting(u"≥ %1 s"_s.arg(wholeSeconds(*rule.minSeconds))).fail(measured));
+            row.expecting(u"≥ %1 s"_s.arg(givenSeconds(*rule.minSeconds))).fail(measured));
     if (rule.maxSeconds && Numbers::above(length, *rule.maxSeconds)) {
-        const QString limit = wholeSeconds(*rule.maxSeconds);
+        const QString limit = givenSeconds(*rule.maxSeconds);
         rows.push_back(row.expecting(u"≤ %1 s"_s.arg(limit))
                            .fail(measured, u"Trim to %1 seconds or shorter."_s.arg(limit)));
     }

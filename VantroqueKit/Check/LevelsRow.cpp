@@ -16,6 +16,11 @@ namespace {
 /// EBU R 103 with its usual tolerance, for files that no platform grades.
 const LevelsRule generalRule{u"EBU R 103"_s, 5, 1, 4};
 
+QString limitText(double limit)
+{
+    return Numbers::given(limit, Numbers::below(limit, 10) ? 1 : 0) + u" s"_s;
+}
+
 /// The first of the longest runs.
 std::optional<LevelRun> longest(const std::vector<LevelRun>& runs)
 {
@@ -40,9 +45,11 @@ public:
         // A gamut judged through an assumed matrix is no ground for rejection.
         note(u"RGB"_s, m_rgb, levels.matrixAssumed);
         const auto strict = longest(levels.strictRuns);
-        if (m_short.isEmpty() && strict)
+        if (m_short.isEmpty() && strict) {
+            m_isLongInTolerance = !Numbers::below(length(*strict), m_rule.rejectSeconds);
             m_short << u"beyond EBU R 103's preferred −1–103% on %1, inside its tolerance"_s.arg(
                 extent(*strict));
+        }
     }
 
     CheckResult row(const CheckRow& row, bool gate) const
@@ -70,7 +77,7 @@ private:
             return;
         const bool tooShort = Numbers::below(length(*run), m_rule.rejectSeconds);
         (tooShort || neverRejected ? m_short : m_rejected) << u"%1 beyond ±%2% on %3"_s.arg(
-            what, Numbers::fixed(m_rule.tolerancePercent, 0), extent(*run));
+            what, Numbers::given(m_rule.tolerancePercent, 0), extent(*run));
     }
 
     QString extent(const LevelRun& run) const
@@ -103,8 +110,11 @@ private:
             return u"Tag the export with its colour matrix (Rec.709 for HD) so the gamut can be "
                    u"judged against what the file was made with, and check the moment at %1 on a "
                    u"scope."_s.arg(timecode(m_rgb->start));
+        if (m_isLongInTolerance)
+            return u"Inside the tolerance, so nothing is refused for it. A legaliser or a "
+                   u"corrected graphic brings it inside the preferred range."_s;
         return u"Shorter than the %1 rejection window, but the same fix applies: a legaliser or a "
-               u"corrected graphic."_s.arg(seconds(m_rule.rejectSeconds));
+               u"corrected graphic."_s.arg(limitText(m_rule.rejectSeconds));
     }
 
     const PictureLevels& m_levels;
@@ -114,6 +124,7 @@ private:
     std::optional<LevelRun> m_rgb;
     QStringList m_rejected; ///< Out of limits for long enough to be refused.
     QStringList m_short;
+    bool m_isLongInTolerance = false; ///< All there is, and it lasts.
 };
 
 /// The same levels, but one part of the runs.
@@ -129,8 +140,8 @@ PictureLevels partOf(const PictureLevels& levels, double leaderEnd,
 QString expectedText(const LevelsRule& rule, bool gate)
 {
     return u"luma and RGB within 0–100% (%1 beyond %2% on more than %3% of the image for %4)"_s.arg(
-        gate ? u"rejected"_s : u"EBU R 103 rejects"_s, Numbers::fixed(rule.tolerancePercent, 0),
-        Numbers::fixed(rule.areaPercent, 0), seconds(rule.rejectSeconds));
+        gate ? u"rejected"_s : u"EBU R 103 rejects"_s, Numbers::given(rule.tolerancePercent, 0),
+        Numbers::given(rule.areaPercent, 0), limitText(rule.rejectSeconds));
 }
 
 } // namespace

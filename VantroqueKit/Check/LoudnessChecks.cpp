@@ -1,6 +1,7 @@
 #include "Base/Numbers.h"
 #include "Check/CheckRow.h"
 #include "Check/Checker.h"
+#include "Check/SignalChecks.h"
 
 #include <cmath>
 
@@ -10,9 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString whole(double value)
+QString given(double limit)
 {
-    return Numbers::fixed(value, 0);
+    return Numbers::given(limit, 0);
 }
 
 QString oneDecimal(double value)
@@ -22,8 +23,8 @@ QString oneDecimal(double value)
 
 QString normalizeOnExport(double target, double peak)
 {
-    return u"normalize on export (in ffmpeg: -af loudnorm=I=%1:TP=%2:LRA=7)."_s.arg(whole(target),
-                                                                                    whole(peak));
+    return u"normalize on export (in ffmpeg: -af loudnorm=I=%1:TP=%2:LRA=7)."_s.arg(given(target),
+                                                                                    given(peak));
 }
 
 double toleranceOf(const LoudnessRule& rule)
@@ -34,12 +35,18 @@ double toleranceOf(const LoudnessRule& rule)
 CheckRow loudnessLabel(const LoudnessRule& rule, double target)
 {
     return {u"loudness"_s, u"Loudness"_s,
-            u"%1 LKFS ± %2 LU"_s.arg(whole(target), whole(toleranceOf(rule)))};
+            u"%1 LKFS ± %2 LU"_s.arg(given(target), given(toleranceOf(rule)))};
 }
+
+/// What the gate of ITU-R BS.1770 leaves out; what reads this has no block above it.
+constexpr double absoluteGate = -70;
 
 CheckResult loudnessRow(const LoudnessRule& rule, double target, double integrated)
 {
     const CheckRow row = loudnessLabel(rule, target);
+    if (!Numbers::above(integrated, absoluteGate)) // no platform makes a mix of nothing
+        return row.fail(u"%1 LKFS (no programme sound)"_s.arg(oneDecimal(absoluteGate)),
+                        u"The sound is silent from end to end. Export again with the mix."_s);
     const double off = integrated - target;
     const QString measured = oneDecimal(integrated) + u" LKFS"_s;
     if (!Numbers::above(std::abs(off), toleranceOf(rule)))
@@ -52,7 +59,7 @@ CheckResult loudnessRow(const LoudnessRule& rule, double target, double integrat
         return row.warn(
             offTarget, u"Accepted: the platform normalizes it to %1 LKFS, which takes the result "
                        u"out of your hands. Adjust the mix by %2 dB to deliver it on target."_s.arg(
-                           whole(target), gain));
+                           given(target), gain));
     return row.fail(offTarget,
                     u"Adjust the mix by %1 dB, or %2"_s.arg(
                         gain, normalizeOnExport(target, rule.maxTruePeakDb.value_or(-2))));
@@ -61,7 +68,7 @@ CheckResult loudnessRow(const LoudnessRule& rule, double target, double integrat
 QString limiterFix(const LoudnessRule& rule, double ceiling)
 {
     const QString limiter =
-        u"Apply a true-peak limiter at %1 dBTP in your mix"_s.arg(whole(ceiling));
+        u"Apply a true-peak limiter at %1 dBTP in your mix"_s.arg(given(ceiling));
     if (rule.targetLKFS)
         return limiter + u", or "_s + normalizeOnExport(*rule.targetLKFS, ceiling);
     return limiter
@@ -72,8 +79,8 @@ QString limiterFix(const LoudnessRule& rule, double ceiling)
 CheckResult truePeakRow(const LoudnessRule& rule, double ceiling, double peak)
 {
     const auto& floor = rule.minTruePeakDb;
-    const QString limit = floor ? u"%1 to %2 dBTP"_s.arg(whole(ceiling), whole(*floor))
-                                : u"≤ %1 dBTP"_s.arg(whole(ceiling));
+    const QString limit = floor ? u"%1 to %2 dBTP"_s.arg(given(ceiling), given(*floor))
+                                : u"≤ %1 dBTP"_s.arg(given(ceiling));
     const CheckRow row{u"true-peak"_s, u"True peak"_s, limit};
     const QString measured = oneDecimal(peak) + u" dBTP"_s;
     if (Numbers::above(peak, ceiling))
@@ -81,26 +88,26 @@ CheckResult truePeakRow(const LoudnessRule& rule, double ceiling, double peak)
     if (floor && Numbers::below(peak, *floor)) {
         const QString tail =
             rule.targetLKFS
-                ? u" while integrated loudness stays at %1 LKFS"_s.arg(whole(*rule.targetLKFS))
+                ? u" while integrated loudness stays at %1 LKFS"_s.arg(given(*rule.targetLKFS))
                 : QString();
         return row.fail(measured + u" (below the window)"_s,
                         u"Peaks sit below the required window. Raise the mix so peaks land between "
-                        u"%1 and %2 dBTP%3."_s.arg(whole(*floor), whole(ceiling), tail));
+                        u"%1 and %2 dBTP%3."_s.arg(given(*floor), given(ceiling), tail));
     }
     const auto& recommended = rule.recommendedMaxTruePeakDb;
     if (recommended && Numbers::above(peak, *recommended))
-        return row.expecting(u"%1, %2 dBTP recommended"_s.arg(limit, whole(*recommended)))
+        return row.expecting(u"%1, %2 dBTP recommended"_s.arg(limit, given(*recommended)))
             .warn(measured + u" (within spec, above the recommendation)"_s,
                   u"Accepted under the %1 dBTP ceiling. The platform recommends %2 dBTP, which "
-                  u"downstream digital destinations accept too."_s.arg(whole(ceiling),
-                                                                       whole(*recommended)));
+                  u"downstream digital destinations accept too."_s.arg(given(ceiling),
+                                                                       given(*recommended)));
     return row.pass(measured);
 }
 
 CheckResult silenceRow(double limit, double longest)
 {
     const CheckRow row{u"silence"_s, u"Audio silence"_s,
-                       u"no silent run over %1 s"_s.arg(oneDecimal(limit))};
+                       u"no silent run over %1 s"_s.arg(Numbers::given(limit, 1))};
     if (Numbers::above(longest, limit))
         return row.fail(u"%1 s of continuous silence"_s.arg(oneDecimal(longest)),
                         u"Check for a dropped audio region or a silent head/tail. Room tone under "
@@ -123,10 +130,16 @@ void checkLoudness(const Profile& profile, const MediaInfo& media, Rows& rows)
         return;
     }
     const SignalInfo& signal = *media.signal;
+    const auto add = [&](CheckResult row) {
+        row.measured += media.audio ? SignalChecks::trackRemark(*media.audio) : QString();
+        rows.push_back(std::move(row));
+    };
     if (target && signal.integratedLKFS)
-        rows.push_back(loudnessRow(rule, *target, *signal.integratedLKFS));
+        add(loudnessRow(rule, *target, *signal.integratedLKFS));
+    else if (target && media.audio)
+        rows.push_back(loudnessLabel(rule, *target).warn(u"could not be measured"_s));
     if (rule.maxTruePeakDb && signal.truePeakDb)
-        rows.push_back(truePeakRow(rule, *rule.maxTruePeakDb, *signal.truePeakDb));
+        add(truePeakRow(rule, *rule.maxTruePeakDb, *signal.truePeakDb));
     if (rule.maxSilenceSeconds)
         rows.push_back(
             silenceRow(*rule.maxSilenceSeconds, signal.longestSilenceSeconds.value_or(0)));

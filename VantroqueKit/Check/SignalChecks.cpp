@@ -1,6 +1,7 @@
 #include "Check/SignalChecks.h"
 
 #include "Base/Numbers.h"
+#include "Signal/ChannelAnalyzer.h"
 
 #include <algorithm>
 
@@ -11,6 +12,19 @@ using namespace Qt::StringLiterals;
 QString seconds(double value)
 {
     return Numbers::fixed(value, Numbers::below(value, 10) ? 1 : 0) + u" s"_s;
+}
+
+QString channelRemark(const AudioStreamInfo& audio)
+{
+    if (audio.isPair())
+        return trackRemark(audio);
+    return ChannelNames::areAssumed(audio.channelLayout, audio.channels) ? u", order assumed"_s
+                                                                         : QString();
+}
+
+QString trackRemark(const AudioStreamInfo& audio)
+{
+    return audio.isPair() ? u", tracks 1 and 2"_s : QString();
 }
 
 QString matrixName(ColorMatrix matrix)

@@ -34,6 +34,10 @@ std::optional<CheckResult> flashFramesRow(const MediaInfo& media);
 std::optional<CheckResult> phaseRow(const MediaInfo& media);
 /// Channels without sound.
 std::optional<CheckResult> channelLevelsRow(const MediaInfo& media);
+/// What the audio streams carry that are not graded. Never graded.
+std::optional<CheckResult> audioTracksRow(const MediaInfo& media);
+/// Sound that begins or ends off the picture; no row where they go together.
+std::optional<CheckResult> syncRow(const MediaInfo& media);
 /// Samples that carry fewer bits than their format. Never graded.
 std::optional<CheckResult> bitsRow(const MediaInfo& media);
 
@@ -46,6 +50,9 @@ PartedRuns partedAt(double second, const std::vector<LevelRun>& runs);
 /// The share of frames with a repeated field when it is a telecine's: a 3:2 pulldown repeats a
 /// field in two frames of five.
 std::optional<double> telecineRatio(const FrameCadence& cadence);
+/// The channels of a measured file that are lost on the way; not those that are silent throughout,
+/// or may be.
+std::vector<LostChannel> lostChannels(const MediaInfo& media);
 /// The black inside the picture, without what belongs to the leader.
 std::vector<TimeSpan> blackBehindLeader(const FrameCadence& cadence, double leaderEnd);
 /// A frame or two without media, and no dip that somebody made.
@@ -55,6 +62,11 @@ std::int64_t framesIn(const TimeSpan& span, double rate);
 
 /// "3.5 s" below ten seconds, "12 s" from there on.
 QString seconds(double value);
+/// ", tracks 1 and 2" behind figures that were measured of two streams as of a pair.
+QString trackRemark(const AudioStreamInfo& audio);
+/// The same on rows about channels, and ", order assumed" where the file does not say which channel
+/// is which.
+QString channelRemark(const AudioStreamInfo& audio);
 /// "Rec.709" and its kin.
 QString matrixName(ColorMatrix matrix);
 /// Seconds, never negative.

@@ -97,13 +97,22 @@ public:
                 u"Left and right inverted for %1: cancels in mono"_s.arg(seconds(run.duration())));
     }
 
-    void addDeadChannels(const std::vector<ChannelLevel>& levels)
+    void addDeadChannels(const AudioStreamInfo& audio, const std::vector<ChannelLevel>& levels)
     {
-        const auto dead = ChannelAnalyzer::deadChannels(levels);
+        const auto dead = ChannelAnalyzer::missedChannels(
+            levels, ChannelNames::names(audio.measuredLayout(), audio.measuredChannels()));
         if (!dead.empty())
             add(Kind::deadChannel, 0, Verdict::warn,
                 u"Silent %1 channel for the whole file"_s.arg(
                     Text::joined(dead, u", "_s, channelWord)));
+    }
+
+    void addLostChannels(const std::vector<LostChannel>& lost)
+    {
+        for (const LostChannel& each : lost)
+            add(Kind::deadChannel, frameAt(each.start), Verdict::warn,
+                u"Lost %1 channel: silent from here on while the rest play"_s.arg(
+                    channelWord(each.channel)));
     }
 
     /// In order of frames, cut at the cap, with their ids.
@@ -180,8 +189,9 @@ std::vector<SignalEvent> events(const MediaInfo& media, double leaderEnd)
     }
     if (const auto& phase = media.signal->phase)
         list.addPhase(*phase);
-    if (const auto& levels = media.signal->channelLevels)
-        list.addDeadChannels(*levels);
+    if (const auto& levels = media.signal->channelLevels; levels && media.audio)
+        list.addDeadChannels(*media.audio, *levels);
+    list.addLostChannels(SignalChecks::lostChannels(media));
     return std::move(list).finished();
 }
 

@@ -52,7 +52,7 @@ CheckResult popRow(const CheckRow& row, const LeaderFacts& facts, const QString&
     if (!ceiling)
         return row.expecting(u"a mute leader, or a 2-pop at the end of the slate"_s).pass(pop);
     const QString popLimit = u"a mute slate, or a 2-pop at its end no louder than %1 dBFS"_s.arg(
-        Numbers::fixed(*ceiling, 0));
+        Numbers::given(*ceiling, 0));
     return popLevelRow(row.expecting(popLimit), pop, *ceiling, facts.signal.leaderPopPeakDb);
 }
 
@@ -62,6 +62,9 @@ CheckResult slateAudioRow(const LeaderFacts& facts)
 {
     const CheckRow row{u"slate-audio"_s, u"Slate audio"_s,
                        u"no audio on the slate or in the black before the ad"_s};
+    const auto& islands = facts.signal.audioIslands;
+    if (islands && islands->empty())
+        return row.pass(u"no sound"_s);
     const double firstSound = facts.signal.headSilenceSeconds.value_or(0);
     if (!Numbers::above(facts.leaderEnd() - 0.25, firstSound))
         return row.pass(
@@ -78,7 +81,7 @@ CheckResult slateAudioRow(const LeaderFacts& facts)
             : u"sound from %1 s, under the leader"_s.arg(Numbers::fixed(firstSound, 2));
     return row.fail(
         measured, u"Mute the first %1 seconds, slate and black. The mix starts with the ad."_s.arg(
-                      Numbers::fixed(facts.leaderEnd(), 0)));
+                      Numbers::given(facts.leaderEnd(), 0)));
 }
 
 } // namespace vantroque::Checker

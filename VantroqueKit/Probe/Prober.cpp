@@ -204,6 +204,21 @@ std::optional<VideoStreamInfo> describeVideo(const FFProbeOutput& output, const 
     return std::nullopt;
 }
 
+int sampleRateOf(const Stream& stream)
+{
+    return static_cast<int>(
+        std::clamp<std::int64_t>(asInt(stream.sample_rate).value_or(0), 0, INT32_MAX));
+}
+
+AudioTrackInfo describeTrack(const Stream& stream)
+{
+    return {.codec = stream.codec_name.value_or(unknown),
+            .sampleRate = sampleRateOf(stream),
+            .channels = stream.channels.value_or(0),
+            .channelLayout = stream.channel_layout,
+            .durationSeconds = asDouble(stream.duration)};
+}
+
 std::optional<AudioStreamInfo> describeAudio(const FFProbeOutput& output)
 {
     const auto streams = streamsOfType(output, u"audio"_s);
@@ -213,8 +228,7 @@ std::optional<AudioStreamInfo> describeAudio(const FFProbeOutput& output)
     AudioStreamInfo audio;
     audio.rawCodecName = stream.codec_name.value_or(unknown);
     audio.codec = audio.rawCodecName.startsWith("pcm"_L1) ? u"pcm"_s : audio.rawCodecName;
-    audio.sampleRate = static_cast<int>(
-        std::clamp<std::int64_t>(asInt(stream.sample_rate).value_or(0), 0, INT32_MAX));
+    audio.sampleRate = sampleRateOf(stream);
     audio.channels = stream.channels.value_or(0);
     audio.bitDepth = bitDepth(audio.rawCodecName, stream.bits_per_raw_sample);
     if (const auto bitsPerSecond = asDouble(stream.bit_rate))
@@ -222,6 +236,11 @@ std::optional<AudioStreamInfo> describeAudio(const FFProbeOutput& output)
     audio.streamCount = static_cast<int>(streams.size());
     audio.durationSeconds = asDouble(stream.duration);
     audio.channelLayout = stream.channel_layout;
+    if (streams.size() > 1) {
+        audio.tracks.emplace();
+        for (const Stream& each : streams)
+            audio.tracks->push_back(describeTrack(each));
+    }
     return audio;
 }
 

@@ -12,9 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString whole(double value)
+QString given(double limit)
 {
-    return Numbers::fixed(value, 0);
+    return Numbers::given(limit, 0);
 }
 
 template<typename T>
@@ -61,9 +61,9 @@ std::vector<double> LoudnessTarget::marks() const
 QString LoudnessTarget::caption() const
 {
     if (const auto* several = std::get_if<Several>(&m_value))
-        return u"targets "_s + Text::joined(several->targets, u" and "_s, whole);
+        return u"targets "_s + Text::joined(several->targets, u" and "_s, given);
     if (const auto single = band())
-        return u"target %1 ± %2"_s.arg(whole(single->target), whole(single->tolerance));
+        return u"target %1 ± %2"_s.arg(given(single->target), given(single->tolerance));
     return u"no target for the selected platforms"_s;
 }
 
@@ -103,8 +103,8 @@ bool TruePeakRule::allows(double peak) const
 QString TruePeakRule::caption() const
 {
     if (floor)
-        return u"window %1 to %2"_s.arg(whole(*floor), whole(ceiling));
-    return u"ceiling %1"_s.arg(whole(ceiling));
+        return u"window %1 to %2"_s.arg(given(*floor), given(ceiling));
+    return u"ceiling %1"_s.arg(given(ceiling));
 }
 
 } // namespace vantroque

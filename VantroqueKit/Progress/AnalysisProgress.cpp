@@ -86,8 +86,8 @@ void AnalysisProgress::set(const MediaInfo& probed)
         m_state.rotation = probed.video ? probed.video->rotation.value_or(0) : 0;
         m_state.pixelAspect = probed.video ? probed.video->pixelAspect() : 1;
         m_state.summaryLine = probed.summaryLine();
-        m_state.channelCount = probed.audio ? probed.audio->channels : 0;
-        m_state.channelLayout = probed.audio ? probed.audio->channelLayout : std::nullopt;
+        m_state.channelCount = probed.audio ? probed.audio->measuredChannels() : 0;
+        m_state.channelLayout = probed.audio ? probed.audio->measuredLayout() : std::nullopt;
     });
 }
 

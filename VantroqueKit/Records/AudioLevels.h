@@ -16,6 +16,24 @@ struct ChannelLevel {
     VANTROQUE_RECORD(ChannelLevel, rmsDb, peakDb, bitsInUse)
 };
 
+/// A channel that carried sound and is silent from some moment to the end, while others go on.
+struct LostChannel {
+    int channel = 0;  ///< Counted from 0.
+    double start = 0; ///< Seconds.
+
+    VANTROQUE_RECORD(LostChannel, channel, start)
+};
+
+/// What one of the further audio streams carries, or two that are a pair.
+struct TrackLoudness {
+    int first = 0; ///< Counted from 0 among the audio streams.
+    int count = 1;
+    std::optional<double> integratedLKFS; ///< ITU-R BS.1770 programme loudness.
+    std::optional<double> truePeakDb;     ///< dBTP.
+
+    VANTROQUE_RECORD(TrackLoudness, first, count, integratedLKFS, truePeakDb)
+};
+
 /// The level history for display: one list a channel, all of one length, in dBFS with one decimal,
 /// never below -99.
 struct ChannelLevelSeries {

@@ -27,6 +27,34 @@ QString codecLabel(const VideoStreamInfo& video)
 
 } // namespace
 
+std::vector<TrackGroup> AudioStreamInfo::trackGroups() const
+{
+    if (!tracks || tracks->size() < 2)
+        return {{0, 1}};
+    const auto isHalf = [&](std::size_t index) {
+        return index < tracks->size() && (*tracks)[index].channels == 1
+               && (*tracks)[index].codec != "unknown"_L1;
+    };
+    std::vector<TrackGroup> groups;
+    for (std::size_t i = 0; i < tracks->size();) {
+        const bool pair =
+            isHalf(i) && isHalf(i + 1) && (*tracks)[i].sampleRate == (*tracks)[i + 1].sampleRate;
+        groups.push_back({static_cast<int>(i), pair ? 2 : 1});
+        i += pair ? 2 : 1;
+    }
+    return groups;
+}
+
+bool AudioStreamInfo::isPair() const
+{
+    return trackGroups().front().count == 2;
+}
+
+std::optional<QString> AudioStreamInfo::measuredLayout() const
+{
+    return isPair() ? u"stereo"_s : channelLayout;
+}
+
 std::optional<bool> VideoStreamInfo::isFullRange() const
 {
     if (colorRange == u"pc"_s)

@@ -99,6 +99,24 @@ private:
     bool isOnItsSide() const { return turn() == 90 || turn() == 270; }
 };
 
+/// One of several audio streams.
+struct AudioTrackInfo {
+    QString codec;
+    int sampleRate = 0; ///< Hertz.
+    int channels = 0;
+    std::optional<QString> channelLayout;
+    std::optional<double> durationSeconds;
+
+    VANTROQUE_RECORD(AudioTrackInfo, codec, sampleRate, channels, channelLayout, durationSeconds)
+};
+
+/// Audio streams that belong together: one, or two of a single channel each that are a pair.
+struct TrackGroup {
+    int first = 0; ///< Counted from 0 among the audio streams.
+    int count = 1;
+    bool operator==(const TrackGroup&) const = default;
+};
+
 /// The file's first audio stream.
 struct AudioStreamInfo {
     QString codec; ///< "pcm" for any linear PCM.
@@ -110,9 +128,19 @@ struct AudioStreamInfo {
     int streamCount = 0; ///< Audio streams in the file.
     std::optional<double> durationSeconds;
     std::optional<QString> channelLayout;
+    std::optional<std::vector<AudioTrackInfo>> tracks; ///< All audio streams, if several.
+
+    /// The streams in the groups in which they are measured; the first group is the one that is
+    /// graded. Broadcast masters have a track a channel, the mix on the first two.
+    std::vector<TrackGroup> trackGroups() const;
+    /// The first two streams are the left and the right of the mix.
+    bool isPair() const;
+    /// Of what is graded.
+    int measuredChannels() const { return isPair() ? 2 : channels; }
+    std::optional<QString> measuredLayout() const;
 
     VANTROQUE_RECORD(AudioStreamInfo, codec, rawCodecName, sampleRate, channels, bitDepth,
-                     bitrateKbps, streamCount, durationSeconds, channelLayout)
+                     bitrateKbps, streamCount, durationSeconds, channelLayout, tracks)
 };
 
 struct SubtitleStreamInfo {

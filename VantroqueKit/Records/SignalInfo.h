@@ -30,6 +30,10 @@ struct SignalInfo {
     /// Of the first frame, in seconds from the start of the file, where it comes late. All times
     /// below count from it.
     std::optional<double> pictureStart;
+    /// Of what was decoded, in seconds.
+    std::optional<double> pictureEnd;
+    std::optional<double> soundStart;
+    std::optional<double> soundEnd;
     std::optional<double> integratedLKFS; ///< ITU-R BS.1770 programme loudness.
     std::optional<double> truePeakDb;     ///< dBTP.
     std::optional<double> loudnessRangeLU;
@@ -53,14 +57,17 @@ struct SignalInfo {
     std::optional<StereoPhase> phase;
     std::optional<std::vector<ChannelLevel>> channelLevels; ///< One a channel, in file order.
     std::optional<ChannelLevelSeries> channelSeries;
+    std::optional<std::vector<LostChannel>> lostChannels;
+    std::optional<std::vector<TrackLoudness>> audioTracks; ///< All but those that are graded.
     std::optional<DetailEstimate> detail;
 
-    VANTROQUE_RECORD(SignalInfo, pictureStart, integratedLKFS, truePeakDb, loudnessRangeLU,
-                     longestSilenceSeconds, headBlackSeconds, tailBlackSeconds, headFreezeSeconds,
-                     activePicture, interlacedRatio, blackRuns, audioIslands, leaderToneHz,
-                     leaderPopPeakDb, leaderToneChecked, headSilenceSeconds, slateTextLines,
-                     textRegions, textScanAttempted, levels, cadence, phase, channelLevels,
-                     channelSeries, detail)
+    VANTROQUE_RECORD(SignalInfo, pictureStart, pictureEnd, soundStart, soundEnd, integratedLKFS,
+                     truePeakDb, loudnessRangeLU, longestSilenceSeconds, headBlackSeconds,
+                     tailBlackSeconds, headFreezeSeconds, activePicture, interlacedRatio, blackRuns,
+                     audioIslands, leaderToneHz, leaderPopPeakDb, leaderToneChecked,
+                     headSilenceSeconds, slateTextLines, textRegions, textScanAttempted, levels,
+                     cadence, phase, channelLevels, channelSeries, lostChannels, audioTracks,
+                     detail)
 };
 
 } // namespace vantroque

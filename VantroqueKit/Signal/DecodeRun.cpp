@@ -27,17 +27,28 @@ const std::vector<Refusal>& refusals()
         plan.leaveOutDetail();
         plan.leaveOutTextFrames();
     };
+    static const auto hasFurtherTracks = [](const SignalPlan& plan) {
+        return plan.hasFurtherTracks();
+    };
+    static const auto leaveOutFurtherTracks = [](SignalPlan& plan) {
+        plan.leaveOutFurtherTracks();
+    };
     static const std::vector<Refusal> all{
         // Some formats have no luma plane that can be taken out.
         {"could not choose their formats: Parsed_extractplanes",
          [](const SignalPlan& plan) { return plan.hasBits(); },
          [](SignalPlan& plan) { plan.leaveOutBits(); }},
+        {"Cannot select channel layout", hasFurtherTracks, leaveOutFurtherTracks},
         // Loudness is defined for layouts, not for any number of channels.
         {"Cannot select channel layout", [](const SignalPlan& plan) { return plan.hasLoudness(); },
          [](SignalPlan& plan) { plan.leaveOutLoudness(); }},
         // The picture changes its size, and detail is compared at one.
         {"Error reinitializing filters!", [](const SignalPlan& plan) { return plan.hasDetail(); },
          [](SignalPlan& plan) { plan.leaveOutDetail(); }},
+        {"Error reinitializing filters!", hasFurtherTracks, leaveOutFurtherTracks},
+        // What cannot be decoded at all beside the sound that is graded.
+        {"not found for input stream", hasFurtherTracks, leaveOutFurtherTracks},
+        {"while opening decoder for input stream", hasFurtherTracks, leaveOutFurtherTracks},
         {"No space left on device", usesDisk, leaveOutDisk},
         {"File too large", usesDisk, leaveOutDisk},
         {"av_interleaved_write_frame()", usesDisk, leaveOutDisk},
@@ -45,14 +56,15 @@ const std::vector<Refusal>& refusals()
     return all;
 }
 
-/// What ffmpeg gave up the whole graph over, if it did so over a part of it.
-const Refusal* refusal(const FFTool::ToolOutput& output)
+/// What ffmpeg gave up the whole graph over, if it did so over a part of it; with a plan, a part
+/// that it still has.
+const Refusal* refusal(const FFTool::ToolOutput& output, const SignalPlan* plan = nullptr)
 {
     if (output.status == 0)
         return nullptr;
     const QByteArray log = LogHeaders::without(output.stderr);
     for (const Refusal& each : refusals())
-        if (log.contains(each.words))
+        if (log.contains(each.words) && (plan == nullptr || each.concerns(*plan)))
             return &each;
     return nullptr;
 }
@@ -88,15 +100,13 @@ Result<FFTool::ToolOutput, FFToolError> run(const std::filesystem::path& ffmpeg,
                                      .observer =
                                          display ? display->observer() : FFTool::Observer()};
     auto output = TRY(FFTool::run(ffmpeg, plan.arguments(), options));
-    const Refusal* refused = refusal(output);
-    while (refused != nullptr && refused->concerns(plan)) {
+    while (const Refusal* refused = refusal(output, &plan)) {
         refused->leaveOut(plan);
         if (display != nullptr)
             display->restart();
         if (restart)
             restart();
         output = TRY(FFTool::run(ffmpeg, plan.arguments(), options));
-        refused = refusal(output);
     }
     return output;
 }

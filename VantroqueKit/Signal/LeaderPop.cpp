@@ -1,4 +1,5 @@
 #include "Base/Numbers.h"
+#include "Signal/AudioTracks.h"
 #include "Signal/LogHeaders.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Signal/SignalMatches.h"
@@ -11,20 +12,35 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Of several streams ffmpeg would take the one with most channels.
+std::vector<std::string> filtered(const std::optional<AudioStreamInfo>& audio,
+                                  const std::string& filters)
+{
+    if (!audio || !audio->tracks)
+        return {"-af", filters};
+    return {"-filter_complex",
+            AudioTracks::source(*audio, audio->trackGroups().front()) + filters + "[pop]", "-map",
+            "[pop]"};
+}
+
 /// What ffmpeg prints about the passage, standard output first.
 std::optional<QString> printed(const FileUrl& url, double start, double duration,
+                               const std::optional<AudioStreamInfo>& audio,
                                const std::string& spectrum)
 {
     const auto ffmpeg = FFTool::find("ffmpeg");
     if (!ffmpeg)
         return std::nullopt;
     const auto seconds = [](double value) { return Numbers::fixed(value, 3).toStdString(); };
-    const auto ran = FFTool::run(*ffmpeg,
-                                 {"-hide_banner", "-nostats", "-ss", seconds(std::max(start, 0.0)),
-                                  "-t", seconds(duration), "-i", url.path().native(), "-af",
-                                  "volumedetect," + spectrum + ",ametadata=mode=print:file=-", "-f",
-                                  "null", "-"},
-                                 {.allowFailure = true});
+    std::vector<std::string> arguments{
+        "-hide_banner", "-nostats",        "-ss", seconds(std::max(start, 0.0)),
+        "-t",           seconds(duration), "-i",  url.path().native()};
+    for (const std::string& argument :
+         filtered(audio, "volumedetect," + spectrum + ",ametadata=mode=print:file=-"))
+        arguments.push_back(argument);
+    for (const char* argument : {"-f", "null", "-"})
+        arguments.emplace_back(argument);
+    const auto ran = FFTool::run(*ffmpeg, arguments, {.allowFailure = true});
     if (!ran)
         return std::nullopt;
     return QString::fromUtf8(ran->stdout) + QString::fromUtf8(LogHeaders::without(ran->stderr));
@@ -32,12 +48,13 @@ std::optional<QString> printed(const FileUrl& url, double start, double duration
 
 } // namespace
 
-Pop measurePop(const FileUrl& url, double start, double duration)
+Pop measurePop(const FileUrl& url, double start, double duration,
+               const std::optional<AudioStreamInfo>& audio)
 {
-    auto text = printed(url, start, duration, "aspectralstats=measure=centroid");
+    auto text = printed(url, start, duration, audio, "aspectralstats=measure=centroid");
     // Before version 6 the filter measures everything and takes no choice.
     if (text && text->contains(u"Error initializing filter 'aspectralstats'"_s))
-        text = printed(url, start, duration, "aspectralstats");
+        text = printed(url, start, duration, audio, "aspectralstats");
     if (!text)
         return {};
     Pop pop;

@@ -19,7 +19,7 @@ RawPicture dumpedPicture(const MediaInfo& media, int width, int height, double r
 } // namespace
 
 LiveDisplay::LiveDisplay(AnalysisProgress& progress, const MediaInfo& media, const SignalPlan& plan)
-    : m_log(progress, media.audio ? media.audio->channels : 0),
+    : m_log(progress, media.audio ? media.audio->measuredChannels() : 0),
       m_frames(progress, dumpedPicture(media, levelsWidth, levelsHeight, plan.levelsRate())),
       m_hasVideo(media.video.has_value())
 {

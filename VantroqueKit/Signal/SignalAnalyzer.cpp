@@ -128,7 +128,7 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     const SignalLog log(Text::view(output->stderr));
     if (!DecodeRun::counts(*output, source, log))
         return tl::unexpected(failedRun(*output));
-    SignalInfo info = parse(log, media.durationSeconds);
+    SignalInfo info = parse(log, media.durationSeconds, media.audio);
     SideOutputs outputs = sideOutputs(plan, std::move(output->stdout));
     // ffmpeg sums up also what it decoded no sample of, as silence.
     if (media.audio && !log.hasSound())

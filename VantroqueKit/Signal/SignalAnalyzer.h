@@ -60,8 +60,9 @@ struct Pop {
     bool operator==(const Pop&) const = default;
 };
 
-/// Measures the sound from `start` for `duration` seconds. Both values are absent when ffmpeg
-/// cannot be found or run.
-Pop measurePop(const FileUrl& url, double start, double duration);
+/// Measures the sound from `start` for `duration` seconds, of several streams the one that is
+/// graded. Both values are absent when ffmpeg cannot be found or run.
+Pop measurePop(const FileUrl& url, double start, double duration,
+               const std::optional<AudioStreamInfo>& audio = {});
 
 } // namespace vantroque::SignalAnalyzer

@@ -81,6 +81,12 @@ std::optional<double> SignalLog::frameInterval() const
     return (*m_lastFrame - *m_firstFrame) / (count - 1);
 }
 
+std::string SignalLog::summaryOf(int track) const
+{
+    const auto found = m_summaries.find(track);
+    return found == m_summaries.end() ? std::string() : found->second;
+}
+
 std::optional<CropRect> SignalLog::activePicture() const
 {
     const Rectangle* best = nullptr;
@@ -108,24 +114,39 @@ void SignalLog::readLine(std::string_view line)
         readCrop(*crop);
         return;
     }
-    if (contains(line, "Summary:")) {
-        m_hasSummary = m_inSummary = true;
-        m_summary.clear();
+    if (readSummary(line))
         return;
-    }
-    if (m_inSummary) {
-        m_inSummary = line.empty() || line.starts_with("  ");
-        if (m_inSummary) {
-            constexpr std::size_t longestSummary = 4096;
-            if (m_summary.size() < longestSummary)
-                m_summary.append(line) += '\n';
-            return;
-        }
-    }
+    readSize(line);
     readBlack(line);
     readSilence(line);
     readFields(line);
     readChannel(line);
+}
+
+/// A line of a sum of loudness. Those of further audio streams have filters with names of ours.
+bool SignalLog::readSummary(std::string_view line)
+{
+    constexpr std::string_view furtherTrack = "[ebur128@track";
+    if (contains(line, "Summary:")) {
+        m_openSummary = 0;
+        if (line.starts_with(furtherTrack)) {
+            const std::string_view number = word(line.substr(furtherTrack.size()));
+            m_openSummary = wholeNumber(number).value_or(std::numeric_limits<int>::max());
+        }
+        m_summaries[*m_openSummary].clear();
+        return true;
+    }
+    if (!m_openSummary)
+        return false;
+    if (!line.empty() && !line.starts_with("  ")) {
+        m_openSummary.reset();
+        return false;
+    }
+    constexpr std::size_t longestSummary = 4096;
+    std::string& summary = m_summaries[*m_openSummary];
+    if (summary.size() < longestSummary)
+        summary.append(line) += '\n';
+    return true;
 }
 
 void SignalLog::readTime(std::string_view line)
@@ -135,9 +156,22 @@ void SignalLog::readTime(std::string_view line)
             m_firstFrame = m_firstFrame.value_or(*time);
             m_lastFrame = time;
         }
-    } else if (!m_firstSound && line.starts_with("[Parsed_ametadata_")) {
-        m_firstSound = numberBehind(line, "pts_time:");
+    } else if (line.starts_with("[Parsed_ametadata_")) {
+        if (const auto time = numberBehind(line, "pts_time:")) {
+            m_firstSound = m_firstSound.value_or(*time);
+            m_lastSound = std::max(*time, m_lastSound.value_or(*time));
+        }
     }
+}
+
+/// "video:248kB audio:562kB subtitle:0kB ..." at the end of the run.
+void SignalLog::readSize(std::string_view line)
+{
+    if (!line.starts_with("video:"))
+        return;
+    const auto size = behind(line, " audio:");
+    if (size)
+        m_soundKilobytes = Numbers::toDouble(size->substr(0, size->find("kB")));
 }
 
 void SignalLog::countFromFirstFrame()
@@ -150,8 +184,9 @@ void SignalLog::countFromFirstFrame()
         run.start -= start;
         run.end -= start;
     }
-    if (m_firstSound)
-        *m_firstSound -= start;
+    for (auto* time : {&m_firstSound, &m_lastSound})
+        if (*time)
+            **time -= start;
 }
 
 /// Nothing is heard until the sound begins, and ffmpeg looks for silence only from there on.

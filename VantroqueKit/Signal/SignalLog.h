@@ -65,12 +65,19 @@ public:
     std::optional<double> frameInterval() const;
     /// Where the first sample of sound lies; 0 without sound.
     double soundStart() const { return m_firstSound.value_or(0); }
+    /// Where the last window of levels begins.
+    std::optional<double> lastSoundWindow() const { return m_lastSound; }
+    /// Of all decoded sound, as ffmpeg counts its output, to half a kilobyte.
+    std::optional<double> soundKilobytes() const { return m_soundKilobytes; }
     /// Some filter said something.
     bool hasFilterLines() const { return m_hasFilterLines; }
-    bool hasSummary() const { return m_hasSummary; }
+    bool hasSummary() const { return m_summaries.contains(0); }
     /// Some sample of sound was decoded: every window of it is measured.
     bool hasSound() const { return !m_levelWindows.empty(); }
-    const std::string& summary() const { return m_summary; } ///< Of the loudness; the last one.
+    std::string summary() const { return summaryOf(0); } ///< Of the loudness; the last one.
+    /// The same of a further group of audio streams, by the number of its first from 1 on; empty
+    /// when it was not measured.
+    std::string summaryOf(int track) const;
     bool hasSilenceDetector() const { return m_hasSilenceDetector; }
     const std::vector<double>& silenceStarts() const { return m_silenceStarts; }
     const std::vector<double>& silenceEnds() const { return m_silenceEnds; }
@@ -95,6 +102,8 @@ public:
 private:
     void readLine(std::string_view line);
     void readTime(std::string_view line);
+    void readSize(std::string_view line);
+    bool readSummary(std::string_view line);
     void countFromFirstFrame();
     void addLateSoundToSilence();
     void readMetadata(std::string_view text);
@@ -112,10 +121,11 @@ private:
     std::optional<double> m_firstFrame;
     std::optional<double> m_lastFrame;
     std::optional<double> m_firstSound;
+    std::optional<double> m_lastSound;
+    std::optional<double> m_soundKilobytes;
     bool m_hasFilterLines = false;
-    bool m_hasSummary = false;
-    bool m_inSummary = false;
-    std::string m_summary;
+    std::optional<int> m_openSummary;       ///< The one that the next lines belong to.
+    std::map<int, std::string> m_summaries; ///< By track; 0 is what is graded.
     bool m_hasSilenceDetector = false;
     std::vector<double> m_silenceStarts;
     std::vector<double> m_silenceEnds;

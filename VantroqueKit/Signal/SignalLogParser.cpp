@@ -2,7 +2,9 @@
 
 #include "Base/Numbers.h"
 #include "Base/Text.h"
+#include "Signal/AudioTracks.h"
 #include "Signal/CadenceAnalyzer.h"
+#include "Signal/ChannelAnalyzer.h"
 #include "Signal/Decimation.h"
 #include "Signal/DetailAnalyzer.h"
 #include "Signal/LevelsAnalyzer.h"
@@ -35,18 +37,61 @@ std::optional<double> loudness(const QString& pattern, const QString& summary)
     return *text == "-inf"_L1 ? std::optional(unmeasurable) : Numbers::toDouble(*text);
 }
 
-void parseLoudness(SignalInfo& info, const SignalLog& log, double duration)
+/// When the last sample of sound ends. The last window of levels is filled up with zeros; how far
+/// it really goes follows from the size of all that ffmpeg has put out: the levels and the phase in
+/// whole windows, and the sound itself.
+std::optional<double> soundEnd(const SignalLog& log, const AudioStreamInfo& audio)
+{
+    const auto found = log.levelWindows().find(1);
+    if (found == log.levelWindows().end() || !log.lastSoundWindow())
+        return std::nullopt;
+    const double sampleRate = audio.sampleRate > 0 ? audio.sampleRate : 48'000;
+    constexpr double sampleBytes = 2;
+    const double channels = std::max(audio.measuredChannels(), 1);
+    const double windows = static_cast<double>(found->second.rms.size()) * windowSamples;
+    const double phaseChannels = channels > 1 ? 2 : 0;
+    double inLast = windowSamples;
+    if (const auto kilobytes = log.soundKilobytes()) {
+        const double ownBytes =
+            *kilobytes * 1024 - windows * (channels + phaseChannels) * sampleBytes;
+        const double measured = ownBytes / (channels * sampleBytes) - (windows - windowSamples);
+        const double uncertain = 512 / (channels * sampleBytes);
+        if (measured > 0 && measured < windowSamples - uncertain)
+            inLast = measured;
+    }
+    return *log.lastSoundWindow() + inLast / sampleRate;
+}
+
+std::optional<double> integrated(const QString& summary)
+{
+    return loudness(uR"(I:\s+(-?[\d.]+|-inf)\s+LUFS)"_s, summary);
+}
+
+std::optional<double> truePeak(const QString& summary)
+{
+    const qsizetype place = summary.indexOf("True peak:"_L1);
+    if (place < 0)
+        return std::nullopt;
+    return loudness(uR"(Peak:\s+(-?[\d.]+|-inf)\s+dBFS)"_s, summary.mid(place));
+}
+
+void parseLoudness(SignalInfo& info, const SignalLog& log)
 {
     const QString summary = QString::fromStdString(log.summary());
-    info.integratedLKFS = loudness(uR"(I:\s+(-?[\d.]+|-inf)\s+LUFS)"_s, summary);
+    info.integratedLKFS = integrated(summary);
     info.loudnessRangeLU = loudness(uR"(LRA:\s+([\d.]+)\s+LU)"_s, summary);
-    const qsizetype truePeak = summary.indexOf("True peak:"_L1);
-    if (truePeak >= 0)
-        info.truePeakDb = loudness(uR"(Peak:\s+(-?[\d.]+|-inf)\s+dBFS)"_s, summary.mid(truePeak));
+    info.truePeakDb = truePeak(summary);
+    if (!info.soundStart || !info.soundEnd)
+        return;
+    const double seconds = *info.soundEnd - *info.soundStart;
     // Of a single window of three seconds ffmpeg makes a range down to its own gate, 20 LU below.
     constexpr double secondWindow = 3.5;
-    if (duration > 0 && duration < secondWindow && info.loudnessRangeLU == 20.0)
+    if (seconds < secondWindow && info.loudnessRangeLU == 20.0)
         info.loudnessRangeLU = 0;
+    // The shortest sound that has a loudness at all is one block of ITU-R BS.1770 long.
+    constexpr double block = 0.4;
+    if (Numbers::below(seconds, block))
+        info.integratedLKFS.reset();
 }
 
 /// Where silence number `index` ends: at its end, or with the file.
@@ -57,17 +102,51 @@ double silenceEnd(const SignalLog& log, std::size_t index, double duration)
     return duration > 0 ? duration : log.silenceStarts()[index];
 }
 
+/// Where sound ends ahead of the picture, the silence up to the picture's end, from where it began
+/// in the sound itself.
+std::optional<TimeSpan> silenceBehindSound(const SignalInfo& info, const SignalLog& log)
+{
+    constexpr double lag = 0.1; // no more is known of the end of sound in some files
+    if (!info.soundEnd || !info.pictureEnd
+        || Numbers::below(*info.pictureEnd - *info.soundEnd, lag))
+        return std::nullopt;
+    const auto& starts = log.silenceStarts();
+    const auto& ends = log.silenceEnds();
+    double start = *info.soundEnd;
+    if (!starts.empty()
+        && (ends.size() < starts.size() || !Numbers::below(ends[starts.size() - 1], start - lag)))
+        start = std::max(starts.back(), 0.0);
+    constexpr double shortestSilence = 0.5; // as ffmpeg is told
+    if (Numbers::below(*info.pictureEnd - start, shortestSilence))
+        return std::nullopt;
+    return TimeSpan{start, *info.pictureEnd};
+}
+
+/// The silences, in order, and none that runs into the next.
+std::vector<TimeSpan> silences(const SignalInfo& info, const SignalLog& log, double duration)
+{
+    std::vector<TimeSpan> found;
+    for (std::size_t i = 0; i < log.silenceStarts().size(); ++i)
+        found.push_back({log.silenceStarts()[i], silenceEnd(log, i, duration)});
+    if (const auto behind = silenceBehindSound(info, log)) {
+        if (!found.empty() && found.back().start >= behind->start)
+            found.pop_back();
+        found.push_back(*behind);
+    }
+    return found;
+}
+
 /// The sound between the silences.
-std::vector<TimeSpan> islands(const SignalLog& log, double duration)
+std::vector<TimeSpan> islands(const std::vector<TimeSpan>& silences, double duration)
 {
     constexpr double shortest = 0.001;
     std::vector<TimeSpan> found;
     double cursor = 0;
-    for (std::size_t i = 0; i < log.silenceStarts().size(); ++i) {
-        const double start = std::max(log.silenceStarts()[i], 0.0);
+    for (const TimeSpan& silence : silences) {
+        const double start = std::max(silence.start, 0.0);
         if (Numbers::below(cursor + shortest, start))
             found.push_back({cursor, start});
-        cursor = std::max(cursor, silenceEnd(log, i, duration));
+        cursor = std::max(cursor, silence.end);
     }
     if (duration > 0 && Numbers::below(cursor, duration - shortest))
         found.push_back({cursor, duration});
@@ -80,16 +159,18 @@ void parseSilence(SignalInfo& info, const SignalLog& log, double duration)
     std::vector<double> lengths = log.silenceDurations();
     if (const auto open = trailingRun(starts, log.silenceEndCount(), duration))
         lengths.push_back(*open);
+    if (const auto behind = silenceBehindSound(info, log))
+        lengths.push_back(behind->duration());
     if (!lengths.empty())
         info.longestSilenceSeconds = std::ranges::max(lengths);
     if (!log.hasSilenceDetector() && !log.hasSummary())
         return;
+    const auto spans = silences(info, log, duration);
     info.headSilenceSeconds = 0;
-    if (!starts.empty() && !Numbers::above(starts.front(), 0.1)) {
-        const double end = silenceEnd(log, 0, duration);
-        info.headSilenceSeconds = std::max(end - std::max(starts.front(), 0.0), 0.0);
-    }
-    info.audioIslands = islands(log, duration);
+    if (!spans.empty() && !Numbers::above(spans.front().start, 0.1))
+        info.headSilenceSeconds =
+            std::max(spans.front().end - std::max(spans.front().start, 0.0), 0.0);
+    info.audioIslands = islands(spans, duration);
 }
 
 void parseBlack(SignalInfo& info, const SignalLog& log, double duration)
@@ -312,14 +393,42 @@ std::optional<StereoPhase> phase(const SignalLog& log, double sampleRate, const 
     return phase;
 }
 
+std::vector<LostChannel> lostChannels(const SignalLog& log, std::size_t channels, double sampleRate)
+{
+    std::vector<std::vector<float>> rms;
+    for (std::size_t i = 1; i <= channels; ++i)
+        if (const auto found = log.levelWindows().find(static_cast<int>(i));
+            found != log.levelWindows().end())
+            rms.push_back(found->second.rms);
+    auto lost = ChannelAnalyzer::lostChannels(rms, sampleRate / windowSamples);
+    for (LostChannel& each : lost)
+        each.start += log.soundStart();
+    return lost;
+}
+
+std::vector<TrackLoudness> audioTracks(const SignalLog& log, const AudioStreamInfo& audio)
+{
+    std::vector<TrackLoudness> tracks;
+    for (const TrackGroup& group : AudioTracks::further(audio)) {
+        const QString summary = QString::fromStdString(log.summaryOf(group.first + 1));
+        if (!summary.isEmpty())
+            tracks.push_back({group.first, group.count, integrated(summary), truePeak(summary)});
+    }
+    return tracks;
+}
+
 void extendSound(SignalInfo& info, const SignalLog& log, const AudioStreamInfo& audio)
 {
-    const auto channels = static_cast<std::size_t>(std::max(audio.channels, 1));
+    const auto channels = static_cast<std::size_t>(std::max(audio.measuredChannels(), 1));
     const double sampleRate = audio.sampleRate > 0 ? audio.sampleRate : 48'000;
     info.channelLevels = channelLevels(log, channels, audio.codec == "pcm"_L1);
     info.channelSeries = channelSeries(log, channels, sampleRate);
-    if (audio.channels >= 2)
+    if (info.channelSeries && channels > 1)
+        info.lostChannels = lostChannels(log, channels, sampleRate);
+    if (channels >= 2)
         info.phase = phase(log, sampleRate, info);
+    if (audio.trackGroups().size() > 1)
+        info.audioTracks = audioTracks(log, audio);
 }
 
 } // namespace
@@ -335,16 +444,20 @@ std::optional<double> trailingRun(const std::vector<double>& starts, std::size_t
     return duration - last > 0 ? std::optional(duration - last) : std::nullopt;
 }
 
-SignalInfo parse(const SignalLog& log, double duration)
+SignalInfo parse(const SignalLog& log, double duration, const std::optional<AudioStreamInfo>& audio)
 {
     SignalInfo info;
     const double length = duration > 0 ? duration - log.pictureStart() : 0;
-    const double pictureLength =
-        pictureSeconds(log, std::ssize(log.lumaDifferences())).value_or(length);
     if (log.pictureStart() != 0)
         info.pictureStart = log.pictureStart();
-    parseLoudness(info, log, length);
+    info.pictureEnd = pictureSeconds(log, std::ssize(log.lumaDifferences()));
+    if (audio && log.hasSound()) {
+        info.soundStart = log.soundStart();
+        info.soundEnd = soundEnd(log, *audio);
+    }
+    parseLoudness(info, log);
     parseSilence(info, log, length);
+    const double pictureLength = info.pictureEnd.value_or(length);
     parseBlack(info, log, pictureLength);
     info.headFreezeSeconds = headFreeze(log, pictureLength);
     info.interlacedRatio = interlacedRatio(log);

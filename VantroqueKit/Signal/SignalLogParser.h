@@ -16,7 +16,9 @@ std::optional<double> trailingRun(const std::vector<double>& starts, std::size_t
                                   double duration);
 
 /// What the log alone tells: loudness, silence, black, freeze, interlace and the active picture.
-SignalInfo parse(const SignalLog& log, double duration);
+/// `audio` is the sound that was measured.
+SignalInfo parse(const SignalLog& log, double duration,
+                 const std::optional<AudioStreamInfo>& audio = {});
 
 /// What a decode writes beside its log.
 struct SideOutputs {

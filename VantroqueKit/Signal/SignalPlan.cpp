@@ -1,6 +1,7 @@
 #include "Signal/SignalPlan.h"
 
 #include "Base/Numbers.h"
+#include "Signal/AudioTracks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -87,7 +88,8 @@ SignalPlan::SignalPlan(const MediaInfo& media, Options options, fs::path scratch
       m_scratch(std::move(scratch)),
       m_preview(preview),
       m_hasBits(media.video && media.video->bitDepth.value_or(8) > 8),
-      m_hasLoudness(media.audio.has_value())
+      m_hasLoudness(media.audio.has_value()),
+      m_hasFurtherTracks(media.audio && media.audio->trackGroups().size() > 1)
 {
 }
 
@@ -180,9 +182,10 @@ void SignalPlan::addDetailChains(std::vector<std::string>& chains) const
 
 void SignalPlan::addAudioChains(std::vector<std::string>& chains) const
 {
-    const bool hasPhase = m_media.audio->channels > 1;
-    chains.push_back(hasPhase ? "[0:a:0]asplit=3[amain][alevels][aphase]"
-                              : "[0:a:0]asplit=2[amain][alevels]");
+    const bool hasPhase = m_media.audio->measuredChannels() > 1;
+    chains.push_back(
+        AudioTracks::source(*m_media.audio, m_media.audio->trackGroups().front())
+        + (hasPhase ? "asplit=3[amain][alevels][aphase]" : "asplit=2[amain][alevels]"));
     chains.emplace_back("[alevels]asetnsamples=n=4800,astats=metadata=1:reset=1:measure_overall="
                         "none:measure_perchannel=RMS_level+Peak_level,ametadata=mode=print"
                         "[levelsout]");
@@ -194,6 +197,16 @@ void SignalPlan::addAudioChains(std::vector<std::string>& chains) const
         chains.emplace_back(
             "[aphase]pan=stereo|c0=c0|c1=c1,asetnsamples=n=4800,aphasemeter=video=0,"
             "ametadata=mode=print:key=lavfi.aphasemeter.phase[phaseout]");
+    if (m_hasFurtherTracks)
+        addFurtherTracks(chains);
+}
+
+/// Each says its sum at the end of the log under a name of its own, and nothing before.
+void SignalPlan::addFurtherTracks(std::vector<std::string>& chains) const
+{
+    for (const TrackGroup& group : AudioTracks::further(*m_media.audio))
+        chains.push_back(AudioTracks::source(*m_media.audio, group) + "ebur128@"
+                         + AudioTracks::filterId(group) + "=peak=true:framelog=verbose,anullsink");
 }
 
 std::vector<std::string> SignalPlan::arguments() const
@@ -228,7 +241,7 @@ std::vector<std::string> SignalPlan::arguments() const
     if (m_media.audio) {
         sink("[levelsout]");
         sink("[aout]");
-        if (m_media.audio->channels > 1)
+        if (m_media.audio->measuredChannels() > 1)
             sink("[phaseout]");
     }
     return list;

@@ -42,6 +42,9 @@ public:
     /// Loudness and true peak.
     bool hasLoudness() const { return m_hasLoudness; }
     void leaveOutLoudness() { m_hasLoudness = false; }
+    /// Loudness and true peak of the audio streams that are not graded.
+    bool hasFurtherTracks() const { return m_hasFurtherTracks; }
+    void leaveOutFurtherTracks() { m_hasFurtherTracks = false; }
     /// The frames for text recognition. A scan that lacks some would miss text, so all go.
     bool hasTextFrames() const { return m_options.textFrames.has_value(); }
     void leaveOutTextFrames() { m_options.textFrames.reset(); }
@@ -59,6 +62,7 @@ private:
     void addVideoChains(std::vector<std::string>& chains) const;
     void addDetailChains(std::vector<std::string>& chains) const;
     void addAudioChains(std::vector<std::string>& chains) const;
+    void addFurtherTracks(std::vector<std::string>& chains) const;
 
     const MediaInfo& m_media;
     Options m_options;
@@ -66,6 +70,7 @@ private:
     std::optional<PictureSize> m_preview;
     bool m_hasBits;
     bool m_hasLoudness;
+    bool m_hasFurtherTracks;
 };
 
 } // namespace vantroque::SignalAnalyzer

@@ -33,7 +33,7 @@ std::vector<ChannelMeters::Channel> loudestMoments(const MediaInfo& media)
     const auto& series = media.signal->channelSeries;
     const auto& levels = media.signal->channelLevels;
     const std::size_t count = series ? series->rms.size() : levels ? levels->size() : 0;
-    const auto names = ChannelNames::names(media.audio->channelLayout, static_cast<int>(count));
+    const auto names = ChannelNames::names(media.audio->measuredLayout(), static_cast<int>(count));
     for (std::size_t i = 0; i < count; ++i) {
         ChannelMeters::Channel channel{.name = names.at(i)};
         if (series && !series->rms[i].empty()) {
