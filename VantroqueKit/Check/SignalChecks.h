@@ -36,6 +36,9 @@ std::optional<CheckResult> channelLevelsRow(const MediaInfo& media);
 /// Samples that carry fewer bits than their format. Never graded.
 std::optional<CheckResult> bitsRow(const MediaInfo& media);
 
+/// What of the file did not decode; nothing when all of it did, or when nobody looked.
+std::optional<CheckResult> decodingRow(const MediaInfo& media);
+
 /// The black inside the picture, without what belongs to the leader.
 std::vector<TimeSpan> blackBehindLeader(const FrameCadence& cadence, double leaderEnd);
 /// A frame or two without media, and no dip that somebody made.

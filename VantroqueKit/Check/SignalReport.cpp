@@ -24,7 +24,8 @@ std::optional<ProfileReport> section(const MediaInfo& media, double leaderEnd)
     ProfileReport report;
     for (const auto& row :
          {levels, colorTagsRow(media), hdrRow(media), blackFramesRow(media, leaderEnd),
-          flashFramesRow(media), duplicates, phase, channelLevelsRow(media), bitsRow(media)})
+          flashFramesRow(media), duplicates, phase, channelLevelsRow(media), bitsRow(media),
+          decodingRow(media)})
         if (row)
             report.checks.push_back(*row);
     if (report.checks.empty())

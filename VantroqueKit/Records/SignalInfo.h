@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Records/AudioLevels.h"
+#include "Records/DecodeHealth.h"
 #include "Records/DetailEstimate.h"
 #include "Records/FrameCadence.h"
 #include "Records/PictureLevels.h"
@@ -54,13 +55,14 @@ struct SignalInfo {
     std::optional<std::vector<ChannelLevel>> channelLevels; ///< One a channel, in file order.
     std::optional<ChannelLevelSeries> channelSeries;
     std::optional<DetailEstimate> detail;
+    std::optional<DecodeHealth> decodeHealth;
 
     VANTROQUE_RECORD(SignalInfo, pictureStart, integratedLKFS, truePeakDb, loudnessRangeLU,
                      longestSilenceSeconds, headBlackSeconds, tailBlackSeconds, headFreezeSeconds,
                      activePicture, interlacedRatio, blackRuns, audioIslands, leaderToneHz,
                      leaderPopPeakDb, leaderToneChecked, headSilenceSeconds, slateTextLines,
                      textRegions, textScanAttempted, levels, cadence, phase, channelLevels,
-                     channelSeries, detail)
+                     channelSeries, detail, decodeHealth)
 };
 
 } // namespace vantroque
