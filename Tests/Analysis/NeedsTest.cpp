@@ -77,6 +77,7 @@ MediaInfo measured()
     media.analysisVersion = currentAnalysisVersion;
     media.signal = SignalInfo();
     media.signal->blackRuns.emplace();
+    media.signal->decodeHealth.emplace();
     media.signal->slateTextLines.emplace();
     media.signal->leaderToneChecked = true;
     media.signal->textScanAttempted = true;
@@ -155,6 +156,15 @@ TEST(StoredMeasurements, OfAnotherVersionAreStale)
     EXPECT_TRUE(storedMeasurementsAreStale(media, {}));
     media.analysisVersion.reset();
     EXPECT_TRUE(storedMeasurementsAreStale(media, {}));
+}
+
+TEST(StoredMeasurements, ThatNobodyHeldAgainstTheirPacketsAreStale)
+{
+    MediaInfo media = measured();
+    media.signal->decodeHealth.reset();
+    EXPECT_TRUE(storedMeasurementsAreStale(media, {}));
+    EXPECT_TRUE(needsAdditionalSignalPass(media, {}));
+    EXPECT_FALSE(needsAdditionalSignalPass(measured(), {}));
 }
 
 TEST(StoredMeasurements, ThatAreNotThereAreNotStale)

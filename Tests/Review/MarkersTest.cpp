@@ -85,7 +85,8 @@ TEST(Markers, AFindingHasTheNameOfItsKind)
                                                             {safeArea, u"Safe area"_s},
                                                             {safeZone, u"Safe zones"_s},
                                                             {captionSpelling, u"Captions"_s},
-                                                            {captionDoubled, u"Doubled words"_s}})
+                                                            {captionDoubled, u"Doubled words"_s},
+                                                            {decoding, u"Decoding"_s}})
         EXPECT_EQ(markerOf(event(kind, 7)),
                   (Marker{7, 1, name, u"text"_s, Verdict::warn, Marker::Kind::finding, now}));
 }

@@ -76,7 +76,7 @@ bool needsDecode(const MediaInfo& media, bool isCurrent, const std::vector<Profi
 {
     if (!media.signal)
         return needsSignalPass(profiles);
-    return !isCurrent || !media.signal->blackRuns;
+    return !isCurrent || !media.signal->blackRuns || !media.signal->decodeHealth;
 }
 
 /// The decode of a stored record. Text that was read once is not read again.
@@ -124,7 +124,9 @@ Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profile
         enter(progress, Stage::done);
         return scored;
     }
-    const bool isCurrent = media.isCurrentAnalysis();
+    // What the container promises belongs to the same measurement as what decodes of it.
+    const bool isCurrent =
+        media.isCurrentAnalysis() && (!media.signal || media.signal->decodeHealth);
     MediaInfo renewed = isCurrent ? media : TRY(probedAgain(media, progress));
     if (needsDecode(renewed, isCurrent, profiles)) {
         SignalInfo fresh = TRY(decodedAgain(renewed, profiles, recognizers, progress));
@@ -263,6 +265,8 @@ bool storedMeasurementsAreStale(const MediaInfo& media, const std::vector<Profil
     if (!media.signal)
         return false;
     const SignalInfo& signal = *media.signal;
+    if (!signal.decodeHealth)
+        return true;
     if (needsTextPlacement(profiles) && !signal.textScanAttempted.value_or(false))
         return true;
     if (!slateSeconds(profiles))

@@ -14,7 +14,7 @@ constexpr std::array checksInOrder{
     checkContainer,     checkVideoCodec,    checkResolution, checkPixels,   checkChroma,
     checkFrameRate,     checkCadence,       checkLevels,     checkBitrate,  checkRecommendedBitrate,
     checkAudio,         checkAudioCoverage, checkLoudness,   checkDuration, checkContent,
-    checkTextPlacement, checkFile,
+    checkTextPlacement, checkFile,          checkDecoding,
 };
 
 bool namesZonesOnly(const Profile& profile)

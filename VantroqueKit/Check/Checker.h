@@ -41,6 +41,9 @@ void checkDuration(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkContent(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkTextPlacement(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkFile(const Profile& profile, const MediaInfo& media, Rows& rows);
+/// A file that is cut off or damaged is no deliverable for any platform; a recommendation does not
+/// say so.
+void checkDecoding(const Profile& profile, const MediaInfo& media, Rows& rows);
 
 /// The stream's codec, and the codecs that a rule allows, for people.
 QString describeCodec(const VideoStreamInfo& video);

@@ -41,6 +41,9 @@ std::optional<CheckResult> syncRow(const MediaInfo& media);
 /// Samples that carry fewer bits than their format. Never graded.
 std::optional<CheckResult> bitsRow(const MediaInfo& media);
 
+/// What of the file did not decode; nothing when all of it did, or when nobody looked.
+std::optional<CheckResult> decodingRow(const MediaInfo& media);
+
 /// The runs out of limits up to some second, and from there on.
 struct PartedRuns {
     std::vector<LevelRun> before;

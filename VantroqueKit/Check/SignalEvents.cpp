@@ -115,6 +115,22 @@ public:
                     channelWord(each.channel)));
     }
 
+    void addDamage(const DecodeHealth& health)
+    {
+        for (const DamagedPlace& place : health.places) {
+            const QString what = place.picture && place.sound ? u"Picture and sound do"_s
+                                 : place.sound                ? u"The sound does"_s
+                                                              : u"The picture does"_s;
+            const std::int64_t frame = frameAt(place.start);
+            const std::int64_t end = frameAt(place.end);
+            add(Kind::decoding, frame, Verdict::fail, what + u" not decode whole here"_s,
+                end > frame ? std::optional(end) : std::nullopt);
+        }
+        if (health.endsAt)
+            add(Kind::decoding, frameAt(*health.endsAt), Verdict::fail,
+                u"The file ends here: it is cut off"_s);
+    }
+
     /// In order of frames, cut at the cap, with their ids.
     std::vector<SignalEvent> finished() &&
     {
@@ -192,6 +208,8 @@ std::vector<SignalEvent> events(const MediaInfo& media, double leaderEnd)
     if (const auto& levels = media.signal->channelLevels; levels && media.audio)
         list.addDeadChannels(*media.audio, *levels);
     list.addLostChannels(SignalChecks::lostChannels(media));
+    if (const auto& health = media.signal->decodeHealth)
+        list.addDamage(*health);
     return std::move(list).finished();
 }
 

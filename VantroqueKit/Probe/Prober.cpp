@@ -290,6 +290,7 @@ Result<MediaInfo> probe(const FileUrl& url)
     if (media.containerKind == "mp4"_L1 || media.containerKind == "mov"_L1)
         media.moovBeforeMdat = moovBeforeMdat(url);
     media.startTimecode = startTimecode(output);
+    media.missingBytes = missingBytes(url, media.fileSizeBytes);
     media.analysisVersion = currentAnalysisVersion;
     return media;
 }

@@ -68,6 +68,10 @@ std::optional<HDRMetadata> hdrMetadata(const QByteArray& framesJson);
 /// 16 bytes an atom; nothing when neither is found among the first 64.
 std::optional<bool> moovBeforeMdat(const FileUrl& url);
 
+/// How many bytes of so many the file lacks by its container's own account: QuickTime and MP4,
+/// Matroska, RIFF, MXF and transport streams have one. Reads a few bytes an element.
+std::optional<std::int64_t> missingBytes(const FileUrl& url, std::int64_t fileSize);
+
 /// Whether the picture carries CEA-608 or 708 captions (ATSC A/53 part 4). Decodes a few frames at
 /// the head and, in case captions begin late, at some more places up to `duration` seconds.
 bool hasClosedCaptions(const std::filesystem::path& ffprobe, const FileUrl& url, double duration,

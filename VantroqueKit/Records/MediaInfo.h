@@ -169,6 +169,9 @@ struct MediaInfo {
     std::optional<std::vector<SubtitleStreamInfo>> subtitleStreams;
     std::optional<int> analysisVersion;
     std::optional<QString> startTimecode;
+    /// How many bytes the file lacks by its container's own account; 0 when it is complete, absent
+    /// where the container says nothing.
+    std::optional<std::int64_t> missingBytes;
 
     bool isCurrentAnalysis() const { return analysisVersion == currentAnalysisVersion; }
     /// Size, duration, picture size and codec in one line for people.
@@ -178,7 +181,7 @@ struct MediaInfo {
 
     VANTROQUE_RECORD(MediaInfo, url, fileSizeBytes, formatName, containerKind, durationSeconds,
                      video, audio, signal, moovBeforeMdat, subtitleStreams, analysisVersion,
-                     startTimecode)
+                     startTimecode, missingBytes)
 };
 
 } // namespace vantroque

@@ -88,7 +88,8 @@ struct SignalEvent {
         safeArea,
         safeZone,
         captionSpelling,
-        captionDoubled
+        captionDoubled,
+        decoding
     };
 
     QString id; ///< Unique in the file's event list.
@@ -102,7 +103,7 @@ struct SignalEvent {
     VANTROQUE_RECORD(SignalEvent, id, kind, frame, endFrame, verdict, text, box)
 };
 VANTROQUE_ENUM_NAMES(SignalEvent::Kind, levels, blackFrame, flashFrame, duplicateFrame, phase,
-                     deadChannel, safeArea, safeZone, captionSpelling, captionDoubled)
+                     deadChannel, safeArea, safeZone, captionSpelling, captionDoubled, decoding)
 
 /// The picture's outline, for players and exports.
 struct VideoSummary {

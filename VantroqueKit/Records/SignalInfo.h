@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Records/AudioLevels.h"
+#include "Records/DecodeHealth.h"
 #include "Records/DetailEstimate.h"
 #include "Records/FrameCadence.h"
 #include "Records/PictureLevels.h"
@@ -60,6 +61,7 @@ struct SignalInfo {
     std::optional<std::vector<LostChannel>> lostChannels;
     std::optional<std::vector<TrackLoudness>> audioTracks; ///< All but those that are graded.
     std::optional<DetailEstimate> detail;
+    std::optional<DecodeHealth> decodeHealth;
 
     VANTROQUE_RECORD(SignalInfo, pictureStart, pictureEnd, soundStart, soundEnd, integratedLKFS,
                      truePeakDb, loudnessRangeLU, longestSilenceSeconds, headBlackSeconds,
@@ -67,7 +69,7 @@ struct SignalInfo {
                      audioIslands, leaderToneHz, leaderPopPeakDb, leaderToneChecked,
                      headSilenceSeconds, slateTextLines, textRegions, textScanAttempted, levels,
                      cadence, phase, channelLevels, channelSeries, lostChannels, audioTracks,
-                     detail)
+                     detail, decodeHealth)
 };
 
 } // namespace vantroque

@@ -28,9 +28,10 @@ QString name(SignalEvent::Kind kind)
     case safeArea: return u"Safe area"_s;
     case safeZone: return u"Safe zones"_s;
     case captionSpelling: return u"Captions"_s;
-    case captionDoubled: break;
+    case captionDoubled: return u"Doubled words"_s;
+    case decoding: break;
     }
-    return u"Doubled words"_s;
+    return u"Decoding"_s;
 }
 
 Marker finding(const SignalEvent& event, const QDateTime& now)

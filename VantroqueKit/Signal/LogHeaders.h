@@ -12,6 +12,9 @@ class LogHeaders {
 public:
     /// Whether the next line of the log is part of a header.
     bool holds(std::string_view line);
+    /// Whether the last line was inside a header. Complaints that begin with the file's name are
+    /// held back as well, and are not.
+    bool isInside() const { return m_inHeader; }
 
     /// The log without its headers.
     static QByteArray without(const QByteArray& log);

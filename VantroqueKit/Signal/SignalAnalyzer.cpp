@@ -3,6 +3,7 @@
 #include "Base/Files.h"
 #include "Base/ScratchFolder.h"
 #include "Base/Text.h"
+#include "Signal/DecodeHealthAnalyzer.h"
 #include "Signal/DecodeRun.h"
 #include "Signal/SignalLog.h"
 #include "Signal/SignalLogParser.h"
@@ -129,6 +130,9 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     if (!DecodeRun::counts(*output, source, log))
         return tl::unexpected(failedRun(*output));
     SignalInfo info = parse(log, media.durationSeconds, media.audio);
+    const DecodeTrouble trouble(Text::view(output->stderr), source.url.path().native(),
+                                source.video ? source.video->nominalFrameRate : 0);
+    info.decodeHealth = DecodeHealthAnalyzer::measure(trouble, source);
     SideOutputs outputs = sideOutputs(plan, std::move(output->stdout));
     // ffmpeg sums up also what it decoded no sample of, as silence.
     if (media.audio && !log.hasSound())
