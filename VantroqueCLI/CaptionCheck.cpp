@@ -76,8 +76,8 @@ void CaptionCheck::add(const LoadedCaptions& captions, const FileUrl& media, Fil
         return;
     if (!report.events)
         report.events.emplace();
-    for (SignalEvent& event :
-         CaptionEvents::events(*check.spelling, check.track, picture.frameRate))
+    for (SignalEvent& event : CaptionEvents::events(*check.spelling, check.track, picture.frameRate,
+                                                    picture.durationSeconds))
         report.events->push_back(std::move(event));
 }
 

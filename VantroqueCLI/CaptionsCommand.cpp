@@ -1,4 +1,5 @@
 #include "Base/Json.h"
+#include "Base/PathText.h"
 #include "Captions/CaptionLoader.h"
 #include "Probe/Prober.h"
 #include "VantroqueCLI/CaptionCheck.h"
@@ -40,7 +41,15 @@ Result<CaptionCheck> checked(const FileUrl& url, const Arguments& arguments)
                             hasPicture ? media->video->nominalFrameRate : 0, speller);
 }
 
-Result<QByteArray> json(const CaptionCheck& check)
+/// The object with what leads back to the file, when its name as text would not.
+QByteArray printed(QJsonObject object, const FileUrl& url)
+{
+    if (const auto bytes = PathText::base64(url.path()))
+        object.insert(u"pathBytes"_s, *bytes);
+    return Json::print(object);
+}
+
+Result<QByteArray> json(const FileUrl& url, const CaptionCheck& check)
 {
     const CaptionTrack& track = check.track;
     const QJsonObject encodedTrack{
@@ -48,30 +57,29 @@ Result<QByteArray> json(const CaptionCheck& check)
         {u"shift"_s, track.shift()},
         {u"cues"_s, TRY(RecordCoding::encode(track.cues()))},
     };
-    return Json::print(QJsonObject{
-        {u"track"_s, encodedTrack},
-        {u"health"_s, TRY(RecordCoding::encode(check.health))},
-        {u"report"_s, TRY(RecordCoding::encode(check.section))},
-    });
+    return printed({{u"track"_s, encodedTrack},
+                    {u"health"_s, TRY(RecordCoding::encode(check.health))},
+                    {u"report"_s, TRY(RecordCoding::encode(check.section))}},
+                   url);
 }
 
-QByteArray text(const FileUrl& url, const CaptionCheck& check)
+Result<QByteArray> text(const FileUrl& url, const CaptionCheck& check)
 {
     FileReport report;
     report.fileName = url.fileName();
     report.summaryLine = RecordCoding::key(enumName(check.track.format()));
     report.sections = {check.section};
-    return CheckReports::text({{url.displayPath(), Analyzer::Analysis{{}, report}}},
-                              Output::isColorTerminal());
+    const ReportForm form = CheckReports::text(Output::isColorTerminal());
+    return form.head + TRY(form.part({url.path(), Analyzer::Analysis{{}, report}})) + form.tail;
 }
 
 Result<void> tell(const FileUrl& url, const Result<CaptionCheck>& checked, bool asJson)
 {
     if (checked)
-        return Output::write({}, asJson ? TRY(json(*checked)) : text(url, *checked));
+        return Output::print(TRY(asJson ? json(url, *checked) : text(url, *checked)));
     if (!asJson)
         return tl::unexpected(checked.error());
-    return Output::write({}, Json::print(QJsonObject{{u"error"_s, checked.error().description}}));
+    return Output::print(printed({{u"error"_s, checked.error().description}}, url));
 }
 
 } // namespace

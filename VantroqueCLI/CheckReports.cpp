@@ -1,6 +1,7 @@
 #include "VantroqueCLI/CheckReports.h"
 
 #include "Base/Json.h"
+#include "Base/PathText.h"
 #include "Base/Text.h"
 #include "Check/TextRenderer.h"
 
@@ -10,13 +11,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The report without what a terminal would act on. Names, tags and words in the picture may hold
-/// it, and every text of a row may quote them.
+/// The report without what a terminal would act on. Names, tags, profiles and words in the picture
+/// may hold it, and every text of a row may quote them.
 FileReport displayable(FileReport report)
 {
     report.fileName = Text::printable(report.fileName);
+    report.summaryLine = Text::printable(report.summaryLine);
     const auto clean = [](std::vector<ProfileReport>& rows) {
-        for (ProfileReport& profile : rows)
+        for (ProfileReport& profile : rows) {
+            profile.profileName = Text::printable(profile.profileName);
             for (CheckResult& row : profile.checks) {
                 row.title = Text::printable(row.title); // captions are titled by their file
                 row.measured = Text::printable(row.measured);
@@ -24,6 +27,7 @@ FileReport displayable(FileReport report)
                 if (row.fix)
                     row.fix = Text::printable(*row.fix);
             }
+        }
     };
     clean(report.profiles);
     if (report.sections)
@@ -37,36 +41,48 @@ QString lines(const QString& error)
     return Text::joined(error.trimmed().split(u'\n'), u"\n  "_s, Text::printable);
 }
 
-} // namespace
-
-QByteArray text(const std::vector<CheckedFile>& files, bool color)
+Result<QByteArray> textOf(const CheckedFile& file, bool color)
 {
-    QStringList texts;
-    for (const CheckedFile& file : files)
-        texts << (file.outcome
-                      ? TextRenderer::render(displayable(file.outcome->report), color)
-                      : u"%1    could not be analysed\n  %2\n"_s.arg(
-                          Text::printable(file.path), lines(file.outcome.error().description)));
-    return (texts.join(TextRenderer::separator()) + u'\n').toUtf8();
+    if (file.outcome)
+        return TextRenderer::render(displayable(file.outcome->report), color).toUtf8();
+    return u"%1    could not be analysed\n  %2\n"_s
+        .arg(Text::printable(file.path()), lines(file.outcome.error().description))
+        .toUtf8();
 }
 
-Result<QByteArray> json(const std::vector<CheckedFile>& files, bool withMedia)
+/// What Json::print gives an object that stands in a list of another one.
+const QByteArray inList = "\n        ";
+
+Result<QByteArray> jsonOf(const CheckedFile& file, bool withMedia)
 {
-    QJsonArray list;
-    for (const CheckedFile& file : files) {
-        QJsonObject object{{u"path"_s, file.path},
-                           {u"status"_s, file.outcome ? u"done"_s : u"failed"_s}};
-        if (file.outcome) {
-            object.insert(u"report"_s, TRY(RecordCoding::encode(file.outcome->report)));
-            if (withMedia)
-                object.insert(u"media"_s, TRY(RecordCoding::encode(file.outcome->media)));
-        } else {
-            object.insert(u"error"_s, file.outcome.error().description);
-        }
-        list.append(object);
+    QJsonObject object{{u"path"_s, file.path()},
+                       {u"status"_s, file.outcome ? u"done"_s : u"failed"_s}};
+    if (const auto bytes = PathText::base64(file.name))
+        object.insert(u"pathBytes"_s, *bytes);
+    if (file.outcome) {
+        object.insert(u"report"_s, TRY(RecordCoding::encode(file.outcome->report)));
+        if (withMedia)
+            object.insert(u"media"_s, TRY(RecordCoding::encode(file.outcome->media)));
+    } else {
+        object.insert(u"error"_s, file.outcome.error().description);
     }
-    return Json::print(
-        QJsonObject{{u"version"_s, QStringLiteral(VANTROQUE_VERSION)}, {u"files"_s, list}});
+    return Json::print(object).trimmed().replace("\n", inList);
+}
+
+} // namespace
+
+ReportForm text(bool color)
+{
+    return {{}, TextRenderer::separator().toUtf8(), "\n", [color](const CheckedFile& file) {
+                return textOf(file, color);
+            }};
+}
+
+ReportForm json(bool withMedia)
+{
+    return {"{\n    \"files\": [" + inList, "," + inList,
+            "\n    ],\n    \"version\": \"" VANTROQUE_VERSION "\"\n}\n",
+            [withMedia](const CheckedFile& file) { return jsonOf(file, withMedia); }};
 }
 
 } // namespace vantroque::CheckReports

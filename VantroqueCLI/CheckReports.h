@@ -6,25 +6,37 @@
 #include <QByteArray>
 #include <QString>
 
-#include <vector>
+#include <functional>
+#include <string>
 
 namespace vantroque {
 
 /// One file of a call, and what became of it.
 struct CheckedFile {
-    QString path; ///< As it was given.
+    std::string name; ///< As it was given.
     Result<Analyzer::Analysis> outcome = failure({});
+
+    /// The name for people.
+    QString path() const { return QString::fromStdString(name); }
 };
 
-/// The forms in which `check` tells its results, with a final line feed.
+/// A form in which `check` tells its results: a part for each file, in the order of the call.
+struct ReportForm {
+    QByteArray head;    ///< Before the first part.
+    QByteArray between; ///< Two parts.
+    QByteArray tail;    ///< After the last part.
+    /// Fails when a record has no such form. Any thread.
+    std::function<Result<QByteArray>(const CheckedFile&)> part;
+};
+
 namespace CheckReports {
 
-QByteArray text(const std::vector<CheckedFile>& files, bool color);
-/// Fails when a record has no JSON form. `withMedia` adds all that is known of each file.
-Result<QByteArray> json(const std::vector<CheckedFile>& files, bool withMedia);
+ReportForm text(bool color);
+/// `withMedia` adds all that is known of each file.
+ReportForm json(bool withMedia);
 /// One suite a file, one case a row. A failing row is a failure unless it belongs to a
 /// recommendation, which never fails a file; a file that could not be analysed is an error.
-QByteArray junit(const std::vector<CheckedFile>& files);
+ReportForm junit();
 
 } // namespace CheckReports
 } // namespace vantroque

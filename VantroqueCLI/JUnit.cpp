@@ -1,5 +1,6 @@
 #include "VantroqueCLI/CheckReports.h"
 
+#include "Base/PlainText.h"
 #include "Base/Text.h"
 
 #include <QXmlStreamWriter>
@@ -12,11 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Without the characters that XML 1.0 cannot hold, which file names and tags may.
+/// Without the characters that XML 1.0 cannot hold or that a terminal acts on, which file names,
+/// tags and profiles may.
 QString xmlText(QString text)
 {
     for (QChar& c : text)
-        if ((c < u' ' && c != u'\t' && c != u'\n' && c != u'\r') || c.unicode() >= 0xFFFE)
+        if ((PlainText::steersTerminals(c) && c != u'\t' && c != u'\n' && c != u'\r')
+            || c.unicode() >= 0xFFFE)
             c = QChar::ReplacementCharacter;
     return text;
 }
@@ -64,7 +67,7 @@ void writeSuite(QXmlStreamWriter& xml, const CheckedFile& file)
             report.checks, [&](const CheckResult& row) { return isFailure(report, row); });
     }
     xml.writeStartElement(u"testsuite"_s);
-    xml.writeAttribute(u"name"_s, xmlText(file.path));
+    xml.writeAttribute(u"name"_s, xmlText(file.path()));
     xml.writeAttribute(u"tests"_s, QString::number(file.outcome ? cases : 1));
     xml.writeAttribute(u"failures"_s, QString::number(failures));
     xml.writeAttribute(u"errors"_s, file.outcome ? u"0"_s : u"1"_s);
@@ -87,22 +90,36 @@ void writeSuite(QXmlStreamWriter& xml, const CheckedFile& file)
     xml.writeEndElement();
 }
 
-} // namespace
-
-QByteArray junit(const std::vector<CheckedFile>& files)
+/// A document of suites. The head and the tail of all such are the same.
+template<typename WriteSuites>
+QByteArray document(WriteSuites writeSuites)
 {
-    QByteArray document;
-    QXmlStreamWriter xml(&document);
+    QByteArray bytes;
+    QXmlStreamWriter xml(&bytes);
     xml.setAutoFormatting(true);
     xml.setAutoFormattingIndent(2);
     xml.writeStartDocument();
     xml.writeStartElement(u"testsuites"_s);
     xml.writeAttribute(u"name"_s, u"vantroque"_s);
-    for (const CheckedFile& file : files)
-        writeSuite(xml, file);
+    writeSuites(xml);
     xml.writeEndElement();
     xml.writeEndDocument();
-    return document;
+    return bytes;
+}
+
+} // namespace
+
+ReportForm junit()
+{
+    // An element that would hold a suite, cut in two where the suite stands.
+    const QByteArray empty = document([](QXmlStreamWriter& xml) { xml.writeCharacters(u"|"_s); });
+    const QByteArray head = empty.first(empty.indexOf('|'));
+    const QByteArray tail = "\n" + empty.sliced(empty.indexOf('|') + 1);
+    return {head, {}, tail, [head, tail](const CheckedFile& file) -> Result<QByteArray> {
+                const QByteArray whole =
+                    document([&](QXmlStreamWriter& xml) { writeSuite(xml, file); });
+                return whole.sliced(head.size(), whole.size() - head.size() - tail.size());
+            }};
 }
 
 } // namespace vantroque::CheckReports

@@ -3,6 +3,7 @@
 #include "Review/ReviewStore.h"
 #include "VantroqueCLI/Commands.h"
 #include "VantroqueCLI/Output.h"
+#include "VantroqueCLI/OutputTarget.h"
 #include "VantroqueCLI/ProfileChoice.h"
 #include "VantroqueCLI/TextLanguages.h"
 
@@ -42,6 +43,7 @@ Result<void> writeMarkers(const Arguments& arguments)
     const auto format = TRY(chosenFormat(arguments));
     if (arguments.files().size() != 1)
         return failure(u"markers takes one file"_s);
+    const auto target = TRY(OutputTarget::of(arguments, arguments.files()));
     const FileUrl url = FileUrl::fromPath(arguments.files().front());
     const auto analysis = TRY(analysed(url, arguments));
     const auto review = ReviewStore::load(url);
@@ -50,8 +52,7 @@ Result<void> writeMarkers(const Arguments& arguments)
         {.review = review ? &*review : nullptr, .report = &analysis.report}, context.frameRate);
     if (markers.empty())
         Output::complain(u"this file has no notes or findings yet"_s);
-    return Output::write(arguments.value("output", {}),
-                         MarkerExport::write(markers, format, context).toUtf8());
+    return target.write(MarkerExport::write(markers, format, context).toUtf8());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "Review/MeasurementCSV.h"
 #include "VantroqueCLI/Commands.h"
 #include "VantroqueCLI/Output.h"
+#include "VantroqueCLI/OutputTarget.h"
 #include "VantroqueCLI/ProfileChoice.h"
 
 namespace vantroque {
@@ -14,6 +15,11 @@ ExitStatus measure(const Arguments& arguments)
         Output::complain(profiles ? u"no file given"_s : profiles.error().description);
         return ExitStatus::trouble;
     }
+    const auto target = OutputTarget::of(arguments, arguments.files());
+    if (!target) {
+        Output::complain(target.error().description);
+        return ExitStatus::trouble;
+    }
     ExitStatus status = ExitStatus::passed;
     QString table = MeasurementCSV::headerLine() + u'\n';
     for (const std::string& name : arguments.files()) {
@@ -25,7 +31,7 @@ ExitStatus measure(const Arguments& arguments)
             status = ExitStatus::trouble;
         }
     }
-    if (const auto told = Output::write(arguments.value("output", {}), table.toUtf8()); !told) {
+    if (const auto told = target->write(table.toUtf8()); !told) {
         Output::complain(told.error().description);
         status = ExitStatus::trouble;
     }

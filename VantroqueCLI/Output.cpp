@@ -1,19 +1,15 @@
 #include "VantroqueCLI/Output.h"
 
-#include "Base/FileDescriptor.h"
 #include "Base/Files.h"
 #include "Base/Text.h"
 
 #include <cerrno>
 #include <cstdlib>
-#include <fcntl.h>
-#include <filesystem>
 #include <unistd.h>
 
 namespace vantroque::Output {
 
 using namespace Qt::StringLiterals;
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -30,28 +26,18 @@ int writeAll(int descriptor, const QByteArray& bytes)
     return 0;
 }
 
-Result<void> writeThrough(int descriptor, const QByteArray& bytes, const QString& name)
-{
-    if (const int problem = writeAll(descriptor, bytes); problem != 0)
-        return failure(name + u": "_s + Files::systemMessage(problem));
-    return {};
-}
-
 } // namespace
 
-Result<void> write(const std::string& file, const QByteArray& document)
+Result<void> print(const QByteArray& document)
 {
-    if (file.empty())
-        return writeThrough(STDOUT_FILENO, document, u"standard output"_s);
-    std::error_code error;
-    // A symbolic link keeps pointing where it does; what it points at is replaced.
-    const fs::path resolved = fs::weakly_canonical(file, error);
-    const fs::path target = error ? fs::path(file) : resolved;
-    const auto kind = fs::status(target, error).type();
-    if (kind != fs::file_type::fifo && kind != fs::file_type::character)
-        return Files::writeAtomically(target, document);
-    const FileDescriptor open(::open(target.c_str(), O_WRONLY | O_CLOEXEC));
-    return writeThrough(open.get(), document, QString::fromStdString(file));
+    return writeThrough(STDOUT_FILENO, document, u"standard output"_s);
+}
+
+Result<void> writeThrough(int descriptor, const QByteArray& document, const QString& name)
+{
+    if (const int problem = writeAll(descriptor, document); problem != 0)
+        return failure(name + u": "_s + Files::systemMessage(problem));
+    return {};
 }
 
 void complain(const QString& message)

@@ -5,14 +5,13 @@
 #include <QByteArray>
 #include <QString>
 
-#include <string>
-
 /// Where the words of the command line go.
 namespace vantroque::Output {
 
-/// Writes a document to the file, or to standard output when the name is empty. A regular file is
-/// replaced whole or left as it was; a pipe or device is written through.
-Result<void> write(const std::string& file, const QByteArray& document);
+/// Writes a document to standard output.
+Result<void> print(const QByteArray& document);
+/// Writes a document to an open descriptor, which `name` means in an error.
+Result<void> writeThrough(int descriptor, const QByteArray& document, const QString& name);
 
 /// One line on standard error, behind the program's name.
 void complain(const QString& message);

@@ -1,4 +1,5 @@
 #include "Base/Json.h"
+#include "Base/PathText.h"
 #include "Probe/Prober.h"
 #include "VantroqueCLI/Commands.h"
 #include "VantroqueCLI/Output.h"
@@ -12,7 +13,10 @@ namespace {
 Result<void> printProbe(const std::string& name)
 {
     const auto media = TRY(Prober::probe(FileUrl::fromPath(name)));
-    return Output::write({}, TRY(Json::write(media)));
+    QJsonObject record = TRY(RecordCoding::encode(media)).toObject();
+    if (const auto bytes = PathText::base64(media.url.path()))
+        record.insert(u"pathBytes"_s, *bytes);
+    return Output::print(Json::print(record));
 }
 
 } // namespace

@@ -29,7 +29,8 @@ QString listing(const std::vector<Profile>& profiles)
             group = profile.group;
         }
         lines << u"  %1  %2  %3%4"_s.arg(
-            Text::fitted(profile.id, width), profile.verifiedDate, profile.name,
+            Text::fitted(Text::printable(profile.id), width), Text::printable(profile.verifiedDate),
+            Text::printable(profile.name),
             profile.inferred.value_or(false) ? u" (spec inferred)"_s : QString());
     }
     return lines.join(u'\n') + u'\n';
@@ -56,7 +57,7 @@ Result<void> print(const Arguments& arguments)
     if (!arguments.files().empty())
         return failure(u"profiles takes no files"_s);
     const auto profiles = TRY(loadProfiles(arguments));
-    return Output::write({}, TRY(document(profiles, arguments.has("freshness"), format == "json")));
+    return Output::print(TRY(document(profiles, arguments.has("freshness"), format == "json")));
 }
 
 } // namespace

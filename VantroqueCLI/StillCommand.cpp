@@ -3,6 +3,7 @@
 #include "Tools/FrameExporter.h"
 #include "VantroqueCLI/Commands.h"
 #include "VantroqueCLI/Output.h"
+#include "VantroqueCLI/OutputTarget.h"
 
 namespace vantroque {
 
@@ -14,7 +15,9 @@ Result<void> writeStill(const Arguments& arguments)
 {
     if (arguments.files().size() != 1 || !arguments.has("at"))
         return failure(u"still takes one file and --at TIME"_s);
-    const FileUrl url = FileUrl::fromPath(arguments.files().front());
+    const std::string& file = arguments.files().front();
+    TRY(OutputTarget::of(arguments, {file}));
+    const FileUrl url = FileUrl::fromPath(file);
     const auto media = TRY(Prober::probe(url));
     if (!media.video)
         return failure(url.fileName() + u": there is no picture in it"_s);
@@ -25,10 +28,12 @@ Result<void> writeStill(const Arguments& arguments)
     const std::string beside =
         url.path().parent_path()
         / (url.path().stem().native() + " " + time->fileSafeText().toStdString() + ".png");
+    const auto target = TRY(OutputTarget::of(arguments, {file}, beside));
+    // A pipe or device has no extension that would tell the format.
+    const std::string format = target.isFile() ? target.name() : "still.png";
     // Frames count from the first that is shown, as those of all findings do.
     const double start = Prober::pictureStart(url, media.video->specifier());
-    return FrameExporter::writeFrame(url, start + time->seconds(),
-                                     arguments.value("output", beside));
+    return target.write(TRY(FrameExporter::image(url, start + time->seconds(), format)));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <array>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace vantroque {
 
@@ -59,8 +60,7 @@ TerminalProgress::TerminalProgress(std::size_t fileCount, bool verbose)
 
 TerminalProgress::~TerminalProgress()
 {
-    if (m_isTerminal)
-        print(clearLine);
+    clear();
 }
 
 void TerminalProgress::update(std::size_t file, const QString& name,
@@ -76,23 +76,39 @@ void TerminalProgress::update(std::size_t file, const QString& name,
     draw(running);
 }
 
-void TerminalProgress::finished(std::size_t file)
+void TerminalProgress::finished(std::size_t file, const QString& verdict)
 {
     const std::scoped_lock lock(m_mutex);
     ++m_done;
     m_running.erase(file);
+    clear();
+    if (m_fileCount > 1) {
+        const QString left =
+            m_done < m_fileCount ? timeLeft(share(), m_fileCount, elapsedSeconds()) : QString();
+        print(
+            (u"%1 of %2  "_s.arg(m_done).arg(m_fileCount) + Text::printable(verdict) + left + u'\n')
+                .toUtf8());
+    }
     if (!m_running.empty())
         draw(m_running.begin()->second);
 }
 
+Result<void> TerminalProgress::aside(const std::function<Result<void>()>& print)
+{
+    const std::scoped_lock lock(m_mutex);
+    clear();
+    return print();
+}
+
 void TerminalProgress::tellEvents(Running& running, const AnalysisProgress::Snapshot& snapshot)
 {
-    for (; running.eventsTold < snapshot.events.size(); ++running.eventsTold)
-        print((m_isTerminal ? clearLine : QByteArray())
-              + u"%1: %2\n"_s
-                    .arg(Text::printable(running.name),
-                         eventText(snapshot.events[running.eventsTold]))
-                    .toUtf8());
+    for (; running.eventsTold < snapshot.events.size(); ++running.eventsTold) {
+        clear();
+        print(
+            u"%1: %2\n"_s
+                .arg(Text::printable(running.name), eventText(snapshot.events[running.eventsTold]))
+                .toUtf8());
+    }
 }
 
 QString TerminalProgress::line(double done, std::size_t count, const Running& running,
@@ -114,12 +130,29 @@ void TerminalProgress::draw(const Running& running)
 {
     if (!m_isTerminal)
         return;
+    print(clearLine
+          + line(share(), m_fileCount, running, elapsedSeconds(), terminalColumns()).toUtf8());
+    m_isDrawn = true;
+}
+
+void TerminalProgress::clear()
+{
+    if (std::exchange(m_isDrawn, false))
+        print(clearLine);
+}
+
+/// Whole files and shares of those under way.
+double TerminalProgress::share() const
+{
     double done = static_cast<double>(m_done);
     for (const auto& [file, each] : m_running)
         done += each.fraction;
-    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_started;
-    print(clearLine
-          + line(done, m_fileCount, running, elapsed.count(), terminalColumns()).toUtf8());
+    return done;
+}
+
+double TerminalProgress::elapsedSeconds() const
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - m_started).count();
 }
 
 } // namespace vantroque

@@ -1,18 +1,21 @@
 #pragma once
 
+#include "Base/Result.h"
 #include "Progress/AnalysisProgress.h"
 
 #include <QString>
 
 #include <chrono>
+#include <functional>
 #include <map>
 #include <mutex>
 
 namespace vantroque {
 
-/// One line on standard error that tells how far the call has got, when that is a terminal: a bar
-/// over all files, the stage and name of one that is under way, and the time left. With `verbose`
-/// also a line for each event that the decode comes upon, terminal or not. Any thread.
+/// How far a call has got, on standard error. Of several files each is told in a line of its own as
+/// it is done, with its verdict and the time left. On a terminal one more line, which is drawn
+/// again and again, has a bar over all files, the stage and name of one that is under way, and the
+/// time left. With `verbose` also a line for each event that the decode comes upon. Any thread.
 class TerminalProgress {
 public:
     TerminalProgress(std::size_t fileCount, bool verbose);
@@ -21,7 +24,10 @@ public:
     TerminalProgress& operator=(const TerminalProgress&) = delete;
 
     void update(std::size_t file, const QString& name, const AnalysisProgress::Snapshot& snapshot);
-    void finished(std::size_t file);
+    /// `verdict` is the word and the name of the file and what there is to say of it.
+    void finished(std::size_t file, const QString& verdict);
+    /// Has `print` write to the terminal while the drawn line is away.
+    Result<void> aside(const std::function<Result<void>()>& print);
 
     struct Running {
         QString name;
@@ -37,6 +43,9 @@ public:
 private:
     void tellEvents(Running& running, const AnalysisProgress::Snapshot& snapshot);
     void draw(const Running& running);
+    void clear();
+    double share() const;
+    double elapsedSeconds() const;
 
     const std::size_t m_fileCount;
     const bool m_verbose;
@@ -44,6 +53,7 @@ private:
     const std::chrono::steady_clock::time_point m_started = std::chrono::steady_clock::now();
     std::mutex m_mutex; ///< Guards what follows.
     std::size_t m_done = 0;
+    bool m_isDrawn = false;
     std::map<std::size_t, Running> m_running; ///< By the file's place in the call.
 };
 

@@ -19,7 +19,8 @@ const std::vector<Command>& commands()
         {"check",
          "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit] [--media]\n"
          "        [--detail] [--skip-signal] [--captions FILE] [--text-language CODE]...\n"
-         "        [--jobs N] [--verbose] [--profiles-dir DIR] [-o FILE] FILE...",
+         "        [--jobs N] [--verbose] [--profiles-dir DIR]\n"
+         "        [-o FILE] [--overwrite] FILE...",
          "Scores files against the delivery specifications of platforms; the digital ones\n"
          "      unless profiles or groups (digital, broadcast, recommendation) are named.",
          {{"profile", true},
@@ -34,7 +35,8 @@ const std::vector<Command>& commands()
           {"verbose", false},
           {"jobs", true},
           {"profiles-dir", true},
-          {"output", true}},
+          {"output", true},
+          {"overwrite", false}},
          check},
         {"probe",
          "FILE...",
@@ -42,13 +44,14 @@ const std::vector<Command>& commands()
          {},
          probe},
         {"measure",
-         "[--profiles-dir DIR] [-o FILE] FILE...",
+         "[--profiles-dir DIR] [-o FILE] [--overwrite] FILE...",
          "Measures files and prints a table, one line a file and one column a measurement.",
-         {{"profiles-dir", true}, {"output", true}},
+         {{"profiles-dir", true}, {"output", true}, {"overwrite", false}},
          measure},
         {"markers",
          "--format avid|premiere|resolve|csv [--profile ID]... [--group GROUP]... [--all]\n"
-         "        [--skip-signal] [--text-language CODE]... [--profiles-dir DIR] [-o FILE] FILE",
+         "        [--skip-signal] [--text-language CODE]... [--profiles-dir DIR]\n"
+         "        [-o FILE] [--overwrite] FILE",
          "Writes findings, and the notes of the file's review, as markers for an editing system\n"
          "      or as a table.",
          {{"format", true},
@@ -58,7 +61,8 @@ const std::vector<Command>& commands()
           {"skip-signal", false},
           {"text-language", true},
           {"profiles-dir", true},
-          {"output", true}},
+          {"output", true},
+          {"overwrite", false}},
          markers},
         {"captions",
          "[--media FILE] [--format text|json] FILE",
@@ -66,9 +70,9 @@ const std::vector<Command>& commands()
          {{"media", true}, {"format", true}},
          captions},
         {"still",
-         "--at TIME [-o FILE] FILE",
+         "--at TIME [-o FILE] [--overwrite] FILE",
          "Writes one frame as a picture, by default beside the file.",
-         {{"at", true}, {"output", true}},
+         {{"at", true}, {"output", true}, {"overwrite", false}},
          still},
         {"profiles",
          "[--freshness] [--format text|json] [--profiles-dir DIR]",
@@ -91,7 +95,9 @@ QByteArray usage()
             .append(command.summary)
             .append("\n\n");
     return text
-           + "Exit status: 0 every file was analysed and none fails a platform, 1 some file fails\n"
+           + "-o never replaces a file that is read, and one that is called like media only with\n"
+             "--overwrite.\n\n"
+             "Exit status: 0 every file was analysed and none fails a platform, 1 some file fails\n"
              "one, 2 some file could not be analysed or the call was wrong. Put \"--\" ahead of "
              "file\n"
              "names that begin with a hyphen.\n";
@@ -99,7 +105,7 @@ QByteArray usage()
 
 ExitStatus printed(const QByteArray& text)
 {
-    const auto written = Output::write({}, text);
+    const auto written = Output::print(text);
     if (written)
         return ExitStatus::passed;
     Output::complain(written.error().description);

@@ -3,6 +3,8 @@
 #include "Support/FakeTools.h"
 #include "Support/Media.h"
 
+#include <QJsonArray>
+
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -209,6 +211,51 @@ TEST_P(OddName, IsCheckedLikeAnyOther)
     EXPECT_EQ(files[0].status, u"done"_s) << files[0].error.value_or(u""_s).toStdString();
     EXPECT_EQ(files[0].path, QString::fromUtf8(GetParam()));
     EXPECT_EQ(files[0].report->fileName, QString::fromUtf8(GetParam()));
+}
+
+/// The first object that a command prints as JSON, called in a folder with a file of that name.
+QJsonObject printedIn(const TestFolder& folder, const Words& words)
+{
+    const auto run =
+        runProgram(Words{"env", "-C", folder.path().native(), Cli::program().native()} + words);
+    const QJsonObject object = Cli::json(run);
+    return object.contains("files"_L1) ? object["files"_L1].toArray().first().toObject() : object;
+}
+
+TEST(FileName, ThatTextWouldNotLeadBackToComesInBytesAsWell)
+{
+    const TestFolder folder;
+    for (const std::string name :
+         {"caf\xE9.wav", "\xEF\xBB\xBFmark.wav", "in\xEF\xBB\xBFside.wav"}) {
+        folder.write(name, contents(Clips::wav()));
+        const auto captions = name.substr(0, name.size() - 4) + ".srt";
+        folder.write(captions, "0:01 --> 0:02\nHello\n");
+        const auto bytes = [](const QJsonObject& object) {
+            return QByteArray::fromBase64(object["pathBytes"_L1].toString().toLatin1())
+                .toStdString();
+        };
+        EXPECT_EQ(bytes(printedIn(folder, {"check", "--format", "json", "--skip-signal", name})),
+                  name);
+        EXPECT_EQ(bytes(printedIn(folder, {"probe", name})), folder / name);
+        EXPECT_EQ(bytes(printedIn(folder, {"captions", "--format", "json", captions})),
+                  folder / captions);
+        EXPECT_EQ(bytes(printedIn(folder, {"check", "--format", "json", "no" + name})), "no" + name)
+            << "a file that fails";
+        EXPECT_EQ(bytes(printedIn(folder, {"captions", "--format", "json", "no" + captions})),
+                  folder / ("no" + captions));
+    }
+}
+
+TEST(FileName, ThatIsPlainTextComesAsTextAlone)
+{
+    const TestFolder folder;
+    for (const std::string name :
+         {"caf\xC3\xA9.wav", "\xF0\x9F\x8E\xAC.wav", "a b\n.wav", "%FF.wav"}) {
+        folder.write(name, contents(Clips::wav()));
+        for (const Words& words :
+             {Words{"check", "--format", "json", "--skip-signal", name}, Words{"probe", name}})
+            EXPECT_FALSE(printedIn(folder, words).contains("pathBytes"_L1)) << name;
+    }
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "Base/Json.h"
 #include "CLI/Cli.h"
 #include "Support/Clips.h"
 #include "Support/Media.h"
@@ -98,6 +99,12 @@ TEST_F(Check, TheJsonHoldsPathStatusAndReport)
     EXPECT_EQ(both[1].status, u"failed"_s);
     EXPECT_THAT(both[1].error->toStdString(), HasSubstr("No such file or directory"));
     EXPECT_EQ(both[1].report, std::nullopt);
+}
+
+TEST_F(Check, TheJsonIsLaidOutAsOneDocument)
+{
+    const auto result = run({"--format", "json", "--media", m_clip.native(), "/nowhere.mp4"});
+    EXPECT_EQ(result.out, Json::print(Cli::json(result)));
 }
 
 TEST_F(Check, TheRecordOfTheFileComesOnRequest)

@@ -123,6 +123,14 @@ TEST_F(Measure, ANameWithACommaIsOneField)
     EXPECT_THAT(lines(run({file.native()}).out).at(1), StartsWith("\"a, \"\"b\"\".wav\",wav,"));
 }
 
+TEST_F(Measure, NoNameIsAFormulaOrBreaksARow)
+{
+    const TestFolder folder;
+    const auto file = folder.write("=1+1,\n2.wav", contents(m_sound));
+    EXPECT_THAT(lines(run({file.native()}).out),
+                ElementsAre(firstLine, StartsWith("\"'=1+1, 2.wav\",wav,,")));
+}
+
 TEST_F(Measure, NamesBehindTwoHyphensAreFiles)
 {
     const auto result = run({"--", "--all"});

@@ -2,6 +2,7 @@
 #include "CLI/Cli.h"
 #include "Profiles/ProfileStore.h"
 #include "Profiles/SpecFreshness.h"
+#include "Support/Clips.h"
 #include "Support/Media.h"
 
 #include <QJsonArray>
@@ -21,6 +22,7 @@ protected:
         return Cli::run(Words{"profiles"} + m_profiles.words() + words);
     }
     const Cli::ProfilesFolder m_profiles;
+    const TestFolder m_folder;
 };
 
 template<typename T>
@@ -49,6 +51,44 @@ TEST_F(ProfilesCommand, MarksInferredOnes)
     profile.inferred = true;
     m_profiles.add(profile);
     EXPECT_THAT(run({}).out.toStdString(), HasSubstr("Test guess (spec inferred)\n"));
+}
+
+/// A profile in whose every text an escape code, a C1 one and a line feed stand.
+Profile speaking()
+{
+    const QString code = u"\u001b[2J\u009b2J\n\u202e"_s;
+    auto profile = Cli::containerProfile("speaking", ProfileGroup::digital, "mxf");
+    profile.id += code;
+    profile.name += code;
+    profile.shortName = code;
+    profile.sourceURL = profile.verifiedDate = code;
+    profile.notes = code;
+    profile.container->allowed = {u"mxf"_s + code};
+    profile.container->preferred = code;
+    profile.file = FileRule();
+    profile.file->namePattern = u"^never$"_s;
+    profile.file->nameNote = code;
+    return profile;
+}
+
+TEST_F(ProfilesCommand, TextsOfAProfileDoNotSpeakToTheTerminal)
+{
+    m_folder.write("speaking.json", Json::write(speaking()).value());
+    const Words from{"--profiles-dir", m_folder.path().native()};
+    const Words check = Words{"check"} + from + Words{Clips::wav().native()};
+    for (const Words& words :
+         {Words{"profiles"} + from, Words{"profiles", "--freshness"} + from,
+          Words{"profiles", "--format", "json"} + from, check, check + Words{"--format", "json"},
+          check + Words{"--format", "junit"}, check + Words{"--profile", "none\x1B[2J"}}) {
+        const auto result = Cli::run(words);
+        for (const QByteArray& told : {result.out, result.err})
+            for (const char* const code : {"\x1B", "\xC2\x9B", "\xE2\x80\xAE"})
+                EXPECT_FALSE(told.contains(code)) << testing::PrintToString(words);
+    }
+    EXPECT_EQ(Cli::run(Words{"profiles"} + from).out.count('\n'), 2) << "no line of its own";
+    EXPECT_EQ(listed<Profile>(Cli::run(Words{"profiles", "--format", "json"} + from)),
+              std::vector{speaking()})
+        << "JSON says the same in escapes";
 }
 
 TEST_F(ProfilesCommand, PrintsWholeProfilesAsJson)

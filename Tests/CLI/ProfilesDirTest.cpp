@@ -79,6 +79,14 @@ TEST_F(ProfilesDir, WithAWrongType)
                 HasSubstr("/damaged.json: .name: "));
 }
 
+TEST_F(ProfilesDir, WithAPatternForNamesThatIsNone)
+{
+    EXPECT_THAT(problemOfFile(R"({"id": "a", "name": "A", "group": "digital", "sourceURL": "",
+                                  "verifiedDate": "", "file": {"namePattern": "^(spot"}})"),
+                EndsWith("/damaged.json: .file.namePattern: no regular expression: missing "
+                         "closing parenthesis at character 7\n"));
+}
+
 TEST_F(ProfilesDir, WithAnUnknownGroup)
 {
     EXPECT_THAT(problemOfFile(R"({"id": "a", "name": "A", "group": "cinema", "sourceURL": "",

@@ -143,9 +143,28 @@ TEST(CaptionParser, ABlankLineCutsTheTextOfACue)
                 ElementsAre(u"one"_s, u"two"_s));
 }
 
-TEST(CaptionParser, ALineOfBlanksDoesNotCut)
+TEST(CaptionParser, ALineOfBlanksDoesNotCutTheTextOfACue)
 {
     EXPECT_THAT(texts(u"1\n0:01 --> 0:02\n one \n \t\n\ttwo\n"_s), ElementsAre(u"one\ntwo"_s));
+    EXPECT_THAT(texts(u"0:01 --> 0:02\none\n \n--> two\n \n"_s), ElementsAre(u"one\n--> two"_s));
+    EXPECT_THAT(texts(u"0:01 --> 0:02\n\t\none"_s), ElementsAre(u"one"_s));
+}
+
+TEST(CaptionParser, ALineOfBlanksPartsTwoCues)
+{
+    for (const QString& header : {u""_s, u"WEBVTT\n\n"_s, u"WEBVTT\n \n"_s, u"\t\n"_s})
+        for (const QString& between : {u" "_s, u"\t"_s, u"  \t "_s, u" \n\t"_s, u" \n"_s}) {
+            const QString text = header + u"1\n0:01 --> 0:02\none\n"_s + between
+                                 + u"\n2\n0:03 --> 0:04\ntwo\n"_s + between
+                                 + u"\n0:05 --> 0:06\nthree\n"_s;
+            EXPECT_THAT(texts(text), ElementsAre(u"one"_s, u"two"_s, u"three"_s))
+                << text.toStdString();
+        }
+}
+
+TEST(CaptionParser, ALineOfBlanksEndsABlockThatIsNoCue)
+{
+    EXPECT_THAT(texts(u"STYLE\nx\n \n1\n0:01 --> 0:02\none\n"_s), ElementsAre(u"one"_s));
 }
 
 TEST(CaptionParser, AnyNumberOfBlankLinesMayStandBetween)
@@ -232,14 +251,11 @@ TEST(CaptionParser, WithoutAHeaderTheClaimedFormatHolds)
     EXPECT_EQ(parse(cueText(u"one"_s), Format::embedded)->format(), Format::embedded);
 }
 
-TEST(CaptionParser, BlocksThatAreNoCaptionsAreSkippedEvenWithTimes)
+TEST(CaptionParser, InSubRipBlocksOfWebVttAreSkippedEvenWithTimes)
 {
-    for (const QString& name : {u"NOTE"_s, u"STYLE"_s, u"REGION"_s, u"WEBVTT"_s}) {
-        const QString block = name + u" on the side\n0:01 --> 0:02\nno\n\n"_s;
-        EXPECT_THAT(texts(u"WEBVTT\n\n"_s + block + u"0:03 --> 0:04\none"_s),
+    for (const QString& name : {u"NOTE"_s, u"STYLE"_s, u"REGION"_s})
+        EXPECT_THAT(texts(name + u" on the side\n0:01 --> 0:02\nno\n\n0:03 --> 0:04\none"_s),
                     ElementsAre(u"one"_s));
-        EXPECT_THAT(texts(block + u"0:03 --> 0:04\none"_s), ElementsAre(u"one"_s)) << "in SubRip";
-    }
 }
 
 TEST(CaptionParser, SettingsBehindTheTimesAreLeftOut)

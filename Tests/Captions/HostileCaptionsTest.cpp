@@ -1,10 +1,12 @@
 #include "Captions/CaptionParser.h"
 
 #include "Captions/CaptionFixtures.h"
+#include "Captions/CaptionHealth.h"
 #include "Support/TestFolder.h"
 
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 #include <random>
 #include <set>
 #include <tuple>
@@ -134,6 +136,29 @@ TEST(HostileCaptions, NullCharactersAreOrdinaryOnes)
     EXPECT_EQ(track->cues().front().text(), QString::fromLatin1("a\0b", 3));
 }
 
+/// Processor seconds that this thread takes to read a cue of so many megabytes and to look at it.
+double workOn(int megabytes)
+{
+    const QByteArray line = "<i>It is</i> a long story, told in &quot;many&quot; words. ";
+    const QByteArray text = "0:01 --> 0:02\n" + line.repeated(megabytes * 1'000'000 / line.size());
+    const auto now = [] {
+        timespec time{};
+        ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    };
+    const double start = now();
+    const auto track = parse(text);
+    EXPECT_TRUE(track);
+    EXPECT_EQ(CaptionHealth::of(*track, 60).cueCount, 1);
+    return now() - start;
+}
+
+TEST(HostileCaptions, ACueOfTenMegabytesTakesTenTimesTheWorkOfOne)
+{
+    const double one = std::min({workOn(1), workOn(1), workOn(1)});
+    EXPECT_LT(workOn(10), 25 * one) << "quadratic work would be a hundred times as much";
+}
+
 /// One piece again and again. Anything worse than linear would take hours.
 class Repeated : public testing::TestWithParam<QByteArray> {
 protected:
@@ -151,6 +176,12 @@ TEST_P(Repeated, IsReadInLinearTimeAsTheTextOfACue)
     EXPECT_GE(expectInOrder(parse("0:01 --> 0:02\n" + text())), 1U);
 }
 
+TEST_P(Repeated, IsReadInLinearTimeAsWebVtt)
+{
+    expectInOrder(parse("WEBVTT\n" + text()));
+    EXPECT_GE(expectInOrder(parse("WEBVTT\n\n0:01 --> 0:02\n" + text())), 1U);
+}
+
 TEST_P(Repeated, IsReadInLinearTimeAsATime)
 {
     expectInOrder(parse("0:01 --> " + text()));
@@ -162,8 +193,9 @@ INSTANTIATE_TEST_SUITE_P(HostileCaptions, Repeated,
                                          "<i>a", "{\\an8}", "<\xCC\xB8", ">\xCC\xB8<", "-->",
                                          "\n\n", "\n", "\r", "\r\n", "\n \n", ":", "1:", "1:1,",
                                          "1", " ", "\t", "&", "&lt;", "&amp;", "<br>",
-                                         "0:0-->0:1\n\n", "a\n", "\xCC\x81", "\xF0\x9F\x87\xAC",
-                                         "\xE2\x80\x8D", "\xFF", "-"));
+                                         "0:0-->0:1\n\n", "a\n", "a\n \n", " \na\n-->\n",
+                                         "\xCC\x81", "\xF0\x9F\x87\xAC", "\xE2\x80\x8D", "\xFF",
+                                         "-"));
 
 } // namespace
 } // namespace vantroque

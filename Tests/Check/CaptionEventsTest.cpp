@@ -40,6 +40,20 @@ const QByteArray sidecar = "1\n00:00:01,000 --> 00:00:03,000\nZorblax tze zorbla
 
 } // namespace
 
+TEST_F(CaptionEvents, NoneLiesAfterTheEndOfThePicture)
+{
+    const CaptionSpelling spelling{{{u"Tze"_s, 1, 1}}, {{u"so"_s, 2, 4}}, u"en"_s};
+    const auto inShort = events(spelling, track, 25, 2);
+    ASSERT_THAT(inShort, SizeIs(1));
+    EXPECT_EQ(inShort[0].frame, 25);
+    EXPECT_EQ(inShort[0].endFrame, 49) << "the cue outlasts the picture";
+    EXPECT_THAT(events(spelling, track, 25, 1), IsEmpty());
+    EXPECT_THAT(events(spelling, track, 25, 30), SizeIs(2));
+    const CaptionTrack endless(CaptionTrack::Format::srt,
+                               {CaptionCue::plain(1, 1e308, 1e308, u"Tze"_s)});
+    EXPECT_THAT(events({{{u"Tze"_s, 1, 1e308}}, {}, u"en"_s}, endless, 25), IsEmpty());
+}
+
 TEST_F(CaptionEvents, TellOfUnknownAndDoubledWordsForAsLongAsTheCueShows)
 {
     const CaptionSpelling spelling{{{u"Tze"_s, 1, 1}}, {{u"so"_s, 2, 4}}, u"en"_s};

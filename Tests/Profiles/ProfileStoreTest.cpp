@@ -153,6 +153,28 @@ TEST(ProfileStore, AFileThatIsNoProfileStopsAllWithThePlaceInIt)
                 ElementsAre(display(file) + u": .video.codecs[0].codec: missing"_s));
 }
 
+TEST(ProfileStore, APatternForNamesThatIsNoneStopsAllWithThePlaceInIt)
+{
+    const auto withPattern = [](const QString& pattern) {
+        Profile profile;
+        profile.id = u"b"_s;
+        profile.file = FileRule();
+        profile.file->namePattern = pattern;
+        return Json::write(profile).value();
+    };
+    const TestFolder folder;
+    const fs::path file = folder.write("b.json", withPattern(u"^[a-z]+_\\d{2}$"_s));
+    EXPECT_THAT(idsOf(ProfileStore::loadFrom(folder.path())), ElementsAre(u"b"_s));
+    for (const QString& pattern : {u"("_s, u"[a"_s, u"*"_s, u"a{2,1}"_s, u"\\"_s}) {
+        folder.write("b.json", withPattern(pattern));
+        const auto profiles = ProfileStore::loadFrom(folder.path());
+        ASSERT_FALSE(profiles) << pattern.toStdString();
+        EXPECT_TRUE(profiles.error().description.startsWith(
+            display(file) + u": .file.namePattern: no regular expression: "_s))
+            << profiles.error().description.toStdString();
+    }
+}
+
 TEST(ProfileStore, TheFirstDamagedFileByNameIsTheOneNamed)
 {
     const TestFolder folder;

@@ -6,6 +6,7 @@
 
 #include <csignal>
 #include <random>
+#include <set>
 
 // A program that is killed while it saves leaves the old record or the new one.
 
@@ -28,49 +29,38 @@ void killAWriter(const DataHome& home, const std::string& kind)
     EXPECT_EQ(writer.wait().status, 128 + SIGKILL);
 }
 
-/// How many files besides the record there are; no more than the one sibling.
-int siblings(const fs::path& file)
+/// What a kill leaves beside the record is no record, and has a name that nobody has.
+void lookBeside(const fs::path& file)
 {
-    int count = 0;
     for (const auto& entry : fs::directory_iterator(file.parent_path()))
-        if (entry.path() != file) {
-            EXPECT_EQ(entry.path(), file.native() + ".tmp");
-            ++count;
-        }
-    return count;
+        if (entry.path() != file)
+            EXPECT_EQ(entry.path().extension(), ".tmp") << entry.path();
 }
 
-template<typename Load, typename Save>
-void killAndLook(const std::string& kind, const fs::path& file, const DataHome& home, Load load,
-                 Save save)
+template<typename Load>
+void killAndLook(const std::string& kind, const fs::path& file, const DataHome& home, Load load)
 {
-    int interrupted = 0;
+    std::set<std::uintmax_t> sizes;
     for (int i = 0; i < kills; ++i) {
         killAWriter(home, kind);
         ASSERT_TRUE(StoreWriter::isWhole(load())) << "after kill " << i;
-        interrupted += siblings(file);
+        lookBeside(file);
+        sizes.insert(fs::file_size(file));
     }
-    testing::Test::RecordProperty("interrupted", interrupted);
-    EXPECT_GT(interrupted, kills / 10) << "the kills must meet saves";
-    ASSERT_TRUE(save());
-    EXPECT_EQ(siblings(file), 0) << "the next save takes the place of what a kill left";
+    EXPECT_GT(sizes.size(), 3U) << "the kills must meet the writer amid its saves";
 }
 
 TEST(KilledSave, OfAReviewLeavesAWholeOne)
 {
     const DataHome home;
     const fs::path file = home.reviews() / (StoreWriter::fingerprint.toStdString() + ".json");
-    killAndLook(
-        "review", file, home, [] { return ReviewStore::load(StoreWriter::fingerprint); },
-        [] { return ReviewStore::save(StoreWriter::review(1)); });
+    killAndLook("review", file, home, [] { return ReviewStore::load(StoreWriter::fingerprint); });
 }
 
 TEST(KilledSave, OfAWorkspaceLeavesAWholeOne)
 {
     const DataHome home;
-    killAndLook(
-        "workspace", home.workspace(), home, [] { return WorkspaceStore::load(); },
-        [] { return WorkspaceStore::save(StoreWriter::workspace(1)); });
+    killAndLook("workspace", home.workspace(), home, [] { return WorkspaceStore::load(); });
 }
 
 } // namespace

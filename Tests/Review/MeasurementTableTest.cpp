@@ -178,6 +178,41 @@ TEST(MeasurementTable, AnAbsentRecordEmptiesItsColumnsOnly)
                 ElementsAre("true_peak_dbtp"));
 }
 
+TEST(MeasurementTable, NamesAreGuardedAgainstFormulasAndQuotedAsInTheTableOfMarkers)
+{
+    for (const auto& [name, field] :
+         std::vector<std::pair<std::string, std::string>>{{"=SUM(A1)", "'=SUM(A1)"},
+                                                          {"+1.wav", "'+1.wav"},
+                                                          {"-1.wav", "'-1.wav"},
+                                                          {"@x.wav", "'@x.wav"},
+                                                          {"=a,b", "\"'=a,b\""},
+                                                          {"a,b.wav", "\"a,b.wav\""},
+                                                          {"\"so\".wav", "\"\"\"so\"\".wav\""},
+                                                          {"it's.wav", "\"it's.wav\""},
+                                                          {"a=b.wav", "a=b.wav"}}) {
+        MediaInfo media = sound();
+        media.url = FileUrl::fromPath("/spots/" + name);
+        EXPECT_EQ(line(media, {}, {}).toStdString(),
+                  field + ",wav,,,,,12.35" + std::string(31, ','));
+    }
+}
+
+TEST(MeasurementTable, ALineFeedInANameBreaksNoRow)
+{
+    for (const char* const name : {"a\nb.wav", "a\r\nb.wav", "a\tb.wav", "\na b.wav\r"}) {
+        MediaInfo media = sound();
+        media.url = FileUrl::fromPath(std::string("/spots/") + name);
+        EXPECT_EQ(table(media)["file"], "a b.wav");
+        EXPECT_FALSE(line(media, {}, {}).contains(u'\n'));
+    }
+}
+
+TEST(MeasurementTable, ANumberBelowZeroIsNoFormula)
+{
+    EXPECT_EQ(table(measuredFilm())["y_min_pct"], "-1.3");
+    EXPECT_EQ(table(measuredFilm())["loudness_lkfs"], "-23.1");
+}
+
 TEST(MeasurementTable, BlockAndBlurStandAloneAsWell)
 {
     EXPECT_THAT(Csv::filled(line(sound(), 1.0006, {})),

@@ -45,10 +45,8 @@ Result<FileReport> readAndScore(MediaInfo& media, const std::vector<Profile>& pr
 }
 
 /// What holds neither picture nor sound is no deliverable: captions, data or a cover alone.
-Result<MediaInfo> probed(const FileUrl& url, AnalysisProgress* progress)
+Result<MediaInfo> deliverable(MediaInfo media)
 {
-    enter(progress, Stage::probing);
-    MediaInfo media = TRY(Prober::probe(url));
     if (!media.video && !media.audio)
         return failure(u"There is no picture and no sound in it."_s);
     return media;
@@ -57,7 +55,8 @@ Result<MediaInfo> probed(const FileUrl& url, AnalysisProgress* progress)
 /// A record of another version is probed afresh; its measurements stay until they are replaced.
 Result<MediaInfo> probedAgain(const MediaInfo& stored, AnalysisProgress* progress)
 {
-    MediaInfo media = TRY(probed(stored.url, progress));
+    enter(progress, Stage::probing);
+    MediaInfo media = TRY(deliverable(TRY(Prober::probe(stored.url))));
     media.signal = stored.signal;
     return media;
 }
@@ -106,8 +105,15 @@ void carryOver(const SignalInfo& old, SignalInfo& fresh)
 Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
                          const Options& options, AnalysisProgress* progress)
 {
+    enter(progress, Stage::probing);
+    return analyze(TRY(Prober::probe(url)), profiles, options, progress);
+}
+
+Result<Analysis> analyze(MediaInfo probed, const std::vector<Profile>& profiles,
+                         const Options& options, AnalysisProgress* progress)
+{
     Analysis analysis;
-    analysis.media = TRY(probed(url, progress));
+    analysis.media = TRY(deliverable(std::move(probed)));
     if (progress != nullptr)
         progress->set(analysis.media);
     if (!options.skipSignalPass && needsSignalPass(profiles))
@@ -179,6 +185,10 @@ void readSlateIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
         return;
     auto& lines = media.signal->slateTextLines.emplace();
     if (!media.video)
+        return;
+    // A picture that ends before the slate's middle has no such frame.
+    const double end = std::max(media.durationSeconds, media.video->durationSeconds);
+    if (end > 0 && *slate / 2 > end)
         return;
     const auto read = SlateReader::readText(
         media.url, *slate / 2 + media.signal->pictureStart.value_or(0), *recognizers);

@@ -29,6 +29,10 @@ struct Options {
 Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
                          const Options& options = {}, AnalysisProgress* progress = nullptr);
 
+/// The same of a file that has been probed.
+Result<Analysis> analyze(MediaInfo probed, const std::vector<Profile>& profiles,
+                         const Options& options = {}, AnalysisProgress* progress = nullptr);
+
 /// Scores a stored record against other profiles, and first measures what it lacks for them.
 /// Blocks; any thread. On failure, also when the work is called off, `media` stays as it was.
 /// `recognizers` and `progress` may be null.

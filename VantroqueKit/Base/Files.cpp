@@ -1,6 +1,9 @@
 #include "Base/Files.h"
 
 #include "Base/FileDescriptor.h"
+#include "Base/Numbers.h"
+
+#include <QRandomGenerator>
 
 #include <cerrno>
 #include <cstdio>
@@ -11,9 +14,11 @@
 
 namespace vantroque::Files {
 
+namespace fs = std::filesystem;
+
 namespace {
 
-tl::unexpected<Error> failed(const std::filesystem::path& path, int errorNumber)
+tl::unexpected<Error> failed(const fs::path& path, int errorNumber)
 {
     return failure(QString::fromStdString(path.native()) + QStringLiteral(": ")
                    + systemMessage(errorNumber));
@@ -33,6 +38,81 @@ int writeWhole(const FileDescriptor& file, const QByteArray& bytes)
     return ::fsync(file.get()) == 0 ? 0 : errno;
 }
 
+/// Calls `make` with names beside `path` until it meets one that nobody has. 0 or an error number.
+template<typename Make>
+int atFreshName(const fs::path& path, fs::path& name, Make make)
+{
+    do {
+        const auto number = QString::number(QRandomGenerator::system()->generate64(), 16);
+        name = path.parent_path() / (".vantroque-" + number.toStdString() + ".tmp");
+        if (make(name))
+            return 0;
+    } while (errno == EEXIST);
+    const int problem = errno;
+    name.clear();
+    return problem;
+}
+
+/// A file in the making, in the folder of the one whose place it takes. Gone with this value unless
+/// it was moved there.
+class NewFile {
+public:
+    explicit NewFile(const fs::path& path)
+    {
+        // A file without a name leaves nothing, however the program ends. It gets one through its
+        // descriptor's entry in /proc.
+        if (::access("/proc/self/fd", X_OK) == 0)
+            m_file = FileDescriptor(
+                ::open(folderOf(path).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode));
+        if (m_file.isOpen())
+            return;
+        m_problem = atFreshName(path, m_name, [&](const fs::path& name) {
+            m_file =
+                FileDescriptor(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+            return m_file.isOpen();
+        });
+    }
+    ~NewFile()
+    {
+        if (!m_name.empty())
+            ::unlink(m_name.c_str());
+    }
+    NewFile(const NewFile&) = delete;
+    NewFile& operator=(const NewFile&) = delete;
+
+    /// 0, or the error number of its opening.
+    int problem() const { return m_problem; }
+    const FileDescriptor& descriptor() const { return m_file; }
+
+    /// 0 or an error number.
+    int moveTo(const fs::path& path)
+    {
+        if (m_name.empty())
+            m_problem = atFreshName(path, m_name, [&](const fs::path& name) {
+                const std::string self = "/proc/self/fd/" + Numbers::wholeText(m_file.get());
+                return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW)
+                       == 0;
+            });
+        if (m_problem == 0 && std::rename(m_name.c_str(), path.c_str()) != 0)
+            m_problem = errno;
+        if (m_problem == 0)
+            m_name.clear();
+        return m_problem;
+    }
+
+private:
+    static constexpr mode_t mode = 0666;
+
+    static fs::path folderOf(const fs::path& path)
+    {
+        return path.has_parent_path() ? path.parent_path() : fs::path(".");
+    }
+
+    FileDescriptor m_file;
+    fs::path m_name; ///< Empty while it has none.
+    int m_problem = 0;
+};
+
 } // namespace
 
 QString systemMessage(int errorNumber)
@@ -40,7 +120,7 @@ QString systemMessage(int errorNumber)
     return QString::fromStdString(std::generic_category().message(errorNumber));
 }
 
-Result<QByteArray> read(const std::filesystem::path& path, qint64 maxBytes)
+Result<QByteArray> read(const fs::path& path, qint64 maxBytes)
 {
     // Without O_NONBLOCK, opening a FIFO would wait for a writer for ever.
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -66,30 +146,23 @@ Result<QByteArray> read(const std::filesystem::path& path, qint64 maxBytes)
     return bytes;
 }
 
-Result<void> writeAtomically(const std::filesystem::path& path, const QByteArray& bytes)
+Result<void> writeAtomically(const fs::path& path, const QByteArray& bytes)
 {
-    std::filesystem::path sibling = path;
-    sibling += ".tmp";
-    // What a crash left behind goes first, also a link or a FIFO, on which opening would hang.
-    ::unlink(sibling.c_str());
-    FileDescriptor file(::open(sibling.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    if (!file.isOpen())
-        return failed(path, errno);
-    int problem = writeWhole(file, bytes);
-    file.close();
-    if (problem == 0 && std::rename(sibling.c_str(), path.c_str()) != 0)
-        problem = errno;
-    if (problem != 0) {
-        ::unlink(sibling.c_str());
+    NewFile file(path);
+    int problem = file.problem();
+    if (problem == 0)
+        problem = writeWhole(file.descriptor(), bytes);
+    if (problem == 0)
+        problem = file.moveTo(path);
+    if (problem != 0)
         return failed(path, problem);
-    }
     return {};
 }
 
-Result<void> makeFolder(const std::filesystem::path& path)
+Result<void> makeFolder(const fs::path& path)
 {
     std::error_code error;
-    std::filesystem::create_directories(path, error);
+    fs::create_directories(path, error);
     if (error)
         return failed(path, error.value());
     return {};

@@ -13,8 +13,8 @@ namespace vantroque::Files {
 /// The bytes of a regular file of at most `maxBytes`. An error names the path and the reason.
 Result<QByteArray> read(const std::filesystem::path& path, qint64 maxBytes);
 
-/// Writes to the sibling "{name}.tmp", flushes it to disk and swaps it in, so that a crash or a
-/// full disk leaves the old file whole. On failure the sibling is removed.
+/// Writes to a file under no name, or under one that nobody has, flushes it to disk and swaps it
+/// in: a crash or a full disk leaves the old file whole, and on failure nothing else is left.
 Result<void> writeAtomically(const std::filesystem::path& path, const QByteArray& bytes);
 
 /// Makes the folder, and those that it lies in, where they are missing. An error names the path.

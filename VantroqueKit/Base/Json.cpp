@@ -1,6 +1,10 @@
 #include "Base/Json.h"
 
+#include "Base/PlainText.h"
+
 #include <QJsonDocument>
+
+#include <algorithm>
 
 namespace vantroque::Json {
 
@@ -33,6 +37,23 @@ bool isTooDeep(const QByteArray& text)
     return false;
 }
 
+/// Names and tags may hold what steers a terminal. In a string, where alone it can stand, an escape
+/// says the same.
+QByteArray harmless(const QByteArray& json)
+{
+    const auto isHarmful = [](QChar c) { return c != u'\n' && PlainText::steersTerminals(c); };
+    const QString text = QString::fromUtf8(json);
+    if (std::ranges::none_of(text, isHarmful))
+        return json;
+    QString escaped;
+    for (const QChar c : text)
+        if (isHarmful(c))
+            escaped += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+        else
+            escaped += c;
+    return escaped.toUtf8();
+}
+
 } // namespace
 
 Result<QJsonValue> parse(const QByteArray& text, qsizetype limit)
@@ -53,7 +74,7 @@ QByteArray print(const QJsonValue& value)
 {
     const QJsonDocument document =
         value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
-    return document.toJson(QJsonDocument::Indented);
+    return harmless(document.toJson(QJsonDocument::Indented));
 }
 
 } // namespace vantroque::Json

@@ -14,4 +14,12 @@ FileUrl url(const QString& text)
     return FileUrl::fromString(text).value_or(FileUrl::fromPath(text.toStdString()));
 }
 
+std::optional<QString> base64(const std::filesystem::path& path)
+{
+    const QByteArray bytes = QByteArray::fromStdString(path.native());
+    if (QUtf8StringView(bytes).isValidUtf8() && !bytes.contains("\xEF\xBB\xBF"))
+        return std::nullopt;
+    return QString::fromLatin1(bytes.toBase64());
+}
+
 } // namespace vantroque::PathText

@@ -1,7 +1,11 @@
 #include "Base/Text.h"
 
+#include "Base/PlainText.h"
+
 #include <QLocale>
 #include <QTextBoundaryFinder>
+
+#include <algorithm>
 
 namespace vantroque::Text {
 
@@ -65,14 +69,7 @@ QString firstColumns(const QString& text, int columns)
 
 QString printable(QString text)
 {
-    const auto isBetween = [](QChar c, char16_t first, char16_t last) {
-        return c >= first && c <= last;
-    };
-    // Line and paragraph separators, embeddings and overrides; isolates.
-    for (QChar& c : text)
-        if (c.category() == QChar::Other_Control || isBetween(c, 0x2028, 0x202E)
-            || isBetween(c, 0x2066, 0x2069))
-            c = u'?';
+    std::ranges::replace_if(text, PlainText::steersTerminals, u'?');
     return text;
 }
 

@@ -1,13 +1,18 @@
 #include "Captions/CaptionParser.h"
 
 #include "Base/Numbers.h"
-#include "Captions/CaptionWords.h"
+#include "Base/Text.h"
+#include "Captions/CaptionLines.h"
+#include "Captions/WebVtt.h"
 
 #include <QStringDecoder>
 
 #include <utility>
 
 namespace vantroque::CaptionParser {
+
+using namespace Qt::StringLiterals;
+using CaptionLines::arrow;
 
 namespace {
 
@@ -59,22 +64,33 @@ void unifyLineEnds(QString& text)
     text.truncate(size);
 }
 
-/// Cuts the piece ahead of the first separator off `rest`, and the separator with it.
-QStringView takePiece(QStringView& rest, QStringView separator)
-{
-    const qsizetype end = rest.indexOf(separator);
-    const QStringView piece = end < 0 ? rest : rest.first(end);
-    rest = end < 0 ? QStringView() : rest.sliced(end + separator.size());
-    return piece;
-}
-
 /// The next line that is not blank, without blanks at its ends; empty behind the last.
 QStringView takeLine(QStringView& block)
 {
     QStringView line;
     while (line.isEmpty() && !block.isEmpty())
-        line = CaptionWords::trimmed(takePiece(block, u"\n"));
+        line = CaptionWords::trimmed(CaptionLines::take(block));
     return line;
+}
+
+/// The lines up to an empty one, or up to a cue that lines of blanks part from them. Any other line
+/// of blanks belongs to the block.
+QStringView takeBlock(QStringView& rest)
+{
+    const QStringView all = rest;
+    while (!rest.isEmpty() && !rest.startsWith(u'\n')) {
+        if (!CaptionLines::isBlank(CaptionLines::next(rest))) {
+            CaptionLines::take(rest);
+            continue;
+        }
+        CaptionLines::takeBlanks(rest);
+        if (beginsCue(rest))
+            break;
+    }
+    const QStringView block = all.first(all.size() - rest.size());
+    if (rest.startsWith(u'\n'))
+        rest = rest.sliced(1);
+    return block;
 }
 
 /// Headers, comments, style sheets and regions of WebVTT.
@@ -84,9 +100,14 @@ bool isNoCaption(QStringView firstLine)
            || firstLine.startsWith(u"STYLE") || firstLine.startsWith(u"REGION");
 }
 
-constexpr QStringView arrow = u"-->";
+/// Without a number as yet.
+CaptionCue cueOf(const TimeSpan& times, const QString& text)
+{
+    StyledText styled = styledRuns(text);
+    return {0, times.start, times.end, std::move(styled.runs), styled.placement};
+}
 
-/// The cue that a block holds. What stands ahead of its times is a number or a name.
+/// The cue that a block holds. What stands in front of its times is a number or a name.
 std::optional<CaptionCue> cueIn(QStringView block)
 {
     QStringView line = takeLine(block);
@@ -103,8 +124,27 @@ std::optional<CaptionCue> cueIn(QStringView block)
             text += u'\n';
         text += line;
     }
-    StyledText styled = styledRuns(text);
-    return CaptionCue{0, times->start, times->end, std::move(styled.runs), styled.placement};
+    return cueOf(*times, text);
+}
+
+std::vector<CaptionCue> cuesOfSubRip(QStringView text)
+{
+    std::vector<CaptionCue> cues;
+    while (!text.isEmpty())
+        if (auto cue = cueIn(takeBlock(text)))
+            cues.push_back(*std::move(cue));
+    return cues;
+}
+
+std::vector<CaptionCue> cuesOfWebVtt(QString text)
+{
+    text.replace(QChar::Null, QChar::ReplacementCharacter); // as the standard has it
+    std::vector<CaptionCue> cues;
+    for (const WebVtt::Cue& cue : WebVtt::cues(QStringView(text).trimmed()))
+        cues.push_back(cueOf(cue.times, Text::joined(cue.lines, u"\n"_s, [](QStringView line) {
+                                 return CaptionWords::trimmed(line).toString();
+                             })));
+    return cues;
 }
 
 } // namespace
@@ -133,19 +173,21 @@ std::optional<CaptionTrack> parse(QString text, CaptionTrack::Format claimed,
     if (text.startsWith(QChar::ByteOrderMark))
         text.remove(0, 1);
     const bool isVtt = QStringView(text).trimmed().startsWith(u"WEBVTT");
-    std::vector<CaptionCue> cues;
-    for (QStringView rest = text; !rest.isEmpty();) {
-        auto cue = cueIn(takePiece(rest, u"\n\n"));
-        if (!cue)
-            continue;
-        cue->id = static_cast<int>(cues.size()) + 1;
+    auto cues = isVtt ? cuesOfWebVtt(std::move(text)) : cuesOfSubRip(text);
+    int id = 0;
+    for (CaptionCue& cue : cues) {
+        cue.id = ++id;
         if (placementTags == PlacementTags::ignored)
-            cue->placement = CaptionCue::Placement::bottom;
-        cues.push_back(*std::move(cue));
+            cue.placement = CaptionCue::Placement::bottom;
     }
     if (cues.empty())
         return std::nullopt;
     return CaptionTrack(isVtt ? CaptionTrack::Format::vtt : claimed, std::move(cues));
+}
+
+bool beginsCue(QStringView lines)
+{
+    return timing(CaptionLines::take(lines)) || timing(CaptionLines::take(lines));
 }
 
 std::optional<TimeSpan> timing(QStringView line)
@@ -168,7 +210,7 @@ std::optional<double> seconds(QStringView stamp)
     constexpr std::size_t tooMany = 4;
     std::vector<QStringView> pieces;
     while (!stamp.isEmpty() && pieces.size() < tooMany)
-        if (const QStringView piece = takePiece(stamp, u":"); !piece.isEmpty())
+        if (const QStringView piece = CaptionLines::takePiece(stamp, u":"); !piece.isEmpty())
             pieces.push_back(piece);
     if (pieces.size() < 2 || pieces.size() == tooMany)
         return std::nullopt;

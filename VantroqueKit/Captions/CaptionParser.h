@@ -10,7 +10,8 @@
 #include <optional>
 #include <vector>
 
-/// SubRip and WebVTT, told apart by content. Forgiving: a block that cannot be read is skipped.
+/// SubRip and WebVTT, told apart by content. Forgiving: a block that cannot be read is skipped. A
+/// line of blanks parts two cues as an empty one does, and is nothing inside of one.
 /// Pure, callable from any thread, in linear time whatever the bytes.
 namespace vantroque::CaptionParser {
 
@@ -37,6 +38,8 @@ QString decodeEntities(QStringView text);
 
 /// "start --> end", and possibly settings behind it. The start may lie behind the end.
 std::optional<TimeSpan> timing(QStringView line);
+/// Whether these lines begin with the times of a cue, with or without its number or name.
+bool beginsCue(QStringView lines);
 
 /// "MM:SS.mmm" or "HH:MM:SS.mmm" with a point or comma and any number of digits.
 std::optional<double> seconds(QStringView stamp);

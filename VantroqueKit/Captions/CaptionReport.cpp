@@ -12,8 +12,13 @@ using Finding = CaptionSpelling::Finding;
 
 namespace {
 
+/// A file may claim any time. Beyond the last that a time code counts to, it would show another
+/// one.
 QString timecode(double seconds, double rate)
 {
+    const Timecode last(Timecode::frameCeiling, rate);
+    if (seconds > last.seconds())
+        return u"after "_s + last.text();
     return Timecode::fromSeconds(seconds, rate).text();
 }
 

@@ -1,11 +1,14 @@
 #include "Check/CaptionEvents.h"
 
 #include "Base/Numbers.h"
+#include "Base/Timecode.h"
 #include "Captions/CaptionReport.h"
 #include "Captions/LoadedCaptions.h"
 #include "Check/EventOrder.h"
 
 #include <QHash>
+
+#include <algorithm>
 
 namespace vantroque::CaptionEvents {
 
@@ -14,13 +17,17 @@ using Finding = CaptionSpelling::Finding;
 using Kind = SignalEvent::Kind;
 
 std::vector<SignalEvent> events(const CaptionSpelling& spelling, const CaptionTrack& track,
-                                double frameRate)
+                                double frameRate, double duration)
 {
     const double rate = frameRate > 0 ? frameRate : 24;
+    const auto lastFrame =
+        duration > 0 ? std::max<std::int64_t>(Numbers::roundedToInt(rate * duration) - 1, 0)
+                     : Timecode::frameCeiling;
     QHash<int, std::int64_t> endFrames;
     for (const CaptionCue& cue : track.cues())
-        endFrames.insert(cue.id, Numbers::roundedToInt(rate * cue.end));
-    const auto event = [&](Kind kind, const Finding& finding, const QString& text) {
+        endFrames.insert(cue.id, std::min(Numbers::roundedToInt(rate * cue.end), lastFrame));
+    std::vector<SignalEvent> list;
+    const auto add = [&](Kind kind, const Finding& finding, const QString& text) {
         SignalEvent made;
         made.kind = kind;
         made.frame = Numbers::roundedToInt(rate * finding.seconds);
@@ -28,17 +35,17 @@ std::vector<SignalEvent> events(const CaptionSpelling& spelling, const CaptionTr
             made.endFrame = *end;
         made.verdict = Verdict::warn;
         made.text = text;
-        return made;
+        if (made.frame <= lastFrame)
+            list.push_back(std::move(made));
     };
 
     const QString dictionary = CaptionReport::dictionaryName(spelling);
-    std::vector<SignalEvent> list;
     for (const Finding& finding : spelling.unknownWords)
-        list.push_back(event(Kind::captionSpelling, finding,
-                             u"\"%1\" is not a word %2 knows."_s.arg(finding.word, dictionary)));
+        add(Kind::captionSpelling, finding,
+            u"\"%1\" is not a word %2 knows."_s.arg(finding.word, dictionary));
     for (const Finding& finding : spelling.doubledWords)
-        list.push_back(event(Kind::captionDoubled, finding,
-                             u"\"%1\": the same word twice running."_s.arg(finding.word)));
+        add(Kind::captionDoubled, finding,
+            u"\"%1\": the same word twice running."_s.arg(finding.word));
     return EventOrder::byFrame(std::move(list));
 }
 
@@ -51,7 +58,9 @@ std::vector<SignalEvent> events(const std::optional<FileReview>& review, const F
         return {};
     const auto spelling = CaptionSpelling::of(captions->track, checker, captions->language,
                                               CaptionSpelling::nameWords(media));
-    return spelling ? events(*spelling, captions->track, frameRate) : std::vector<SignalEvent>();
+    if (!spelling)
+        return {};
+    return events(*spelling, captions->track, frameRate, video ? video->durationSeconds : 0);
 }
 
 } // namespace vantroque::CaptionEvents

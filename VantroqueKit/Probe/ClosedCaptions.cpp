@@ -11,8 +11,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Frames decoded at each place; captions repeat their data at least once a second.
-const QString frames = u"%+#60"_s;
+const QString frames = u"%+#%1"_s.arg(captionFramesAtHead);
 /// Seconds. A file that takes longer over a few frames is made to.
 constexpr double longestSearch = 60;
 

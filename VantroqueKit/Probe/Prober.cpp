@@ -188,8 +188,11 @@ bool VideoProbe::carriesCaptions(const Stream& stream, const VideoStreamInfo& vi
     if (stream.closed_captions.value_or(0) > 0)
         return true;
     static constexpr std::array codecs{"h264"_L1, "hevc"_L1, "mpeg2video"_L1};
+    // The look at the head sees all of a short picture.
+    const bool isShort = video.frameCount && *video.frameCount <= captionFramesAtHead;
     return std::ranges::any_of(codecs, [&](auto codec) { return video.codec == codec; })
-           && hasClosedCaptions(ffprobe, url, video.durationSeconds, video.specifier(), shortage);
+           && hasClosedCaptions(ffprobe, url, isShort ? 0 : video.durationSeconds,
+                                video.specifier(), shortage);
 }
 
 std::optional<VideoStreamInfo> describeVideo(const FFProbeOutput& output, const fs::path& ffprobe,

@@ -72,6 +72,9 @@ std::optional<bool> moovBeforeMdat(const FileUrl& url);
 /// Matroska, RIFF, MXF and transport streams have one. Reads a few bytes an element.
 std::optional<std::int64_t> missingBytes(const FileUrl& url, std::int64_t fileSize);
 
+/// Frames in which captions are looked for at each place; they repeat their data at least once a
+/// second.
+constexpr int captionFramesAtHead = 60;
 /// Whether the picture carries CEA-608 or 708 captions (ATSC A/53 part 4). Decodes a few frames at
 /// the head and, in case captions begin late, at some more places up to `duration` seconds.
 bool hasClosedCaptions(const std::filesystem::path& ffprobe, const FileUrl& url, double duration,

@@ -6,6 +6,8 @@
 #include "Base/ResourceFolder.h"
 #include "Base/Text.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <system_error>
 
@@ -52,9 +54,28 @@ Result<std::vector<fs::path>> profileFiles(const fs::path& directory)
     return files;
 }
 
+/// A pattern that is none would let no file pass, and nobody would know why.
+Result<void> requirePattern(const Profile& profile)
+{
+    if (!profile.file || !profile.file->namePattern)
+        return {};
+    const QRegularExpression pattern(*profile.file->namePattern);
+    if (pattern.isValid())
+        return {};
+    return failure(u".file.namePattern: no regular expression: %1 at character %2"_s.arg(
+        pattern.errorString(), QString::number(pattern.patternErrorOffset() + 1)));
+}
+
+Result<Profile> decoded(const QByteArray& text)
+{
+    const Profile profile = TRY(Json::read<Profile>(text));
+    TRY(requirePattern(profile));
+    return profile;
+}
+
 Result<Profile> read(const fs::path& file)
 {
-    auto profile = Json::read<Profile>(TRY(Files::read(file, Json::maxBytes)));
+    auto profile = decoded(TRY(Files::read(file, Json::maxBytes)));
     if (!profile)
         return failure(display(file) + u": "_s + profile.error().description);
     return profile;

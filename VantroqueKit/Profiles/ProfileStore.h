@@ -29,8 +29,9 @@ Directory profilesDirectory(const std::vector<std::filesystem::path>& roots);
 Result<std::vector<Profile>> loadAll();
 Result<std::vector<Profile>> loadAll(const std::vector<std::filesystem::path>& roots);
 /// All profiles in a folder's files with the extension "json", by group and then by name. One file
-/// that cannot be read fails the whole, since the data ships with the program; the error names the
-/// file and the place in it. Fails when the folder cannot be listed.
+/// that cannot be read, or whose pattern for file names is none, fails the whole, since the data
+/// ships with the program; the error names the file and the place in it. Fails when the folder
+/// cannot be listed.
 Result<std::vector<Profile>> loadFrom(const std::filesystem::path& directory);
 
 /// The profile with that id out of a new `loadAll`.

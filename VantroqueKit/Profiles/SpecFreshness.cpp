@@ -60,7 +60,8 @@ QString summary(const std::vector<Profile>& profiles, const QDateTime& now)
         const std::string_view state = enumName(row.state);
         const QString days = row.days ? QString::number(*row.days) + u'd' : u"unreadable"_s;
         return u"  "_s + Text::fitted(QLatin1String(state.data(), qsizetype(state.size())), 10)
-               + Text::fitted(days, 12) + row.verifiedDate + u"  "_s + row.name;
+               + Text::fitted(days, 12) + Text::printable(row.verifiedDate) + u"  "_s
+               + Text::printable(row.name);
     });
 }
 

@@ -1,7 +1,8 @@
 #include "Review/MarkerFormats.h"
 
+#include "Base/PlainText.h"
+
 #include <QLocale>
-#include <QRegularExpression>
 
 namespace vantroque::MarkerExport {
 
@@ -20,18 +21,9 @@ Color color(const Marker& marker)
     return Color::cyan;
 }
 
-QString oneLine(const QString& text)
-{
-    // Control characters, Unicode's separators of lines and paragraphs, halves of characters and
-    // the two code points that XML forbids.
-    static const QRegularExpression breaks(
-        u"\\r\\n|[\\x{0}-\\x{1F}\\x{7F}-\\x{9F}\\x{2028}\\x{2029}\\x{FFFE}\\x{FFFF}]"_s);
-    return QString::fromUtf8(text.toUtf8()).replace(breaks, u" "_s).trimmed();
-}
-
 QString xml(const QString& text)
 {
-    return oneLine(text)
+    return PlainText::oneLine(text)
         .replace(u"&"_s, u"&amp;"_s)
         .replace(u"<"_s, u"&lt;"_s)
         .replace(u">"_s, u"&gt;"_s)

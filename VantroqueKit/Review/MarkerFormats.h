@@ -20,10 +20,7 @@ QString csv(const std::vector<Marker>& markers, const MarkerContext& context);
 enum class Color { green, red, yellow, cyan };
 Color color(const Marker& marker);
 
-/// On one line and without blanks around: each line end, tab or other control character becomes a
-/// blank. XML can hold none of the latter.
-QString oneLine(const QString& text);
-/// `oneLine` with what has a meaning in XML escaped.
+/// On one line, with what has a meaning in XML escaped.
 QString xml(const QString& text);
 /// In local time and English, as in "Mar 01 26 01:05PM".
 QString dateText(const QDateTime& date);

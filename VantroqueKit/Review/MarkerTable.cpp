@@ -1,3 +1,4 @@
+#include "Base/Csv.h"
 #include "Base/RecordCoding.h"
 #include "Base/Text.h"
 #include "Base/Timecode.h"
@@ -11,19 +12,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString csvField(const QString& text)
-{
-    QString field = oneLine(text);
-    const bool isQuoted = field.contains(u',') || field.contains(u'"') || field.contains(u'\'');
-    // A spreadsheet would run what begins like a formula.
-    if (!field.isEmpty() && u"=+-@"_s.contains(field.front()))
-        field.prepend(u'\'');
-    return isQuoted ? u'"' + field.replace(u"\""_s, u"\"\""_s) + u'"' : field;
-}
-
 QString line(const QStringList& fields)
 {
-    return Text::joined(fields, u","_s, csvField) + u'\n';
+    QStringList guarded;
+    for (const QString& field : fields)
+        guarded << Csv::text(field);
+    return Csv::line(guarded) + u'\n';
 }
 
 QString line(const Marker& marker, const MarkerContext& context)

@@ -1,6 +1,7 @@
 #include "Review/MeasurementCSV.h"
 
 #include "Analysis/Analyzer.h"
+#include "Base/Csv.h"
 #include "Base/Numbers.h"
 #include "Base/Text.h"
 #include "Signal/ChannelAnalyzer.h"
@@ -15,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A column and what it holds of a file.
+/// A column and its field of a file, ready for the table.
 struct Column {
     QString name;
     std::function<QString(const MediaInfo&)> field;
@@ -161,18 +162,18 @@ QString detail(const SignalInfo& signal, std::optional<double> DetailEstimate::*
 std::vector<Column> fileColumns()
 {
     return {
-        {u"file"_s, [](const MediaInfo& media) { return media.url.fileName(); }},
-        {u"container"_s, [](const MediaInfo& media) { return media.containerKind; }},
-        ofVideo(u"codec"_s, [](const auto& video) { return video.codec; }),
+        {u"file"_s, [](const MediaInfo& media) { return Csv::text(media.url.fileName()); }},
+        {u"container"_s, [](const MediaInfo& media) { return Csv::text(media.containerKind); }},
+        ofVideo(u"codec"_s, [](const auto& video) { return Csv::text(video.codec); }),
         ofVideo(u"width"_s, [](const auto& video) { return QString::number(video.width); }),
         ofVideo(u"height"_s, [](const auto& video) { return QString::number(video.height); }),
         ofVideo(u"fps"_s, [](const auto& video) { return fixed(video.nominalFrameRate, 3); }),
         {u"seconds"_s, [](const MediaInfo& media) { return fixed(media.durationSeconds, 2); }},
         ofVideo(u"bit_depth"_s, [](const auto& video) { return number(video.bitDepth); }),
         ofVideo(u"color_range"_s,
-                [](const auto& video) { return video.colorRange.value_or(QString()); }),
+                [](const auto& video) { return Csv::text(video.colorRange.value_or(QString())); }),
         ofVideo(u"color_space"_s,
-                [](const auto& video) { return video.colorSpace.value_or(QString()); }),
+                [](const auto& video) { return Csv::text(video.colorSpace.value_or(QString())); }),
     };
 }
 
@@ -266,13 +267,6 @@ const std::vector<Column>& columns()
     return all;
 }
 
-QString quoted(QString field)
-{
-    if (!field.contains(u',') && !field.contains(u'"'))
-        return field;
-    return u'"' + field.replace(u"\""_s, u"\"\""_s) + u'"';
-}
-
 /// The mean of all numbers that stand behind `key`.
 std::optional<double> mean(const QByteArray& log, const QByteArray& key)
 {
@@ -312,7 +306,7 @@ const QStringList& header()
 
 QString headerLine()
 {
-    return header().join(u',');
+    return Csv::line(header());
 }
 
 Result<QString> row(const FileUrl& url, const std::vector<Profile>& profiles)
@@ -326,11 +320,11 @@ QString line(const MediaInfo& media, std::optional<double> block, std::optional<
 {
     QStringList fields;
     for (const Column& column : columns())
-        fields << quoted(column.field(media));
+        fields << column.field(media);
     fields << fixed(block, 3) << fixed(blur, 3);
     for (const Column& column : loudnessColumns())
-        fields << quoted(column.field(media));
-    return fields.join(u',');
+        fields << column.field(media);
+    return Csv::line(fields);
 }
 
 BlockAndBlur blockAndBlur(const MediaInfo& media)

@@ -1,4 +1,5 @@
 #include "Base/Numbers.h"
+#include "Base/PlainText.h"
 #include "Review/MarkerFormats.h"
 
 // Edit decision lists of the CMX 3600 kind with the comments by which Resolve tells markers.
@@ -23,18 +24,19 @@ QString colorName(Color color)
 QString event(qsizetype number, const Marker& marker, const MarkerContext& context)
 {
     const QString span = context.timecode(marker.frame) + u"  "_s + context.timecode(marker.end());
-    const QString name = oneLine(marker.name);
+    const QString name = PlainText::oneLine(marker.name);
     return Numbers::zeroPadded(number, 3) + u"  001  C  V  "_s + span + u"  "_s + span + u"\n@"_s
-           + name + u", "_s + dateText(marker.date).toLower() + u'\n' + oneLine(marker.comment)
-           + u" |C:"_s + colorName(color(marker)) + u" |M:"_s + name + u" |D:"_s
-           + QString::number(marker.duration) + u"\n\n"_s;
+           + name + u", "_s + dateText(marker.date).toLower() + u'\n'
+           + PlainText::oneLine(marker.comment) + u" |C:"_s + colorName(color(marker)) + u" |M:"_s
+           + name + u" |D:"_s + QString::number(marker.duration) + u"\n\n"_s;
 }
 
 } // namespace
 
 QString resolveEDL(const std::vector<Marker>& markers, const MarkerContext& context)
 {
-    QString text = u"TITLE: "_s + oneLine(context.fileName) + u"\nFCM: NON DROP FRAME\n\n"_s;
+    QString text =
+        u"TITLE: "_s + PlainText::oneLine(context.fileName) + u"\nFCM: NON DROP FRAME\n\n"_s;
     qsizetype number = 0;
     for (const Marker& marker : markers)
         text += event(++number, marker, context);

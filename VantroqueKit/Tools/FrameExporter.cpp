@@ -55,27 +55,33 @@ FFToolError noFrame()
 Result<void> writeFrame(const FileUrl& media, double time, const fs::path& output,
                         std::optional<int> forReading)
 {
+    return Files::writeAtomically(output, TRY(image(media, time, output, forReading)));
+}
+
+Result<QByteArray> image(const FileUrl& media, double time, const fs::path& output,
+                         std::optional<int> forReading)
+{
     constexpr qint64 maxImageBytes = 2'000'000'000;
     // ffmpeg takes a "%" in an output's path for a pattern and leaves half a file when it is
     // stopped, so it writes elsewhere.
     const auto scratch = TRY(ScratchFolder::make());
-    const fs::path image = scratch.path() / ("frame" + output.extension().native());
+    const fs::path written = scratch.path() / ("frame" + output.extension().native());
     std::string filters;
-    Arguments written{image.native()};
+    Arguments after{written.native()};
     if (forReading) {
         filters = "scale='min(" + wholeText(*forReading) + ",iw)':-2";
-        written.insert(written.begin(), {"-pix_fmt", "rgb24", "-compression_level", "1"});
+        after.insert(after.begin(), {"-pix_fmt", "rgb24", "-compression_level", "1"});
     }
-    if (auto ran = run({"-y"}, media, time, filters, written); !ran) {
+    if (auto ran = run({"-y"}, media, time, filters, after); !ran) {
         FFToolError error = std::move(ran.error());
-        error.stderr.replace(QString::fromStdString(image.native()),
+        error.stderr.replace(QString::fromStdString(written.native()),
                              QString::fromStdString(output.native()));
         return tl::unexpected(Error(error));
     }
     std::error_code error;
-    if (!fs::exists(image, error))
+    if (!fs::exists(written, error))
         return tl::unexpected(Error(noFrame()));
-    return Files::writeAtomically(output, TRY(Files::read(image, maxImageBytes)));
+    return Files::read(written, maxImageBytes);
 }
 
 Result<QByteArray, FFToolError> frameData(const FileUrl& media, double time,

@@ -17,6 +17,10 @@ namespace vantroque::FrameExporter {
 Result<void> writeFrame(const FileUrl& media, double time, const std::filesystem::path& output,
                         std::optional<int> forReading = {});
 
+/// The bytes that `writeFrame` would write.
+Result<QByteArray> image(const FileUrl& media, double time, const std::filesystem::path& output,
+                         std::optional<int> forReading = {});
+
 /// A PNG, brought to `maxWidth` pixels if that is given, also upward.
 Result<QByteArray, FFToolError> frameData(const FileUrl& media, double time,
                                           std::optional<int> maxWidth = {});

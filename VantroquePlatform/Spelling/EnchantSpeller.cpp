@@ -6,6 +6,8 @@
 #include "VantroquePlatform/Spelling/WordLookup.h"
 #include "VantroquePlatform/Spelling/WordSplitter.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <enchant.h>
 #include <mutex>
@@ -30,9 +32,16 @@ EnchantBroker* broker()
 /// What a dictionary does not know of a text.
 std::vector<Range> unknownIn(const QString& text, EnchantDict* dictionary, const QString& code)
 {
+    // Enchant asks the disk for the user's own words each time, and texts repeat theirs.
+    QHash<QString, bool> answers;
     const auto has = [&](const QString& word) {
-        const QByteArray bytes = word.toUtf8();
-        return enchant_dict_check(dictionary, bytes.constData(), bytes.size()) == 0;
+        auto answer = answers.constFind(word);
+        if (answer == answers.constEnd()) {
+            const QByteArray bytes = word.toUtf8();
+            answer = answers.insert(
+                word, enchant_dict_check(dictionary, bytes.constData(), bytes.size()) == 0);
+        }
+        return *answer;
     };
     const WordLookup lookup(has, code);
     std::vector<Range> unknown;

@@ -1,0 +1,124 @@
+#include "VantroqueCLI/CheckRun.h"
+
+#include "Base/Text.h"
+#include "VantroqueCLI/CaptionCheck.h"
+#include "VantroqueCLI/Output.h"
+#include "VantroqueCLI/TextLanguages.h"
+
+#include <thread>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The verdict of a file in a line.
+QString verdictOf(const CheckedFile& file)
+{
+    if (!file.outcome)
+        return u"error  %1: could not be analysed"_s.arg(file.path());
+    const FileReport& report = file.outcome->report;
+    const Verdict alone = report.sectionsWarn() ? Verdict::warn : Verdict::info;
+    return u"%1  %2: %3"_s.arg(
+        Text::utf8(enumName(report.profiles.empty() ? alone : report.summaryVerdict())),
+        file.path(), report.summaryHeadline());
+}
+
+ExitStatus judged(const CheckedFile& file)
+{
+    if (!file.outcome)
+        return ExitStatus::trouble;
+    return file.outcome->report.failingProfiles().empty() ? ExitStatus::passed : ExitStatus::failed;
+}
+
+} // namespace
+
+CheckRun::CheckRun(const Arguments& arguments, std::size_t jobs,
+                   const std::vector<Profile>& profiles,
+                   const std::optional<LoadedCaptions>& captions, ReportWriter& report)
+    : m_arguments(arguments),
+      m_jobs(std::min(jobs, arguments.files().size())),
+      m_profiles(profiles),
+      m_captions(captions),
+      m_report(report),
+      m_recognizers(recognizerStart(textLanguages(arguments))),
+      m_display(arguments.files().size(), arguments.has("verbose")),
+      m_probes(arguments.files(), m_jobs)
+{
+}
+
+void CheckRun::tellAtOnce()
+{
+    m_report.tellAtOnce([this](const QByteArray& bytes) {
+        return m_display.aside([&] { return Output::print(bytes); });
+    });
+}
+
+Result<ExitStatus> CheckRun::run()
+{
+    if (!options().skipSignalPass)
+        complainIfTextCannotBeRead(m_recognizers, m_profiles);
+    {
+        std::vector<std::jthread> helpers; // join at the end of the block
+        for (std::size_t i = 1; i < m_jobs; ++i)
+            helpers.emplace_back([this] { work(); });
+        work();
+    }
+    if (m_failure)
+        return tl::unexpected(*m_failure);
+    return m_status;
+}
+
+Analyzer::Options CheckRun::options()
+{
+    return {.skipSignalPass = m_arguments.has("skip-signal"),
+            .includeDetail = m_arguments.has("detail"),
+            .recognizers = &m_recognizers};
+}
+
+void CheckRun::work()
+{
+    while (!m_hasFailed) {
+        auto next = m_probes.take();
+        if (!next)
+            return;
+        const std::size_t index = next->index;
+        finish(index, checked(*std::move(next)));
+    }
+}
+
+CheckedFile CheckRun::checked(ProbeAhead::File next)
+{
+    const std::size_t index = next.index;
+    const std::string& name = m_arguments.files()[index];
+    const QString fileName = FileUrl::fromPath(name).fileName();
+    AnalysisProgress progress([&](const AnalysisProgress::Snapshot& snapshot) {
+        m_display.update(index, fileName, snapshot);
+    });
+    CheckedFile file{name, analysed(std::move(next), progress)};
+    if (file.outcome && m_captions)
+        CaptionCheck::add(*m_captions, file.outcome->media.url, file.outcome->report, m_speller);
+    return file;
+}
+
+Result<Analyzer::Analysis> CheckRun::analysed(ProbeAhead::File next, AnalysisProgress& progress)
+{
+    progress.set(AnalysisProgress::Stage::probing);
+    return Analyzer::analyze(TRY(next.media.get()), m_profiles, options(), &progress);
+}
+
+void CheckRun::finish(std::size_t index, const CheckedFile& file)
+{
+    const auto told = m_report.add(index, file);
+    m_display.finished(index, verdictOf(file));
+    const std::scoped_lock lock(m_mutex);
+    m_status = worse(m_status, judged(file));
+    if (!file.outcome)
+        m_problems.emplace(index, file.path() + u": "_s + file.outcome.error().description);
+    // What cannot be told need not be measured.
+    if (!told && !m_hasFailed.exchange(true))
+        m_failure = told.error();
+}
+
+} // namespace vantroque

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Analysis/Analyzer.h"
+#include "Captions/LoadedCaptions.h"
+#include "VantroqueCLI/Arguments.h"
+#include "VantroqueCLI/ExitStatus.h"
+#include "VantroqueCLI/ProbeAhead.h"
+#include "VantroqueCLI/ReportWriter.h"
+#include "VantroqueCLI/TerminalProgress.h"
+#include "VantroquePlatform/Spelling/EnchantSpeller.h"
+
+#include <atomic>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace vantroque {
+
+/// The files of one `check`, several at once if asked. Each is let go when it has been told. What
+/// it is made of must outlive it.
+class CheckRun {
+public:
+    CheckRun(const Arguments& arguments, std::size_t jobs, const std::vector<Profile>& profiles,
+             const std::optional<LoadedCaptions>& captions, ReportWriter& report);
+
+    /// Needed before `run` when each file is told on the terminal as it is done.
+    void tellAtOnce();
+    /// Blocks until all files are told. Fails when that is not possible; the rest is then left out.
+    Result<ExitStatus> run();
+
+    /// Which files are missing from the report, and why, by their place in the call.
+    const std::map<std::size_t, QString>& problems() const { return m_problems; }
+
+private:
+    Analyzer::Options options();
+    void work();
+    CheckedFile checked(ProbeAhead::File next);
+    Result<Analyzer::Analysis> analysed(ProbeAhead::File next, AnalysisProgress& progress);
+    void finish(std::size_t index, const CheckedFile& file);
+
+    const Arguments& m_arguments;
+    const std::size_t m_jobs;
+    const std::vector<Profile>& m_profiles;
+    const std::optional<LoadedCaptions>& m_captions;
+    ReportWriter& m_report;
+    RecognizerPool m_recognizers;
+    EnchantSpeller m_speller;
+    TerminalProgress m_display;
+    ProbeAhead m_probes;
+    std::atomic<bool> m_hasFailed = false;
+    std::mutex m_mutex; ///< Guards what follows.
+    ExitStatus m_status = ExitStatus::passed;
+    std::map<std::size_t, QString> m_problems;
+    std::optional<Error> m_failure;
+};
+
+} // namespace vantroque
