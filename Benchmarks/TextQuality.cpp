@@ -1,8 +1,11 @@
 // How well text in pictures is found, on generated pictures whose text is known. Prints figures for
 // the set that no threshold was chosen on, or with "tuning" for the other.
+// Photographs are one set, and no threshold was chosen on it.
 //   TextQuality frames|slates|clips [tuning] [--per-kind N] [--only NUMBER] [--show FOLDER]
+//   TextQuality photographs [--per-kind N]
 
 #include "TextQualityClips.h"
+#include "TextQualityPhotographs.h"
 
 #include "Base/Numbers.h"
 #include "Check/SlateLayout.h"
@@ -271,7 +274,10 @@ int main(int argc, char** argv)
         runSlates(options, **recognizer);
     else if (arguments.value(0) == u"clips"_s)
         TextQuality::runClips(options.set, options.perKind);
+    else if (arguments.value(0) == u"photographs"_s)
+        TextQuality::runPhotographs(options.perKind);
     else
-        qFatal("TextQuality frames|slates|clips [tuning] [--per-kind N] [--show FOLDER]");
+        qFatal(
+            "TextQuality frames|slates|clips|photographs [tuning] [--per-kind N] [--show FOLDER]");
     return 0;
 }

@@ -1,12 +1,12 @@
 #include "TextQualityClips.h"
 
+#include "ClipFile.h"
 #include "Probe/Prober.h"
 #include "Support/TextScenes.h"
 #include "Text/TextPlacementReader.h"
 #include "VantroquePlatform/Recognition/TesseractRecognizer.h"
 
 #include <QPainter>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -20,9 +20,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int rate = 25;
-constexpr int frameCount = 150;
-constexpr QSize size(1280, 720);
+constexpr int rate = clipRate;
+constexpr int frameCount = clipFrames;
+constexpr QSize size = clipSize;
 
 enum class Entrance { cut, fade, wipe, endCard };
 
@@ -76,25 +76,6 @@ struct Clip {
         return picture;
     }
 };
-
-void write(const Clip& clip, const QString& path)
-{
-    QProcess process;
-    process.start(u"ffmpeg"_s,
-                  {u"-hide_banner"_s, u"-loglevel"_s, u"error"_s,    u"-y"_s,   u"-f"_s,
-                   u"rawvideo"_s,     u"-pix_fmt"_s,  u"bgra"_s,     u"-s"_s,   u"1280x720"_s,
-                   u"-r"_s,           u"25"_s,        u"-i"_s,       u"-"_s,    u"-c:v"_s,
-                   u"libx264"_s,      u"-preset"_s,   u"veryfast"_s, u"-crf"_s, u"23"_s,
-                   u"-pix_fmt"_s,     u"yuv420p"_s,   path});
-    for (int i = 0; i < frameCount; ++i) {
-        const QImage picture = clip.frame(i);
-        process.write(reinterpret_cast<const char*>(picture.constBits()), picture.sizeInBytes());
-        process.waitForBytesWritten(-1);
-    }
-    process.closeWriteChannel();
-    if (!process.waitForFinished(-1) || process.exitCode() != 0)
-        qFatal("ffmpeg: %s", process.readAllStandardError().constData());
-}
 
 struct Figures {
     int drawn = 0;
@@ -176,7 +157,7 @@ void run(const Clip& clip, RecognizerPool& recognizers, Figures& figures)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"clip.mp4"_s);
-    write(clip, path);
+    writeClip(path, [&clip](int index) { return clip.frame(index); });
     const auto media = Prober::probe(FileUrl::fromPath(path.toStdString()));
     if (!media)
         qFatal("%s", qPrintable(media.error().description));

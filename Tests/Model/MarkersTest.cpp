@@ -79,10 +79,16 @@ TEST_F(Markers, ChangingOnesMindWritesNothingAndSaysNothing)
     const FileUrl spot = file("spot.mp4");
     note(spot, {5});
     analyse(spot);
+    QStringList told;
+    QObject::connect(&model(), &AppModel::exportMessageChanged, &model(), [&] {
+        if (const auto& message = model().exportMessage())
+            told << *message;
+    });
     model().exportMarkers(MarkerExport::Format::avid);
-    QTest::qWait(100);
     EXPECT_EQ(m_desktop.proposed.size(), 1U);
-    EXPECT_EQ(model().exportMessage(), std::nullopt);
+    m_desktop.answer = FileUrl::fromPath(m_folder / "out.csv");
+    exportAs(MarkerExport::Format::csv);
+    EXPECT_THAT(told, ElementsAre(u"Saved 1 marker to out.csv"_s)) << "by the second alone";
 }
 
 TEST_F(Markers, AFailedWriteIsTold)

@@ -199,7 +199,7 @@ Overlay overlay(Set set, const Wanted& wanted, const Background& background, QSi
         const double height = between(random, 0.032, 0.10);
         layout.add(Kind::shortSuper, pick(shortTexts(set), random), face, height, top);
     }
-    const double legalSize = between(random, 0.0155, 0.025);
+    const double legalSize = between(random, wanted.smallestLegal, wanted.largestLegal);
     const Face legalFace = pick(faces(set), random);
     for (int i = 0; i < wanted.legalLines; ++i)
         layout.add(Kind::legal, pick(legalTexts(set), random), legalFace, legalSize,

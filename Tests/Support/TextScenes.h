@@ -49,6 +49,9 @@ struct Wanted {
     bool super = false;
     bool shortSuper = false;
     int legalLines = 0;
+    // The type of legal lines, as a fraction of the picture's height.
+    double smallestLegal = 0.0155;
+    double largestLegal = 0.025;
 };
 /// Text that a person could read over that background.
 Overlay overlay(Set set, const Wanted& wanted, const Background& background, QSize size,

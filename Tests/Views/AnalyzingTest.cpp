@@ -71,8 +71,7 @@ TEST_F(Analyzing, ShowsThePictureWithItsScopes)
 TEST_F(Analyzing, KeepsThePlaceOfThePictureBeforeThereIsOne)
 {
     watch("run-probing.mp4");
-    window().resize(1440, 900);
-    QApplication::processEvents();
+    resizeTo({1440, 900});
     const int before = top(live<LiveTimeline>());
     EXPECT_TRUE(live<LiveInstruments>().isVisible());
     m_scene.release();
@@ -95,7 +94,7 @@ TEST_F(Analyzing, GivesThePlaceToTheChannelsOfAFileWithoutAPicture)
 TEST_F(Analyzing, FitsTheSmallestWindowWithManyChannels)
 {
     watch("run-many.mov");
-    window().resize(window().minimumSize());
+    resizeTo(window().minimumSize());
     ASSERT_TRUE(soonShows(u"0:14 of 0:30"_s));
     ASSERT_TRUE(soon([&] { return live<LiveTimeline>().isVisible(); }));
     QApplication::processEvents();

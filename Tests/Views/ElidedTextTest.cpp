@@ -60,7 +60,7 @@ protected:
         for (Profile& profile : profiles)
             profile.name += u" of the Northern Isles and of all Western Approaches to Them"_s;
         open(profiles);
-        window().resize(window().minimumSize());
+        resizeTo(window().minimumSize());
     }
     /// With a file of a long name; what it begins with says what becomes of it.
     void openWith(const std::string& name)

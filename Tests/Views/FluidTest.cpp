@@ -128,8 +128,7 @@ protected:
     }
     void resizeTo(int height)
     {
-        window().resize(window().width(), height);
-        ASSERT_TRUE(m_dog.run([&] { return window().height() == height; }));
+        WindowTest::resizeTo({window().width(), height});
         rest();
     }
     void toggleOne() { model().toggle(model().profiles().back().id); }

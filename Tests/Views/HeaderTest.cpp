@@ -88,7 +88,7 @@ TEST_F(HeaderBar, SaysNothingWhenTheTextCannotBeWritten)
 TEST_F(HeaderBar, ShortensALongMessageAndShowsAllOfItOnHover)
 {
     open();
-    window().resize(window().minimumSize());
+    resizeTo(window().minimumSize());
     const QString message = u"Saved 3 reports to "_s + QString(300, u'n') + u".txt"_s;
     model().setExportMessage(message);
     const auto* label = the<QLabel>(u"Last export"_s);

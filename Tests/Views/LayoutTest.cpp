@@ -14,8 +14,7 @@ class Layout : public WindowTest {
 protected:
     int sidebarAt(int width)
     {
-        window().resize(width, 900);
-        QApplication::processEvents();
+        resizeTo({width, 900});
         return the<Sidebar>()->width();
     }
 };
@@ -52,8 +51,7 @@ TEST_F(Layout, NothingInAReportIsWiderThanTheWindow)
     open(profiles);
     drop({anyFile("long" + std::string(200, 'a') + ".mp4")});
     ASSERT_TRUE(soonIdle());
-    window().resize(window().minimumSize());
-    QApplication::processEvents();
+    resizeTo(window().minimumSize());
     EXPECT_EQ(window().size(), window().minimumSize());
     const auto& report = *the<ReportView>();
     EXPECT_EQ(report.horizontalScrollBar()->maximum(), 0);
@@ -69,7 +67,7 @@ TEST_F(Layout, ALongErrorIsShownWholeAndScrolls)
     open();
     drop({anyFile("bad-long.mp4")});
     ASSERT_TRUE(soonShows(u"Could not analyze this file"_s));
-    window().resize(window().minimumSize());
+    resizeTo(window().minimumSize());
     const auto& pane = *the<MessagePane>();
     EXPECT_TRUE(soon([&] { return pane.verticalScrollBar()->maximum() > 0; }));
     for (const QLabel* label : pane.findChildren<QLabel*>())
@@ -83,8 +81,7 @@ TEST_F(Layout, RowsDoNotStretchOverAVeryWideScreen)
     open();
     drop({anyFile("fail.mp4")});
     ASSERT_TRUE(soonIdle());
-    window().resize(3840, 2160);
-    QApplication::processEvents();
+    resizeTo({3840, 2160});
     EXPECT_LE(the<ReportSections>()->width(), 720);
 }
 

@@ -1,3 +1,4 @@
+#include "VantroqueApp/Views/Style/Icons.h"
 #include "Views/WindowFixture.h"
 
 namespace vantroque {
@@ -71,6 +72,58 @@ TEST_F(States, AFailedFileShowsWhy)
     drop({anyFile("bad.mp4")});
     EXPECT_TRUE(soonShows(u"Could not analyze this file"_s));
     EXPECT_TRUE(shows(u"ffprobe: moov atom not found"_s));
+}
+
+TEST_F(States, AReasonOfSeveralLinesIsASentenceWithTheToolsWordsBelow)
+{
+    open();
+    drop({anyFile("bad-lines.mp4")});
+    ASSERT_TRUE(soonShows(u"The index of the file is missing: it was cut off."_s));
+    EXPECT_TRUE(shows(u"ffprobe exited with status 1: moov atom not found\n"
+                      "Invalid data found when processing input"_s));
+    auto& list = *the<FileListView>();
+    EXPECT_EQ(rows(list), QStringList{u"bad-lines.mp4, Could not analyze"_s});
+    const QString help = list.model()->index(0, 0).data(Qt::ToolTipRole).toString();
+    EXPECT_EQ(help.section(u'\n', 1), u"Could not analyze\n"
+                                      "The index of the file is missing: it was cut off."_s);
+    model().select(std::nullopt);
+    EXPECT_FALSE(words().join(u' ').contains(u"moov"_s)) << "of the file before";
+}
+
+TEST_F(States, AFileScoredAgainstNoPlatformShowsTheSignOfItsSection)
+{
+    open();
+    model().setEnabledProfileIDs({});
+    drop({anyFile("warn.mp4")});
+    ASSERT_TRUE(soonShows(u"No platforms selected"_s));
+    const FileReport& report = *entry(0).report();
+    ASSERT_TRUE(report.profiles.empty() && report.sections);
+    EXPECT_EQ(rows(*the<FileListView>())[0].section(u", "_s, 0, 1),
+              u"warn.mp4, "_s + Icons::word(report.sections->front().displayVerdict()));
+    EXPECT_TRUE(the<QWidget>(Icons::word(Icons::signOf(report))) != nullptr) << "over the report";
+    EXPECT_NE(Icons::signOf(report), report.summaryVerdict());
+}
+
+TEST_F(States, TheSignOfAFileIsItsBadgeWhereAPlatformWasAsked)
+{
+    const auto row = [](Verdict verdict) {
+        return ProfileReport{.checks = {{.verdict = Verdict::pass}, {.verdict = verdict}}};
+    };
+    FileReport report;
+    EXPECT_EQ(Icons::signOf(report), Verdict::info) << "nothing was judged";
+    report.sections.emplace();
+    EXPECT_EQ(Icons::signOf(report), Verdict::info);
+    for (const Verdict verdict : {Verdict::pass, Verdict::warn, Verdict::fail}) {
+        report.sections = {row(verdict)};
+        EXPECT_EQ(Icons::signOf(report), verdict);
+    }
+    EXPECT_EQ(report.summaryVerdict(), Verdict::pass) << "which speaks of platforms alone";
+    report.profiles = {row(Verdict::pass)};
+    EXPECT_EQ(Icons::signOf(report), Verdict::pass) << "whatever the section says";
+    report.profiles = {row(Verdict::fail)};
+    EXPECT_EQ(Icons::signOf(report), Verdict::fail);
+    report.profiles.front().advisory = true;
+    EXPECT_EQ(Icons::signOf(report), Verdict::warn);
 }
 
 TEST_F(States, AMissingFileSaysThatItsNotesAreKept)

@@ -13,9 +13,27 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QWindow>
 
 namespace vantroque {
+
+/// The size that the desktop gave a window last.
+class Granted : public QObject {
+public:
+    explicit Granted(QWindow& window) { window.installEventFilter(this); }
+
+    QSize size() const { return m_size; }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Resize)
+            m_size = static_cast<QResizeEvent*>(event)->size();
+        return false;
+    }
+
+private:
+    QSize m_size;
+};
 
 /// A real window over a model of the test's own.
 class WindowTest : public ModelTest {
@@ -37,10 +55,22 @@ protected:
         AppModel& model = start(m_scene.engine(), std::move(profiles));
         m_window = std::make_unique<MainWindow>(model);
         m_window->show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        constexpr int milliseconds = 60'000;
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get(), milliseconds));
         return *m_window;
     }
     MainWindow& window() { return *m_window; }
+    /// Until the desktop has granted the size: a window has it at once, but a window manager may
+    /// still answer what was asked of it before.
+    void resizeTo(const QSize& size)
+    {
+        if (window().size() == size)
+            return;
+        const Granted granted(*window().windowHandle());
+        window().resize(size);
+        ASSERT_TRUE(soon([&] { return granted.size() == size && window().size() == size; }));
+        QApplication::processEvents(); // what is in the window is laid out
+    }
 
     /// As a file manager does, on a place of the window.
     void drop(const QMimeData& dropped, const QPointF& place)

@@ -65,8 +65,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const
     const FileAnalysis& file = entry(index);
     switch (role) {
     case Qt::DisplayRole: return file.url.fileName();
-    case Qt::ToolTipRole:
-        return QString(file.url.displayPath() + u'\n' + FileRow::statusLine(file, progress(index)));
+    case Qt::ToolTipRole: return FileRow::help(file, progress(index));
     case Qt::AccessibleTextRole: return FileRow::accessibleText(file, progress(index));
     default: return {};
     }

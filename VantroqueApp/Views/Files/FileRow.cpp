@@ -1,6 +1,7 @@
 #include "VantroqueApp/Views/Files/FileRow.h"
 
 #include "Base/Numbers.h"
+#include "Base/Text.h"
 #include "VantroqueApp/Views/Style/Icons.h"
 
 #include <QStringList>
@@ -39,11 +40,20 @@ QString badge(const FileAnalysis& file)
     return file.signOff ? ReviewSignOff::label(file.signOff->decision) : QString();
 }
 
+QString help(const FileAnalysis& file, const Snapshot* progress)
+{
+    constexpr qsizetype longest = 120; // a line under the pointer is not broken
+    QStringList lines{file.url.displayPath(), statusLine(file, progress)};
+    if (const auto* failed = std::get_if<FileAnalysis::Failed>(&file.status))
+        lines << Text::firstCharacters(failed->reason.section(u'\n', 0, 0), longest);
+    return lines.join(u'\n');
+}
+
 QString accessibleText(const FileAnalysis& file, const Snapshot* progress)
 {
     QStringList parts{file.url.fileName()};
     if (const FileReport* report = file.report())
-        parts << Icons::word(report->summaryVerdict());
+        parts << Icons::word(Icons::signOf(*report));
     parts << statusLine(file, progress);
     if (file.signOff)
         parts << badge(file);

@@ -12,6 +12,9 @@ using Snapshot = AnalysisProgress::Snapshot;
 QString statusLine(const FileAnalysis& file, const Snapshot* progress);
 /// The decision of the review; empty without one.
 QString badge(const FileAnalysis& file);
+/// What there is to tell beside the name: the line and, of a file that failed, the first words of
+/// why.
+QString help(const FileAnalysis& file, const Snapshot* progress);
 /// All of the row in words.
 QString accessibleText(const FileAnalysis& file, const Snapshot* progress);
 

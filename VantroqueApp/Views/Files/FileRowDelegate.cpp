@@ -48,7 +48,7 @@ void drawGlyph(QPainter& painter, const QRectF& rect, const FileAnalysis& file,
 {
     const QColor quiet = Theme::current().text2;
     if (const FileReport* report = file.report())
-        Icons::drawVerdict(painter, rect, report->summaryVerdict());
+        Icons::drawVerdict(painter, rect, Icons::signOf(*report));
     else if (file.is<FileAnalysis::Failed>())
         Icons::drawVerdict(painter, rect, Verdict::warn);
     else if (file.is<FileAnalysis::Running>())

@@ -73,7 +73,7 @@ SummaryHeader::SummaryHeader(QWidget* parent)
 void SummaryHeader::show(const FileReport& report)
 {
     constexpr std::size_t maxNamed = 8;
-    m_chip->setVerdict(report.summaryVerdict());
+    m_chip->setVerdict(Icons::signOf(report));
     m_headline->setText(report.summaryHeadline());
     m_subhead->setText(report.summarySubhead(maxNamed));
     m_subhead->setVisible(!m_subhead->text().isEmpty());

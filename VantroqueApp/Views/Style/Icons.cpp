@@ -8,6 +8,8 @@
 #include <QRegularExpression>
 #include <QSvgRenderer>
 
+#include <algorithm>
+
 namespace vantroque::Icons {
 
 using namespace Qt::StringLiterals;
@@ -124,6 +126,22 @@ void drawVerdict(QPainter& painter, const QRectF& rect, Verdict verdict)
 void drawVerdictOutline(QPainter& painter, const QRectF& rect, Verdict verdict)
 {
     draw(painter, rect, verdictName(verdict), Theme::dark().of(verdict));
+}
+
+Verdict signOf(const FileReport& report)
+{
+    if (!report.profiles.empty())
+        return report.summaryVerdict();
+    const auto anyIs = [&report](Verdict verdict) {
+        return report.sections
+               && std::ranges::any_of(*report.sections, [verdict](const ProfileReport& section) {
+                      return section.displayVerdict() == verdict;
+                  });
+    };
+    for (const Verdict verdict : {Verdict::fail, Verdict::warn, Verdict::pass})
+        if (anyIs(verdict))
+            return verdict;
+    return Verdict::info;
 }
 
 QString word(Verdict verdict)

@@ -25,6 +25,9 @@ void drawVerdict(QPainter& painter, const QRectF& rect, Verdict verdict);
 void drawVerdictOutline(QPainter& painter, const QRectF& rect, Verdict verdict);
 void draw(QPainter& painter, const QRectF& rect, const QString& name, const QColor& color);
 
+/// The sign of a file: its badge, or, where no platform was asked, what the sections say of it; the
+/// neutral one when nothing does.
+Verdict signOf(const FileReport& report);
 /// What the sign says, for those who do not see it.
 QString word(Verdict verdict);
 

@@ -61,7 +61,8 @@ void DetailPane::showMessage(const FileAnalysis* file)
     if (file == nullptr)
         m_message->show(u"Select a file"_s, {});
     else if (const auto* failed = std::get_if<FileAnalysis::Failed>(&file->status))
-        m_message->show(u"Could not analyze this file"_s, failed->reason);
+        m_message->show(u"Could not analyze this file"_s, failed->reason.section(u'\n', 0, 0),
+                        failed->reason.section(u'\n', 1));
     else if (file->is<FileAnalysis::Missing>())
         m_message->show(u"This file has moved or was deleted"_s,
                         u"Its notes are kept. Drop the file in again, from wherever it lives now, "

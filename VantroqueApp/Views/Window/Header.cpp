@@ -139,7 +139,7 @@ void Header::showMessage()
 {
     constexpr int milliseconds = 8000;
     const QString text = m_model.exportMessage().value_or(QString());
-    m_message->setText(text);
+    m_message->setText(text.section(u'\n', 0, 0));
     m_message->setToolTip(text);
     if (!text.isEmpty())
         m_messageEnd->start(milliseconds);

@@ -14,7 +14,8 @@ using namespace Qt::StringLiterals;
 MessagePane::MessagePane(QWidget* parent)
     : QScrollArea(parent),
       m_heading(Type::label({}, Type::headline, QFont::DemiBold, Type::Ink::text1)),
-      m_text(Type::label({}, Type::body, QFont::Normal, Type::Ink::text2))
+      m_text(Type::label({}, Type::body, QFont::Normal, Type::Ink::text2)),
+      m_detail(Type::label({}, Type::caption, QFont::Normal, Type::Ink::text2))
 {
     setAccessibleName(u"Message"_s);
     setFrameShape(NoFrame);
@@ -25,8 +26,9 @@ MessagePane::MessagePane(QWidget* parent)
     auto* layout = new QVBoxLayout(page);
     layout->setSpacing(8);
     layout->addStretch();
-    for (QLabel* label : {m_heading, m_text}) {
-        label->setAlignment(Qt::AlignHCenter);
+    m_heading->setAlignment(Qt::AlignHCenter);
+    m_text->setAlignment(Qt::AlignHCenter);
+    for (QLabel* label : {m_heading, m_text, m_detail}) {
         label->setWordWrap(true);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         layout->addWidget(label);
@@ -35,11 +37,13 @@ MessagePane::MessagePane(QWidget* parent)
     setWidget(page);
 }
 
-void MessagePane::show(const QString& heading, const QString& text)
+void MessagePane::show(const QString& heading, const QString& text, const QString& detail)
 {
     m_heading->setText(heading);
     m_text->setText(text);
     m_text->setVisible(!text.isEmpty());
+    m_detail->setText(detail);
+    m_detail->setVisible(!detail.isEmpty());
     fit();
 }
 

@@ -6,13 +6,14 @@ class QLabel;
 
 namespace vantroque {
 
-/// A heading and a sentence in the middle of the pane. A text that is longer than the pane scrolls.
+/// A heading and a sentence in the middle of the pane, and below them what a tool said, line by
+/// line. A text that is longer than the pane scrolls.
 class MessagePane : public QScrollArea {
     Q_OBJECT
 
 public:
     explicit MessagePane(QWidget* parent = nullptr);
-    void show(const QString& heading, const QString& text);
+    void show(const QString& heading, const QString& text, const QString& detail = {});
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -22,6 +23,7 @@ private:
 
     QLabel* m_heading;
     QLabel* m_text;
+    QLabel* m_detail;
 };
 
 } // namespace vantroque
