@@ -13,7 +13,7 @@ namespace vantroque {
 /// The head of an atom of a QuickTime or MP4 file (ISO/IEC 14496-12, 4.2: a "box").
 struct AtomHeader {
     static constexpr std::size_t shortLength = 8; ///< 32-bit size and four-character type.
-    static constexpr std::size_t longLength = 16; ///< The same with a 64-bit size behind.
+    static constexpr std::size_t longLength = 16; ///< The same with a 64-bit size after it.
 
     std::array<unsigned char, longLength> bytes{};
     std::size_t length = 0; ///< Bytes that could be read.

@@ -68,7 +68,7 @@ public:
     }
 
     bool isEmpty() const { return m_rejected.isEmpty() && m_short.isEmpty(); }
-    QString text() const { return (m_rejected + m_short).join(u"; "_s); }
+    QString text() const { return (m_rejected.isEmpty() ? m_short : m_rejected).join(u"; "_s); }
 
 private:
     void note(const QString& what, const std::optional<LevelRun>& run, bool neverRejected)

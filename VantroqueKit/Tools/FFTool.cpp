@@ -169,8 +169,7 @@ std::uint64_t memoryLimit(const fs::path& executable)
     constexpr std::uint64_t forProbe = 2 * gibibyte;
     constexpr std::uint64_t threadsOfEachProcessor = 10;
     const std::uint64_t forDecode =
-        16 * gibibyte
-        + std::thread::hardware_concurrency() * threadsOfEachProcessor * 16 * mebibyte;
+        8 * gibibyte + std::thread::hardware_concurrency() * threadsOfEachProcessor * 16 * mebibyte;
     const auto pages = static_cast<std::uint64_t>(std::max(::sysconf(_SC_PHYS_PAGES), 0L));
     const auto pageBytes = static_cast<std::uint64_t>(std::max(::sysconf(_SC_PAGESIZE), 0L));
     // On the smallest machines address space may exceed the memory, or nothing would decode.

@@ -34,7 +34,7 @@ std::string bytesAt(const FileDescriptor& file, std::uint64_t offset, std::size_
     return bytes;
 }
 
-/// Where the contents begin. ffmpeg skips ID3 tags (ID3v2.4, 3.1) ahead of any format.
+/// Where the contents begin. ffmpeg skips ID3 tags (ID3v2.4, 3.1) before any format.
 std::uint64_t startOfContents(const FileDescriptor& file)
 {
     constexpr std::size_t headerLength = 10;

@@ -11,7 +11,7 @@ namespace vantroque::Playlists {
 /// Fails when the file names other files in place of holding media itself: a playlist or manifest
 /// of any kind, a QuickTime movie whose picture or sound lies elsewhere, or a name that ffmpeg
 /// takes for the pattern of an image sequence. Looks at the bytes and not at the extension. To be
-/// asked ahead of the first tool that opens a file. Blocks; any thread. What cannot be read passes,
+/// asked before the first tool that opens a file. Blocks; any thread. What cannot be read passes,
 /// for the tool to tell why.
 Result<void, FFToolError> refuse(const FileUrl& url);
 

@@ -80,7 +80,7 @@ const std::vector<KnownWords>& knownWords()
     return all;
 }
 
-/// "[h264 @ 0x55d0c8]" ahead of a line names a place in the tool's memory.
+/// "[h264 @ 0x55d0c8]" before a line names a place in the tool's memory.
 QString withoutAddresses(QString words)
 {
     static const QRegularExpression address(uR"(\[[^\[\]\n]{1,80} @ 0x[0-9a-f]+\] ?)"_s);
