@@ -67,7 +67,7 @@ TEST_P(Guarded, NeverReplacesAnInputUnderWhateverName)
     for (const std::string& name :
          {std::string("film.mp4"), std::string("./film.mp4"), std::string("sub/../film.mp4"),
           (m_folder / "film.mp4").native(), std::string("hard.txt"), std::string("soft.txt"),
-          std::string("softer.txt"), "/proc/self/cwd/film.mp4"}) {
+          std::string("softer.txt"), std::string("/proc/self/cwd/film.mp4")}) {
         expectRefused(name);
         expectRefused(name, {"--overwrite"});
     }

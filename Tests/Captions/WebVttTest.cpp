@@ -103,6 +103,12 @@ TEST(WebVtt, TimesThatAreNoneHideTheirTextAlone)
     EXPECT_THAT(told("WEBVTT\n\nsoon --> later\nno\n"), IsEmpty());
 }
 
+TEST(WebVtt, ANoteWithWhatLooksLikeTimesIsNoCue)
+{
+    EXPECT_THAT(told("WEBVTT\n\nNOTE\n00:00 --> 00:01 is no cue\n\n00:03.000 --> 00:04.000\ntwo"),
+                ElementsAre("3-4 two"));
+}
+
 TEST(WebVtt, ABlockWithoutTimesIsNoCue)
 {
     EXPECT_THAT(told("WEBVTT\n\nDear Sir\nor Madam\n\n00:03.000 --> 00:04.000\ntwo"),

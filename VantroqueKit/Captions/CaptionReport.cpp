@@ -5,6 +5,8 @@
 #include "Base/Timecode.h"
 #include "Captions/LanguageNames.h"
 
+#include <cmath>
+
 namespace vantroque::CaptionReport {
 
 using namespace Qt::StringLiterals;
@@ -12,13 +14,11 @@ using Finding = CaptionSpelling::Finding;
 
 namespace {
 
-/// A file may claim any time. Beyond the last that a time code counts to, it would show another
-/// one.
+/// A file may claim a time that no count of frames holds, which is not to be shown as none.
 QString timecode(double seconds, double rate)
 {
-    const Timecode last(Timecode::frameCeiling, rate);
-    if (seconds > last.seconds())
-        return u"after "_s + last.text();
+    if (!std::isfinite(seconds * Timecode(0, rate).rate()))
+        return u"after "_s + Timecode(Timecode::frameCeiling, rate).text();
     return Timecode::fromSeconds(seconds, rate).text();
 }
 

@@ -3,10 +3,13 @@
 #include "Captions/CaptionLines.h"
 #include "Captions/CaptionParser.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace vantroque::WebVtt {
 
+using namespace Qt::StringLiterals;
 using CaptionLines::arrow;
 
 namespace {
@@ -40,10 +43,24 @@ std::vector<QStringView> takeText(QStringView& rest)
     return lines;
 }
 
+bool isNameOfBlock(QStringView line)
+{
+    return line.startsWith(u"NOTE") || line.startsWith(u"STYLE") || line.startsWith(u"REGION");
+}
+
+/// Times to the letter of the standard, which a note does not hold by chance.
+bool isStrictTiming(QStringView line)
+{
+    static const QRegularExpression form(
+        uR"(^[ \t]*(\d{2,}:)?[0-5]\d:[0-5]\d\.\d{3}[ \t]*-->[ \t]*(\d{2,}:)?[0-5]\d:[0-5]\d\.\d{3})"_s);
+    return form.match(line).hasMatch();
+}
+
 /// The cue of the next block, if it is one. Its times stand in the first line or the second;
 /// further down they begin a block of their own.
 std::optional<Cue> takeBlock(QStringView& rest)
 {
+    const bool isNamed = isNameOfBlock(rest);
     for (int count = 1; !rest.isEmpty(); ++count) {
         const QStringView line = CaptionLines::next(rest);
         if (line.contains(arrow) && count > 2)
@@ -54,7 +71,7 @@ std::optional<Cue> takeBlock(QStringView& rest)
         if (!line.contains(arrow))
             continue;
         std::vector<QStringView> lines = takeText(rest);
-        const auto times = timing(line);
+        const auto times = isNamed && !isStrictTiming(line) ? std::nullopt : timing(line);
         return times ? std::optional(Cue{*times, std::move(lines)}) : std::nullopt;
     }
     return std::nullopt;
