@@ -42,10 +42,10 @@ struct Tally {
 /// A digest of every picture and sample.
 QByteArray shown(const fs::path& file)
 {
-    const auto run = FFTool::run(FFTool::find("ffmpeg").value(),
-                                 {"-v", "quiet", "-i", file.native(), "-map", "0:v?", "-map",
-                                  "0:a?", "-f", "md5", "-"},
-                                 {.allowFailure = true});
+    const auto run = FFTool::run(
+        FFTool::find("ffmpeg").value(),
+        {"-v", "quiet", "-i", file.native(), "-map", "0:v?", "-map", "0:a?", "-f", "md5", "-"},
+        {.allowFailure = true});
     return run ? run->stdout : QByteArray();
 }
 

@@ -73,6 +73,7 @@ inline MediaInfo measured()
     MediaInfo media = probed(BoxClips::titled());
     media.signal = SignalInfo();
     media.signal->blackRuns.emplace();
+    media.signal->decodeHealth.emplace();
     return media;
 }
 

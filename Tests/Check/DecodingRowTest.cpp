@@ -107,15 +107,13 @@ TEST(DecodingEvents, AreThePlacesAndTheEndOfTheFile)
                           const QString& text) {
         return SignalEvent{id, SignalEvent::Kind::decoding, frame, end, Verdict::fail, text, {}};
     };
-    EXPECT_THAT(events,
-                ElementsAre(event(u"decoding-60-0"_s, 60, {},
-                                  u"The picture does not decode whole here"_s),
-                            event(u"decoding-125-1"_s, 125, 155,
-                                  u"Picture and sound do not decode whole here"_s),
-                            event(u"decoding-175-2"_s, 175, {},
-                                  u"The sound does not decode whole here"_s),
-                            event(u"decoding-249-3"_s, 249, {},
-                                  u"The file ends here: it is cut off"_s)));
+    EXPECT_THAT(
+        events,
+        ElementsAre(
+            event(u"decoding-60-0"_s, 60, {}, u"The picture does not decode whole here"_s),
+            event(u"decoding-125-1"_s, 125, 155, u"Picture and sound do not decode whole here"_s),
+            event(u"decoding-175-2"_s, 175, {}, u"The sound does not decode whole here"_s),
+            event(u"decoding-249-3"_s, 249, {}, u"The file ends here: it is cut off"_s)));
     EXPECT_THAT(SignalEvents::events(spotWith(whole()), 0), IsEmpty());
 }
 

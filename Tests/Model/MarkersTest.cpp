@@ -113,6 +113,7 @@ TEST_F(Markers, SpeakOfThePresentChoiceOfProfiles)
                          AnalysisProgress&) -> Result<Analyzer::Analysis> {
         media.url = url;
         media.signal = SignalInfo();
+        media.signal->decodeHealth.emplace();
         media.signal->textScanAttempted = true;
         media.signal->textRegions = std::vector{TextRegion{
             .start = 1, .end = 2, .x = 0, .y = 0, .width = 0.2, .height = 0.1, .text = u"SALE"_s}};

@@ -69,6 +69,7 @@ public:
                     if (m_fails)
                         return failure(u"the rescore failed"_s);
                     media.signal = SignalInfo();
+                    media.signal->decodeHealth.emplace();
                     return Analyzer::report(media, profiles);
                 }};
     }

@@ -18,11 +18,17 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-const Arguments inputs{"-f", "lavfi", "-i", "testsrc2=s=320x180:r=25:d=4", "-f", "lavfi", "-i",
+const Arguments inputs{"-f",
+                       "lavfi",
+                       "-i",
+                       "testsrc2=s=320x180:r=25:d=4",
+                       "-f",
+                       "lavfi",
+                       "-i",
                        "aevalsrc=exprs='0.3*sin(2*PI*440*t)|0.3*sin(2*PI*660*t)':s=48000:c=stereo:"
                        "d=4"};
-const Arguments h264{"-c:v", "libx264", "-preset", "veryfast",  "-g",   "12", "-bf",
-                     "2",    "-pix_fmt", "yuv420p", "-b:v", "400k", "-threads", "1"};
+const Arguments h264{"-c:v", "libx264",  "-preset", "veryfast", "-g",   "12",       "-bf",
+                     "2",    "-pix_fmt", "yuv420p", "-b:v",     "400k", "-threads", "1"};
 const Arguments aac{"-c:a", "aac"};
 
 qsizetype share(const QByteArray& whole, int percent)
@@ -51,16 +57,20 @@ const std::vector<Clip>& clips()
         {"mp4, fast start", "fast-start.mp4", h264 + aac + Arguments{"-movflags", "+faststart"}},
         {"mp4, fragmented", "fragmented.mp4",
          h264 + aac + Arguments{"-movflags", "+frag_keyframe+empty_moov"}},
-        {"mov, ProRes", "prores.mov",
+        {"mov, ProRes",
+         "prores.mov",
          {"-c:v", "prores_ks", "-profile:v", "2", "-c:a", "pcm_s24le"}},
         {"mkv, H.264", "h264.mkv", h264 + aac},
-        {"webm, VP9", "vp9.webm",
+        {"webm, VP9",
+         "vp9.webm",
          {"-c:v", "libvpx-vp9", "-deadline", "realtime", "-cpu-used", "8", "-g", "12", "-b:v",
           "400k", "-c:a", "libopus"}},
         {"ts, H.264", "h264.ts", h264 + aac},
-        {"mxf, MPEG-2", "mpeg2.mxf",
+        {"mxf, MPEG-2",
+         "mpeg2.mxf",
          {"-c:v", "mpeg2video", "-g", "12", "-bf", "2", "-b:v", "2M", "-c:a", "pcm_s16le"}},
-        {"avi, MPEG-4 Visual", "mpeg4.avi",
+        {"avi, MPEG-4 Visual",
+         "mpeg4.avi",
          {"-c:v", "mpeg4", "-g", "12", "-b:v", "600k", "-c:a", "libmp3lame"}},
         {"flv, H.264", "h264.flv", h264 + aac},
         {"m4a, AAC", "aac.m4a", Arguments{"-map", "1:a"} + aac},
@@ -129,9 +139,7 @@ QByteArray damaged(QByteArray whole, const Fault& fault)
     using enum Fault::Kind;
     switch (fault.kind) {
     case removed: whole.remove(fault.start, fault.length); break;
-    case zeroed:
-        std::fill_n(whole.begin() + fault.start, fault.length, '\0');
-        break;
+    case zeroed: std::fill_n(whole.begin() + fault.start, fault.length, '\0'); break;
     case noise: {
         std::mt19937 chance(1); // NOLINT: the same noise each time
         std::generate_n(whole.begin() + fault.start,

@@ -12,8 +12,8 @@ namespace vantroque::DamagedClips {
 
 /// Four seconds of a moving picture of 320x180 at 25 frames a second in groups of 12, and a tone.
 struct Clip {
-    std::string name;  ///< As the page lists it.
-    std::string file;  ///< With the extension of its container.
+    std::string name;                   ///< As the page lists it.
+    std::string file;                   ///< With the extension of its container.
     std::vector<std::string> arguments; ///< Of ffmpeg, behind its two inputs.
 };
 

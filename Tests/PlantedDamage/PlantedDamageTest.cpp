@@ -92,7 +92,8 @@ class PlantedDamage : public testing::TestWithParam<std::size_t> {};
 std::string testName(const testing::TestParamInfo<std::size_t>& info)
 {
     std::string name = clips().at(info.param).file;
-    std::ranges::replace_if(name, [](char c) { return c == '-' || c == '.'; }, '_');
+    std::ranges::replace_if(
+        name, [](char c) { return c == '-' || c == '.'; }, '_');
     return name;
 }
 

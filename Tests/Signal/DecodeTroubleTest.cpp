@@ -1,6 +1,6 @@
+#include "Signal/DecodeTrouble.h"
 #include "Records/MediaInfo.h"
 #include "Signal/DecodeHealthAnalyzer.h"
-#include "Signal/DecodeTrouble.h"
 
 #include <gmock/gmock.h>
 
@@ -24,8 +24,8 @@ const std::string mapping = "Stream mapping:\n"
 /// Frame number `index` of 25 a second, as the log prints it for each of two statistics.
 std::string frame(int index)
 {
-    const std::string time = "frame:" + QString::number(index).toStdString()
-                             + "    pts:" + QString::number(index * 512).toStdString() + "     pts_time:"
+    const std::string time = "frame:" + QString::number(index).toStdString() + "    pts:"
+                             + QString::number(index * 512).toStdString() + "     pts_time:"
                              + QString::number(index * 0.04).toStdString() + "\n";
     return "[Parsed_metadata_7 @ 0x1] " + time + "[Parsed_metadata_8 @ 0x1] " + time;
 }
@@ -157,9 +157,9 @@ TEST(DecodeTrouble, AStreamThatBeginsInsideAGroupLosesItsFirstPictures)
 TEST(DecodeTrouble, ComplaintsWithinASecondAreOnePlace)
 {
     const std::string words = "[h264 @ 0x1] concealing 9 DC, 9 AC, 9 MV errors in B frame\n";
-    const auto found = trouble(mapping + frames(0, 20) + words + frames(21, 40) + words
-                               + frames(41, 100) + words)
-                           .complaints();
+    const auto found =
+        trouble(mapping + frames(0, 20) + words + frames(21, 40) + words + frames(41, 100) + words)
+            .complaints();
     ASSERT_THAT(found, SizeIs(2));
     EXPECT_NEAR(found[0].end, 1.6, 1e-9);
     EXPECT_NEAR(found[1].start, 4, 1e-9);
@@ -212,11 +212,11 @@ TEST(DecodeHealth, AGapBesideAnIncompletePacketOfATransportStreamIsDamage)
 
 TEST(DecodeHealth, OfAFileThatEndsInAPacketTellsItsLastFrame)
 {
-    const auto cut = health(
-        mapping + frames(0, 120)
-            + "[mov,mp4,m4a,3gp,3g2,mj2 @ 0x1] Packet corrupt (stream = 0, dts = 29184).\n"
-              "[h264 @ 0x1] Error splitting the input into NAL units.\n",
-        250);
+    const auto cut =
+        health(mapping + frames(0, 120)
+                   + "[mov,mp4,m4a,3gp,3g2,mj2 @ 0x1] Packet corrupt (stream = 0, dts = 29184).\n"
+                     "[h264 @ 0x1] Error splitting the input into NAL units.\n",
+               250);
     EXPECT_EQ(cut.framesDecoded, 121);
     EXPECT_EQ(cut.framesPromised, 250);
     EXPECT_THAT(cut.places, IsEmpty()) << "that it ends is all";
@@ -233,6 +233,21 @@ TEST(DecodeHealth, OfAFileThatLacksBytesIsThatOfOneCutOff)
     EXPECT_NEAR(*cut.endsAt, 1.96, 1e-9);
     media.missingBytes = 0;
     EXPECT_TRUE(DecodeHealthAnalyzer::measure(trouble(mapping + frames(0, 49)), media).isWhole());
+}
+
+TEST(DecodeHealth, OfAFileThatLacksBytesInItsMiddleTellsWhereItSkips)
+{
+    MediaInfo media = spot(100);
+    media.containerKind = u"mkv"_s;
+    media.video->frameCount = 90;
+    media.missingBytes = 12'972;
+    const auto lost =
+        DecodeHealthAnalyzer::measure(trouble(mapping + frames(0, 46) + frames(57, 99)), media);
+    EXPECT_EQ(lost.endsAt, std::nullopt);
+    EXPECT_EQ(lost.framesDecoded, 90);
+    EXPECT_EQ(lost.framesPromised, 100);
+    ASSERT_EQ(lost.places.size(), 1U);
+    EXPECT_NEAR(lost.places[0].start, 1.84, 1e-9);
 }
 
 TEST(DecodeHealth, TwoPacketsAFrameArePromisedOnce)

@@ -59,6 +59,7 @@ MediaInfo media(const FileUrl& url, bool tooLoud)
     levels.yMaxPercent = 102;
     signal.levels = levels;
     signal.blackRuns = std::vector<TimeSpan>();
+    signal.decodeHealth = DecodeHealth();
     signal.textScanAttempted = true;
     signal.channelLevels = std::vector<ChannelLevel>{{.rmsDb = -23.0, .peakDb = -4.1},
                                                      {.rmsDb = -24.5, .peakDb = -5.6}};

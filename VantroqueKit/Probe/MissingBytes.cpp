@@ -123,7 +123,8 @@ std::optional<EbmlNumber> ebmlNumber(const Pieces& file, std::int64_t offset)
     const auto bytes = file.read(offset, static_cast<std::size_t>(number.length));
     if (!bytes)
         return std::nullopt;
-    const std::uint64_t mask = (std::uint64_t{1} << (7U * static_cast<unsigned>(number.length))) - 1;
+    const std::uint64_t mask =
+        (std::uint64_t{1} << (7U * static_cast<unsigned>(number.length))) - 1;
     number.value = bigEndian(*bytes) & mask;
     number.isUnknown = number.value == mask;
     return number;

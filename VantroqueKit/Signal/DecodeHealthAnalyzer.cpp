@@ -35,7 +35,8 @@ double frameRate(const MediaInfo& media)
 
 double soundEnd(const DecodeTrouble& trouble, const MediaInfo& media)
 {
-    const double rate = media.audio && media.audio->sampleRate > 0 ? media.audio->sampleRate : 48'000;
+    const double rate =
+        media.audio && media.audio->sampleRate > 0 ? media.audio->sampleRate : 48'000;
     return trouble.lastSound() ? *trouble.lastSound() + windowSamples / rate : 0;
 }
 
@@ -48,10 +49,24 @@ bool endsBeforeItsDuration(const DecodeTrouble& trouble, const MediaInfo& media)
     return Numbers::below(end, media.durationSeconds - reach);
 }
 
+/// An AVI file keeps an empty packet for each frame that was dropped, and counts it.
+bool keepsDroppedFrames(const MediaInfo& media)
+{
+    return media.containerKind == "avi"_L1;
+}
+
+/// The file lacks bytes, and still goes on up to its end: they are missing where it skips frames.
+bool lostItsMiddle(const DecodeTrouble& trouble, const MediaInfo& media)
+{
+    return media.missingBytes.value_or(0) > 0 && media.video && !media.video->isVFR
+           && !trouble.gaps().empty() && !keepsDroppedFrames(media)
+           && !Numbers::below(trouble.lastFrame().value_or(0), media.durationSeconds - reach);
+}
+
 bool isCutOff(const DecodeTrouble& trouble, const MediaInfo& media)
 {
-    return trouble.endedInPacket() || media.missingBytes.value_or(0) > 0
-           || endsBeforeItsDuration(trouble, media);
+    return trouble.endedInPacket() || endsBeforeItsDuration(trouble, media)
+           || (media.missingBytes.value_or(0) > 0 && !lostItsMiddle(trouble, media));
 }
 
 /// The places where something is wrong. A step in time alone is none: a recorder may have dropped
@@ -66,11 +81,9 @@ std::vector<Place> damagedPlaces(const DecodeTrouble& trouble, const MediaInfo& 
     for (const Place& gap : trouble.gaps())
         inGaps += gap.missingFrames;
     const auto missing = media.video->frameCount.value_or(0) - trouble.frames();
-    // An AVI file keeps an empty packet for each frame that was dropped, and counts it.
-    const bool accountsForAll =
-        missing > 0 && missing == inGaps && media.containerKind != "avi"_L1;
+    const bool accountsForAll = missing > 0 && missing == inGaps && !keepsDroppedFrames(media);
     for (const Place& gap : trouble.gaps())
-        if (accountsForAll || isNearAny(gap, trouble.complaints())
+        if (accountsForAll || lostItsMiddle(trouble, media) || isNearAny(gap, trouble.complaints())
             || isNearAny(gap, trouble.doubtfulPackets()))
             places.push_back(gap);
     return DecodeTrouble::joined(std::move(places));
@@ -93,10 +106,9 @@ std::int64_t promisedFrames(const DecodeTrouble& trouble, const MediaInfo& media
         const bool isOfWhole = media.containerKind == "mkv"_L1 || media.containerKind == "webm"_L1;
         const double start = isOfWhole ? trouble.firstFrame().value_or(0) : 0;
         constexpr double rounding = 0.25; // of a frame; sound may be a little longer
-        promised = std::max(promised,
-                            Numbers::truncatedToInt((video.durationSeconds - start)
-                                                        * frameRate(media)
-                                                    + rounding));
+        promised = std::max(
+            promised,
+            Numbers::truncatedToInt((video.durationSeconds - start) * frameRate(media) + rounding));
     }
     return std::max(promised, frames);
 }
@@ -127,13 +139,14 @@ DecodeHealth measure(const DecodeTrouble& trouble, const MediaInfo& media)
         places = DecodeTrouble::joined(std::move(places));
     }
     if (places.empty() && trouble.complainedEarly() && !isCut)
-        places.push_back({.start = start, .end = start, .picture = hasPicture,
+        places.push_back({.start = start,
+                          .end = start,
+                          .picture = hasPicture,
                           .sound = media.audio.has_value()});
     // What is wrong at the very end of a file that is cut off is that it ends.
     if (isCut)
-        std::erase_if(places, [&](const Place& place) {
-            return !Numbers::below(place.start, end - reach);
-        });
+        std::erase_if(
+            places, [&](const Place& place) { return !Numbers::below(place.start, end - reach); });
     for (const Place& place : places)
         if (health.places.size() < mostPlaces)
             health.places.push_back({std::max(place.start - start, 0.0),
@@ -145,7 +158,8 @@ DecodeHealth measure(const DecodeTrouble& trouble, const MediaInfo& media)
     if (media.video) {
         health.framesDecoded = trouble.frames();
         health.framesPromised =
-            isDamaged ? promisedFrames(trouble, media, isCut) : trouble.frames();
+            isDamaged ? promisedFrames(trouble, media, isCut || lostItsMiddle(trouble, media))
+                      : trouble.frames();
     } else if (trouble.lastSound()) {
         health.soundSeconds = health.soundSecondsPromised = end - start;
         if (const double promised = promisedSound(media);

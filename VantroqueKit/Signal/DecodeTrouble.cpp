@@ -24,16 +24,16 @@ constexpr double beforeAll = -1e9;
 /// Words of the decoders of pictures over data that cannot be what was encoded. A decoder that
 /// makes up for it says how much it conceals.
 constexpr std::array<std::string_view, 10> damagedPictureWords{
-    "concealing ",                               // H.264, MPEG-2 and MPEG-4 Visual
-    "error while decoding MB",                   // H.264
-    "Error splitting the input into NAL units",  // H.264 and HEVC
-    "Invalid NAL unit size",                     // the same
-    "Could not find ref with POC",               // HEVC
-    "CABAC_MAX_BIN",                             // HEVC
-    "damaged at ",                               // MPEG-2 and MPEG-4 Visual
-    "ac tex damaged",                            // ProRes and DNxHD
-    "invalid frame header",                      // ProRes
-    "slice CRC mismatch",                        // FFV1
+    "concealing ",                              // H.264, MPEG-2 and MPEG-4 Visual
+    "error while decoding MB",                  // H.264
+    "Error splitting the input into NAL units", // H.264 and HEVC
+    "Invalid NAL unit size",                    // the same
+    "Could not find ref with POC",              // HEVC
+    "CABAC_MAX_BIN",                            // HEVC
+    "damaged at ",                              // MPEG-2 and MPEG-4 Visual
+    "ac tex damaged",                           // ProRes and DNxHD
+    "invalid frame header",                     // ProRes
+    "slice CRC mismatch",                       // FFV1
 };
 
 /// Words of demuxers over a container whose parts do not fit together.
@@ -235,10 +235,10 @@ void DecodeTrouble::settle()
 {
     // Some encoders end a stream with a packet that holds no picture. Where nothing else is amiss,
     // its error is none; a stream that begins inside a group loses pictures at its start.
-    const bool isHarmless =
-        m_packetsWithoutFrame > 0 && m_complaints.empty() && m_gaps.empty()
-        && std::ranges::none_of(m_decodeErrors,
-                                [](const Place& each) { return each.start == beforeAll; });
+    const bool isHarmless = m_packetsWithoutFrame > 0 && m_complaints.empty() && m_gaps.empty()
+                            && std::ranges::none_of(m_decodeErrors, [](const Place& each) {
+                                   return each.start == beforeAll;
+                               });
     if (!isHarmless)
         m_complaints.insert(m_complaints.end(), m_decodeErrors.begin(), m_decodeErrors.end());
     const double start = m_firstFrame.value_or(m_firstSound.value_or(0));
