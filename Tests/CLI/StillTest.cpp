@@ -148,6 +148,8 @@ Words counted(const std::string& start, const Words& more)
                  "lavfi",
                  "-i",
                  "sine=r=48000:d=4",
+                 "-fps_mode",
+                 "passthrough",
                  "-pix_fmt",
                  "yuv420p"}
            + more;
