@@ -27,7 +27,7 @@ void ProbeAhead::startNext()
     // Where no further thread can be had, the probe waits for whoever asks for it.
     m_coming.push_back({index, std::async(std::launch::async | std::launch::deferred,
                                           [url = FileUrl::fromPath(m_names[index])] {
-                                              return Prober::probe(url);
+                                              return Prober::probe(url, Prober::Captions::leftOut);
                                           })});
 }
 

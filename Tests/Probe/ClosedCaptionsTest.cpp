@@ -5,6 +5,7 @@ namespace vantroque {
 namespace {
 
 using Clips::CaptionsBegin;
+namespace fs = std::filesystem;
 
 class ClosedCaptions : public testing::TestWithParam<CaptionedCodec> {};
 
@@ -44,20 +45,36 @@ TEST(ClosedCaptionsIn, TheMainProbesOwnWordIsTaken)
     EXPECT_EQ(probedVideo("/a.mkv").closedCaptions, true);
 }
 
+TEST(ClosedCaptionsIn, AProbeThatLeavesThemOutAreLookedForLater)
+{
+    using Prober::Captions;
+    const auto video = [](const fs::path& file) {
+        return Prober::probe(FileUrl::fromPath(file), Captions::leftOut).value().video.value();
+    };
+    const fs::path clip = Clips::captioned(CaptionedCodec::h264, CaptionsBegin::late);
+    EXPECT_EQ(video(clip).closedCaptions, std::nullopt);
+    EXPECT_EQ(Prober::hasClosedCaptions(FileUrl::fromPath(clip), video(clip)), true);
+    EXPECT_EQ(Prober::hasClosedCaptions(FileUrl::fromPath(Clips::plain()), video(Clips::plain())),
+              false);
+    EXPECT_EQ(video(Clips::vp9InWebm()).closedCaptions, false) << "which has no room for any";
+}
+
 TEST(ClosedCaptionsIn, AToolThatPrintsItsOutputInPiecesAreFound)
 {
     const FakeTools tools;
     tools.put("ffprobe", R"(printf '{"side_data_type": "ATSC A53 Part 4 '
 sleep 0.1
 printf 'Closed Captions"}')");
-    EXPECT_TRUE(Prober::hasClosedCaptions(tools.ffprobe(), FileUrl::fromPath("/a.mp4"), 0));
+    EXPECT_TRUE(Prober::hasClosedCaptions(tools.ffprobe(), FileUrl::fromPath("/a.mp4"), 0,
+                                          QStringLiteral("h264")));
 }
 
 TEST(ClosedCaptionsIn, AFileOfUnknownLengthIsLookedAtOnce)
 {
     const FakeTools tools;
     tools.record("ffprobe");
-    EXPECT_FALSE(Prober::hasClosedCaptions(tools.ffprobe(), FileUrl::fromPath(Clips::plain()), 0));
+    EXPECT_FALSE(Prober::hasClosedCaptions(tools.ffprobe(), FileUrl::fromPath(Clips::plain()), 0,
+                                           QStringLiteral("h264")));
     EXPECT_EQ(tools.calls("ffprobe").size(), 1U);
 }
 

@@ -1,5 +1,7 @@
 #include "Text/TextFrameScan.h"
+#include "Probe/Prober.h"
 #include "Regions.h"
+#include "Support/BoxClips.h"
 #include "Support/FakeRecognizer.h"
 
 #include <QBuffer>
@@ -286,6 +288,29 @@ TEST(TextFrameScan, EndsUnfinishedWhileItReads)
     readings.waitFor(5);
     endless.drop();
     EXPECT_THAT(endless.files(), testing::Not(IsEmpty())) << "frames were left";
+}
+
+TEST(TextFrameScan, LooksForTheEdgesOfATextThatHasGoneWhileFramesStillCome)
+{
+    Counter crops;
+    const auto look = FakeRecognizer::lookingAt({place});
+    MediaInfo media = Prober::probe(FileUrl::fromPath(BoxClips::titled())).value();
+    Feed feed(FakeRecognizer::answering([&](const QImage& frame, Subject subject, auto deadline) {
+                  if (subject == Subject::frame)
+                      return FakeRecognizer::isWhiteIn(frame, place) ? oneLine : Lines();
+                  crops.add();
+                  return look(frame, subject, deadline).value();
+              }),
+              media);
+    feed.scan().start();
+    feed.put({picture(0), picture(0), picture(0), picture(255), picture(255), picture(255),
+              picture(255), picture(255), picture(0), picture(0)});
+    crops.waitFor(1); // of the last frame alone it is not known yet that it is whole
+    feed.put(11, picture(0));
+    const auto regions = feed.scan().finish();
+    ASSERT_THAT(regions, Optional(SizeIs(1)));
+    EXPECT_NEAR(regions->front().start * 25, 30, 1e-6);
+    EXPECT_NEAR(regions->front().end * 25, 90, 1e-6);
 }
 
 TEST(TextFrameScan, TellsItsProgress)

@@ -1,11 +1,11 @@
 #include "Analysis/Analyzer.h"
 
+#include "Analysis/BesideDecode.h"
 #include "Base/Cancellation.h"
 #include "Base/ScratchFolder.h"
 #include "Check/TwoPop.h"
 #include "Probe/Prober.h"
 #include "Signal/SignalAnalyzer.h"
-#include "Text/SlateReader.h"
 #include "Text/TextFrameScan.h"
 
 #include <algorithm>
@@ -61,16 +61,6 @@ Result<MediaInfo> probedAgain(const MediaInfo& stored, AnalysisProgress* progres
     return media;
 }
 
-/// The longest slate that a profile describes, in seconds.
-std::optional<double> slateSeconds(const std::vector<Profile>& profiles)
-{
-    std::optional<double> longest;
-    for (const Profile& profile : profiles)
-        if (const auto& content = profile.content; content && content->slateSeconds)
-            longest = std::max(longest.value_or(0), *content->slateSeconds);
-    return longest;
-}
-
 bool needsDecode(const MediaInfo& media, bool isCurrent, const std::vector<Profile>& profiles)
 {
     if (!media.signal)
@@ -106,7 +96,7 @@ Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profile
                          const Options& options, AnalysisProgress* progress)
 {
     enter(progress, Stage::probing);
-    return analyze(TRY(Prober::probe(url)), profiles, options, progress);
+    return analyze(TRY(Prober::probe(url, Prober::Captions::leftOut)), profiles, options, progress);
 }
 
 Result<Analysis> analyze(MediaInfo probed, const std::vector<Profile>& profiles,
@@ -116,8 +106,12 @@ Result<Analysis> analyze(MediaInfo probed, const std::vector<Profile>& profiles,
     analysis.media = TRY(deliverable(std::move(probed)));
     if (progress != nullptr)
         progress->set(analysis.media);
-    if (!options.skipSignalPass && needsSignalPass(profiles))
+    const bool isDecoded = !options.skipSignalPass && needsSignalPass(profiles);
+    BesideDecode beside(analysis.media, isDecoded ? profiles : std::vector<Profile>(),
+                        options.recognizers);
+    if (isDecoded)
         analysis.media.signal = TRY(decode(analysis.media, profiles, options, progress));
+    TRY(beside.addTo(analysis.media));
     analysis.report = TRY(readAndScore(analysis.media, profiles, options.recognizers, progress));
     return analysis;
 }
@@ -183,17 +177,8 @@ void readSlateIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,
     const auto slate = slateSeconds(profiles);
     if (!slate)
         return;
-    auto& lines = media.signal->slateTextLines.emplace();
-    if (!media.video)
-        return;
-    // A picture that ends before the slate's middle has no such frame.
-    const double end = std::max(media.durationSeconds, media.video->durationSeconds);
-    if (end > 0 && *slate / 2 > end)
-        return;
-    const auto read = SlateReader::readText(
-        media.url, *slate / 2 + media.signal->pictureStart.value_or(0), *recognizers);
-    for (const QString& line : read.value_or(QStringList()))
-        lines.push_back(line);
+    media.signal->slateTextLines =
+        slateLines(media, *slate, media.signal->pictureStart.value_or(0), *recognizers);
 }
 
 void scanTextIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,

@@ -75,12 +75,13 @@ std::optional<int> rotationOf(const Stream& stream)
 struct VideoProbe {
     const fs::path& ffprobe;
     const FileUrl& url;
+    Captions captions;
     int position; ///< Of the stream among the video streams; cover art may stand ahead.
     FFTool::Shortage* shortage;
 
     VideoStreamInfo describe(const Stream& stream, double formatDuration) const;
     void lookDeeper(const Stream& stream, VideoStreamInfo& video) const;
-    bool carriesCaptions(const Stream& stream, const VideoStreamInfo& video) const;
+    std::optional<bool> carriesCaptions(const Stream& stream, const VideoStreamInfo& video) const;
 };
 
 VideoStreamInfo VideoProbe::describe(const Stream& stream, double formatDuration) const
@@ -168,7 +169,7 @@ void VideoProbe::lookDeeper(const Stream& stream, VideoStreamInfo& video) const
     auto packets = inBackground([this, &video = std::as_const(video)] {
         return packetStats(ffprobe, url, video.nominalFrameRate, video.specifier(), shortage);
     });
-    auto captions = inBackground(
+    auto carried = inBackground(
         [this, &stream, &video = std::as_const(video)] { return carriesCaptions(stream, video); });
     std::optional<HRDInfo> hrd;
     if (video.codec == "h264"_L1 || video.codec == "hevc"_L1)
@@ -176,33 +177,39 @@ void VideoProbe::lookDeeper(const Stream& stream, VideoStreamInfo& video) const
     std::optional<HDRMetadata> hdr;
     if (video.isHDR())
         hdr = hdrMetadata(ffprobe, url, video.specifier(), shortage);
-    const bool hasCaptions = captions.get();
+    const std::optional<bool> hasCaptions = carried.get();
     takePackets(packets.get(), stream, video);
     video.hrd = hrd;
     video.hdr = hdr;
     video.closedCaptions = hasCaptions;
 }
 
-bool VideoProbe::carriesCaptions(const Stream& stream, const VideoStreamInfo& video) const
+bool canCarryCaptions(const VideoStreamInfo& video)
+{
+    static constexpr std::array codecs{"h264"_L1, "hevc"_L1, "mpeg2video"_L1};
+    return std::ranges::any_of(codecs, [&](auto codec) { return video.codec == codec; });
+}
+
+std::optional<bool> VideoProbe::carriesCaptions(const Stream& stream,
+                                                const VideoStreamInfo& video) const
 {
     if (stream.closed_captions.value_or(0) > 0)
         return true;
-    static constexpr std::array codecs{"h264"_L1, "hevc"_L1, "mpeg2video"_L1};
-    // The look at the head sees all of a short picture.
-    const bool isShort = video.frameCount && *video.frameCount <= captionFramesAtHead;
-    return std::ranges::any_of(codecs, [&](auto codec) { return video.codec == codec; })
-           && hasClosedCaptions(ffprobe, url, isShort ? 0 : video.durationSeconds,
-                                video.specifier(), shortage);
+    if (!canCarryCaptions(video))
+        return false;
+    if (captions == Captions::leftOut)
+        return std::nullopt;
+    return hasClosedCaptions(ffprobe, url, video, shortage);
 }
 
 std::optional<VideoStreamInfo> describeVideo(const FFProbeOutput& output, const fs::path& ffprobe,
-                                             const FileUrl& url, double formatDuration,
-                                             FFTool::Shortage& shortage)
+                                             const FileUrl& url, Captions captions,
+                                             double formatDuration, FFTool::Shortage& shortage)
 {
     const auto streams = streamsOfType(output, u"video"_s);
     for (std::size_t i = 0; i < streams.size(); ++i)
         if (!streams[i].isCoverArt())
-            return VideoProbe{ffprobe, url, static_cast<int>(i), &shortage}.describe(
+            return VideoProbe{ffprobe, url, captions, static_cast<int>(i), &shortage}.describe(
                 streams[i], formatDuration);
     return std::nullopt;
 }
@@ -261,7 +268,7 @@ std::vector<SubtitleStreamInfo> describeSubtitles(const FFProbeOutput& output)
 
 } // namespace
 
-Result<MediaInfo> probe(const FileUrl& url)
+Result<MediaInfo> probe(const FileUrl& url, Captions captions)
 {
     const fs::path ffprobe = TRY(FFTool::find("ffprobe"));
     if (isPipeOrDevice(url))
@@ -283,7 +290,7 @@ Result<MediaInfo> probe(const FileUrl& url)
     media.containerKind = containerKind(media.formatName, url.extension().toLower());
     media.durationSeconds = asDouble(format.duration).value_or(0);
     FFTool::Shortage shortage;
-    media.video = describeVideo(output, ffprobe, url, media.durationSeconds, shortage);
+    media.video = describeVideo(output, ffprobe, url, captions, media.durationSeconds, shortage);
     if (const auto error = shortage.error())
         return tl::unexpected(Error(*error));
     media.audio = describeAudio(output);

@@ -16,10 +16,14 @@
 /// look at its atoms. Stateless; every operation that takes a file blocks.
 namespace vantroque::Prober {
 
-/// All of `MediaInfo` but `signal`. Fails with the tool's words when ffprobe cannot be found, run
-/// or understood, or when the path is a pipe, socket, device or playlist; whatever else cannot be
-/// found out stays absent.
-Result<MediaInfo> probe(const FileUrl& url);
+/// Closed captions show only when frames are decoded, which takes longer than all else.
+enum class Captions { lookedFor, leftOut };
+
+/// All of `MediaInfo` but `signal`, and without `closedCaptions` when these are left out and only
+/// frames can tell. Fails with the tool's words when ffprobe cannot be found, run or understood, or
+/// when the path is a pipe, socket, device or playlist; whatever else cannot be found out stays
+/// absent.
+Result<MediaInfo> probe(const FileUrl& url, Captions captions = Captions::lookedFor);
 
 /// "mp4", "mov", "mxf", "webm", "mkv" or "mpg", else `formatName`. ffprobe prints one name for a
 /// whole family of containers, so the lower-case extension decides inside a family.
@@ -75,10 +79,18 @@ std::optional<std::int64_t> missingBytes(const FileUrl& url, std::int64_t fileSi
 /// Frames in which captions are looked for at each place; they repeat their data at least once a
 /// second.
 constexpr int captionFramesAtHead = 60;
-/// Whether the picture carries CEA-608 or 708 captions (ATSC A/53 part 4). Decodes a few frames at
-/// the head and, in case captions begin late, at some more places up to `duration` seconds.
+/// Whether the picture carries CEA-608 or 708 captions (ATSC A/53 part 4). Looks at a few frames
+/// of the head and, in case captions begin late, of some more places up to `duration` seconds.
 bool hasClosedCaptions(const std::filesystem::path& ffprobe, const FileUrl& url, double duration,
-                       const std::string& stream = "v:0", FFTool::Shortage* shortage = nullptr);
+                       const QString& codec, const std::string& stream = "v:0",
+                       FFTool::Shortage* shortage = nullptr);
+
+/// The same of a picture that is described.
+bool hasClosedCaptions(const std::filesystem::path& ffprobe, const FileUrl& url,
+                       const VideoStreamInfo& video, FFTool::Shortage* shortage);
+/// What `probe` left out, for the `closedCaptions` of a picture that has none yet. Fails when a
+/// tool lacked memory and the like, as `probe` does.
+Result<bool> hasClosedCaptions(const FileUrl& url, const VideoStreamInfo& video);
 
 /// Seconds from the start of the file, which may be that of its sound, to the first frame that is
 /// shown. Decodes a few frames; 0 when that fails.

@@ -91,6 +91,12 @@ std::optional<PictureSize> previewIn(const fs::path& scratch, const MediaInfo& m
 
 } // namespace
 
+bool leavesRoom(const VideoStreamInfo& video)
+{
+    constexpr std::int64_t mostPixels = 4096 * 2304;
+    return std::int64_t{video.width} * video.height <= mostPixels;
+}
+
 Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& media,
                                         const Options& asked, AnalysisProgress* progress)
 {

@@ -53,6 +53,10 @@ double levelsSampleRate(double duration);
 Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& media,
                                         const Options& options, AnalysisProgress* progress);
 
+/// Whether the machine's memory has room for another decoder beside the pass: for pictures of more
+/// than 4K each takes a gigabyte and more.
+bool leavesRoom(const VideoStreamInfo& video);
+
 /// The tone of a short burst of sound and its peak.
 struct Pop {
     std::optional<double> centroidHz;

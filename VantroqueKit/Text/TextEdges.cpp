@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <atomic>
 #include <bit>
+#include <future>
 #include <thread>
 
 namespace vantroque::TextPlacementReader {
@@ -43,10 +44,13 @@ std::vector<double> times(const std::vector<Frame>& frames)
     return list;
 }
 
-TextRegion refined(const TextRegion& region, const MediaInfo& media, double pictureStart,
-                   double interval, TextRecognizer& recognizer,
-                   const std::function<void()>& noteUnit)
+} // namespace
+
+TextRegion narrowEdges(const TextRegion& region, const MediaInfo& media, double pictureStart,
+                       double interval, TextRecognizer& recognizer,
+                       const std::function<void()>& noteUnit)
 {
+    recognizer.forget();
     const auto scratch = ScratchFolder::make();
     if (!scratch)
         return region;
@@ -60,9 +64,13 @@ TextRegion refined(const TextRegion& region, const MediaInfo& media, double pict
         noteUnit();
         return list;
     };
-    auto all = framesFrom(before, region.start - before, "head");
-    const std::vector<double> head = times(all);
+    auto inFront = std::async([&, cancelled = Cancellation::token()] {
+        const Cancellation::Scope scope(cancelled);
+        return framesFrom(before, region.start - before, "head");
+    });
     const auto behind = framesFrom(region.end, after - region.end, "tail");
+    auto all = inFront.get();
+    const std::vector<double> head = times(all);
     // Here the text stands for sure, so that a recognizer that remembers gets to know it.
     const bool isAtEnd = !behind.empty() && holdsText(behind.front().file, recognizer);
     all.insert(all.end(), behind.begin(), behind.end());
@@ -75,11 +83,10 @@ TextRegion refined(const TextRegion& region, const MediaInfo& media, double pict
     });
 }
 
-} // namespace
-
 std::vector<TextRegion> narrowEdges(std::vector<TextRegion> regions, const MediaInfo& media,
                                     double pictureStart, double interval,
-                                    RecognizerPool& recognizers, AnalysisProgress* progress)
+                                    RecognizerPool& recognizers, AnalysisProgress* progress,
+                                    const EdgesAhead* ahead)
 {
     const std::size_t count = std::min(regions.size(), edgeRefinementLimit);
     if (count == 0 || media.durationSeconds <= 0 || interval <= 0 || !FFTool::find("ffmpeg"))
@@ -91,20 +98,29 @@ std::vector<TextRegion> narrowEdges(std::vector<TextRegion> regions, const Media
         if (progress != nullptr)
             progress->noteTextEdgeUnit();
     };
+    std::vector<std::size_t> open;
+    for (std::size_t i = 0; i < count; ++i) {
+        // What was found ahead holds for a picture that begins with the file.
+        const auto known =
+            ahead != nullptr && pictureStart == 0 ? ahead->narrowed(regions[i]) : std::nullopt;
+        if (known)
+            regions[i] = *known;
+        else
+            open.push_back(i);
+    }
     std::atomic<std::size_t> next = 0;
     const auto work = [&, cancelled = Cancellation::token()] {
         const Cancellation::Scope scope(cancelled);
         const auto recognizer = recognizers.take();
         for (std::size_t i = 0;
-             recognizer && !Cancellation::isRequested() && (i = next++) < count;) {
-            (*recognizer)->forget();
-            regions[i] = refined(regions[i], media, pictureStart, interval, **recognizer, noteUnit);
-        }
+             recognizer && !Cancellation::isRequested() && (i = next++) < open.size();)
+            regions[open[i]] = narrowEdges(regions[open[i]], media, pictureStart, interval,
+                                           **recognizer, noteUnit);
     };
-    {
+    if (!open.empty()) {
         std::vector<std::jthread> helpers;
         const std::size_t threads =
-            std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, count);
+            std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, open.size());
         for (std::size_t i = 1; i < threads; ++i)
             helpers.emplace_back(work);
         work();

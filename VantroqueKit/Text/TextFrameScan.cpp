@@ -43,6 +43,8 @@ void TextFrameScan::restart()
 {
     m_worker = {}; // ends it after the frame at hand
     m_samples.clear();
+    m_whole = 0;
+    m_ahead.reset();
     std::error_code ignored;
     for (const auto& frame : fs::directory_iterator(m_request.directory, ignored))
         fs::remove(frame.path(), ignored);
@@ -60,9 +62,11 @@ std::optional<std::vector<TextRegion>> TextFrameScan::finish(double pictureStart
     m_worker.join();
     if (m_samples.empty() || m_cancelled.stop_requested())
         return std::nullopt;
-    const double interval = m_request.time(2); // the first is at 0
+    if (m_ahead)
+        m_ahead->finish();
     return TextPlacementReader::narrowEdges(TextPlacement::track(std::move(m_samples)), m_media,
-                                            pictureStart, interval, m_recognizers, m_progress);
+                                            pictureStart, interval(), m_recognizers, m_progress,
+                                            m_ahead ? &*m_ahead : nullptr);
 }
 
 void TextFrameScan::work(const std::stop_token& stop)
@@ -98,8 +102,24 @@ void TextFrameScan::readFrame(int frame, TextRecognizer& recognizer)
     const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - started;
     const int lines = static_cast<int>(TextPlacement::mergeLines(sample.boxes).size());
     m_samples.push_back(std::move(sample));
+    lookAheadForEdges();
     if (m_progress != nullptr)
         m_progress->noteTextFrames(frame, frame, spent.count(), lines);
+}
+
+/// No text goes on over a frame without any, so what stood before one is known whole.
+void TextFrameScan::lookAheadForEdges()
+{
+    if (!m_samples.back().boxes.empty())
+        return;
+    const auto first = m_samples.begin() + static_cast<std::ptrdiff_t>(m_whole);
+    const auto regions = TextPlacement::track({first, m_samples.end()});
+    m_whole = m_samples.size();
+    if (regions.empty() || m_media.durationSeconds <= 0 || interval() <= 0)
+        return;
+    if (!m_ahead)
+        m_ahead.emplace(m_media, interval(), m_recognizers, m_cancelled);
+    m_ahead->add(regions);
 }
 
 } // namespace vantroque

@@ -32,7 +32,9 @@ public:
 private:
     void work(const std::stop_token& stop);
     bool waitFor(int frame, const std::stop_token& stop);
+    void lookAheadForEdges();
     void readFrame(int frame, TextRecognizer& recognizer);
+    double interval() const { return m_request.time(2); } ///< The first frame is at 0.
 
     const SignalAnalyzer::TextFrameRequest m_request;
     const MediaInfo& m_media;
@@ -42,8 +44,11 @@ private:
     std::mutex m_mutex;                                        ///< Guards the flag.
     bool m_decodeFinished = false;
     std::condition_variable_any m_wake;
-    std::vector<TextSample> m_samples; ///< In frame order; the worker's until it has ended.
-    std::jthread m_worker;             ///< Ends first.
+    // The worker's until it has ended.
+    std::vector<TextSample> m_samples; ///< In frame order.
+    std::size_t m_whole = 0;           ///< So many samples hold no text that may still go on.
+    std::optional<EdgesAhead> m_ahead;
+    std::jthread m_worker; ///< Ends first.
 };
 
 } // namespace vantroque

@@ -96,16 +96,19 @@ SignalAnalyzer::TextFrameRequest request(const MediaInfo& media, const fs::path&
 std::vector<TextSample::Box> detectBoxes(const QImage& picture, TextRecognizer& recognizer,
                                          TextRecognizer::Subject subject)
 {
-    const auto pixels = InkExtent::Pixels::from(picture);
-    if (!pixels)
+    if (picture.isNull())
         return {};
     std::vector<TextSample::Box> boxes;
     const auto lines = linesIn(picture, recognizer, subject, longestReading);
-    for (const RecognizedLine& line : lines.value_or(std::vector<RecognizedLine>())) {
+    if (!lines || lines->empty())
+        return {};
+    const auto pixels = InkExtent::Pixels::from(picture);
+    for (const RecognizedLine& line : *lines) {
         const NormalizedRect rect = line.box.grown(0);
         if (!holdsLetterOrDigit(line.text) || rect.width <= 0 || rect.height <= 0)
             continue;
-        boxes.push_back({InkExtent::refine(rect, *pixels).value_or(rect), line.text});
+        boxes.push_back(
+            {(pixels ? InkExtent::refine(rect, *pixels) : std::nullopt).value_or(rect), line.text});
     }
     return boxes;
 }

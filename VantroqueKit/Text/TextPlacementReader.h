@@ -3,11 +3,13 @@
 #include "Progress/AnalysisProgress.h"
 #include "Records/MediaInfo.h"
 #include "Signal/SignalAnalyzer.h"
+#include "Text/EdgesAhead.h"
 #include "Text/InkExtent.h"
 #include "Text/RecognizerPool.h"
 #include "Text/TextSample.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -40,12 +42,18 @@ struct Frame {
 std::vector<Frame> frames(const MediaInfo& media, double from, double span,
                           const NormalizedRect& crop, const std::filesystem::path& directory);
 
-/// Moves the start and end of the first regions to the very frame, and folds the list. Their times
-/// count from the first frame, which lies at `pictureStart` in the file; `interval` is the seconds
-/// between two samples. Blocks; `progress` may be null.
+/// Moves the start and end of a region to the very frame. Its times count from the first frame,
+/// which lies at `pictureStart` in the file; `interval` is the seconds between two samples.
+/// `noteUnit` is called after each export and for each frame that is asked about. Blocks.
+TextRegion narrowEdges(
+    const TextRegion& region, const MediaInfo& media, double pictureStart, double interval,
+    TextRecognizer& recognizer, const std::function<void()>& noteUnit = [] {});
+/// The same for the first regions, and folds the list. `ahead`, which may be null, has ended; what
+/// it knows is taken from it. Blocks; `progress` may be null.
 std::vector<TextRegion> narrowEdges(std::vector<TextRegion> regions, const MediaInfo& media,
                                     double pictureStart, double interval,
-                                    RecognizerPool& recognizers, AnalysisProgress* progress);
+                                    RecognizerPool& recognizers, AnalysisProgress* progress,
+                                    const EdgesAhead* ahead = nullptr);
 
 /// Reads the text of a file in a decode of its own. Nothing when its frames cannot be read. Blocks;
 /// `progress` may be null.

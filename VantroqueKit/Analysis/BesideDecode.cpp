@@ -1,0 +1,67 @@
+#include "Analysis/BesideDecode.h"
+
+#include "Base/Cancellation.h"
+#include "Probe/Prober.h"
+#include "Signal/SignalAnalyzer.h"
+#include "Text/SlateReader.h"
+
+#include <algorithm>
+
+namespace vantroque {
+
+BesideDecode::BesideDecode(const MediaInfo& media, const std::vector<Profile>& profiles,
+                           RecognizerPool* recognizers)
+{
+    if (!media.video)
+        return;
+    // What is deferred runs when it is asked for, after the decode. So does what gets no thread.
+    const auto when = SignalAnalyzer::leavesRoom(*media.video)
+                          ? std::launch::async | std::launch::deferred
+                          : std::launch::deferred;
+    const std::stop_token cancelled = Cancellation::token();
+    if (!media.video->closedCaptions)
+        m_captions = std::async(when, [cancelled, url = media.url, video = *media.video] {
+            const Cancellation::Scope scope(cancelled);
+            return Prober::hasClosedCaptions(url, video);
+        });
+    if (const auto slate = slateSeconds(profiles); slate && recognizers != nullptr)
+        m_slate = std::async(when, [cancelled, media, seconds = *slate, recognizers] {
+            const Cancellation::Scope scope(cancelled);
+            return slateLines(media, seconds, 0, *recognizers);
+        });
+}
+
+Result<void> BesideDecode::addTo(MediaInfo& media)
+{
+    if (m_captions.valid())
+        media.video->closedCaptions = TRY(m_captions.get());
+    // It was looked for where it is in a picture that begins with the file.
+    if (m_slate.valid() && media.signal && media.signal->pictureStart.value_or(0) == 0)
+        media.signal->slateTextLines = m_slate.get();
+    return {};
+}
+
+std::optional<double> slateSeconds(const std::vector<Profile>& profiles)
+{
+    std::optional<double> longest;
+    for (const Profile& profile : profiles)
+        if (const auto& content = profile.content; content && content->slateSeconds)
+            longest = std::max(longest.value_or(0), *content->slateSeconds);
+    return longest;
+}
+
+std::vector<QString> slateLines(const MediaInfo& media, double seconds, double pictureStart,
+                                RecognizerPool& recognizers)
+{
+    if (!media.video)
+        return {};
+    // A picture that ends before the slate's middle has no such frame.
+    const double end = std::max(media.durationSeconds, media.video->durationSeconds);
+    if (end > 0 && seconds / 2 > end)
+        return {};
+    const auto read = SlateReader::readText(media.url, seconds / 2 + pictureStart, recognizers);
+    const QStringList lines = read.value_or(QStringList());
+    return {lines.begin(), lines.end()};
+}
+
+} // namespace vantroque
