@@ -14,7 +14,7 @@ namespace vantroque::DamagedClips {
 struct Clip {
     std::string name;                   ///< As the page lists it.
     std::string file;                   ///< With the extension of its container.
-    std::vector<std::string> arguments; ///< Of ffmpeg, behind its two inputs.
+    std::vector<std::string> arguments; ///< Of ffmpeg, after its two inputs.
 };
 
 const std::vector<Clip>& clips();

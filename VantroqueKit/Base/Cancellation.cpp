@@ -10,7 +10,9 @@ thread_local std::stop_token current;
 
 } // namespace
 
-Scope::Scope(std::stop_token token) : m_outer(std::exchange(current, std::move(token))) {}
+Scope::Scope(std::stop_token token) : m_outer(std::exchange(current, std::move(token)))
+{
+}
 
 Scope::~Scope()
 {

@@ -2,10 +2,11 @@
 
 #include <stop_token>
 
-/// Lets someone call off what a thread does on their behalf, however deep in the kit that is: a tool
-/// that runs is killed, none is started any more, and loops over frames end. What a thread does is
-/// called off as a whole or not at all, so that the token belongs to the thread; no call on the way
-/// down can forget to hand it on. A thread that is started for a part of the work takes it along.
+/// Lets someone call off what a thread does on their behalf, however deep in the kit that is: a
+/// tool that runs is killed, none is started any more, and loops over frames end. What a thread
+/// does is called off as a whole or not at all, so that the token belongs to the thread; no call on
+/// the way down can forget to hand it on. A thread that is started for a part of the work takes it
+/// along.
 namespace vantroque::Cancellation {
 
 /// While it lives, the work of this thread listens to the token.

@@ -65,7 +65,7 @@ std::int64_t framesIn(const TimeSpan& span, double rate);
 
 /// "3.5 s" below ten seconds, "12 s" from there on.
 QString seconds(double value);
-/// ", tracks 1 and 2" behind figures that were measured of two streams as of a pair.
+/// ", tracks 1 and 2" after figures that were measured of two streams as of a pair.
 QString trackRemark(const AudioStreamInfo& audio);
 /// The same on rows about channels, and ", order assumed" where the file does not say which channel
 /// is which.

@@ -25,7 +25,7 @@ std::optional<ProfileReport> section(const MediaInfo& media, double leaderEnd)
     for (const auto& row :
          {levels, colorTagsRow(media), hdrRow(media), blackFramesRow(media, leaderEnd),
           flashFramesRow(media), duplicates, phase, channelLevelsRow(media), bitsRow(media),
-           audioTracksRow(media), syncRow(media), decodingRow(media)})
+          audioTracksRow(media), syncRow(media), decodingRow(media)})
         if (row)
             report.checks.push_back(*row);
     if (report.checks.empty())

@@ -229,7 +229,7 @@ std::optional<std::int64_t> behindKlv(const Pieces& file, std::int64_t offset)
 std::optional<std::int64_t> missingOfMxf(const Pieces& file)
 {
     constexpr std::int64_t keyLength = 16;
-    constexpr std::int64_t footerField = 24; // behind version, alignment, this and previous one
+    constexpr std::int64_t footerField = 24; // after version, alignment, this and previous one
     const auto first = file.read(keyLength, 1);
     const std::int64_t lengthBytes =
         first && (first->front() & 0x80) != 0 ? 1 + (first->front() & 0x7f) : 1;
@@ -249,7 +249,7 @@ std::optional<std::int64_t> missingOfMxf(const Pieces& file)
     return std::max<std::int64_t>(offset - file.size(), 0);
 }
 
-/// Packets of one length (ISO/IEC 13818-1), behind a time stamp of 4 bytes each on discs.
+/// Packets of one length (ISO/IEC 13818-1), after a time stamp of 4 bytes each on discs.
 std::optional<std::int64_t> missingOfTransport(const Pieces& file)
 {
     struct Layout {

@@ -42,7 +42,7 @@ double pictureStart(const FileUrl& url, const std::string& stream)
     const auto ffprobe = FFTool::find("ffprobe");
     if (!ffprobe)
         return 0;
-    // Some packets are never shown: what lies ahead of an edit list, and the pictures ahead of the
+    // Some packets are never shown: what lies before an edit list, and the pictures before the
     // first key frame.
     for (const char* packets : {"%+#10", "%+#500"}) {
         const auto printed = FFTool::run(*ffprobe,

@@ -102,7 +102,7 @@ double silenceEnd(const SignalLog& log, std::size_t index, double duration)
     return duration > 0 ? duration : log.silenceStarts()[index];
 }
 
-/// Where sound ends ahead of the picture, the silence up to the picture's end, from where it began
+/// Where sound ends before the picture, the silence up to the picture's end, from where it began
 /// in the sound itself.
 std::optional<TimeSpan> silenceBehindSound(const SignalInfo& info, const SignalLog& log)
 {

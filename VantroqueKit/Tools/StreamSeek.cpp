@@ -81,7 +81,7 @@ bool isNeeded(const FileUrl& media)
     using namespace std::string_view_literals;
     if (bytes.starts_with("\0\0\1\xBA"sv)) // a pack header, ISO/IEC 13818-1
         return true;
-    // Packets of 188 bytes, also behind a time stamp or ahead of error correction.
+    // Packets of 188 bytes, also after a time stamp or before error correction.
     struct Packets {
         std::size_t offset;
         std::size_t size;

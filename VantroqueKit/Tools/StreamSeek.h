@@ -20,12 +20,12 @@ struct Request {
     const FileUrl& media;
     double time = 0;                 ///< Of the first frame, in seconds from the start of the file.
     std::optional<double> span = {}; ///< Seconds; one frame when absent.
-    std::vector<std::string> before; ///< Arguments ahead of the input.
+    std::vector<std::string> before; ///< Arguments before the input.
     std::string filters;             ///< Of the picture; may be empty.
-    std::vector<std::string> output; ///< Arguments behind the input.
+    std::vector<std::string> output; ///< Arguments after the input.
 };
 
-/// Runs ffmpeg from some time before, and from farther away until it has met a key frame ahead of
+/// Runs ffmpeg from some time before, and from farther away until it has met a key frame before
 /// the wanted time; what lies between is decoded and dropped. Blocks; fails as `FFTool::run` does.
 Result<FFTool::ToolOutput, FFToolError> run(const std::filesystem::path& ffmpeg,
                                             const Request& request);
