@@ -15,9 +15,10 @@ namespace fs = std::filesystem;
 bool isRefused(const fs::path& file)
 {
     const auto passed = Playlists::refuse(FileUrl::fromPath(file));
-    if (!passed)
+    if (!passed) {
         EXPECT_EQ(passed.error().description(),
                   QStringLiteral("This is a playlist, not a media file. Add the media it names."));
+    }
     return !passed;
 }
 
