@@ -1,5 +1,6 @@
 #include "Analysis/BesideDecode.h"
 #include "Analysis/TextOnTheRoad.h"
+#include "Signal/SignalAnalyzer.h"
 
 // What is found out while the decode runs.
 
