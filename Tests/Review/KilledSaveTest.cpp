@@ -33,8 +33,9 @@ void killAWriter(const DataHome& home, const std::string& kind)
 void lookBeside(const fs::path& file)
 {
     for (const auto& entry : fs::directory_iterator(file.parent_path()))
-        if (entry.path() != file)
+        if (entry.path() != file) {
             EXPECT_EQ(entry.path().extension(), ".tmp") << entry.path();
+        }
 }
 
 template<typename Load>
