@@ -112,7 +112,7 @@ TEST_F(CaptionEvents, OfACleanTrackAreNone)
 
 TEST_F(CaptionEvents, OfAHugeTrackComeInAMoment)
 {
-    constexpr int count = 500'000;
+    constexpr int count = 400'000;
     std::vector<CaptionCue> cues;
     CaptionSpelling spelling;
     for (int id = 1; id <= count; ++id) {
