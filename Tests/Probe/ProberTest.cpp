@@ -63,9 +63,8 @@ TEST(Probe, EveryToolIsCalledWithTheseArguments)
         UnorderedElementsAre(
             joined({"-select_streams", "v:0", "-show_entries", "packet=pts_time,dts_time,size"}),
             joined({"-select_streams", "v:0", "-read_intervals", "%+#1", "-show_frames"}),
-            joined({"-show_frames", "-read_intervals", "%+#60", "-select_streams", "v:0"}),
-            joined({"-show_frames", "-read_intervals",
-                    "0.080%+#60,0.160%+#60,0.240%+#60,0.320%+#60", "-select_streams", "v:0"})));
+            // The look at the head sees all of so short a clip, so that there is none further on.
+            joined({"-show_frames", "-read_intervals", "%+#60", "-select_streams", "v:0"})));
     EXPECT_THAT(tools.calls("ffmpeg"),
                 ElementsAre(Words{"-v", "trace", "-i", file, "-c", "copy", "-bsf:v",
                                   "trace_headers", "-frames:v", "1", "-f", "null", "-"}));
@@ -77,7 +76,7 @@ TEST(Probe, BehindACoverEveryToolNamesTheRealStream)
     tools.record("ffprobe");
     probed(Clips::coverAhead(Clips::hdr10P3()));
     const auto calls = tools.calls("ffprobe");
-    ASSERT_EQ(calls.size(), 5U);
+    ASSERT_EQ(calls.size(), 4U);
     for (std::size_t i = 1; i < calls.size(); ++i)
         EXPECT_THAT(calls[i], Contains("v:1")) << i;
 }
