@@ -54,8 +54,8 @@ INSTANTIATE_TEST_SUITE_P(Commands, Guarded,
                                          Words{"measure"},
                                          Words{"markers", "--format", "csv", "--skip-signal"},
                                          Words{"still", "--at", "0"}),
-                         [](const auto& info) {
-                             return info.param.front() + std::to_string(info.index);
+                         [](const auto& each) {
+                             return each.param.front() + std::to_string(each.index);
                          });
 
 TEST_P(Guarded, NeverReplacesAnInputUnderWhateverName)
@@ -75,7 +75,7 @@ TEST_P(Guarded, NeverReplacesAnInputUnderWhateverName)
 
 TEST_P(Guarded, NeverReplacesAnInputThroughAnOpenFile)
 {
-    for (const std::string& name : {"/proc/self/fd/7", "/dev/fd/7"}) {
+    for (const std::string name : {"/proc/self/fd/7", "/dev/fd/7"}) {
         Words words{"sh", "-c", "cd \"$0\" && exec \"$@\" 7<>film.mp4", m_folder.path().native()};
         words = words + Cli::command(GetParam()) + Words{"-o", name, "film.mp4"};
         const auto result = runProgram(words);
@@ -171,7 +171,7 @@ TEST_F(Target, StandardOutputIsNoInputEither)
 TEST_F(Target, StandardOutputByItsNameGoesWhereItStands)
 {
     const auto log = m_folder.write("log.txt", "before\n");
-    for (const std::string& name : {"/dev/stdout", "/dev/fd/1", "/proc/self/fd/1"}) {
+    for (const std::string name : {"/dev/stdout", "/dev/fd/1", "/proc/self/fd/1"}) {
         m_folder.write("log.txt", "before\n");
         Words words{"sh", "-c", "\"$@\" >> \"$0\"; echo after >> \"$0\"", log.native()};
         EXPECT_EQ(runProgram(words + call({"-o", name})).status, 0);

@@ -247,8 +247,8 @@ TEST_P(Stopping, TheRunningFileEndsItsToolsAndTheNextBegins)
     EXPECT_THAT(temporary.names(), IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(List, Stopping, testing::Bool(), [](const auto& info) {
-    return info.param ? "ByClearingTheList" : "ByRemovingIt";
+INSTANTIATE_TEST_SUITE_P(List, Stopping, testing::Bool(), [](const auto& each) {
+    return each.param ? "ByClearingTheList" : "ByRemovingIt";
 });
 
 TEST_F(List, TheRunningFileIsLeftAloneWhenAnotherIsRemoved)
