@@ -200,12 +200,15 @@ TEST_F(List, AnUnknownEntryIsNotRemoved)
     EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s));
 }
 
-/// Five minutes that ffmpeg, asked to, decodes as fast as they would be shown.
-FileUrl fiveMinutes()
+/// Five minutes that ffmpeg, asked to, decodes as fast as they would be shown. A file of their own,
+/// since tools are told by the name of their file, and another test may run beside this one.
+FileUrl fiveMinutesIn(const TestFolder& folder)
 {
-    return FileUrl::fromPath(
+    std::filesystem::copy_file(
         Media::make({"five-minutes.mp4",
-                     Clips::picture("64x64", "5", "300") + Clips::tone("300") + Clips::x264()}));
+                     Clips::picture("64x64", "5", "300") + Clips::tone("300") + Clips::x264()}),
+        folder / "film.mp4");
+    return FileUrl::fromPath(folder / "film.mp4");
 }
 
 /// Of the tools, the decode alone takes as long as the film.
@@ -224,7 +227,8 @@ TEST_P(Stopping, TheRunningFileEndsItsToolsAndTheNextBegins)
     decodeInRealTime(tools);
     const TestFolder temporary;
     const ScopedVariable place("TMPDIR", temporary.path());
-    const FileUrl film = fiveMinutes();
+    const TestFolder folder;
+    const FileUrl film = fiveMinutesIn(folder);
     const auto decodes = [&](pid_t tool) {
         return processFile(tool, "cmdline").contains("ebur128");
     };

@@ -20,8 +20,8 @@ QString givenSeconds(double limit)
 /// Whole seconds by the count of drop-frame time code.
 struct DropFrameSeconds {
     std::int64_t seconds = 0;
-    std::int64_t frames = 0;     ///< That make up these seconds.
-    std::int64_t nextFrames = 0; ///< That make up one second more.
+    std::int64_t frames = 0;       ///< That make up these seconds.
+    std::int64_t framesToNext = 0; ///< That lack for one second more.
 };
 
 /// Drop-frame time code leaves out two labels, at 59.94 four, in each minute but every tenth (SMPTE
@@ -48,7 +48,7 @@ std::optional<DropFrameSeconds> dropFrameSeconds(std::int64_t frames, double rat
     const std::int64_t before = frames - rest;
     return DropFrameSeconds{frames / framesOfTenMinutes * tenMinutes + seconds,
                             before + framesOf(seconds, perSecond),
-                            before + framesOf(seconds + 1, perSecond)};
+                            framesOf(seconds + 1, perSecond) - rest};
 }
 
 const CheckRow frameAccuracy{u"frame-accuracy"_s, u"Frame accuracy"_s,
@@ -92,7 +92,7 @@ CheckResult frameAccuracyRow(std::int64_t frames, double rate)
             QString::number(drop->seconds), QString::number(frames)));
     return extraFramesRow(
         perSecond, countText(frames, drop->seconds, frames - drop->frames) + u" (drop frame)"_s,
-        frames - drop->frames, std::min(drop->nextFrames - frames, missing));
+        frames - drop->frames, std::min(drop->framesToNext, missing));
 }
 
 } // namespace
