@@ -225,9 +225,9 @@ TEST_P(Stopping, TheRunningFileEndsItsToolsAndTheNextBegins)
     const bool clears = GetParam();
     const FakeTools tools;
     decodeInRealTime(tools);
+    const TestFolder folder;
     const TestFolder temporary;
     const ScopedVariable place("TMPDIR", temporary.path());
-    const TestFolder folder;
     const FileUrl film = fiveMinutesIn(folder);
     const auto decodes = [&](pid_t tool) {
         return processFile(tool, "cmdline").contains("ebur128");
