@@ -39,30 +39,29 @@ void report(Outcome outcome, int value)
 }
 
 /// Sets a limit for this process, or keeps the narrower one that it has.
-void limit(__rlimit_resource resource, rlim_t most)
+/// The limit that held until then.
+rlimit limit(__rlimit_resource resource, rlim_t most)
 {
-    rlimit limits{};
-    if (::getrlimit(resource, &limits) != 0)
-        return;
-    limits.rlim_max = std::min(limits.rlim_max, most);
-    limits.rlim_cur = std::min(limits.rlim_cur, limits.rlim_max);
+    rlimit before{};
+    if (::getrlimit(resource, &before) != 0)
+        return {RLIM_INFINITY, RLIM_INFINITY};
+    const rlimit limits{std::min(before.rlim_cur, most), before.rlim_max};
     ::setrlimit(resource, &limits);
+    return before;
 }
 
 [[noreturn]] void becomeTool(char** command, rlim_t memoryBytes, const sigset_t& blocked)
 {
+    const rlimit ownMemory = limit(RLIMIT_AS, memoryBytes);
     limit(RLIMIT_CORE, 0);
     ::signal(SIGXFSZ, SIG_IGN); // Too large a file becomes an error that the tool can tell.
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
-    // Within the limit of the tool, this program may be unable to report: under ThreadSanitizer it
-    // has mapped far more than that.
-    if (::access(command[0], X_OK) == 0) {
-        limit(RLIMIT_AS, memoryBytes);
-        ::execv(command[0], command);
-    }
-    report(Outcome::launchFailed, errno);
+    ::execv(command[0], command);
+    const int problem = errno;
+    ::setrlimit(RLIMIT_AS, &ownMemory); // To report it takes memory of its own.
+    report(Outcome::launchFailed, problem);
     ::_exit(127);
 }
 
