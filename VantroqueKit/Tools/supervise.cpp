@@ -38,22 +38,23 @@ void report(Outcome outcome, int value)
     [[maybe_unused]] const auto written = ::write(reportDescriptor, &message, sizeof message);
 }
 
-/// Sets a limit for this process, or keeps the narrower one that it has.
-/// The limit that held until then.
-rlimit limit(__rlimit_resource resource, rlim_t most)
+/// Sets the soft limit of this process's memory, or keeps the narrower one that it has; gives the
+/// limits that held until then.
+rlimit limitMemory(rlim_t most)
 {
-    rlimit before{};
-    if (::getrlimit(resource, &before) != 0)
-        return {RLIM_INFINITY, RLIM_INFINITY};
+    rlimit before{RLIM_INFINITY, RLIM_INFINITY};
+    if (::getrlimit(RLIMIT_AS, &before) != 0)
+        return before;
     const rlimit limits{std::min(before.rlim_cur, most), before.rlim_max};
-    ::setrlimit(resource, &limits);
+    ::setrlimit(RLIMIT_AS, &limits);
     return before;
 }
 
 [[noreturn]] void becomeTool(char** command, rlim_t memoryBytes, const sigset_t& blocked)
 {
-    const rlimit ownMemory = limit(RLIMIT_AS, memoryBytes);
-    limit(RLIMIT_CORE, 0);
+    const rlimit ownMemory = limitMemory(memoryBytes);
+    constexpr rlimit none{0, 0};
+    ::setrlimit(RLIMIT_CORE, &none);
     ::signal(SIGXFSZ, SIG_IGN); // Too large a file becomes an error that the tool can tell.
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
