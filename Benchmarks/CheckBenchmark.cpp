@@ -166,7 +166,7 @@ try {
     print("whole check     ", check);
     if (readsText) {
         std::cout << "wall / wall of the graph        " << text(check.wall / graphAlone.wall, 3)
-                  << " (at most 1.5)\n";
+                  << " (at most 1.25)\n";
         return 0;
     }
     std::cout << "own cpu / cpu of the graph      " << text(check.own / graphAlone.cpu, 4)

@@ -1,32 +1,51 @@
 #include "Analysis/BesideDecode.h"
 
 #include "Base/Cancellation.h"
+#include "Base/ThreadPriority.h"
 #include "Probe/Prober.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Text/SlateReader.h"
 
 #include <algorithm>
+#include <system_error>
 
 namespace vantroque {
+
+namespace {
+
+/// Does the work beside the decode when there is room; else, and when it gets no thread, as soon as
+/// it is asked for, after the decode.
+template<typename Work>
+auto started(bool hasRoom, Work work)
+{
+    if (hasRoom) {
+        try {
+            return std::async(std::launch::async, [work, cancelled = Cancellation::token()] {
+                ThreadPriority::giveWay();
+                const Cancellation::Scope scope(cancelled);
+                return work();
+            });
+        } catch (const std::system_error&) {
+            // It is done later.
+        }
+    }
+    return std::async(std::launch::deferred, work);
+}
+
+} // namespace
 
 BesideDecode::BesideDecode(const MediaInfo& media, const std::vector<Profile>& profiles,
                            RecognizerPool* recognizers)
 {
     if (!media.video)
         return;
-    // What is deferred runs when it is asked for, after the decode. So does what gets no thread.
-    const auto when = SignalAnalyzer::leavesRoom(*media.video)
-                          ? std::launch::async | std::launch::deferred
-                          : std::launch::deferred;
-    const std::stop_token cancelled = Cancellation::token();
+    const bool hasRoom = SignalAnalyzer::leavesRoom(*media.video);
     if (!media.video->closedCaptions)
-        m_captions = std::async(when, [cancelled, url = media.url, video = *media.video] {
-            const Cancellation::Scope scope(cancelled);
+        m_captions = started(hasRoom, [url = media.url, video = *media.video] {
             return Prober::hasClosedCaptions(url, video);
         });
     if (const auto slate = slateSeconds(profiles); slate && recognizers != nullptr)
-        m_slate = std::async(when, [cancelled, media, seconds = *slate, recognizers] {
-            const Cancellation::Scope scope(cancelled);
+        m_slate = started(hasRoom, [media, seconds = *slate, recognizers] {
             return slateLines(media, seconds, 0, *recognizers);
         });
 }

@@ -1,5 +1,6 @@
 #include "Text/EdgesAhead.h"
 
+#include "Base/ThreadPriority.h"
 #include "Text/TextPlacementReader.h"
 
 #include <algorithm>
@@ -55,6 +56,7 @@ std::optional<TextRegion> EdgesAhead::narrowed(const TextRegion& region) const
 
 void EdgesAhead::work(const std::stop_token& stop)
 {
+    ThreadPriority::giveWay();
     const Cancellation::Scope scope(m_cancelled);
     const auto recognizer = m_recognizers.take();
     std::unique_lock lock(m_mutex);

@@ -1,6 +1,7 @@
 #include "Text/TextFrameScan.h"
 
 #include "Base/Numbers.h"
+#include "Base/ThreadPriority.h"
 #include "Text/TextPlacement.h"
 
 #include <cmath>
@@ -71,6 +72,7 @@ std::optional<std::vector<TextRegion>> TextFrameScan::finish(double pictureStart
 
 void TextFrameScan::work(const std::stop_token& stop)
 {
+    ThreadPriority::giveWay();
     const auto recognizer = m_recognizers.take();
     for (int frame = 1; waitFor(frame, stop); ++frame) {
         if (recognizer)
