@@ -1,20 +1,13 @@
 #pragma once
 
+#include "Records/Palette.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
 namespace vantroque {
-
-/// 8 bits each; alpha is straight, not premultiplied.
-struct Rgba {
-    std::uint8_t r = 0;
-    std::uint8_t g = 0;
-    std::uint8_t b = 0;
-    std::uint8_t a = 0;
-    bool operator==(const Rgba&) const = default;
-};
 
 /// An image in raster order. The pixels lie as bytes R, G, B and A in memory.
 struct Bitmap {

@@ -7,7 +7,6 @@
 namespace vantroque::ScopeRenderer {
 
 constexpr Rgba gridColor{70, 74, 82, 255};
-constexpr Rgba amber{252, 211, 77, 255};
 /// The trace of a scope whose traces have no colours of their own.
 constexpr Rgba traceColor{220, 226, 232, 255};
 

@@ -60,8 +60,8 @@ void drawCross(Bitmap& bitmap, int x, int y)
 {
     constexpr int arm = 5;
     for (int i = -arm; i <= arm; ++i) {
-        bitmap.set(x + i, y, amber);
-        bitmap.set(x, y + i, amber);
+        bitmap.set(x + i, y, Palette::amber);
+        bitmap.set(x, y + i, Palette::amber);
     }
 }
 

@@ -32,7 +32,7 @@ void drawGraticule(Bitmap& bitmap)
     for (const float level : {0.0F, 100.0F})
         drawLevel(bitmap, level, Line::solid, green);
     for (const float level : {EbuR103::rejectLow, EbuR103::rejectHigh})
-        drawLevel(bitmap, level, Line::dashed, amber);
+        drawLevel(bitmap, level, Line::dashed, Palette::amber);
     for (const float level : {20.0F, 40.0F, 60.0F, 80.0F})
         drawLevel(bitmap, level, Line::dashed, gridColor);
 }

@@ -1,4 +1,5 @@
 #include "Base/Text.h"
+#include "Records/Palette.h"
 #include "Review/MarkerFormats.h"
 
 // The XML that Final Cut Pro 7 made common. Premiere imports it as a sequence with one clip that
@@ -33,12 +34,12 @@ QString filled(const QString& form, const std::vector<std::pair<QString, QString
 QString colorNumber(Color color)
 {
     switch (color) {
-    case Color::green: return QString::number(0xFF4ADE80);
-    case Color::red: return QString::number(0xFFF87171);
-    case Color::yellow: return QString::number(0xFFFCD34D);
+    case Color::green: return QString::number(Palette::green.argb());
+    case Color::red: return QString::number(Palette::red.argb());
+    case Color::yellow: return QString::number(Palette::amber.argb());
     case Color::cyan: break;
     }
-    return QString::number(0xFF6CC7F0);
+    return QString::number(Palette::cyan.argb());
 }
 
 QString element(const Marker& marker)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Records/Palette.h"
 #include "Records/Report.h"
 
 #include <QColor>
@@ -35,9 +36,9 @@ struct Theme {
     QColor ground{0x17, 0x18, 0x1C};
     QColor meterBar{0x9D, 0xB2, 0xD3};
     QColor toleranceBand{0x4A, 0x54, 0x68};
-    QColor pass = QColor::fromRgbF(0.29F, 0.871F, 0.502F);
-    QColor warn = QColor::fromRgbF(0.988F, 0.827F, 0.302F);
-    QColor fail = QColor::fromRgbF(0.973F, 0.443F, 0.443F);
+    QColor pass{QColor::fromRgba(Palette::green.argb())};
+    QColor warn{QColor::fromRgba(Palette::amber.argb())};
+    QColor fail{QColor::fromRgba(Palette::red.argb())};
 
     QColor of(Verdict verdict) const;
 
