@@ -52,7 +52,7 @@ TEST(Timecode, NegativeFramesAndUnusableRatesAreMended)
 {
     EXPECT_EQ(Timecode(-1, 25).frame(), 0);
     for (const double rate : {0.0, -0.0, -24.0, -infinity, notANumber}) {
-        EXPECT_EQ(Timecode(1, rate).rate(), 25);
+        EXPECT_EQ(Timecode(1, rate).rate(), FrameRate::television());
         EXPECT_EQ(Timecode::fromSeconds(1, rate), Timecode(25, 25));
         EXPECT_EQ(Timecode::parse(u"2"_s, rate), Timecode(50, 25));
         EXPECT_EQ(Timecode::parse(u"00:00:01:24"_s, rate), Timecode(49, 25));
@@ -77,7 +77,7 @@ TEST(Timecode, SecondsGiveTheNearestFrame)
     EXPECT_EQ(frameAt(0.125, 4), 1);
     EXPECT_EQ(frameAt(-0.1, 25), 0);
     EXPECT_EQ(frameAt(-1e300, 25), 0);
-    EXPECT_EQ(Timecode::fromSeconds(1, 23.976).rate(), 23.976);
+    EXPECT_EQ(Timecode::fromSeconds(1, 23.976).rate().perSecond(), 23.976);
 }
 
 TEST(Timecode, TheFrameCountHasACeiling)

@@ -25,6 +25,25 @@ MediaInfo withVideo(const QString& codec, const std::optional<QString>& proresPr
 
 } // namespace
 
+TEST(PictureSamples, HaveTheBitsThatTheirFormatSays)
+{
+    const auto bits = [](const QString& format, std::optional<int> bitDepth) {
+        VideoStreamInfo video;
+        video.pixFmt = format;
+        video.bitDepth = bitDepth;
+        return video.sampleBits();
+    };
+    EXPECT_EQ(bits(u"yuv420p"_s, 8), 8);
+    EXPECT_EQ(bits(u"yuv422p10le"_s, 10), 10);
+    EXPECT_EQ(bits(u"gray10le"_s, 8), 10);
+    EXPECT_EQ(bits(u"gray16be"_s, 16), 16);
+    EXPECT_EQ(bits(u"gray"_s, 8), 8);
+    EXPECT_EQ(bits(u"rgb48be"_s, 8), 16);
+    EXPECT_EQ(bits(u"rgba64le"_s, 8), 16);
+    EXPECT_EQ(bits(u"monob"_s, std::nullopt), 8);
+    EXPECT_EQ(bits(u"monob"_s, 1), 8);
+}
+
 TEST(AudioStreams, SingleChannelsInARowArePairs)
 {
     const auto groups = [](const std::vector<int>& channels) {

@@ -214,6 +214,32 @@ INSTANTIATE_TEST_SUITE_P(OfRgb, Rgb, testing::ValuesIn(rgbSamples), ofSamples);
 INSTANTIATE_TEST_SUITE_P(FromRgb, Converted, testing::ValuesIn(rgbSamples), ofSamples);
 INSTANTIATE_TEST_SUITE_P(FromGrey, Converted, testing::ValuesIn(greySamples), ofSamples);
 
+// Bits.
+
+TEST_F(MeasuredPicture, DeepGreyIsLookedAtWithAllItsBits)
+{
+    const auto grey = [](const std::string& name, const std::string& source) {
+        return measured(Media::make({name + ".mkv", Words{"-f", "lavfi", "-i", source, "-c:v",
+                                                          "ffv1", "-pix_fmt", "gray10le"}}));
+    };
+    const std::string random = "nullsrc=s=128x72:r=25:d=1,format=gray10le,geq=lum=";
+    EXPECT_EQ(grey("grey-of-ten-bits", random + "'floor(random(1)*1024)'").detail->lumaBitsInUse,
+              10);
+    EXPECT_EQ(grey("grey-of-eight-bits", random + "'4*floor(random(1)*256)'").detail->lumaBitsInUse,
+              8);
+}
+
+TEST_F(MeasuredPicture, RgbHasNoLumaWhoseBitsCouldBeCounted)
+{
+    const fs::path clip =
+        Media::make({"deep-rgb.mkv", Words{"-f", "lavfi", "-i", noise("128x72", "1"), "-c:v",
+                                           "ffv1", "-pix_fmt", "gbrp10le"}});
+    EXPECT_EQ(probed(clip).video->sampleBits(), 10);
+    const SignalInfo info = measured(clip);
+    EXPECT_FALSE(info.detail->lumaBitsInUse);
+    EXPECT_EQ(info.activePicture, (CropRect{128, 72, 0, 0}));
+}
+
 // Small numbers.
 
 TEST_F(MeasuredPicture, ADifferenceOfOneCodeInOnePixelIsReadWithItsExponent)

@@ -214,8 +214,7 @@ void measureLeaderToneIfNeeded(MediaInfo& media, const std::vector<Profile>& pro
     if (!leaderEnd)
         return;
     signal.leaderToneChecked = true;
-    constexpr double rateWithoutPicture = 24;
-    const double fps = media.video ? media.video->nominalFrameRate : rateWithoutPicture;
+    const double fps = media.video ? media.video->nominalFrameRate : FrameRate::film().perSecond();
     const auto island = Checker::lonePopIsland(signal, *leaderEnd, fps);
     if (!island)
         return;

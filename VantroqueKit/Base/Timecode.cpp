@@ -13,18 +13,9 @@ namespace vantroque {
 
 namespace {
 
-constexpr double defaultRate = 25;
-/// Keeps the frames of a day within 64 bits at any rate.
-constexpr std::int64_t maxWholeRate = 1'000'000'000'000;
-
-double usable(double rate)
+FrameRate usable(double statedRate)
 {
-    return rate > 0 ? rate : defaultRate;
-}
-
-std::int64_t wholeRate(double rate)
-{
-    return std::clamp<std::int64_t>(Numbers::roundedToInt(rate), 1, maxWholeRate);
+    return FrameRate::of(statedRate).value_or(FrameRate::television());
 }
 
 QString twoDigits(std::int64_t value)
@@ -47,26 +38,39 @@ std::optional<std::vector<std::int64_t>> fields(const QString& text)
 
 } // namespace
 
-Timecode::Timecode(std::int64_t frame, double rate)
-    : m_frame(std::max<std::int64_t>(frame, 0)), m_rate(usable(rate))
+Timecode::Timecode(std::int64_t frame, FrameRate rate)
+    : m_frame(std::max<std::int64_t>(frame, 0)), m_rate(rate)
 {
 }
 
-Timecode Timecode::fromSeconds(double seconds, double rate)
+Timecode::Timecode(std::int64_t frame, double statedRate) : Timecode(frame, usable(statedRate))
 {
-    const double frames = seconds * usable(rate);
-    if (!std::isfinite(frames))
+}
+
+Timecode Timecode::fromSeconds(double seconds, FrameRate rate)
+{
+    if (!std::isfinite(seconds * rate.perSecond()))
         return {0, rate};
-    return {std::min(Numbers::roundedToInt(frames), frameCeiling), rate};
+    return {std::min(rate.frameAt(seconds), frameCeiling), rate};
 }
 
-std::optional<Timecode> Timecode::parse(const QString& typed, double rate)
+Timecode Timecode::fromSeconds(double seconds, double statedRate)
+{
+    return fromSeconds(seconds, usable(statedRate));
+}
+
+std::optional<Timecode> Timecode::parse(const QString& text, double statedRate)
+{
+    return parse(text, usable(statedRate));
+}
+
+std::optional<Timecode> Timecode::parse(const QString& typed, FrameRate rate)
 {
     const QString text = typed.trimmed().replace(u';', u':');
-    rate = usable(rate);
     if (!text.contains(u':')) {
         const auto seconds = Numbers::toDouble(text);
-        if (!seconds || *seconds < 0 || *seconds * rate >= static_cast<double>(frameCeiling))
+        if (!seconds || *seconds < 0
+            || *seconds * rate.perSecond() >= static_cast<double>(frameCeiling))
             return std::nullopt;
         return fromSeconds(*seconds, rate);
     }
@@ -76,14 +80,9 @@ std::optional<Timecode> Timecode::parse(const QString& typed, double rate)
     numbers->resize(4, 0);
     const auto [hours, minutes, seconds, frames] =
         std::tuple{(*numbers)[0], (*numbers)[1], (*numbers)[2], (*numbers)[3]};
-    if (hours > 23 || minutes > 59 || seconds > 59 || frames >= wholeRate(rate))
+    if (hours > 23 || minutes > 59 || seconds > 59 || frames >= rate.timecodeBase())
         return std::nullopt;
-    return Timecode(((hours * 60 + minutes) * 60 + seconds) * wholeRate(rate) + frames, rate);
-}
-
-std::int64_t Timecode::framesPerSecond() const
-{
-    return wholeRate(m_rate);
+    return Timecode(((hours * 60 + minutes) * 60 + seconds) * rate.timecodeBase() + frames, rate);
 }
 
 QString Timecode::text() const
@@ -99,9 +98,9 @@ QString Timecode::fileSafeText() const
     return text().replace(u':', u'-');
 }
 
-QString Timecode::durationText(double seconds, double rate)
+QString Timecode::durationText(double seconds, double statedRate)
 {
-    const Timecode timecode = fromSeconds(seconds, rate);
+    const Timecode timecode = fromSeconds(seconds, statedRate);
     const std::int64_t whole = timecode.m_frame / timecode.framesPerSecond();
     return QStringList{QString::number(whole / 60), twoDigits(whole % 60),
                        twoDigits(timecode.m_frame % timecode.framesPerSecond())}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Base/FrameRate.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -16,32 +18,36 @@ public:
     /// 24 hours at 120 frames a second, the most that `fromSeconds` gives.
     static constexpr std::int64_t frameCeiling = 10'368'000;
 
-    /// A negative frame becomes 0; a rate not above 0 becomes 25.
-    Timecode(std::int64_t frame, double rate);
+    /// A negative frame becomes 0.
+    Timecode(std::int64_t frame, FrameRate rate);
+    /// At what a file states as its rate; one that is none becomes 25.
+    Timecode(std::int64_t frame, double statedRate);
     /// The nearest frame, from 0 to `frameCeiling`; 0 for a time that is not finite.
-    static Timecode fromSeconds(double seconds, double rate);
+    static Timecode fromSeconds(double seconds, FrameRate rate);
+    static Timecode fromSeconds(double seconds, double statedRate);
     /// What an operator types: seconds ("12", "1e2"), "hh:mm:ss" or "hh:mm:ss:ff", ";" for any ":".
     /// Nothing when it is none of these or out of bounds.
-    static std::optional<Timecode> parse(const QString& text, double rate);
+    static std::optional<Timecode> parse(const QString& text, FrameRate rate);
+    static std::optional<Timecode> parse(const QString& text, double statedRate);
 
     std::int64_t frame() const { return m_frame; }
-    double rate() const { return m_rate; }
+    FrameRate rate() const { return m_rate; }
     /// The rate as a whole number, at least 1.
-    std::int64_t framesPerSecond() const;
-    double seconds() const { return static_cast<double>(m_frame) / m_rate; }
+    std::int64_t framesPerSecond() const { return m_rate.timecodeBase(); }
+    double seconds() const { return m_rate.secondsOf(m_frame); }
 
     /// "hh:mm:ss:ff"
     QString text() const;
     /// "hh-mm-ss-ff"
     QString fileSafeText() const;
     /// Minutes, seconds and frames: "m:ss:ff"
-    static QString durationText(double seconds, double rate);
+    static QString durationText(double seconds, double statedRate);
 
     bool operator==(const Timecode&) const = default;
 
 private:
     std::int64_t m_frame;
-    double m_rate;
+    FrameRate m_rate;
 };
 
 } // namespace vantroque

@@ -17,7 +17,7 @@ namespace {
 /// A file may claim a time that no count of frames holds, which is not to be shown as none.
 QString timecode(double seconds, double rate)
 {
-    if (!std::isfinite(seconds * Timecode(0, rate).rate()))
+    if (!std::isfinite(seconds * Timecode(0, rate).rate().perSecond()))
         return u"after "_s + Timecode(Timecode::frameCeiling, rate).text();
     return Timecode::fromSeconds(seconds, rate).text();
 }

@@ -45,7 +45,7 @@ std::optional<CheckResult> bitsRow(const MediaInfo& media)
     QStringList parts;
     if (media.video && media.video->bitDepth) {
         const bool isMeasured = media.signal && media.signal->detail;
-        parts << pictureText(*media.video->bitDepth,
+        parts << pictureText(media.video->sampleBits(),
                              isMeasured ? media.signal->detail->lumaBitsInUse : std::nullopt);
     }
     if (media.audio && media.signal)

@@ -22,14 +22,14 @@ std::vector<TimeSpan> blackBehindLeader(const FrameCadence& cadence, double lead
     return runs;
 }
 
-bool isGap(const TimeSpan& black, double rate)
+bool isGap(const TimeSpan& black, FrameRate rate)
 {
-    return !Numbers::above(black.end - black.start, 3.5 / rate);
+    return !Numbers::above(black.end - black.start, 3.5 / rate.perSecond());
 }
 
-std::int64_t framesIn(const TimeSpan& span, double rate)
+std::int64_t framesIn(const TimeSpan& span, FrameRate rate)
 {
-    return std::max<std::int64_t>(Numbers::roundedToInt(rate * span.duration()), 1);
+    return std::max<std::int64_t>(rate.frameAt(span.duration()), 1);
 }
 
 std::optional<CheckResult> blackFramesRow(const MediaInfo& media, double leaderEnd)
@@ -38,7 +38,7 @@ std::optional<CheckResult> blackFramesRow(const MediaInfo& media, double leaderE
         return std::nullopt;
     const CheckRow row{u"black-frames"_s, u"Black frames"_s,
                        u"no black frames inside the picture"_s};
-    const double rate = countingRate(media);
+    const FrameRate rate = countingRate(media);
     const auto at = [&](const TimeSpan& run) {
         return Timecode::fromSeconds(run.start, rate).text();
     };

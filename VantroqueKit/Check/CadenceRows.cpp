@@ -12,7 +12,7 @@ using Checker::firstOf;
 
 namespace {
 
-CheckResult cadenceRow(const CheckRow& row, const FrameCadence& cadence, double rate,
+CheckResult cadenceRow(const CheckRow& row, const FrameCadence& cadence, FrameRate rate,
                        bool telecineMatters, Verdict broken)
 {
     const auto at = [&](std::int64_t frame) { return Timecode(frame, rate).text(); };

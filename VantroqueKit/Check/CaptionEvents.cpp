@@ -19,18 +19,17 @@ using Kind = SignalEvent::Kind;
 std::vector<SignalEvent> events(const CaptionSpelling& spelling, const CaptionTrack& track,
                                 double frameRate, double duration)
 {
-    const double rate = frameRate > 0 ? frameRate : 24;
-    const auto lastFrame =
-        duration > 0 ? std::max<std::int64_t>(Numbers::roundedToInt(rate * duration) - 1, 0)
-                     : Timecode::frameCeiling;
+    const FrameRate rate = FrameRate::of(frameRate).value_or(FrameRate::film());
+    const auto lastFrame = duration > 0 ? std::max<std::int64_t>(rate.frameAt(duration) - 1, 0)
+                                        : Timecode::frameCeiling;
     QHash<int, std::int64_t> endFrames;
     for (const CaptionCue& cue : track.cues())
-        endFrames.insert(cue.id, std::min(Numbers::roundedToInt(rate * cue.end), lastFrame));
+        endFrames.insert(cue.id, std::min(rate.frameAt(cue.end), lastFrame));
     std::vector<SignalEvent> list;
     const auto add = [&](Kind kind, const Finding& finding, const QString& text) {
         SignalEvent made;
         made.kind = kind;
-        made.frame = Numbers::roundedToInt(rate * finding.seconds);
+        made.frame = rate.frameAt(finding.seconds);
         if (const auto end = endFrames.find(finding.cueID); end != endFrames.end())
             made.endFrame = *end;
         made.verdict = Verdict::warn;

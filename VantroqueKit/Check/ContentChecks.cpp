@@ -149,7 +149,7 @@ CheckResult paddingRow(const ContentRule& rule, const MediaInfo& media)
     const bool isAsked = rule.slate == SlatePolicy::forbidden && found.hard.isEmpty();
     const auto leader = isAsked ? leaderBlack(rule, media) : std::nullopt;
     if (leader) {
-        const double rate = SignalChecks::countingRate(media);
+        const FrameRate rate = SignalChecks::countingRate(media);
         found.soft << u"picture, then black from %1 to %2: a leader?"_s.arg(
             Timecode::fromSeconds(leader->start, rate).text(),
             Timecode::fromSeconds(leader->end, rate).text());

@@ -34,7 +34,7 @@ std::optional<LevelRun> longest(const std::vector<LevelRun>& runs)
 /// The longest runs out of limits, and the words for them.
 class LevelFindings {
 public:
-    LevelFindings(const PictureLevels& levels, const LevelsRule& rule, double rate)
+    LevelFindings(const PictureLevels& levels, const LevelsRule& rule, FrameRate rate)
         : m_levels(levels),
           m_rule(rule),
           m_rate(rate),
@@ -119,7 +119,7 @@ private:
 
     const PictureLevels& m_levels;
     const LevelsRule& m_rule;
-    double m_rate;
+    FrameRate m_rate;
     std::optional<LevelRun> m_luma;
     std::optional<LevelRun> m_rgb;
     QStringList m_rejected; ///< Out of limits for long enough to be refused.
@@ -161,7 +161,7 @@ std::optional<CheckResult> levelsRow(const MediaInfo& media, const std::optional
         return row.info(u"not measured"_s);
     const LevelsRule& limits = rule ? *rule : generalRule;
     const CheckRow measuredRow = row.expecting(expectedText(limits, gate));
-    const double rate = countingRate(media);
+    const FrameRate rate = countingRate(media);
     const PictureLevels& levels = *media.signal->levels;
     const PictureLevels leader = partOf(levels, leaderEnd, &PartedRuns::before);
     const PictureLevels ad = partOf(levels, leaderEnd, &PartedRuns::after);

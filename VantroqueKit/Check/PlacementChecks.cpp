@@ -49,11 +49,11 @@ const QString nothingHeld = u"no text held on screen for a second or longer"_s;
 /// The text of the ad in the file, for one profile.
 struct Texts {
     std::vector<TextRegion> regions;
-    double rate = 0; ///< Frames a second, of the timecodes.
+    FrameRate rate; ///< Of the timecodes.
 
     Texts(const Profile& profile, const MediaInfo& media)
         : regions(TextLimits::regionsOfTheAd(media, {profile})),
-          rate(media.video ? media.video->nominalFrameRate : 24)
+          rate(media.video ? Timecode(0, media.video->nominalFrameRate).rate() : FrameRate::film())
     {
     }
     /// Not empty.

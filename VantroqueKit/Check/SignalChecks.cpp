@@ -52,9 +52,10 @@ std::optional<std::int64_t> lastFrame(const MediaInfo& media)
     return count > 0 ? std::optional(count - 1) : std::nullopt;
 }
 
-double countingRate(const MediaInfo& media)
+FrameRate countingRate(const MediaInfo& media)
 {
-    return media.video && media.video->nominalFrameRate > 0 ? media.video->nominalFrameRate : 24;
+    return FrameRate::of(media.video ? media.video->nominalFrameRate : 0)
+        .value_or(FrameRate::film());
 }
 
 } // namespace vantroque::SignalChecks

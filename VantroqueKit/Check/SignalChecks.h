@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/FrameRate.h"
 #include "Records/MediaInfo.h"
 #include "Records/Profile.h"
 #include "Records/Report.h"
@@ -59,9 +60,9 @@ std::vector<LostChannel> lostChannels(const MediaInfo& media);
 /// The black inside the picture, without what belongs to the leader.
 std::vector<TimeSpan> blackBehindLeader(const FrameCadence& cadence, double leaderEnd);
 /// A frame or two without media, and no dip that somebody made.
-bool isGap(const TimeSpan& black, double rate);
+bool isGap(const TimeSpan& black, FrameRate rate);
 /// How many frames a passage has, at least 1.
-std::int64_t framesIn(const TimeSpan& span, double rate);
+std::int64_t framesIn(const TimeSpan& span, FrameRate rate);
 
 /// "3.5 s" below ten seconds, "12 s" from there on.
 QString seconds(double value);
@@ -77,6 +78,6 @@ double length(const LevelRun& run);
 /// The number of the picture's last frame; nothing when that is not known.
 std::optional<std::int64_t> lastFrame(const MediaInfo& media);
 /// The rate at which the file's frames are counted: the picture's, or 24 when that says nothing.
-double countingRate(const MediaInfo& media);
+FrameRate countingRate(const MediaInfo& media);
 
 } // namespace vantroque::SignalChecks

@@ -180,11 +180,11 @@ private:
     /// Sound may go on where there is no frame any more.
     std::int64_t frameAt(double time) const
     {
-        const std::int64_t frame = Numbers::roundedToInt(m_rate * time);
+        const std::int64_t frame = m_rate.frameAt(time);
         return m_lastFrame ? std::min(frame, *m_lastFrame) : frame;
     }
 
-    double m_rate;
+    FrameRate m_rate;
     std::optional<std::int64_t> m_lastFrame;
     std::vector<SignalEvent> m_events;
 };

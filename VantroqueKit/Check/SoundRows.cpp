@@ -94,7 +94,7 @@ private:
 /// "right lost from 00:00:02:12"
 QString lostText(const MediaInfo& media, const ChannelTexts& texts)
 {
-    const double rate = countingRate(media);
+    const FrameRate rate = countingRate(media);
     return Text::joined(lostChannels(media), u", "_s, [&](const LostChannel& each) {
         return u"%1 lost from %2"_s.arg(texts.word(each.channel),
                                         Timecode::fromSeconds(each.start, rate).text());
@@ -125,7 +125,8 @@ std::optional<CheckResult> phaseRow(const MediaInfo& media)
     if (phase.outOfPhaseRuns.empty() && !Numbers::below(phase.meanCorrelation, inversionBelow))
         return row.info(u"wide stereo (%1)"_s.arg(correlationText(phase)) + remark);
     // A picture without a rate has no frames to point at, so that all places read as zero.
-    const double rate = media.video ? media.video->nominalFrameRate : countingRate(media);
+    const double rate =
+        media.video ? media.video->nominalFrameRate : countingRate(media).perSecond();
     return row.warn(invertedText(phase, rate) + remark,
                     u"Inverted channels cancel on a TV or phone speaker summing to mono. Check the "
                     u"polarity of one channel (a flipped cable, an inverted stem) and listen to "

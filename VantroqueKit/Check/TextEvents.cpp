@@ -52,7 +52,7 @@ SignalEvent event(Kind kind, const TextRegion& region, const MediaInfo& media, V
 {
     const auto lastFrame = SignalChecks::lastFrame(media);
     const auto frameAt = [&](double time) {
-        const auto frame = Numbers::roundedToInt(SignalChecks::countingRate(media) * time);
+        const auto frame = SignalChecks::countingRate(media).frameAt(time);
         return lastFrame ? std::min(frame, *lastFrame) : frame;
     };
     const std::int64_t frame = frameAt(region.start);

@@ -50,7 +50,7 @@ struct ReviewComment {
     QDateTime createdAt;
     std::vector<AnnotationStroke> strokes;
 
-    double seconds() const { return static_cast<double>(frame) / timecode().rate(); }
+    double seconds() const { return timecode().seconds(); }
     Timecode timecode() const { return {frame, frameRate}; }
 
     VANTROQUE_RECORD(ReviewComment, id, frame, frameRate, text, author, createdAt, strokes)

@@ -91,6 +91,24 @@ QString VideoStreamInfo::formatWithoutAlpha() const
     return pixFmt.startsWith("yuva"_L1) ? u"yuv"_s + pixFmt.mid(4) : pixFmt;
 }
 
+int VideoStreamInfo::sampleBits() const
+{
+    constexpr int usual = 8;
+    static const QRegularExpression grey(u"^(?:gray|ya)(9|1[0-9])(?:le|be)"_s);
+    static const QRegularExpression packed(u"^(?:(?:rgb|bgr)48|(?:rgba|bgra)64)"_s);
+    if (const auto match = grey.match(pixFmt); match.hasMatch())
+        return match.capturedView(1).toInt();
+    if (packed.match(pixFmt).hasMatch())
+        return 16;
+    return std::max(bitDepth.value_or(usual), usual);
+}
+
+bool VideoStreamInfo::isRgb() const
+{
+    static const QRegularExpression names(u"^(gbr|rgb|bgr|argb|abgr|0rgb|0bgr|x2rgb|x2bgr|pal8)"_s);
+    return names.match(pixFmt).hasMatch();
+}
+
 bool VideoStreamInfo::isHDR() const
 {
     return colorTransfer == u"smpte2084"_s || colorTransfer == u"arib-std-b67"_s;
@@ -99,8 +117,7 @@ bool VideoStreamInfo::isHDR() const
 ResolvedMatrix VideoStreamInfo::measuredMatrix() const
 {
     // Of RGB it makes BT.601, whatever the tags say.
-    static const QRegularExpression rgb(u"^(gbr|rgb|bgr|argb|abgr|0rgb|0bgr|x2rgb|x2bgr|pal8)"_s);
-    if (rgb.match(pixFmt).hasMatch())
+    if (isRgb())
         return {ColorMatrix::bt601, false};
     return resolveColorMatrix(colorSpace, height);
 }

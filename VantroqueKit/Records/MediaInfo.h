@@ -82,6 +82,11 @@ struct VideoStreamInfo {
     double pixelAspect() const;
     /// The same planes without the one of alpha; the format itself where it has none.
     QString formatWithoutAlpha() const;
+    /// How many bits one sample has. `bitDepth` is what names of planar formats tell, and takes
+    /// deep grey and packed RGB for 8 bits.
+    int sampleBits() const;
+    /// The samples are red, green and blue, or colours of a palette.
+    bool isRgb() const;
     /// The transfer is PQ (SMPTE ST 2084) or HLG (ARIB STD-B67).
     bool isHDR() const;
     /// The matrix of the YCbCr that ffmpeg makes of the picture to measure it.

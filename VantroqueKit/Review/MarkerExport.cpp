@@ -13,8 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double defaultRate = 25;
-
 QString name(SignalEvent::Kind kind)
 {
     using enum SignalEvent::Kind;
@@ -51,12 +49,12 @@ Marker finding(const SignalEvent& event, const QDateTime& now)
     return marker;
 }
 
-Marker note(const ReviewComment& comment, double rate)
+Marker note(const ReviewComment& comment, FrameRate rate)
 {
     Marker marker;
     marker.kind = Marker::Kind::note;
     marker.frame =
-        comment.frameRate == rate ? comment.frame : Numbers::roundedToInt(comment.seconds() * rate);
+        comment.timecode().rate() == rate ? comment.frame : rate.frameAt(comment.seconds());
     marker.name = comment.author.value_or(QString()).trimmed();
     if (marker.name.isEmpty())
         marker.name = u"Note"_s;
@@ -113,7 +111,7 @@ MarkerContext context(const MediaInfo& media)
     MarkerContext context;
     context.fileName = media.url.fileName();
     context.frameRate =
-        video != nullptr && video->nominalFrameRate > 0 ? video->nominalFrameRate : defaultRate;
+        Timecode(0, video != nullptr ? video->nominalFrameRate : 0).rate().perSecond();
     const auto counted = video != nullptr ? video->frameCount : std::nullopt;
     context.frameCount = std::max<std::int64_t>(
         counted ? *counted
@@ -127,7 +125,7 @@ MarkerContext context(const MediaInfo& media)
 
 std::vector<Marker> markers(const Sources& sources, double frameRate, const QDateTime& now)
 {
-    const double rate = frameRate > 0 ? frameRate : defaultRate;
+    const FrameRate rate = Timecode(0, frameRate).rate();
     std::vector<Marker> list;
     if (sources.includeFindings && sources.report != nullptr) {
         for (const SignalEvent& event : sources.report->events.value_or(std::vector<SignalEvent>()))

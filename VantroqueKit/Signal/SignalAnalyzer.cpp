@@ -22,11 +22,6 @@ namespace {
 /// No side file of a pass comes near.
 constexpr qint64 maxSideFileBytes = 2'000'000'000;
 
-bool isDeep(const MediaInfo& media)
-{
-    return media.video && media.video->bitDepth.value_or(8) > 8;
-}
-
 FFToolError failedRun(const FFTool::ToolOutput& output)
 {
     FFToolError error;
@@ -143,7 +138,7 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     // ffmpeg sums up also what it decoded no sample of, as silence.
     if (media.audio && !log.hasSound())
         dropSound(info);
-    if (isDeep(source))
+    if (source.video && source.video->sampleBits() > 8)
         if (const auto sample = TRY(SparseSample::take(ffmpeg, source))) {
             info.activePicture = sample->activePicture;
             if (!sample->bits.isEmpty())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/FrameRate.h"
 #include "Progress/AnalysisProgress.h"
 #include "Records/MediaInfo.h"
 #include "Tools/FFTool.h"
@@ -16,7 +17,7 @@ namespace vantroque::SignalAnalyzer {
 struct TextFrameRequest {
     std::filesystem::path directory; ///< Receives the PNG files; owned by the caller.
     double rate = 2;                 ///< Frames a second wanted.
-    double sourceRate = 25;          ///< Frames a second of the file.
+    double sourceRate = 25;          ///< Frames a second that the file states.
     int maxWidth = 960;              ///< Pixels.
 
     /// Picture frames from one file to the next, at least 1.
@@ -27,7 +28,7 @@ struct TextFrameRequest {
     std::filesystem::path path(int frame) const;
 
 private:
-    double usableSourceRate() const { return sourceRate > 0 ? sourceRate : 25; }
+    FrameRate countingRate() const;
 };
 
 struct Options {

@@ -225,20 +225,13 @@ bool hasOwnStatistics(const VideoStreamInfo& video)
     return taken.match(video.pixFmt).hasMatch();
 }
 
-/// Whether a picture sample has more than 8 bits. The record knows the depth of planar formats.
-bool isDeep(const VideoStreamInfo& video)
-{
-    static const QRegularExpression deep(u"^((gray|ya)\\d\\d|(rgb|bgr)48|(rgba|bgra)64)"_s);
-    return video.bitDepth.value_or(8) > 8 || deep.match(video.pixFmt).hasMatch();
-}
-
 /// The depth of the codes in the full-frame statistics. The log tells the bits in use and not the
 /// depth: a black first frame has one. What is converted and deeper than 8 bits becomes 16.
 int statisticsDepth(const VideoStreamInfo& video, const SignalLog& log)
 {
-    if (isDeep(video) && !hasOwnStatistics(video))
+    const int depth = video.sampleBits();
+    if (depth > 8 && !hasOwnStatistics(video))
         return 16;
-    const int depth = std::max(video.bitDepth.value_or(8), 8);
     return std::max(depth, log.firstLumaBits().value_or(depth));
 }
 
@@ -319,8 +312,8 @@ void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& medi
     detail.quarterResPsnrDb = DetailAnalyzer::median(quarter);
     detail.samplesMeasured = std::ssize(half);
     if (outputs.bitsDump)
-        detail.lumaBitsInUse = DetailAnalyzer::bitsInUse(Text::view(*outputs.bitsDump),
-                                                         video.bitDepth.value_or(bitDepth));
+        detail.lumaBitsInUse =
+            DetailAnalyzer::bitsInUse(Text::view(*outputs.bitsDump), video.sampleBits());
     detail.segments = DetailAnalyzer::segments(half, quarter, detailStride, video.nominalFrameRate);
     closeAt(pictureLength(log, media), detail.segments);
     info.detail = std::move(detail);

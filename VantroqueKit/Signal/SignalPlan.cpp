@@ -39,11 +39,16 @@ std::string joined(const std::vector<std::string>& parts, const std::string& sep
 
 } // namespace
 
+FrameRate TextFrameRequest::countingRate() const
+{
+    return FrameRate::of(sourceRate).value_or(FrameRate::television());
+}
+
 int TextFrameRequest::step() const
 {
     const double wanted = rate > 0 ? rate : 2;
     return static_cast<int>(
-        std::max<std::int64_t>(Numbers::truncatedToInt(usableSourceRate() / wanted), 1));
+        std::max<std::int64_t>(Numbers::truncatedToInt(countingRate().perSecond() / wanted), 1));
 }
 
 std::string TextFrameRequest::selectFilter() const
@@ -53,7 +58,7 @@ std::string TextFrameRequest::selectFilter() const
 
 double TextFrameRequest::time(int frame) const
 {
-    return (frame - 1) * step() / usableSourceRate();
+    return countingRate().secondsOf(std::int64_t{frame - 1} * step());
 }
 
 fs::path TextFrameRequest::path(int frame) const
@@ -87,27 +92,28 @@ SignalPlan::SignalPlan(const MediaInfo& media, Options options, fs::path scratch
       m_options(std::move(options)),
       m_scratch(std::move(scratch)),
       m_preview(preview),
-      m_hasBits(media.video && media.video->bitDepth.value_or(8) > 8),
+      m_hasBits(media.video && media.video->sampleBits() > 8 && !media.video->isRgb()),
       m_hasLoudness(media.audio.has_value()),
       m_hasFurtherTracks(media.audio && media.audio->trackGroups().size() > 1)
 {
 }
 
-double SignalPlan::frameRate() const
+FrameRate SignalPlan::frameRate() const
 {
-    return m_media.video && m_media.video->nominalFrameRate > 0 ? m_media.video->nominalFrameRate
-                                                                : 25;
+    return FrameRate::of(m_media.video ? m_media.video->nominalFrameRate : 0)
+        .value_or(FrameRate::television());
 }
 
 int SignalPlan::levelsStep() const
 {
     const double wanted = levelsSampleRate(m_media.durationSeconds);
-    return static_cast<int>(std::max<std::int64_t>(Numbers::roundedToInt(frameRate() / wanted), 1));
+    return static_cast<int>(
+        std::max<std::int64_t>(Numbers::roundedToInt(frameRate().perSecond() / wanted), 1));
 }
 
 double SignalPlan::levelsRate() const
 {
-    return frameRate() / levelsStep();
+    return frameRate().perSecond() / levelsStep();
 }
 
 std::string SignalPlan::levelsSelect() const
@@ -150,7 +156,7 @@ void SignalPlan::addVideoChains(std::vector<std::string>& chains) const
                                 ? std::string()
                                 : ",format=" + video.formatWithoutAlpha().toStdString())
                          + ",extractplanes=y,scale=64:36:flags=neighbor,format="
-                         + (*video.bitDepth < 11 ? "gray10le" : "gray12le") + "[bitsout]");
+                         + (video.sampleBits() < 11 ? "gray10le" : "gray12le") + "[bitsout]");
     if (m_options.includeDetail)
         addDetailChains(chains);
     if (const auto& frames = m_options.textFrames)

@@ -56,7 +56,7 @@ public:
     std::filesystem::path previewFifo() const { return m_scratch / "preview.yuv"; }
 
 private:
-    double frameRate() const;
+    FrameRate frameRate() const;
     int levelsStep() const;
     std::string levelsSelect() const;
     void addVideoChains(std::vector<std::string>& chains) const;

@@ -29,7 +29,7 @@ std::string graph(const VideoStreamInfo& video, bool withBits)
     return input + ",split=2[crop][bits];[crop]" + crop
            + ";[bits]format=" + video.formatWithoutAlpha().toStdString()
            + ",extractplanes=y,scale=64:36:flags=neighbor:in_range=full:out_range=full,format="
-           + (video.bitDepth.value_or(8) < 11 ? "gray10le" : "gray12le") + "[bitsout]";
+           + (video.sampleBits() < 11 ? "gray10le" : "gray12le") + "[bitsout]";
 }
 
 /// The picture as all places so far show it: a dark scene shows less of it. The size that was found
@@ -102,10 +102,10 @@ Result<std::optional<Output>, FFToolError> take(const std::filesystem::path& ffm
 {
     std::optional<Output> sample;
     Votes votes;
-    bool withBits = true;
+    bool withBits = !media.video->isRgb();
     for (const double place : places(media.durationSeconds)) {
         auto ran = FFTool::run(ffmpeg, arguments(media, place, withBits));
-        // Without a plane of luma, as in RGB, ffmpeg refuses the whole graph.
+        // Where it cannot take a plane of luma out, ffmpeg refuses the whole graph.
         if (!ran && !ran.error().isShortage() && withBits && !sample) {
             withBits = false;
             ran = FFTool::run(ffmpeg, arguments(media, place, withBits));

@@ -135,9 +135,10 @@ std::vector<Frame> frames(const MediaInfo& media, double from, double span,
         if (entry.path().extension() == ".png")
             list.push_back({0, entry.path()});
     std::ranges::sort(list, {}, &Frame::file);
-    const double rate = media.video->nominalFrameRate > 0 ? media.video->nominalFrameRate : 25;
+    const FrameRate rate =
+        FrameRate::of(media.video->nominalFrameRate).value_or(FrameRate::television());
     for (std::size_t i = 0; i < list.size(); ++i)
-        list[i].time = from + static_cast<double>(i) / rate;
+        list[i].time = from + rate.secondsOf(static_cast<std::int64_t>(i));
     return list;
 }
 
