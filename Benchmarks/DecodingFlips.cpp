@@ -1,6 +1,7 @@
 // DecodingFlips COUNT [CLIP...]: flips so many random bytes, one at a time, in each of the small
 // clips of the damage tests, and tells how many of them are found. What is silent is decoded once
-// more: a flip that changes nothing of what is shown or heard has nothing to be found.
+// more: a flip that changes nothing of what is shown or heard has nothing to be found. Takes hours,
+// so that the clips take turns and the table is printed every fifty rounds.
 
 #include "Base/Files.h"
 #include "Base/Numbers.h"
@@ -62,26 +63,44 @@ Outcome outcome(const fs::path& file, const QByteArray& shownIntact)
     return shown(file) == shownIntact ? Outcome::unchanged : Outcome::missed;
 }
 
-Tally flips(const DamagedClips::Clip& clip, int count, const fs::path& folder)
-{
-    const fs::path intact = DamagedClips::intact(clip);
-    const QByteArray whole = Files::read(intact, 100'000'000).value();
-    const QByteArray shownIntact = shown(intact);
-    const fs::path file = folder / clip.file;
-    std::mt19937 chance(7); // NOLINT: the same flips each time
-    std::uniform_int_distribution<qsizetype> position(0, whole.size() - 1);
-    std::uniform_int_distribution<int> change(1, 255);
-    Tally tally;
-    for (int i = 0; i < count; ++i) {
-        QByteArray bytes = whole;
-        const qsizetype at = position(chance);
-        bytes[at] = static_cast<char>(bytes[at] ^ change(chance));
-        if (!Files::writeAtomically(file, bytes))
-            throw std::runtime_error("cannot write " + file.native());
-        tally.add(outcome(file, shownIntact));
+/// Flips bytes of one clip, the same each time.
+class Flips {
+public:
+    Flips(DamagedClips::Clip clip, const fs::path& folder)
+        : m_clip(std::move(clip)), m_file(folder / m_clip.file)
+    {
+        const fs::path intact = DamagedClips::intact(m_clip);
+        m_whole = Files::read(intact, 100'000'000).value();
+        m_shownIntact = shown(intact);
     }
-    return tally;
-}
+
+    void flip()
+    {
+        std::uniform_int_distribution<qsizetype> position(0, m_whole.size() - 1);
+        std::uniform_int_distribution<int> change(1, 255);
+        QByteArray bytes = m_whole;
+        const qsizetype at = position(m_chance);
+        bytes[at] = static_cast<char>(bytes[at] ^ change(m_chance));
+        if (!Files::writeAtomically(m_file, bytes))
+            throw std::runtime_error("cannot write " + m_file.native());
+        m_tally.add(outcome(m_file, m_shownIntact));
+    }
+
+    void print(int count) const
+    {
+        std::cout << "| " << m_clip.name << " | " << count << " | " << m_tally.told << " | "
+                  << m_tally.refused << " | " << m_tally.unchanged << " | " << m_tally.missed
+                  << " |" << std::endl;
+    }
+
+private:
+    DamagedClips::Clip m_clip;
+    fs::path m_file;
+    QByteArray m_whole;
+    QByteArray m_shownIntact;
+    std::mt19937 m_chance{7}; // NOLINT: the same flips each time
+    Tally m_tally;
+};
 
 } // namespace
 
@@ -94,14 +113,20 @@ int main(int argc, char** argv)
         std::cerr << "usage: DecodingFlips COUNT [CLIP...]\n";
         return 2;
     }
-    std::cout << "| Clip | Flips | Told | Refused | Unchanged | Missed |\n"
-                 "| --- | --- | --- | --- | --- | --- |\n";
-    for (const auto& clip : DamagedClips::clips()) {
-        if (words.size() > 1 && std::find(words.begin() + 1, words.end(), clip.file) == words.end())
+    std::vector<Flips> clips;
+    for (const auto& clip : DamagedClips::clips())
+        if (words.size() == 1
+            || std::find(words.begin() + 1, words.end(), clip.file) != words.end())
+            clips.emplace_back(clip, scratch->path());
+    constexpr int untilTable = 50;
+    for (int round = 1; round <= count; ++round) {
+        for (Flips& each : clips)
+            each.flip();
+        if (round % untilTable != 0 && round != count)
             continue;
-        const Tally tally = flips(clip, count, scratch->path());
-        std::cout << "| " << clip.name << " | " << count << " | " << tally.told << " | "
-                  << tally.refused << " | " << tally.unchanged << " | " << tally.missed << " |"
-                  << std::endl;
+        std::cout << "| Clip | Flips | Told | Refused | Unchanged | Missed |\n"
+                     "| --- | --- | --- | --- | --- | --- |\n";
+        for (const Flips& each : clips)
+            each.print(round);
     }
 }
