@@ -1,5 +1,5 @@
 #include "Analysis/Analyzer.h"
-#include "Review/MarkerExport.h"
+#include "Export/MarkerExport.h"
 #include "Review/ReviewStore.h"
 #include "VantroqueCLI/Commands.h"
 #include "VantroqueCLI/Output.h"

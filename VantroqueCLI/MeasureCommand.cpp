@@ -1,4 +1,4 @@
-#include "Review/MeasurementCSV.h"
+#include "Export/MeasurementCSV.h"
 #include "VantroqueCLI/Commands.h"
 #include "VantroqueCLI/Output.h"
 #include "VantroqueCLI/OutputTarget.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Progress/AnalysisProgress.h"
-#include "Review/MarkerExport.h"
+#include "Export/MarkerExport.h"
 #include "VantroqueApp/Model/AnalysisEngine.h"
 #include "VantroqueApp/Model/Appearance.h"
 #include "VantroqueApp/Model/Desktop.h"

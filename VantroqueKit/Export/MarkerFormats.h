@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Review/Marker.h"
+#include "Export/Marker.h"
 
 #include <QUuid>
 

@@ -1,4 +1,4 @@
-#include "Review/Marker.h"
+#include "Export/Marker.h"
 
 #include "Base/Numbers.h"
 #include "Base/Timecode.h"

@@ -1,4 +1,4 @@
-#include "Review/MeasurementCSV.h"
+#include "Export/MeasurementCSV.h"
 
 #include "Probe/Prober.h"
 #include "Support/Clips.h"

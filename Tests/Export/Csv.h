@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Review/MeasurementCSV.h"
+#include "Export/MeasurementCSV.h"
 #include "Support/TestFolder.h"
 
 #include <map>

@@ -1,4 +1,4 @@
-#include "Review/MeasurementCSV.h"
+#include "Export/MeasurementCSV.h"
 
 #include "Analysis/Analyzer.h"
 #include "Base/Csv.h"

@@ -1,5 +1,5 @@
 #include "Analysis/Analyzer.h"
-#include "Review/Csv.h"
+#include "Export/Csv.h"
 #include "Support/Clips.h"
 #include "Support/FakeTools.h"
 #include "Support/Media.h"

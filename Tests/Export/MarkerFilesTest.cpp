@@ -1,5 +1,5 @@
 #include "Base/ScopedVariable.h"
-#include "Review/MarkerExport.h"
+#include "Export/MarkerExport.h"
 #include "Support/Program.h"
 #include "Support/TestFolder.h"
 

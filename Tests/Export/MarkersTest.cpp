@@ -1,4 +1,4 @@
-#include "Review/MarkerExport.h"
+#include "Export/MarkerExport.h"
 #include "Support/Clips.h"
 #include "Support/FakeTools.h"
 

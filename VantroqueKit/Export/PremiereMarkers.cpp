@@ -1,6 +1,6 @@
 #include "Base/Text.h"
 #include "Records/Palette.h"
-#include "Review/MarkerFormats.h"
+#include "Export/MarkerFormats.h"
 
 // The XML that Final Cut Pro 7 made common. Premiere imports it as a sequence with one clip that
 // is fully transparent, so that only its markers appear.

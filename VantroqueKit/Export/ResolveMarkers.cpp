@@ -1,6 +1,6 @@
 #include "Base/Numbers.h"
 #include "Base/PlainText.h"
-#include "Review/MarkerFormats.h"
+#include "Export/MarkerFormats.h"
 
 // Edit decision lists of the CMX 3600 kind with the comments by which Resolve tells markers.
 

@@ -1,4 +1,4 @@
-#include "Review/Csv.h"
+#include "Export/Csv.h"
 
 // The columns and what a record puts into them.
 

@@ -3,7 +3,7 @@
 #include "Records/FileReview.h"
 #include "Records/MediaInfo.h"
 #include "Records/Report.h"
-#include "Review/Marker.h"
+#include "Export/Marker.h"
 
 #include <QUuid>
 

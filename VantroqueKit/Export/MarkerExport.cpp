@@ -1,9 +1,9 @@
-#include "Review/MarkerExport.h"
+#include "Export/MarkerExport.h"
 
 #include "Base/Numbers.h"
 #include "Base/Text.h"
 #include "Probe/Prober.h"
-#include "Review/MarkerFormats.h"
+#include "Export/MarkerFormats.h"
 
 #include <algorithm>
 

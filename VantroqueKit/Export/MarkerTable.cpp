@@ -2,7 +2,7 @@
 #include "Base/RecordCoding.h"
 #include "Base/Text.h"
 #include "Base/Timecode.h"
-#include "Review/MarkerFormats.h"
+#include "Export/MarkerFormats.h"
 
 // Markers for spreadsheets.
 

@@ -1,5 +1,5 @@
 #include "Base/Text.h"
-#include "Review/MarkerFormats.h"
+#include "Export/MarkerFormats.h"
 
 // Avid's own form of markers, a dump of attribute lists.
 

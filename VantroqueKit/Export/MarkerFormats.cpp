@@ -1,4 +1,4 @@
-#include "Review/MarkerFormats.h"
+#include "Export/MarkerFormats.h"
 
 #include "Base/PlainText.h"
 
