@@ -4,19 +4,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <limits>
 
 namespace vantroque {
 
 using LogText::behind;
-
-namespace {
-
-/// Less than can be measured, dBFS.
-constexpr float silence = -99;
-
-} // namespace
 
 void LiveLogReader::feed(std::string_view line)
 {
@@ -36,7 +27,7 @@ void LiveLogReader::flush()
 
 void LiveLogReader::feedTime(std::string_view text)
 {
-    const auto time = Numbers::toDouble(text.substr(0, text.find_first_of(" \t")));
+    const auto time = LogText::number(text);
     if (!time)
         return;
     m_progress.noteMediaTime(*time);
@@ -47,22 +38,12 @@ void LiveLogReader::feedTime(std::string_view text)
 
 void LiveLogReader::feedLevel(std::string_view text)
 {
-    const std::size_t dot = text.find('.');
-    const std::size_t equals = text.find('=');
-    if (dot == text.npos || equals == text.npos || equals < dot)
+    const auto level = LogText::windowLevel(text);
+    if (!level)
         return;
-    const auto channel = Numbers::toInt(text.substr(0, dot));
-    if (!channel || *channel < 1 || *channel > std::numeric_limits<int>::max())
-        return;
-    const std::string_view key = text.substr(dot + 1, equals - dot - 1);
-    const auto value = static_cast<float>(
-        Numbers::toDouble(LogText::word(text.substr(equals + 1))).value_or(silence));
-    const float level = std::isfinite(value) ? std::max(value, silence) : silence;
     const std::scoped_lock lock(m_mutex);
-    if (key == "RMS_level")
-        m_windowRMS[static_cast<int>(*channel)] = level;
-    else if (key == "Peak_level")
-        m_windowPeak[static_cast<int>(*channel)] = level;
+    const bool isRms = level->kind == LogText::WindowLevel::Kind::rms;
+    (isRms ? m_windowRMS : m_windowPeak)[level->channel] = level->dbfs;
 }
 
 void LiveLogReader::feedEvent(std::string_view line)
@@ -88,7 +69,7 @@ void LiveLogReader::flushWindowLocked()
     for (int channel = 1; channel <= m_channels; ++channel) {
         const auto of = [&](const std::map<int, float>& window) {
             const auto found = window.find(channel);
-            return found == window.end() ? silence : found->second;
+            return found == window.end() ? LogText::silence : found->second;
         };
         levels.rms.push_back(of(m_windowRMS));
         levels.peak.push_back(of(m_windowPeak));

@@ -32,6 +32,24 @@ inline std::optional<double> number(std::string_view text)
     return Numbers::toDouble(word(text));
 }
 
+/// Less than can be measured, dBFS.
+constexpr float silence = -99;
+/// More than ffmpeg decodes.
+constexpr int mostChannels = 1024;
+
+/// The level of a channel in a short window of sound.
+struct WindowLevel {
+    enum class Kind { rms, peak };
+
+    int channel = 0; ///< From 1 to `mostChannels`.
+    Kind kind = Kind::rms;
+    float dbfs = silence; ///< Not below `silence`.
+};
+
+/// What "lavfi.astats.2.RMS_level=-23.4" says, read from behind "lavfi.astats."; nothing when it
+/// says something else of the window.
+std::optional<WindowLevel> windowLevel(std::string_view text);
+
 /// Calls `function` with each line, without its end.
 template<typename Function>
 void forEachLine(std::string_view log, Function function)

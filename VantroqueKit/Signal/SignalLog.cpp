@@ -12,15 +12,11 @@
 namespace vantroque {
 
 using LogText::behind;
+using LogText::mostChannels;
 using LogText::number;
 using LogText::word;
 
 namespace {
-
-/// Less than can be measured, dBFS.
-constexpr double silence = -99;
-/// More than ffmpeg decodes.
-constexpr int mostChannels = 1024;
 
 bool contains(std::string_view text, std::string_view key)
 {
@@ -44,7 +40,7 @@ std::optional<int> wholeNumber(std::string_view text)
 /// A level in dBFS, for which ffmpeg also prints "-inf".
 std::optional<double> level(std::string_view text)
 {
-    return word(text) == "-inf" ? std::optional(silence) : number(text);
+    return word(text) == "-inf" ? std::optional<double>(LogText::silence) : number(text);
 }
 
 void keep(std::vector<double>& list, const std::optional<double>& value)
@@ -250,18 +246,12 @@ void SignalLog::readStatistic(std::string_view text)
 
 void SignalLog::readLevel(std::string_view text)
 {
-    const std::size_t dot = text.find('.');
-    const std::size_t equals = text.find('=');
-    if (dot == std::string_view::npos || equals == std::string_view::npos || equals < dot)
+    const auto level = LogText::windowLevel(text);
+    if (!level)
         return;
-    const auto channel = wholeNumber(text.substr(0, dot));
-    const std::string_view key = text.substr(dot + 1, equals - dot - 1);
-    const bool isRms = key == "RMS_level";
-    if (!channel || *channel < 1 || *channel > mostChannels || (!isRms && key != "Peak_level"))
-        return;
-    const double value = number(text.substr(equals + 1)).value_or(silence);
-    LevelWindows& windows = m_levelWindows[*channel];
-    (isRms ? windows.rms : windows.peak).push_back(static_cast<float>(std::max(value, silence)));
+    LevelWindows& windows = m_levelWindows[level->channel];
+    const bool isRms = level->kind == LogText::WindowLevel::Kind::rms;
+    (isRms ? windows.rms : windows.peak).push_back(level->dbfs);
 }
 
 void SignalLog::readFreeze(std::string_view text)
