@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A line for each file, and an empty one behind the last.
+/// A line for each file, and an empty one after the last.
 QByteArray message(const std::vector<FileUrl>& files)
 {
     QByteArray text;

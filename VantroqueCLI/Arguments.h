@@ -18,7 +18,7 @@ public:
     /// "--output".
     using Options = std::map<std::string, bool>;
 
-    /// Reads what stands behind the command's name. Options may stand anywhere ahead of "--".
+    /// Reads what stands after the command's name. Options may stand anywhere before "--".
     static Result<Arguments> parse(const std::vector<std::string>& words, const Options& known);
 
     const std::vector<std::string>& files() const { return m_files; }

@@ -8,7 +8,7 @@ namespace vantroque {
 /// One thing that the command line can do.
 struct Command {
     const char* name;
-    const char* usage; ///< The words behind the name.
+    const char* usage; ///< The words after the name.
     const char* summary;
     Arguments::Options options;
     ExitStatus (*run)(const Arguments& arguments);

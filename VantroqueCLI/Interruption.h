@@ -4,7 +4,7 @@
 /// program.
 namespace vantroque::Interruption {
 
-/// To be called first in `main`, ahead of any other thread.
+/// To be called first in `main`, before any other thread.
 void watch();
 
 } // namespace vantroque::Interruption

@@ -34,7 +34,7 @@ Profile withLeader(std::optional<double> slateSeconds = slate,
     return profile;
 }
 
-/// A leader with this sound from two seconds on, and an ad with a tone behind it.
+/// A leader with this sound from two seconds on, and an ad with a tone after it.
 fs::path spot(const std::string& name, const std::string& sound, double seconds)
 {
     const auto length = Numbers::fixed(seconds, 4).toStdString();

@@ -117,7 +117,7 @@ bool AppTest::soonDecodes(const Path& file) const
 
 testing::AssertionResult AppTest::leftNothing(const Path& file) const
 {
-    // The kernel tells the supervisor of the end, so that the tools end behind the program.
+    // The kernel tells the supervisor of the end, so that the tools end after the program.
     if (!comesTrue([&] { return processesNaming(file.native()).empty(); }))
         return testing::AssertionFailure() << "a tool is left";
     if (!scratch().empty())

@@ -29,7 +29,7 @@ struct File {
     bool hasMedia = false;
 };
 std::vector<File> checked(const ProgramRun& run);
-/// Runs `check --format json` with these words behind it.
+/// Runs `check --format json` with these words after it.
 std::vector<File> check(const std::vector<std::string>& words, const ProgramOptions& options = {});
 
 /// A profile whose only rule is the container.

@@ -18,7 +18,7 @@ CaptionTrack timed(const std::vector<std::pair<double, double>>& times)
     return CaptionTrack(CaptionTrack::Format::srt, cues);
 }
 
-/// A cue a text, one behind the other.
+/// A cue a text, one after the other.
 CaptionTrack saying(const std::vector<QString>& texts)
 {
     std::vector<CaptionCue> cues;

@@ -5,7 +5,7 @@
 
 namespace vantroque::Checker {
 
-/// Thirty seconds of ad behind five of slate and two of black, at 25 frames a second, to change one
+/// Thirty seconds of ad after five of slate and two of black, at 25 frames a second, to change one
 /// thing of.
 struct Slated {
     ContentRule rule;

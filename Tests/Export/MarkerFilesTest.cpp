@@ -36,7 +36,7 @@ std::vector<Marker> sample()
     };
 }
 
-/// The zone of dates is three hours ahead of UTC.
+/// The zone of dates is three hours before UTC.
 class MarkerFiles : public testing::Test {
 protected:
     MarkerFiles() { ::tzset(); }

@@ -1,5 +1,5 @@
 # What the recipes share. A recipe names what its two clips have in common as plain variables, and
-# what sets one of them apart ahead of the call:
+# what sets one of them apart before the call:
 #
 #     frames=100
 #     clip clean
@@ -35,7 +35,7 @@ luma=$(bars N)
 cb=128
 cr=128
 pixels=yuv420p
-filters=null # Behind the picture, ahead of the encoder.
+filters=null # After the picture, before the encoder.
 tags="-color_range tv -colorspace bt709 -color_primaries bt709 -color_trc bt709"
 extension=mov
 

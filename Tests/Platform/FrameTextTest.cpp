@@ -66,7 +66,7 @@ QImage outlined(QImage picture, const PaintedText& text)
     return with(picture, text);
 }
 
-/// Fine type on a dark ground that becomes foliage behind its end.
+/// Fine type on a dark ground that becomes foliage after its end.
 QImage reachingIntoFoliage(const PaintedText& text, unsigned seed)
 {
     const QSize square(1080, 960);

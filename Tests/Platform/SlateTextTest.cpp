@@ -97,7 +97,7 @@ TEST(LeadingColons, OneAheadOfANumberIsFound)
         const auto colons =
             colonsIn(with(plain(full, Qt::black), {u":30"_s, 60, {500, 500}, Qt::white, family}));
         ASSERT_THAT(colons, SizeIs(1)) << family;
-        EXPECT_GT(colons[0].behind.x, colons[0].dots.x);
+        EXPECT_GT(colons[0].next.x, colons[0].dots.x);
     }
 }
 
@@ -127,6 +127,6 @@ TEST(LeadingColons, AreBlankedOnly)
     ASSERT_THAT(colons, SizeIs(1));
     const cv::Mat1b blanked = withoutColons(luma, colons);
     EXPECT_EQ(cv::countNonZero(blanked(colons[0].dots) > 20), 0);
-    EXPECT_EQ(cv::countNonZero(blanked(colons[0].behind) != luma(colons[0].behind)), 0);
+    EXPECT_EQ(cv::countNonZero(blanked(colons[0].next) != luma(colons[0].next)), 0);
     EXPECT_THAT(findLeadingColons(blanked), IsEmpty());
 }

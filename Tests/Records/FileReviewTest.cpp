@@ -54,7 +54,7 @@ ReviewSignOff approvalOver(const std::vector<QString>& failing)
     return signOff;
 }
 
-/// American English in a zone three hours ahead of UTC.
+/// American English in a zone three hours before UTC.
 class DetailLine : public testing::Test {
 protected:
     DetailLine()

@@ -16,7 +16,7 @@
 
 namespace vantroque {
 
-/// The system calls behind mkdir and mkfifo; older ones do not exist on every machine.
+/// The system calls after mkdir and mkfifo; older ones do not exist on every machine.
 inline const std::vector<unsigned> makingFolders{
 #ifdef SYS_mkdir
     SYS_mkdir,

@@ -25,7 +25,7 @@ private:
     const CleanRun m_cleanRun;
 };
 
-/// What a graph draws in a size, with the graph's own lines behind it.
+/// What a graph draws in a size, with the graph's own lines after it.
 std::string color(const std::string& name, const std::string& size, const std::string& seconds,
                   const std::string& more = {})
 {

@@ -77,7 +77,7 @@ private:
     {
         const QByteArray captions = captionsFor(unit);
         const QByteArray whole = startCode + unit;
-        // Ahead of a coded picture; in MPEG-2 behind the extension of its header.
+        // Before a coded picture; in MPEG-2 after the extension of its header.
         result += m_codec == CaptionedCodec::mpeg2 ? whole + captions : captions + whole;
     }
 

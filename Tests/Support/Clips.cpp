@@ -85,7 +85,7 @@ std::vector<Atom> atoms(const QByteArray& bytes)
     return found;
 }
 
-/// The index with its tags, and so the cover art, ahead of the tracks. No offset changes.
+/// The index with its tags, and so the cover art, before the tracks. No offset changes.
 QByteArray tagsAhead(const QByteArray& file)
 {
     QByteArray result;
@@ -147,7 +147,7 @@ Path largeMediaAtom()
 {
     const fs::path original = indexBehind();
     return Media::make("large-atom.mp4", {original.native()}, [&](const fs::path& target) {
-        // ffmpeg leaves an empty atom ahead of "mdat" so that its size can grow to 64 bits.
+        // ffmpeg leaves an empty atom before "mdat" so that its size can grow to 64 bits.
         QByteArray bytes = contents(original);
         const qsizetype type = bytes.indexOf("mdat");
         const qsizetype start = type - 12;

@@ -19,9 +19,9 @@ std::vector<std::string> tone(const std::string& seconds);
 /// Encoder arguments that cost little.
 std::vector<std::string> x264(const std::string& pixelFormat = "yuv420p");
 
-/// 320x180 with AAC stereo sound, the index ahead of the media: what most tests need.
+/// 320x180 with AAC stereo sound, the index before the media: what most tests need.
 Path plain();
-Path indexBehind(); ///< The same, the index behind.
+Path indexBehind(); ///< The same, the index after.
 /// The same, the media in an atom with a 64-bit size.
 Path largeMediaAtom();
 

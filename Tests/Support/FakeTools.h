@@ -10,7 +10,7 @@
 
 namespace vantroque {
 
-/// A folder of stand-ins for ffprobe and ffmpeg, which the code under test finds ahead of the real
+/// A folder of stand-ins for ffprobe and ffmpeg, which the code under test finds before the real
 /// ones until the scope ends. A tool without a stand-in is the real one.
 class FakeTools {
 public:

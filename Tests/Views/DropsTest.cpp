@@ -157,7 +157,7 @@ TEST_F(Drops, AFolderThatCannotBeReadGivesNothing)
 TEST_F(Drops, AFolderOfThousandsIsReadBehindTheWindow)
 {
     open();
-    drop({anyFile("run.mp4")}); // all others wait behind it
+    drop({anyFile("run.mp4")}); // all others wait after it
     constexpr int count = 5000;
     for (int i = 0; i < count; ++i)
         anyFile("folder/" + std::to_string(i) + ".mp4");

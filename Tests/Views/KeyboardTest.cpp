@@ -94,7 +94,7 @@ TEST_F(Keyboard, AnEmptyWindowBeginsAtItsButton)
     open();
     window().activateWindow();
     ASSERT_TRUE(soon([] { return QApplication::focusWidget() != nullptr; }));
-    // What cannot be done yet is passed over.
+    // What cannot be done yet is skipped.
     EXPECT_EQ(walk(), (QStringList{u"Choose Files"_s, u"Add File"_s, u"Profiles"_s}));
 }
 

@@ -142,7 +142,7 @@ void playEvents(AnalysisProgress& progress)
     progress.noteMediaTime(14);
 }
 
-/// What the file's name asks for behind "run": nothing of the file known yet, no picture yet, no
+/// What the file's name asks for after "run": nothing of the file known yet, no picture yet, no
 /// picture at all, more channels, or a later stage.
 void play(AnalysisProgress& progress, MediaInfo media, const QString& name)
 {

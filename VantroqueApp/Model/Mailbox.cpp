@@ -45,7 +45,7 @@ void Mailbox::deliver()
     }
 }
 
-/// The oldest call, or none. For those behind it an event is on its way: the call may be long, or
+/// The oldest call, or none. For those after it an event is on its way: the call may be long, or
 /// run an event loop of its own.
 Mailbox::Call Mailbox::takeNext()
 {

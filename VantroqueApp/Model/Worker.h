@@ -9,7 +9,7 @@
 namespace vantroque {
 
 /// Does jobs one after the other on a thread of its own, which starts with the first job. At its
-/// end the job at hand is finished and those behind it are dropped.
+/// end the job at hand is finished and those after it are dropped.
 class Worker {
 public:
     using Job = std::function<void()>;

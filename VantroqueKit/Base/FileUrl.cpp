@@ -19,7 +19,7 @@ FileUrl FileUrl::fromPath(const std::filesystem::path& path)
 {
     std::error_code error;
     const auto absolute = std::filesystem::absolute(path, error);
-    // Repeated slashes go, so that one place has one name. ".." stays: behind a link it leads
+    // Repeated slashes go, so that one place has one name. ".." stays: after a link it leads
     // elsewhere.
     std::filesystem::path plain;
     for (const auto& part : error ? path : absolute)

@@ -25,7 +25,7 @@ public:
     /// The path and its last component for people: invalid bytes become U+FFFD.
     QString displayPath() const;
     QString fileName() const;
-    /// The text behind the last dot of the file name, and the name without dot and extension. A
+    /// The text after the last dot of the file name, and the name without dot and extension. A
     /// name that starts with its only dot, or ends in a dot, has no extension.
     QString extension() const;
     QString stem() const;

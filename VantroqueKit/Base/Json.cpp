@@ -10,7 +10,7 @@ namespace vantroque::Json {
 
 namespace {
 
-/// Whether brackets outside of strings nest deeper than the limit. Runs ahead of the parser, whose
+/// Whether brackets outside of strings nest deeper than the limit. Runs before the parser, whose
 /// own limit is higher and not ours to set.
 bool isTooDeep(const QByteArray& text)
 {

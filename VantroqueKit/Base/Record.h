@@ -65,7 +65,7 @@ concept NamedEnum = requires(T value)
 #define VANTROQUE_CASE_NAME(Type, name) std::string_view(#name)
 
 /// Names the cases of an enumeration, in the order of their declaration and without gaps. Stands
-/// behind the enumeration, in its namespace.
+/// after the enumeration, in its namespace.
 #define VANTROQUE_ENUM_NAMES(Type, ...)                                                            \
     constexpr auto enumNames(Type)                                                                 \
     {                                                                                              \

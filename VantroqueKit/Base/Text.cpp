@@ -11,8 +11,8 @@ namespace vantroque::Text {
 
 namespace {
 
-/// The offset behind the first `count` characters, or the end of the text.
-qsizetype offsetBehind(const QString& text, qsizetype count)
+/// The offset after the first `count` characters, or the end of the text.
+qsizetype offsetAfter(const QString& text, qsizetype count)
 {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     qsizetype offset = 0;
@@ -43,7 +43,7 @@ qsizetype characterCount(const QString& text)
 
 QString firstCharacters(const QString& text, qsizetype count)
 {
-    return text.left(offsetBehind(text, count));
+    return text.left(offsetAfter(text, count));
 }
 
 QString lastCharacters(const QString& text, qsizetype count)
@@ -51,7 +51,7 @@ QString lastCharacters(const QString& text, qsizetype count)
     // No character is longer than its code units, so a text this short is whole.
     if (text.size() <= count)
         return text;
-    return text.mid(offsetBehind(text, characterCount(text) - count));
+    return text.mid(offsetAfter(text, characterCount(text) - count));
 }
 
 QString firstColumns(const QString& text, int columns)

@@ -30,7 +30,7 @@ QString firstColumns(const QString& text, int columns);
 /// Safe for a terminal: control characters, which names may hold, become "?". So do the marks that
 /// break lines or turn the direction of writing over, which would show a name as another one.
 QString printable(QString text);
-/// Exactly `count` characters: cut, or padded with blanks behind.
+/// Exactly `count` characters: cut, or padded with blanks after.
 QString fitted(const QString& text, qsizetype count);
 
 /// `function` of each element, joined.

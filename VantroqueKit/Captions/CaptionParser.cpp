@@ -64,7 +64,7 @@ void unifyLineEnds(QString& text)
     text.truncate(size);
 }
 
-/// The next line that is not blank, without blanks at its ends; empty behind the last.
+/// The next line that is not blank, without blanks at its ends; empty after the last.
 QStringView takeLine(QStringView& block)
 {
     QStringView line;
@@ -154,7 +154,7 @@ QString decode(const QByteArray& bytes)
     constexpr QByteArrayView utf8Mark("\xEF\xBB\xBF");
     if (bytes.startsWith(utf8Mark))
         return repairedUtf8(QByteArrayView(bytes).sliced(utf8Mark.size()));
-    // The decoder would pass over half a code unit at the end.
+    // The decoder would skip half a code unit at the end.
     if (hasUtf16Mark(bytes) && bytes.size() % 2 == 0) {
         QStringDecoder decoder(QStringConverter::Utf16, wholeText);
         QString text = decoder.decode(bytes);
@@ -195,11 +195,11 @@ std::optional<TimeSpan> timing(QStringView line)
     const qsizetype at = line.indexOf(arrow);
     if (at < 0)
         return std::nullopt;
-    const QStringView behind = line.sliced(at + arrow.size());
-    if (behind.contains(arrow))
+    const QStringView rest = line.sliced(at + arrow.size());
+    if (rest.contains(arrow))
         return std::nullopt;
     const auto start = seconds(CaptionWords::trimmed(line.first(at)));
-    const auto end = seconds(CaptionWords::first(behind)); // settings may follow it
+    const auto end = seconds(CaptionWords::first(rest)); // settings may follow it
     if (!start || !end)
         return std::nullopt;
     return TimeSpan{*start, *end};

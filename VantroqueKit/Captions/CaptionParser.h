@@ -36,7 +36,7 @@ StyledText styledRuns(QStringView text);
 /// The six entities that captions use; others stay as they are.
 QString decodeEntities(QStringView text);
 
-/// "start --> end", and possibly settings behind it. The start may lie behind the end.
+/// "start --> end", and possibly settings after it. The start may lie after the end.
 std::optional<TimeSpan> timing(QStringView line);
 /// Whether these lines begin with the times of a cue, with or without its number or name.
 bool beginsCue(QStringView lines);

@@ -95,7 +95,7 @@ private:
     QSet<QString> m_words;
 };
 
-/// The words that end at a capital behind a small letter, or at what is no letter.
+/// The words that end at a capital after a small letter, or at what is no letter.
 std::set<QString> wordsOfName(const QString& name)
 {
     std::set<QString> words;

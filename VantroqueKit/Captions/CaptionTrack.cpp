@@ -38,7 +38,7 @@ std::optional<double> CaptionTrack::suggestedShift(double duration) const
     // A first cue that shows within the picture is where it belongs.
     if (isEmpty() || !(duration > 0) || Numbers::above(duration, m_cues.front().start))
         return std::nullopt;
-    constexpr double slack = 0.5; // a first cue may sit just ahead of the hour
+    constexpr double slack = 0.5; // a first cue may sit just before the hour
     for (int hour = 1; hour <= 23; ++hour) {
         const double shift = hour * 3600.0;
         const double start = m_cues.front().start - shift;

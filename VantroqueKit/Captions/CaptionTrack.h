@@ -24,7 +24,7 @@ public:
 
     /// All cues that show at `time`, in order.
     std::vector<CaptionCue> cues(double time) const;
-    /// `seconds` earlier, but not ahead of 0.
+    /// `seconds` earlier, but not before 0.
     CaptionTrack shifted(double seconds) const;
     /// For a track that was timed to a picture starting at a full hour: the hours, in seconds, that
     /// bring its first cue into a picture of `duration` seconds. Nothing when the first cue is in

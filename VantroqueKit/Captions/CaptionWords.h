@@ -17,7 +17,7 @@ inline QStringView trimmed(QStringView text)
     return text;
 }
 
-/// What stands ahead of the first blank inside `text`.
+/// What stands before the first blank inside `text`.
 inline QStringView first(QStringView text)
 {
     const QStringView words = trimmed(text);

@@ -13,7 +13,7 @@ namespace vantroque::SignalChecks {
 using namespace Qt::StringLiterals;
 using Checker::firstOf;
 
-std::vector<TimeSpan> blackBehindLeader(const FrameCadence& cadence, double leaderEnd)
+std::vector<TimeSpan> blackAfterLeader(const FrameCadence& cadence, double leaderEnd)
 {
     std::vector<TimeSpan> runs = cadence.interiorBlackRuns;
     if (leaderEnd > 0)
@@ -43,7 +43,7 @@ std::optional<CheckResult> blackFramesRow(const MediaInfo& media, double leaderE
         return Timecode::fromSeconds(run.start, rate).text();
     };
 
-    const auto runs = blackBehindLeader(*media.signal->cadence, leaderEnd);
+    const auto runs = blackAfterLeader(*media.signal->cadence, leaderEnd);
     if (runs.empty())
         return row.pass(u"none inside the picture"_s);
     std::vector<TimeSpan> gaps;

@@ -27,7 +27,7 @@ std::optional<CheckResult> duplicatesRow(const MediaInfo& media,
 std::optional<CheckResult> colorTagsRow(const MediaInfo& media);
 /// Static metadata of an HDR picture; no other picture has the row.
 std::optional<CheckResult> hdrRow(const MediaInfo& media);
-/// Black between shots, behind a leader that ends at `leaderEnd` seconds (0 without one).
+/// Black between shots, after a leader that ends at `leaderEnd` seconds (0 without one).
 std::optional<CheckResult> blackFramesRow(const MediaInfo& media, double leaderEnd);
 /// Single frames unlike both neighbours.
 std::optional<CheckResult> flashFramesRow(const MediaInfo& media);
@@ -58,7 +58,7 @@ std::optional<double> telecineRatio(const FrameCadence& cadence);
 /// or may be.
 std::vector<LostChannel> lostChannels(const MediaInfo& media);
 /// The black inside the picture, without what belongs to the leader.
-std::vector<TimeSpan> blackBehindLeader(const FrameCadence& cadence, double leaderEnd);
+std::vector<TimeSpan> blackAfterLeader(const FrameCadence& cadence, double leaderEnd);
 /// A frame or two without media, and no dip that somebody made.
 bool isGap(const TimeSpan& black, FrameRate rate);
 /// How many frames a passage has, at least 1.

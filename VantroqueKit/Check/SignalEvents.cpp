@@ -50,7 +50,7 @@ public:
 
     void addBlack(const FrameCadence& cadence, double leaderEnd)
     {
-        for (const TimeSpan& run : SignalChecks::blackBehindLeader(cadence, leaderEnd)) {
+        for (const TimeSpan& run : SignalChecks::blackAfterLeader(cadence, leaderEnd)) {
             if (SignalChecks::isGap(run, m_rate)) {
                 const std::int64_t frames = SignalChecks::framesIn(run, m_rate);
                 add(Kind::blackFrame, run, Verdict::warn,

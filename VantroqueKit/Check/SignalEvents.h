@@ -12,7 +12,7 @@ namespace vantroque::SignalEvents {
 constexpr int cap = 200;
 
 /// The events of a file whose ad begins at `leaderEnd` seconds (0 without leader), in the order of
-/// their frames; empty without measurement. Behind the first `cap` of a longer list one more tells
+/// their frames; empty without measurement. After the first `cap` of a longer list one more tells
 /// how many were left out.
 std::vector<SignalEvent> events(const MediaInfo& media, double leaderEnd);
 

@@ -9,7 +9,7 @@ namespace vantroque::Checker {
 struct LeaderFacts {
     const ContentRule& rule;
     double slateLen = 0;               ///< Seconds of slate.
-    double gapLen = 0;                 ///< Seconds of black behind it.
+    double gapLen = 0;                 ///< Seconds of black after it.
     const std::vector<TimeSpan>& runs; ///< Black.
     const SignalInfo& signal;
     const VideoStreamInfo& video;

@@ -22,7 +22,7 @@ struct Marker {
     Kind kind = Kind::finding;
     QDateTime date; ///< When it was made.
 
-    /// The frame behind the last one.
+    /// The frame after the last one.
     std::int64_t end() const;
 
     bool operator==(const Marker&) const = default;

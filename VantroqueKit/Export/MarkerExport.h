@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Export/Marker.h"
 #include "Records/FileReview.h"
 #include "Records/MediaInfo.h"
 #include "Records/Report.h"
-#include "Export/Marker.h"
 
 #include <QUuid>
 
@@ -17,7 +17,7 @@ VANTROQUE_ENUM_NAMES(Format, avid, premiere, resolve, csv)
 
 QString displayName(Format format);
 QString fileExtension(Format format);
-/// What a file's name gets behind it, ahead of the extension.
+/// What a file's name gets after it, before the extension.
 QString fileSuffix(Format format);
 
 /// Runs ffprobe, and so blocks, when the record has no start time code.

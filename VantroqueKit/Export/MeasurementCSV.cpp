@@ -255,7 +255,7 @@ std::vector<Column> loudnessColumns()
     };
 }
 
-/// All columns but the two of `blockAndBlur`, which stand ahead of the loudness.
+/// All columns but the two of `blockAndBlur`, which stand before the loudness.
 const std::vector<Column>& columns()
 {
     static const std::vector<Column> all = [] {
@@ -267,7 +267,7 @@ const std::vector<Column>& columns()
     return all;
 }
 
-/// The mean of all numbers that stand behind `key`.
+/// The mean of all numbers that stand after `key`.
 std::optional<double> mean(const QByteArray& log, const QByteArray& key)
 {
     double sum = 0;

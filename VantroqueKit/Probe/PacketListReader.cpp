@@ -17,7 +17,7 @@ constexpr bool isBracket(char c)
 }
 
 /// Reads the members of one JSON object whose brackets are known to match. Only the values that
-/// matter are looked at; lists and objects inside, such as side data, are passed over.
+/// matter are looked at; lists and objects inside, such as side data, are skipped.
 class PacketText {
 public:
     explicit PacketText(std::string_view object) : m_rest(object) { m_rest.remove_prefix(1); }

@@ -46,7 +46,7 @@ private:
 
     std::function<void(const Packet&)> m_onPacket;
     std::string m_packet; ///< The bytes of the packet that is being read.
-    std::string m_text;   ///< The last string at the root: ahead of a list, its key.
+    std::string m_text;   ///< The last string at the root: before a list, its key.
     std::string m_open;   ///< The brackets that wait for their partners.
     bool m_inString = false;
     bool m_escaped = false;

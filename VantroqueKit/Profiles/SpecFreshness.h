@@ -40,7 +40,7 @@ struct SpecFreshnessRow {
 /// For the upkeep of the profiles. Pure.
 namespace SpecFreshnessReport {
 
-/// The longest unverified first, those without a readable day ahead of all.
+/// The longest unverified first, those without a readable day before all.
 std::vector<SpecFreshnessRow> rows(const std::vector<Profile>& profiles, const QDateTime& now);
 /// One line a row: state, days, day, name.
 QString summary(const std::vector<Profile>& profiles, const QDateTime& now);

@@ -26,7 +26,7 @@ public:
             push_back(item);
     }
     ~GrowingList() = default;
-    // What lies behind the items belongs to the list that they were copied from, so a copy has no
+    // What lies after the items belongs to the list that they were copied from, so a copy has no
     // room to grow.
     GrowingList(const GrowingList& other)
         : m_items(other.m_items), m_size(other.m_size), m_room(other.m_size)

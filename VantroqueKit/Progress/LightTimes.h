@@ -18,7 +18,7 @@ public:
         m_latest.push_back(time);
         return true;
     }
-    /// The time that was noted first of those behind `time`. It was the latest then, so that only
+    /// The time that was noted first of those after `time`. It was the latest then, so that only
     /// such times are kept, and they are in order.
     std::optional<double> firstAfter(double time) const
     {

@@ -19,7 +19,7 @@ struct ScopeFrame {
     bool fullRange = false;
     ColorMatrix matrix = ColorMatrix::bt709;
 
-    /// The planes Y, Cb and Cr, one behind the other. Nothing when the picture is empty or the data
+    /// The planes Y, Cb and Cr, one after the other. Nothing when the picture is empty or the data
     /// too short for it.
     static std::optional<ScopeFrame> fromYuv444(std::string_view data, int width, int height,
                                                 bool fullRange, ColorMatrix matrix);

@@ -8,7 +8,7 @@
 namespace vantroque::DecodeRun {
 
 /// Runs the plan; what ffmpeg refuses the whole graph over is left out of the plan, and it is run
-/// again; `restart` is called ahead of that. `display` may be null. Blocks; fails as `FFTool::run`
+/// again; `restart` is called before that. `display` may be null. Blocks; fails as `FFTool::run`
 /// does, but not for the status.
 Result<FFTool::ToolOutput, FFToolError> run(const std::filesystem::path& ffmpeg,
                                             SignalAnalyzer::SignalPlan& plan, double timeout,

@@ -10,7 +10,7 @@
 
 namespace vantroque {
 
-using LogText::behind;
+using LogText::after;
 using LogText::number;
 
 namespace {
@@ -64,9 +64,9 @@ bool containsAny(std::string_view text, const Words& words)
 }
 
 /// The whole number that follows `key`.
-std::optional<std::int64_t> wholeBehind(std::string_view line, std::string_view key)
+std::optional<std::int64_t> wholeAfter(std::string_view line, std::string_view key)
 {
-    const auto rest = behind(line, key);
+    const auto rest = after(line, key);
     if (!rest)
         return std::nullopt;
     const std::size_t end = std::min(rest->find_first_not_of("0123456789"), rest->size());
@@ -109,7 +109,7 @@ DecodeTrouble::DecodeTrouble(std::string_view log, std::string_view path, double
         else if (line.starts_with("[Parsed_metadata_"))
             readFrame(line);
         else if (line.starts_with("[Parsed_ametadata_")) {
-            if (const auto time = behind(line, "pts_time:")) {
+            if (const auto time = after(line, "pts_time:")) {
                 m_lastSound = number(*time);
                 m_firstSound = m_firstSound ? m_firstSound : m_lastSound;
             }
@@ -122,7 +122,7 @@ DecodeTrouble::DecodeTrouble(std::string_view log, std::string_view path, double
 /// "  Stream #0:1 (aac) -> asplit:default": only the picture goes to the detector of its borders.
 void DecodeTrouble::readMapping(std::string_view line)
 {
-    const auto index = wholeBehind(line, "#0:");
+    const auto index = wholeAfter(line, "#0:");
     if (!m_isDecoding || !index)
         return;
     if (contains(line, "-> cropdetect"))
@@ -134,8 +134,8 @@ void DecodeTrouble::readMapping(std::string_view line)
 /// Each frame is printed once a statistic.
 void DecodeTrouble::readFrame(std::string_view line)
 {
-    const auto time = behind(line, "pts_time:");
-    const auto ticks = behind(line, "pts:");
+    const auto time = after(line, "pts_time:");
+    const auto ticks = after(line, "pts:");
     const auto seconds = time ? number(*time) : std::nullopt;
     const auto tick = ticks ? number(*ticks) : std::nullopt;
     if (!m_isDecoding || !seconds || !tick || (m_lastFrame && *tick == m_lastTicks))
@@ -163,7 +163,7 @@ void DecodeTrouble::readComplaint(std::string_view line, std::string_view path)
     }
     if (const bool isError = line.starts_with("Error while decoding stream #0:");
         isError && contains(line, "Invalid data found")) {
-        const bool isPicture = m_pictureStream == wholeBehind(line, "#0:");
+        const bool isPicture = m_pictureStream == wholeAfter(line, "#0:");
         readStreamComplaint(line, "#0:", false, isPicture ? m_decodeErrors : m_complaints);
         return;
     }
@@ -199,7 +199,7 @@ void DecodeTrouble::readComplaint(std::string_view line, std::string_view path)
 void DecodeTrouble::readStreamComplaint(std::string_view line, std::string_view key, bool meansEnd,
                                         std::vector<Place>& places)
 {
-    const auto stream = wholeBehind(line, key);
+    const auto stream = wholeAfter(line, key);
     if (!stream)
         return;
     const bool isPicture = m_pictureStream == stream;

@@ -7,13 +7,13 @@
 
 namespace vantroque {
 
-using LogText::behind;
+using LogText::after;
 
 void LiveLogReader::feed(std::string_view line)
 {
-    if (const auto time = behind(line, "pts_time:"))
+    if (const auto time = after(line, "pts_time:"))
         feedTime(*time);
-    else if (const auto level = behind(line, "lavfi.astats."))
+    else if (const auto level = after(line, "lavfi.astats."))
         feedLevel(*level);
     else
         feedEvent(line);
@@ -52,7 +52,7 @@ void LiveLogReader::feedEvent(std::string_view line)
         "black_start:", "black_end:",    "silence_start:",
         "silence_end:", "freeze_start:", "freeze_end:"};
     for (std::size_t i = 0; i < keys.size(); ++i)
-        if (const auto text = behind(line, keys[i])) {
+        if (const auto text = after(line, keys[i])) {
             if (const auto time = LogText::number(*text))
                 m_progress.append(AnalysisProgress::LiveEvent{
                     static_cast<AnalysisProgress::LiveEvent::Kind>(i), *time});

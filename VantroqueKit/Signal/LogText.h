@@ -9,8 +9,8 @@
 /// Pieces of a line of ffmpeg's log. Plain searches, for there are millions of lines.
 namespace vantroque::LogText {
 
-/// What stands behind `key`; nothing without it.
-inline std::optional<std::string_view> behind(std::string_view text, std::string_view key)
+/// What stands after `key`; nothing without it.
+inline std::optional<std::string_view> after(std::string_view text, std::string_view key)
 {
     const std::size_t found = text.find(key);
     if (found == std::string_view::npos)
@@ -18,7 +18,7 @@ inline std::optional<std::string_view> behind(std::string_view text, std::string
     return text.substr(found + key.size());
 }
 
-/// The first word, blanks ahead of it passed over.
+/// The first word, blanks before it skipped.
 inline std::string_view word(std::string_view text)
 {
     constexpr std::string_view blanks = " \t";
@@ -46,8 +46,8 @@ struct WindowLevel {
     float dbfs = silence; ///< Not below `silence`.
 };
 
-/// What "lavfi.astats.2.RMS_level=-23.4" says, read from behind "lavfi.astats."; nothing when it
-/// says something else of the window.
+/// What "lavfi.astats.2.RMS_level=-23.4" says, read from what follows "lavfi.astats."; nothing when
+/// it says something else of the window.
 std::optional<WindowLevel> windowLevel(std::string_view text);
 
 /// Calls `function` with each line, without its end.

@@ -7,7 +7,7 @@
 
 namespace vantroque {
 
-/// A raw dump of sampled pictures: 8-bit planar 4:4:4, one frame behind the other.
+/// A raw dump of sampled pictures: 8-bit planar 4:4:4, one frame after the other.
 class RawFrames {
 public:
     struct Planes {

@@ -11,7 +11,7 @@
 
 namespace vantroque {
 
-using LogText::behind;
+using LogText::after;
 using LogText::mostChannels;
 using LogText::number;
 using LogText::word;
@@ -23,9 +23,9 @@ bool contains(std::string_view text, std::string_view key)
     return text.find(key) != std::string_view::npos;
 }
 
-std::optional<double> numberBehind(std::string_view line, std::string_view key)
+std::optional<double> numberAfter(std::string_view line, std::string_view key)
 {
-    const auto text = behind(line, key);
+    const auto text = after(line, key);
     return text ? number(*text) : std::nullopt;
 }
 
@@ -98,15 +98,15 @@ std::optional<CropRect> SignalLog::activePicture() const
 void SignalLog::readLine(std::string_view line)
 {
     m_hasFilterLines = m_hasFilterLines || line.starts_with("[Parsed_");
-    if (const auto metadata = behind(line, "lavfi.")) {
+    if (const auto metadata = after(line, "lavfi.")) {
         readMetadata(*metadata);
         return;
     }
-    if (contains(line, "pts_time:")) { // ahead of each frame's values, and by the million
+    if (contains(line, "pts_time:")) { // before each frame's values, and by the million
         readTime(line);
         return;
     }
-    if (const auto crop = behind(line, "crop=")) {
+    if (const auto crop = after(line, "crop=")) {
         readCrop(*crop);
         return;
     }
@@ -148,12 +148,12 @@ bool SignalLog::readSummary(std::string_view line)
 void SignalLog::readTime(std::string_view line)
 {
     if (line.starts_with("[Parsed_metadata_")) {
-        if (const auto time = numberBehind(line, "pts_time:")) {
+        if (const auto time = numberAfter(line, "pts_time:")) {
             m_firstFrame = m_firstFrame.value_or(*time);
             m_lastFrame = time;
         }
     } else if (line.starts_with("[Parsed_ametadata_")) {
-        if (const auto time = numberBehind(line, "pts_time:")) {
+        if (const auto time = numberAfter(line, "pts_time:")) {
             m_firstSound = m_firstSound.value_or(*time);
             m_lastSound = std::max(*time, m_lastSound.value_or(*time));
         }
@@ -165,7 +165,7 @@ void SignalLog::readSize(std::string_view line)
 {
     if (!line.starts_with("video:"))
         return;
-    const auto size = behind(line, " audio:");
+    const auto size = after(line, " audio:");
     if (size)
         m_soundKilobytes = Numbers::toDouble(size->substr(0, size->find("kB")));
 }
@@ -256,8 +256,8 @@ void SignalLog::readLevel(std::string_view text)
 
 void SignalLog::readFreeze(std::string_view text)
 {
-    keep(m_freezeStarts, numberBehind(text, "freeze_start:"));
-    keep(m_freezeDurations, numberBehind(text, "freeze_duration:"));
+    keep(m_freezeStarts, numberAfter(text, "freeze_start:"));
+    keep(m_freezeDurations, numberAfter(text, "freeze_duration:"));
 }
 
 void SignalLog::readCrop(std::string_view text)
@@ -279,9 +279,9 @@ void SignalLog::readCrop(std::string_view text)
 
 void SignalLog::readBlack(std::string_view line)
 {
-    const auto start = numberBehind(line, "black_start:");
-    const auto end = numberBehind(line, "black_end:");
-    const auto duration = numberBehind(line, "black_duration:");
+    const auto start = numberAfter(line, "black_start:");
+    const auto end = numberAfter(line, "black_end:");
+    const auto duration = numberAfter(line, "black_duration:");
     if (start && end && duration)
         m_blackRuns.push_back({*start, *end, *duration});
 }
@@ -291,18 +291,18 @@ void SignalLog::readSilence(std::string_view line)
     if (!contains(line, "silence"))
         return;
     m_hasSilenceDetector = true;
-    keep(m_silenceStarts, numberBehind(line, "silence_start:"));
-    if (const auto end = behind(line, "silence_end:")) {
+    keep(m_silenceStarts, numberAfter(line, "silence_start:"));
+    if (const auto end = after(line, "silence_end:")) {
         ++m_silenceEndCount;
         keep(m_silenceEnds, number(*end));
     }
-    keep(m_silenceDurations, numberBehind(line, "silence_duration:"));
+    keep(m_silenceDurations, numberAfter(line, "silence_duration:"));
 }
 
 void SignalLog::readFields(std::string_view line)
 {
     const auto count = [&](std::string_view key) -> std::optional<std::int64_t> {
-        const auto text = behind(line, key);
+        const auto text = after(line, key);
         return text ? Numbers::toInt(word(*text)) : std::nullopt;
     };
     if (contains(line, "Multi frame detection:")) {
@@ -328,12 +328,12 @@ void SignalLog::readChannel(std::string_view line)
     if (m_channelBlocks.empty())
         return;
     ChannelBlock& block = m_channelBlocks.back();
-    if (const auto rms = behind(line, "RMS level dB:"))
+    if (const auto rms = after(line, "RMS level dB:"))
         block.rmsDb = block.rmsDb ? block.rmsDb : level(*rms);
-    else if (const auto peak = behind(line, "Peak level dB:"))
+    else if (const auto peak = after(line, "Peak level dB:"))
         block.peakDb = block.peakDb ? block.peakDb : level(*peak);
-    else if (const auto bits = behind(line, "Bit depth:")) {
-        const auto used = behind(word(*bits), "/");
+    else if (const auto bits = after(line, "Bit depth:")) {
+        const auto used = after(word(*bits), "/");
         block.bits = block.bits || !used ? block.bits : wholeNumber(*used);
     }
 }

@@ -14,14 +14,14 @@
 namespace vantroque {
 
 /// What a decode's log says, read in one pass over its bytes: the log of a long film has many
-/// megabytes. Never fails; what does not read as it should is passed over.
+/// megabytes. Never fails; what does not read as it should is skipped.
 ///
 /// ffmpeg configures the graph twice and prints empty results the first time, so only what stands
-/// behind the last "Stream mapping:" counts. The headers of inputs and outputs hold the file's own
-/// tags, which could forge any line, and are passed over.
+/// after the last "Stream mapping:" counts. The headers of inputs and outputs hold the file's own
+/// tags, which could forge any line, and are skipped.
 ///
 /// ffmpeg counts time from whatever begins first, picture or sound. Here all times count from the
-/// first frame, as frame numbers do: sound that begins ahead of it has negative ones.
+/// first frame, as frame numbers do: sound that begins before it has negative ones.
 class SignalLog {
 public:
     SignalLog() = default;

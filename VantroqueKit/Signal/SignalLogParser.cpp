@@ -104,7 +104,7 @@ double silenceEnd(const SignalLog& log, std::size_t index, double duration)
 
 /// Where sound ends before the picture, the silence up to the picture's end, from where it began
 /// in the sound itself.
-std::optional<TimeSpan> silenceBehindSound(const SignalInfo& info, const SignalLog& log)
+std::optional<TimeSpan> silenceAfterSound(const SignalInfo& info, const SignalLog& log)
 {
     constexpr double lag = 0.1; // no more is known of the end of sound in some files
     if (!info.soundEnd || !info.pictureEnd
@@ -128,10 +128,10 @@ std::vector<TimeSpan> silences(const SignalInfo& info, const SignalLog& log, dou
     std::vector<TimeSpan> found;
     for (std::size_t i = 0; i < log.silenceStarts().size(); ++i)
         found.push_back({log.silenceStarts()[i], silenceEnd(log, i, duration)});
-    if (const auto behind = silenceBehindSound(info, log)) {
-        if (!found.empty() && found.back().start >= behind->start)
+    if (const auto silent = silenceAfterSound(info, log)) {
+        if (!found.empty() && found.back().start >= silent->start)
             found.pop_back();
-        found.push_back(*behind);
+        found.push_back(*silent);
     }
     return found;
 }
@@ -159,8 +159,8 @@ void parseSilence(SignalInfo& info, const SignalLog& log, double duration)
     std::vector<double> lengths = log.silenceDurations();
     if (const auto open = trailingRun(starts, log.silenceEndCount(), duration))
         lengths.push_back(*open);
-    if (const auto behind = silenceBehindSound(info, log))
-        lengths.push_back(behind->duration());
+    if (const auto silent = silenceAfterSound(info, log))
+        lengths.push_back(silent->duration());
     if (!lengths.empty())
         info.longestSilenceSeconds = std::ranges::max(lengths);
     if (!log.hasSilenceDetector() && !log.hasSummary())
@@ -217,7 +217,7 @@ std::optional<double> interlacedRatio(const SignalLog& log)
 }
 
 /// Whether ffmpeg's signalstats takes the pixel format as it is. RGB, alpha and packed formats are
-/// converted ahead of it.
+/// converted before it.
 bool hasOwnStatistics(const VideoStreamInfo& video)
 {
     static const QRegularExpression taken(
@@ -320,7 +320,7 @@ void extendPicture(SignalInfo& info, const SignalLog& log, const MediaInfo& medi
 }
 
 /// The first blocks are those of the whole file's statistics; the levels branch prints its own
-/// behind them.
+/// after them.
 std::optional<std::vector<ChannelLevel>> channelLevels(const SignalLog& log, std::size_t channels,
                                                        bool isPcm)
 {

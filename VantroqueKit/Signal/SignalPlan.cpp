@@ -218,7 +218,7 @@ void SignalPlan::addFurtherTracks(std::vector<std::string>& chains) const
 std::vector<std::string> SignalPlan::arguments() const
 {
     std::vector<std::string> list{"-hide_banner", "-nostats", "-y"};
-    // The record has the stored size, so the picture must not be turned ahead of the graph.
+    // The record has the stored size, so the picture must not be turned before the graph.
     if (m_media.video && m_media.video->rotation.value_or(0) != 0)
         list.emplace_back("-noautorotate");
     const auto add = [&](std::initializer_list<std::string> more) {

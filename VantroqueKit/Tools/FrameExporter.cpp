@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 using Numbers::wholeText;
 using Arguments = std::vector<std::string>;
 
-/// The place ahead of the input, so that the seek is fast, and one frame behind it.
+/// The place before the input, so that the seek is fast, and one frame after it.
 Arguments oneFrame(const FileUrl& media, double time)
 {
     return {"-ss",       Numbers::fixed(std::max(time, 0.0), 6).toStdString(),

@@ -17,7 +17,7 @@ public:
     explicit LineSplitter(OnLine onLine) : m_onLine(std::move(onLine)) {}
 
     void feed(std::string_view bytes);
-    /// The bytes behind the last line end.
+    /// The bytes after the last line end.
     const std::string& pending() const { return m_pending; }
 
 private:

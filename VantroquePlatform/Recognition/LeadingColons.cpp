@@ -58,13 +58,13 @@ std::optional<LeadingColon> colonAt(const cv::Rect& upper, const cv::Rect& lower
     LeadingColon colon{upper | lower, {}};
     for (const cv::Rect& each : boxes)
         if (each.x >= colon.dots.br().x && isOnLine(colon.dots, lower, each)) {
-            colon.behind = each;
+            colon.next = each;
             break;
         }
-    const int behind = colon.behind.x - colon.dots.br().x;
-    if (colon.behind.empty() || behind > colon.behind.height)
+    const int gap = colon.next.x - colon.dots.br().x;
+    if (colon.next.empty() || gap > colon.next.height)
         return std::nullopt;
-    const int nearest = std::max(2 * behind, colon.behind.height / 2);
+    const int nearest = std::max(2 * gap, colon.next.height / 2);
     const bool isLed = std::ranges::any_of(boxes, [&](const cv::Rect& each) {
         const int overlap =
             std::min(each.br().y, colon.dots.br().y) - std::max(each.y, colon.dots.y);

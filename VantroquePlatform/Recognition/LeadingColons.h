@@ -6,10 +6,10 @@
 
 namespace vantroque {
 
-/// A colon with nothing close ahead of it and a digit or letter behind it, as in ":30".
+/// A colon with nothing close before it and a digit or letter after it, as in ":30".
 struct LeadingColon {
-    cv::Rect dots;   ///< Both.
-    cv::Rect behind; ///< The first glyph behind it.
+    cv::Rect dots; ///< Both.
+    cv::Rect next; ///< The first glyph after it.
 };
 
 /// Of a still page of light or dark type.

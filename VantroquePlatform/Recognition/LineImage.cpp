@@ -59,7 +59,7 @@ void whitenOthers(cv::Mat1b& ink, const LineCandidate& line, const cv::Rect& reg
 }
 
 /// Whether a patch, which is none of the glyphs, can be of the line: a letter that stands on its
-/// base line, the dot of one, or a mark behind a word.
+/// base line, the dot of one, or a mark after a word.
 bool fitsIn(const cv::Rect& box, const LineCandidate& line)
 {
     const double height = line.letterHeight;

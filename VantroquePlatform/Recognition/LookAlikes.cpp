@@ -61,7 +61,7 @@ void settlePart(QString& word, qsizetype first, qsizetype count, QStringView lik
 QString settledByPlace(const QString& word)
 {
     constexpr qsizetype prefix = 4;
-    constexpr qsizetype number = 7; // and at times a letter for the format behind it
+    constexpr qsizetype number = 7; // and at times a letter for the format after it
     if (word.size() < prefix + number || word.size() > prefix + number + 1)
         return word;
     QString settled = word;

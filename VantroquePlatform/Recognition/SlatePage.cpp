@@ -13,22 +13,22 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The word that begins behind a colon.
-ReadWord* wordBehind(const LeadingColon& colon, std::vector<ReadLine>& lines)
+/// The word that begins after a colon.
+ReadWord* wordAfter(const LeadingColon& colon, std::vector<ReadLine>& lines)
 {
-    const cv::Point middle = (colon.behind.tl() + colon.behind.br()) / 2;
+    const cv::Point middle = (colon.next.tl() + colon.next.br()) / 2;
     for (ReadLine& line : lines)
         for (ReadWord& word : line.words)
-            if (word.box.contains(middle) && word.box.x > colon.dots.x - colon.behind.width)
+            if (word.box.contains(middle) && word.box.x > colon.dots.x - colon.next.width)
                 return &word;
     return nullptr;
 }
 
-/// The part of the page behind a colon, up to the first wide gap.
-cv::Mat1b fieldBehind(const LeadingColon& colon, const cv::Mat1b& page)
+/// The part of the page after a colon, up to the first wide gap.
+cv::Mat1b fieldAfter(const LeadingColon& colon, const cv::Mat1b& page)
 {
-    const int height = colon.behind.height;
-    const cv::Rect field(colon.behind.x - height / 4, colon.behind.y - height / 3, 2 * height,
+    const int height = colon.next.height;
+    const cv::Rect field(colon.next.x - height / 4, colon.next.y - height / 3, 2 * height,
                          height + 2 * (height / 3));
     cv::Mat1b image = page(field & cv::Rect({}, page.size())).clone();
     if (cv::mean(image)[0] < 128)
@@ -51,16 +51,16 @@ Result<std::vector<ReadLine>> readSlate(const cv::Mat1b& page, LineReader& reade
         for (ReadWord& word : line.words)
             word.text = settledLookAlikes(word.text, page(word.box & cv::Rect({}, page.size())));
     for (const LeadingColon& colon : colons) {
-        if (ReadWord* word = wordBehind(colon, lines)) {
+        if (ReadWord* word = wordAfter(colon, lines)) {
             word->text.prepend(u':');
             continue;
         }
         // Layout analysis drops a short field that stands alone.
-        auto words = TRY(reader.readLine(fieldBehind(colon, blanked), deadline));
+        auto words = TRY(reader.readLine(fieldAfter(colon, blanked), deadline));
         if (words.empty())
             continue;
         words.front().text.prepend(u':');
-        lines.push_back({std::move(words), colon.dots | colon.behind});
+        lines.push_back({std::move(words), colon.dots | colon.next});
     }
     std::ranges::stable_sort(lines, {},
                              [](const ReadLine& line) { return 2 * line.box.y + line.box.height; });

@@ -25,7 +25,7 @@ QString withoutAccents(const QString& word)
     return result.removeIf([](QChar c) { return c.isMark(); });
 }
 
-/// An imperative ahead of up to two pronouns has an accent, since its stress moves: "descárgala".
+/// An imperative before up to two pronouns has an accent, since its stress moves: "descárgala".
 QStringList withoutPronouns(const QString& word)
 {
     static const QRegularExpression pronoun(u"(n?os|l[aeo]s?|[mts]e)$"_s);

@@ -12,13 +12,13 @@ QStringList otherForms(const QString& word, const QString& language);
 
 /// What a word may be whole that ends at an apostrophe: "going" for "goin'".
 QStringList withEnd(const QString& word, const QString& language);
-/// What a word may be whole that begins behind an apostrophe, or the rest of it: "eine" for "'ne",
+/// What a word may be whole that begins after an apostrophe, or the rest of it: "eine" for "'ne",
 /// "is" for "'tis".
 QStringList withBeginning(const QString& word, const QString& language);
 
-/// Letters that stand behind the last apostrophe of a word and belong to no dictionary: "'s".
+/// Letters that stand after the last apostrophe of a word and belong to no dictionary: "'s".
 bool isEnding(const QString& letters, const QString& language);
-/// Letters that stand ahead of an apostrophe and are a word of their own: "l'".
+/// Letters that stand before an apostrophe and are a word of their own: "l'".
 bool isArticle(const QString& letters, const QString& language);
 
 /// A sound without a vowel, however long it is drawn out: "psst", "Brrr".

@@ -126,20 +126,20 @@ bool WordLookup::knowsAny(const QStringList& words) const
         words, [&](const QString& word) { return !word.isEmpty() && m_dictionary(word); });
 }
 
-/// With the apostrophe or hyphen behind it, as in "Ess- und Schlafzimmer", or with what an
+/// With the apostrophe or hyphen after it, as in "Ess- und Schlafzimmer", or with what an
 /// apostrophe stands for.
 bool WordLookup::knowsWithNeighbours(const QString& text, const Range& part) const
 {
     const auto at = [&](qsizetype i) { return i >= 0 && i < text.size() ? text[i] : QChar(); };
     const QString word = wordAt(text, part);
-    const QChar behind = at(endOf(part));
+    const QChar next = at(endOf(part));
     const bool isClippedAhead = WordSplitter::isApostrophe(at(part.start - 1));
-    const bool isClippedBehind = WordSplitter::isApostrophe(behind);
-    if ((isClippedBehind || WordSplitter::isHyphen(behind)) && knows(word + behind))
+    const bool isClippedAfter = WordSplitter::isApostrophe(next);
+    if ((isClippedAfter || WordSplitter::isHyphen(next)) && knows(word + next))
         return true;
     const QString spelled = plain(word);
     return (isClippedAhead && knowsAny(SpellingHabits::withBeginning(spelled, m_language)))
-           || (isClippedBehind && knowsAny(SpellingHabits::withEnd(spelled, m_language)));
+           || (isClippedAfter && knowsAny(SpellingHabits::withEnd(spelled, m_language)));
 }
 
 } // namespace vantroque

@@ -14,7 +14,7 @@ using Range = SpellChecker::Range;
 
 namespace {
 
-/// What a word may hold behind its first letter.
+/// What a word may hold after its first letter.
 bool isWithinWord(QChar c)
 {
     constexpr QChar catalanDot(u'\u00B7'); // in "col·lecció"
@@ -23,7 +23,7 @@ bool isWithinWord(QChar c)
 }
 
 /// What addresses end in. Countries such as "in" and "so" are left out: these words begin
-/// sentences, ahead of which a blank may be missing.
+/// sentences, before which a blank may be missing.
 bool isTopLevelDomain(const QString& label)
 {
     static const QStringList domains =
@@ -43,12 +43,12 @@ bool hasDomain(QStringView stretch)
     const qsizetype dot = host.lastIndexOf(u'.');
     if (dot < 1 || !host[dot - 1].isLetterOrNumber())
         return false;
-    const QStringView behind = host.sliced(dot + 1);
-    const auto end = std::ranges::find_if_not(behind, isLetter);
-    return isTopLevelDomain(behind.first(end - behind.begin()).toString());
+    const QStringView lastLabel = host.sliced(dot + 1);
+    const auto end = std::ranges::find_if_not(lastLabel, isLetter);
+    return isTopLevelDomain(lastLabel.first(end - lastLabel.begin()).toString());
 }
 
-/// The same behind a quotation mark or bracket.
+/// The same after a quotation mark or bracket.
 QStringView withoutOpening(QStringView stretch)
 {
     while (!stretch.isEmpty() && stretch.front().isPunct())

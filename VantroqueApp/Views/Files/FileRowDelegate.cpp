@@ -60,7 +60,7 @@ void drawGlyph(QPainter& painter, const QRectF& rect, const FileAnalysis& file,
                     quiet);
 }
 
-/// Draws the badge behind as much of the line as there is room for, and keeps its own width.
+/// Draws the badge after as much of the line as there is room for, and keeps its own width.
 void drawStatus(QPainter& painter, QRect rect, const QString& line, const QString& badge)
 {
     const Theme& theme = Theme::current();

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int lineHeight = 18;
 
-/// With a word joiner behind each leading hyphen, where lines would break otherwise: of an option,
+/// With a word joiner after each leading hyphen, where lines would break otherwise: of an option,
 /// and of a negative number.
 QString joined(QString text)
 {

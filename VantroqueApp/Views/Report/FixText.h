@@ -5,7 +5,7 @@
 
 namespace vantroque {
 
-/// A paragraph of a report that wraps, behind a quieter label if there is one. The arguments of a
+/// A paragraph of a report that wraps, after a quieter label if there is one. The arguments of a
 /// tool in it are set as they would be typed, and no hyphen is parted from its option.
 class FixText {
 public:

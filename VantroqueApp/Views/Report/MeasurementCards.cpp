@@ -45,9 +45,9 @@ protected:
         const QFont large = Type::text(Type::headline, QFont::DemiBold);
         Type::draw(painter, QRect(text.left(), 28, text.width(), 26), m_card.value, large,
                    theme.text1);
-        const int behind = QFontMetrics(large).horizontalAdvance(m_card.value) + 6;
-        Type::draw(painter, QRect(text.left() + behind, 30, text.width() - behind, 26), m_card.unit,
-                   Type::text(Type::caption), theme.text2);
+        const int valueEnd = QFontMetrics(large).horizontalAdvance(m_card.value) + 6;
+        Type::draw(painter, QRect(text.left() + valueEnd, 30, text.width() - valueEnd, 26),
+                   m_card.unit, Type::text(Type::caption), theme.text2);
         painter.setFont(Type::text(Type::caption));
         painter.setPen(theme.text2);
         painter.drawText(captionPlace(), Qt::TextWordWrap, m_card.caption);

@@ -23,7 +23,7 @@ constexpr int sectionHeight = 44;
 constexpr int freshnessHeight = 16;
 constexpr int checkHeight = 30;
 constexpr int inset = 8;   ///< Of what a row shows, in the row.
-constexpr int indent = 34; ///< Of the words behind the sign.
+constexpr int indent = 34; ///< Of the words after the sign.
 constexpr int chevron = 12;
 constexpr int textGap = 8;
 
@@ -78,7 +78,7 @@ void drawChevron(QPainter& painter, const QRect& line, bool open)
                 open ? u"chev"_s : u"chevr"_s, Theme::current().text2);
 }
 
-/// A small outlined word behind a name; returns where it ends.
+/// A small outlined word after a name; returns where it ends.
 int drawTag(QPainter& painter, int left, const QRect& line, const QString& text)
 {
     constexpr int height = 18;
