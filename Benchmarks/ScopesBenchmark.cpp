@@ -16,7 +16,7 @@ namespace {
 
 struct Scope {
     const char* name;
-    std::function<std::optional<Bitmap>(const ScopeFrame&)> draw;
+    std::function<QImage(const ScopeFrame&)> draw;
 };
 
 const std::vector<Scope> scopes{
@@ -42,7 +42,7 @@ double cost(const Scope& scope, const ScopeFrame& frame)
     std::vector<double> milliseconds;
     for (int i = 0; i < runs; ++i) {
         const auto start = std::chrono::steady_clock::now();
-        if (!scope.draw(frame))
+        if (scope.draw(frame).isNull())
             return -1;
         const std::chrono::duration<double, std::milli> taken =
             std::chrono::steady_clock::now() - start;

@@ -13,12 +13,12 @@ constexpr Rgba rejected{248, 113, 113, 200};
 /// What marks a pixel.
 Rgba mark(Codes codes, bool fullRange = false, ColorMatrix matrix = ColorMatrix::bt709)
 {
-    return outOfRangeImage(frameOf(codes, 1, 1, fullRange, matrix)).value().at(0, 0);
+    return at(outOfRangeImage(frameOf(codes, 1, 1, fullRange, matrix)), 0, 0);
 }
 
 Rgba shown(Codes codes, bool fullRange = false, ColorMatrix matrix = ColorMatrix::bt709)
 {
-    return picture(frameOf(codes, 1, 1, fullRange, matrix)).value().at(0, 0);
+    return at(picture(frameOf(codes, 1, 1, fullRange, matrix)), 0, 0);
 }
 
 } // namespace
@@ -70,17 +70,17 @@ TEST(OutOfRangeImage, FollowsTheMatrix)
 
 TEST(OutOfRangeImage, IsADiagonalHatch)
 {
-    const auto image = outOfRangeImage(frameOf({249}, 13, 11)).value();
-    ASSERT_EQ(image.width, 13);
-    ASSERT_EQ(image.height, 11);
+    const auto image = outOfRangeImage(frameOf({249}, 13, 11));
+    ASSERT_EQ(image.width(), 13);
+    ASSERT_EQ(image.height(), 11);
     for (int y = 0; y < 11; ++y)
         for (int x = 0; x < 13; ++x)
-            ASSERT_EQ(image.at(x, y), (x + y) % 6 < 3 ? rejected : clear) << x << ", " << y;
+            ASSERT_EQ(at(image, x, y), (x + y) % 6 < 3 ? rejected : clear) << x << ", " << y;
 }
 
 TEST(OutOfRangeImage, IsTransparentOverALegalPicture)
 {
-    EXPECT_THAT(outOfRangeImage(frameOf({126}, 7, 5)).value().pixels, Each(clear));
+    EXPECT_THAT(pixels(outOfRangeImage(frameOf({126}, 7, 5))), Each(clear));
 }
 
 TEST(FramePicture, ShowsBlackGreyAndWhite)
@@ -124,12 +124,25 @@ TEST(FramePicture, KeepsThePlaceOfEachPixel)
 {
     ScopeFrame frame = frameOf({16}, 3, 2);
     frame.y[4] = 235;
-    const auto image = picture(frame).value();
-    ASSERT_EQ(image.width, 3);
-    ASSERT_EQ(image.height, 2);
+    const auto image = picture(frame);
+    ASSERT_EQ(image.width(), 3);
+    ASSERT_EQ(image.height(), 2);
     for (int y = 0; y < 2; ++y)
         for (int x = 0; x < 3; ++x)
-            EXPECT_EQ(image.at(x, y), (x == 1 && y == 1 ? full : Rgba{0, 0, 0, 255}));
+            EXPECT_EQ(at(image, x, y), (x == 1 && y == 1 ? full : Rgba{0, 0, 0, 255}));
+}
+
+TEST(PngData, HoldsEveryPixelWithItsAlpha)
+{
+    const auto image = outOfRangeImage(frameOf({249}, 13, 11));
+    const QByteArray data = pngData(image);
+    EXPECT_TRUE(data.startsWith("\x89PNG"));
+    EXPECT_EQ(QImage::fromData(data).convertToFormat(QImage::Format_ARGB32), image);
+}
+
+TEST(PngData, OfNoImageIsEmpty)
+{
+    EXPECT_TRUE(pngData({}).isEmpty());
 }
 
 } // namespace vantroque::ScopeRenderer

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Picture/ScopeRenderer.h"
+#include "Records/Palette.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,6 +17,24 @@ inline void PrintTo(Rgba color, std::ostream* out)
 }
 
 namespace ScopeRenderer {
+
+/// Pixels as they are stored: straight alpha.
+inline Rgba at(const QImage& image, int x, int y)
+{
+    const QRgb pixel = reinterpret_cast<const QRgb*>(image.constScanLine(y))[x];
+    const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
+    return {byte(qRed(pixel)), byte(qGreen(pixel)), byte(qBlue(pixel)), byte(qAlpha(pixel))};
+}
+
+/// In raster order.
+inline std::vector<Rgba> pixels(const QImage& image)
+{
+    std::vector<Rgba> all;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            all.push_back(at(image, x, y));
+    return all;
+}
 
 /// The colours of the graticules.
 constexpr Rgba background{28, 30, 35, 255};

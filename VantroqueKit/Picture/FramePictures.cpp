@@ -3,6 +3,8 @@
 #include "Records/EbuR103.h"
 #include "Records/PercentScale.h"
 
+#include <QBuffer>
+
 #include <algorithm>
 
 namespace vantroque::ScopeRenderer {
@@ -26,47 +28,60 @@ Rgba mark(const PercentLevels& levels)
 
 /// Branchless, so that the loop over all pixels runs in vectors. Negative values only round towards
 /// zero or stay below it, and are cut.
-std::uint8_t byte(float percent)
+std::uint32_t byte(float percent)
 {
     const float value = percent * 2.55F;
     const int whole = static_cast<int>(value);
     const int rounded = whole + static_cast<int>(value - static_cast<float>(whole) >= 0.5F);
-    return static_cast<std::uint8_t>(std::clamp(rounded, 0, 255));
+    return static_cast<std::uint32_t>(std::clamp(rounded, 0, 255));
 }
 
 } // namespace
 
-std::optional<Bitmap> outOfRangeImage(const ScopeFrame& frame)
+QImage outOfRangeImage(const ScopeFrame& frame)
 {
-    auto bitmap = canvas(frame, frame.width, frame.height, transparent);
-    if (!bitmap)
-        return std::nullopt;
+    QImage image = canvas(frame, frame.width, frame.height, QImage::Format_ARGB32, transparent);
+    if (image.isNull())
+        return {};
     const PercentScale scale(frame.matrix, frame.fullRange);
     std::size_t i = 0;
-    for (int y = 0; y < frame.height; ++y)
+    for (int y = 0; y < frame.height; ++y) {
+        QRgb* out = pixelRow(image, y);
         for (int x = 0; x < frame.width; ++x, ++i)
             if ((x + y) / 3 % 2 == 0)
-                bitmap->pixels[i] = mark(scale.levels(frame.y[i], frame.cb[i], frame.cr[i]));
-    return bitmap;
+                out[x] = mark(scale.levels(frame.y[i], frame.cb[i], frame.cr[i])).argb();
+    }
+    return image;
 }
 
-std::optional<Bitmap> picture(const ScopeFrame& frame)
+QImage picture(const ScopeFrame& frame)
 {
-    auto bitmap = canvas(frame, frame.width, frame.height);
-    if (!bitmap)
-        return std::nullopt;
+    QImage image = canvas(frame, frame.width, frame.height);
+    if (image.isNull())
+        return {};
     const PercentScale scale(frame.matrix, frame.fullRange);
-    // Plain pointers: stores of bytes could change a vector's, for all that the compiler knows.
+    // Plain pointers: stores of pixels could change a vector's, for all that the compiler knows.
     const auto* y = frame.y.data();
     const auto* cb = frame.cb.data();
     const auto* cr = frame.cr.data();
-    const std::size_t pixels = bitmap->pixels.size();
-    Rgba* out = bitmap->pixels.data();
-    for (std::size_t i = 0; i < pixels; ++i) {
-        const PercentLevels levels = scale.levels(y[i], cb[i], cr[i]);
-        out[i] = {byte(levels.red), byte(levels.green), byte(levels.blue), 255};
+    for (int line = 0; line < frame.height; ++line) {
+        QRgb* out = pixelRow(image, line);
+        for (int x = 0; x < frame.width; ++x) {
+            const PercentLevels levels = scale.levels(*y++, *cb++, *cr++);
+            out[x] = 0xFF000000U | (byte(levels.red) << 16) | (byte(levels.green) << 8)
+                     | byte(levels.blue);
+        }
     }
-    return bitmap;
+    return image;
+}
+
+QByteArray pngData(const QImage& image)
+{
+    QByteArray data;
+    QBuffer buffer(&data);
+    if (!image.isNull())
+        image.save(&buffer, "PNG");
+    return data;
 }
 
 } // namespace vantroque::ScopeRenderer

@@ -1,15 +1,16 @@
 #include "Picture/Trace.h"
 
+#include "Picture/Canvas.h"
+
 #include <algorithm>
 
 namespace vantroque::ScopeRenderer {
 
 namespace {
 
-std::uint8_t brightened(std::uint8_t base, std::uint32_t samples, int step)
+int brightened(int base, std::uint32_t samples, int step)
 {
-    return static_cast<std::uint8_t>(
-        std::min<std::int64_t>(base + std::int64_t{samples} * step, 255));
+    return static_cast<int>(std::min<std::int64_t>(base + std::int64_t{samples} * step, 255));
 }
 
 } // namespace
@@ -21,19 +22,18 @@ Trace::Trace(int width, int height)
 {
 }
 
-void Trace::paint(Bitmap& bitmap, int left, int strength, Rgba color) const
+void Trace::paint(QImage& image, int left, int strength, Rgba color) const
 {
     const int r = strength * color.r / 255;
     const int g = strength * color.g / 255;
     const int b = strength * color.b / 255;
     auto hits = m_hits.begin();
-    for (int y = 0; y < m_height; ++y)
-        for (int x = 0; x < m_width; ++x, ++hits) {
-            Rgba& pixel = bitmap.at(left + x, y);
-            pixel.r = brightened(pixel.r, *hits, r);
-            pixel.g = brightened(pixel.g, *hits, g);
-            pixel.b = brightened(pixel.b, *hits, b);
-        }
+    for (int y = 0; y < m_height; ++y) {
+        QRgb* pixel = pixelRow(image, y) + left;
+        for (int x = 0; x < m_width; ++x, ++pixel, ++hits)
+            *pixel = qRgb(brightened(qRed(*pixel), *hits, r), brightened(qGreen(*pixel), *hits, g),
+                          brightened(qBlue(*pixel), *hits, b));
+    }
 }
 
 } // namespace vantroque::ScopeRenderer

@@ -1,6 +1,11 @@
 #pragma once
 
-#include "Picture/Bitmap.h"
+#include "Records/Palette.h"
+
+#include <QImage>
+
+#include <cstdint>
+#include <vector>
 
 namespace vantroque::ScopeRenderer {
 
@@ -17,9 +22,9 @@ public:
                      + static_cast<std::size_t>(x)];
     }
 
-    /// Lays the area over `bitmap` from column `left` on: each sample adds to the brightness of its
+    /// Lays the area over `image` from column `left` on: each sample adds to the brightness of its
     /// pixel, 255 of `strength` being the whole of `color`.
-    void paint(Bitmap& bitmap, int left, int strength, Rgba color) const;
+    void paint(QImage& image, int left, int strength, Rgba color) const;
 
 private:
     int m_width;

@@ -37,35 +37,35 @@ int offset(float chroma, int size)
     return static_cast<int>(chroma * static_cast<float>(size) * diameter);
 }
 
-void drawAxes(Bitmap& bitmap, int centre)
+void drawAxes(QImage& image, int centre)
 {
-    for (int x = 0; x < bitmap.width; ++x)
+    for (int x = 0; x < image.width(); ++x)
         if (isDash(x))
-            bitmap.set(x, centre, gridColor);
-    for (int y = 0; y < bitmap.height; ++y)
-        bitmap.set(centre, y, gridColor);
+            set(image, x, centre, gridColor);
+    for (int y = 0; y < image.height(); ++y)
+        set(image, centre, y, gridColor);
 }
 
-void drawCircle(Bitmap& bitmap, int centre)
+void drawCircle(QImage& image, int centre)
 {
-    const float r = radius * static_cast<float>(bitmap.width);
+    const float r = radius * static_cast<float>(image.width());
     for (int degree = 0; degree < 360; ++degree) {
         const float angle = static_cast<float>(degree) * std::numbers::pi_v<float> / 180.0F;
-        bitmap.set(centre + static_cast<int>(r * std::cos(angle)),
-                   centre - static_cast<int>(r * std::sin(angle)), gridColor);
+        set(image, centre + static_cast<int>(r * std::cos(angle)),
+            centre - static_cast<int>(r * std::sin(angle)), gridColor);
     }
 }
 
-void drawCross(Bitmap& bitmap, int x, int y)
+void drawCross(QImage& image, int x, int y)
 {
     constexpr int arm = 5;
     for (int i = -arm; i <= arm; ++i) {
-        bitmap.set(x + i, y, Palette::amber);
-        bitmap.set(x, y + i, Palette::amber);
+        set(image, x + i, y, Palette::amber);
+        set(image, x, y + i, Palette::amber);
     }
 }
 
-void drawTargets(Bitmap& bitmap, int centre, ColorMatrix matrix)
+void drawTargets(QImage& image, int centre, ColorMatrix matrix)
 {
     struct Color {
         float r;
@@ -81,8 +81,8 @@ void drawTargets(Bitmap& bitmap, int centre, ColorMatrix matrix)
     const auto [kb, kr] = weights(matrix);
     for (const auto [r, g, b] : bars) {
         const float y = r * kr + g * (1 - kr - kb) + b * kb;
-        drawCross(bitmap, centre + offset((b - y) / (2 * (1 - kb)), bitmap.width),
-                  centre - offset((r - y) / (2 * (1 - kr)), bitmap.width));
+        drawCross(image, centre + offset((b - y) / (2 * (1 - kb)), image.width()),
+                  centre - offset((r - y) / (2 * (1 - kr)), image.width()));
     }
 }
 
@@ -104,15 +104,15 @@ int strength(std::size_t pixels)
 
 } // namespace
 
-std::optional<Bitmap> vectorscope(const ScopeFrame& frame, int size)
+QImage vectorscope(const ScopeFrame& frame, int size)
 {
-    auto bitmap = canvas(frame, size, size);
-    if (!bitmap)
-        return std::nullopt;
+    QImage image = canvas(frame, size, size);
+    if (image.isNull())
+        return {};
     const int centre = size / 2;
-    drawAxes(*bitmap, centre);
-    drawCircle(*bitmap, centre);
-    drawTargets(*bitmap, centre, frame.matrix);
+    drawAxes(image, centre);
+    drawCircle(image, centre);
+    drawTargets(image, centre, frame.matrix);
 
     Trace trace(size, size);
     const auto offsets = chromaOffsets(frame, size);
@@ -120,8 +120,8 @@ std::optional<Bitmap> vectorscope(const ScopeFrame& frame, int size)
         static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height);
     for (std::size_t i = 0; i < pixels; ++i)
         trace.add(centre + offsets[frame.cb[i]], centre - offsets[frame.cr[i]]);
-    trace.paint(*bitmap, 0, strength(pixels), traceColor);
-    return bitmap;
+    trace.paint(image, 0, strength(pixels), traceColor);
+    return image;
 }
 
 } // namespace vantroque::ScopeRenderer

@@ -18,29 +18,29 @@ constexpr Rgba blue{96, 165, 250, 255};
 
 enum class Line { solid, dashed };
 
-void drawLevel(Bitmap& bitmap, float level, Line line, Rgba color)
+void drawLevel(QImage& image, float level, Line line, Rgba color)
 {
-    const int y = row(level, bitmap.height);
-    for (int x = 0; x < bitmap.width; ++x)
+    const int y = row(level, image.height());
+    for (int x = 0; x < image.width(); ++x)
         if (line == Line::solid || isDash(x))
-            bitmap.set(x, y, color);
+            set(image, x, y, color);
 }
 
 /// Black and white, the tolerance of EBU R 103, and a grid between.
-void drawGraticule(Bitmap& bitmap)
+void drawGraticule(QImage& image)
 {
     for (const float level : {0.0F, 100.0F})
-        drawLevel(bitmap, level, Line::solid, green);
+        drawLevel(image, level, Line::solid, green);
     for (const float level : {EbuR103::rejectLow, EbuR103::rejectHigh})
-        drawLevel(bitmap, level, Line::dashed, Palette::amber);
+        drawLevel(image, level, Line::dashed, Palette::amber);
     for (const float level : {20.0F, 40.0F, 60.0F, 80.0F})
-        drawLevel(bitmap, level, Line::dashed, gridColor);
+        drawLevel(image, level, Line::dashed, gridColor);
 }
 
-void drawColumn(Bitmap& bitmap, int x)
+void drawColumn(QImage& image, int x)
 {
-    for (int y = 0; y < bitmap.height; ++y)
-        bitmap.set(x, y, gridColor);
+    for (int y = 0; y < image.height(); ++y)
+        set(image, x, y, gridColor);
 }
 
 /// A small frame has few samples in a column, and each must count for more to be seen.
@@ -80,12 +80,12 @@ int row(float level, int height)
                                 : static_cast<int>(std::clamp(position, -farOutside, farOutside));
 }
 
-std::optional<Bitmap> waveform(const ScopeFrame& frame, int width, int height)
+QImage waveform(const ScopeFrame& frame, int width, int height)
 {
-    auto bitmap = canvas(frame, width, height);
-    if (!bitmap)
-        return std::nullopt;
-    drawGraticule(*bitmap);
+    QImage image = canvas(frame, width, height);
+    if (image.isNull())
+        return {};
+    drawGraticule(image);
     Trace trace(width, height);
     const auto rows = lumaRows(frame, height);
     const auto xs = columns(frame, width);
@@ -93,19 +93,19 @@ std::optional<Bitmap> waveform(const ScopeFrame& frame, int width, int height)
     for (int line = 0; line < frame.height; ++line)
         for (const int x : xs)
             trace.add(x, rows[*y++]);
-    trace.paint(*bitmap, 0, strength(frame), traceColor);
-    return bitmap;
+    trace.paint(image, 0, strength(frame), traceColor);
+    return image;
 }
 
-std::optional<Bitmap> parade(const ScopeFrame& frame, int width, int height)
+QImage parade(const ScopeFrame& frame, int width, int height)
 {
-    auto bitmap = canvas(frame, width, height);
+    QImage image = canvas(frame, width, height);
     const int third = width / 3;
-    if (!bitmap || third < 1)
-        return std::nullopt;
-    drawGraticule(*bitmap);
-    drawColumn(*bitmap, third);
-    drawColumn(*bitmap, 2 * third);
+    if (image.isNull() || third < 1)
+        return {};
+    drawGraticule(image);
+    drawColumn(image, third);
+    drawColumn(image, 2 * third);
 
     const PercentScale scale(frame.matrix, frame.fullRange);
     Trace reds(third, height);
@@ -122,10 +122,10 @@ std::optional<Bitmap> parade(const ScopeFrame& frame, int width, int height)
             ++i;
         }
     const int k = strength(frame);
-    reds.paint(*bitmap, 0, k, red);
-    greens.paint(*bitmap, third, k, green);
-    blues.paint(*bitmap, 2 * third, k, blue);
-    return bitmap;
+    reds.paint(image, 0, k, red);
+    greens.paint(image, third, k, green);
+    blues.paint(image, 2 * third, k, blue);
+    return image;
 }
 
 } // namespace vantroque::ScopeRenderer

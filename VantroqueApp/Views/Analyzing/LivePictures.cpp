@@ -42,16 +42,6 @@ ScopeFrame thinned(const ScopeFrame& frame)
     return small;
 }
 
-QImage image(const std::optional<Bitmap>& bitmap)
-{
-    if (!bitmap)
-        return {};
-    // With pixels of its own, and such as are painted fastest.
-    return QImage(reinterpret_cast<const uchar*>(bitmap->pixels.data()), bitmap->width,
-                  bitmap->height, QImage::Format_RGBA8888)
-        .convertToFormat(QImage::Format_RGB32);
-}
-
 /// Upright and undistorted, as large as fits.
 QImage fitted(const QImage& picture, const Shape& shape, QSize stage)
 {
@@ -98,17 +88,16 @@ QImage framed(const QImage& picture, const Shape& shape, QSize place, double rat
 
 Images draw(const ScopeFrame& frame, const Shape& shape, QSize place, double ratio)
 {
-    Images images{.picture = framed(image(ScopeRenderer::picture(frame)), shape, place, ratio),
+    Images images{.picture = framed(ScopeRenderer::picture(frame), shape, place, ratio),
                   .waveform = {},
                   .vectorscope = {},
                   .parade = {}};
     if (images.picture.isNull())
         return images;
     const ScopeFrame samples = thinned(frame);
-    images.waveform =
-        image(ScopeRenderer::waveform(samples, waveformSize.width(), waveformSize.height()));
-    images.vectorscope = image(ScopeRenderer::vectorscope(samples, vectorscopeSize));
-    images.parade = image(ScopeRenderer::parade(samples, paradeSize.width(), paradeSize.height()));
+    images.waveform = ScopeRenderer::waveform(samples, waveformSize.width(), waveformSize.height());
+    images.vectorscope = ScopeRenderer::vectorscope(samples, vectorscopeSize);
+    images.parade = ScopeRenderer::parade(samples, paradeSize.width(), paradeSize.height());
     return images;
 }
 
