@@ -215,6 +215,18 @@ TEST(VideoSummary, LeavesOutWhatNobodyKnows)
     EXPECT_EQ(summary.matrix, ColorMatrix::bt709);
 }
 
+TEST(VideoSummary, TellsHowWideItsPixelsAreShown)
+{
+    MediaInfo media;
+    media.video.emplace();
+    media.video->sampleAspect = u"64:45"_s;
+    EXPECT_EQ(report(media, {}).video->pixelAspect, 64.0 / 45);
+    media.video->rotation = 90;
+    EXPECT_EQ(report(media, {}).video->pixelAspect, 1 / (64.0 / 45));
+    media.video->sampleAspect = u"1:1"_s;
+    EXPECT_EQ(report(media, {}).video->pixelAspect, std::nullopt);
+}
+
 TEST(VideoSummary, IsAbsentWithoutAPicture)
 {
     MediaInfo media = hdSpot();

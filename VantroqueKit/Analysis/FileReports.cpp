@@ -73,6 +73,8 @@ std::optional<VideoSummary> videoSummary(const MediaInfo& media)
     summary.embeddedCaptions = EmbeddedCaptions::sources(media);
     summary.fullRange = video.isFullRange();
     summary.matrix = resolveColorMatrix(video.colorSpace, video.height).matrix;
+    if (const double aspect = video.shownPixelAspect(); aspect != 1)
+        summary.pixelAspect = aspect;
     return summary;
 }
 

@@ -78,8 +78,10 @@ struct VideoStreamInfo {
     int shownHeight() const { return isOnItsSide() ? width : height; }
     /// Where a part of the stored picture lies in the picture that is shown.
     CropRect shown(const CropRect& stored) const;
-    /// How wide a pixel is shown for its height; 1 unless told.
+    /// How wide a stored pixel is shown for its height; 1 unless told.
     double pixelAspect() const;
+    /// The same of the picture that is shown, turned as its tag says.
+    double shownPixelAspect() const { return isOnItsSide() ? 1 / pixelAspect() : pixelAspect(); }
     /// The same planes without the one of alpha; the format itself where it has none.
     QString formatWithoutAlpha() const;
     /// How many bits one sample has. `bitDepth` is what names of planar formats tell, and takes

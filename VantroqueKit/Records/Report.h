@@ -107,7 +107,7 @@ VANTROQUE_ENUM_NAMES(SignalEvent::Kind, levels, blackFrame, flashFrame, duplicat
 
 /// The picture's outline, for players and exports.
 struct VideoSummary {
-    int width = 0;
+    int width = 0; ///< Pixels, turned as the picture is shown.
     int height = 0;
     double frameRate = 0;
     double durationSeconds = 0;
@@ -116,9 +116,10 @@ struct VideoSummary {
     std::optional<std::vector<EmbeddedCaptionSource>> embeddedCaptions;
     std::optional<bool> fullRange;
     std::optional<ColorMatrix> matrix;
+    std::optional<double> pixelAspect; ///< How wide a pixel is shown for its height, unless 1.
 
     VANTROQUE_RECORD(VideoSummary, width, height, frameRate, durationSeconds, frameCount,
-                     activePicture, embeddedCaptions, fullRange, matrix)
+                     activePicture, embeddedCaptions, fullRange, matrix, pixelAspect)
 };
 
 /// The scored file: one report a platform, and how they add up.
