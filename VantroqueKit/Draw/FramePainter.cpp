@@ -1,0 +1,49 @@
+#include "Draw/FramePainter.h"
+
+#include "Draw/AnnotationRenderer.h"
+#include "Draw/CaptionRenderer.h"
+#include "Draw/FindingRing.h"
+#include "Draw/GuideRenderer.h"
+
+namespace vantroque::FramePainter {
+
+void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture, double scale)
+{
+    if (!(picture.width() > 0 && picture.height() > 0))
+        return;
+    painter.save();
+    painter.setClipRect(picture, Qt::IntersectClip);
+    if (!overlay.outOfRange.isNull())
+        painter.drawImage(picture, overlay.outOfRange);
+    CaptionRenderer::draw(painter, overlay.captions, picture);
+    GuideRenderer::draw(painter, overlay.guides, picture, scale);
+    AnnotationRenderer::draw(painter, overlay.strokes, picture, scale);
+    if (overlay.finding)
+        FindingRing::draw(painter, *overlay.finding, picture, scale);
+    painter.restore();
+}
+
+void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture)
+{
+    draw(painter, overlay, picture, picture.height() / referenceRows);
+}
+
+QImage burnIn(const QImage& picture, const Overlay& overlay, QSize pixelSize)
+{
+    if (picture.isNull() || pixelSize.isEmpty())
+        return {};
+    if (overlay.isEmpty() && picture.size() == pixelSize)
+        return picture;
+    QImage image = picture.size() == pixelSize
+                       ? picture
+                       : picture.scaled(pixelSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    image = std::move(image).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return {};
+    image.setDevicePixelRatio(1);
+    QPainter painter(&image);
+    draw(painter, overlay, QRectF(QPointF(), pixelSize));
+    return image;
+}
+
+} // namespace vantroque::FramePainter
