@@ -1,6 +1,7 @@
 #include "Analysis/Analyzer.h"
 #include "PlantedDamage/DamagedClips.h"
 #include "Support/Clips.h"
+#include "Support/FieldPictures.h"
 #include "Support/Media.h"
 #include "Support/Program.h"
 #include "Support/TestFolder.h"
@@ -134,6 +135,33 @@ TEST(IntactFiles, OfSeveralThatWereJoinedAreWhole)
 {
     expectWhole({mpeg2("ts"), mpeg2("mpg"), openH264(), openHevc(), joined("twice.ts", mpeg2("ts")),
                  joined("twice-264.ts", openH264())});
+}
+
+/// Two sizes of one stream, so that ffmpeg builds its graph anew in the middle.
+fs::path otherSizeAfter()
+{
+    const fs::path small = make("small.ts", source("160x90") + h264 + aac);
+    const fs::path both = Media::make("two-sizes.ts", {"1"}, [&](const fs::path& target) {
+        const QByteArray first = contents(make("large.ts", source() + h264 + aac));
+        const TestFolder folder;
+        fs::copy_file(folder.write("both", first + contents(small)), target);
+    });
+    return make("two-sizes.mkv", {"-i", both.native(), "-c", "copy"});
+}
+
+TEST(IntactFiles, ThatChangeOnTheWayAreWhole)
+{
+    const fs::path plain = make("no-b.mkv", source() + Arguments{"-c:v", "mpeg4"} + aac);
+    expectWhole({otherSizeAfter(),
+                 make("two-at-once.mkv", Arguments{"-i", plain.native(), "-c", "copy", "-bsf:v",
+                                                   "setts=ts=if(eq(N\\,20)\\,TS+DURATION\\,TS)"})});
+}
+
+TEST(IntactFiles, OfFieldPicturesAreWhole)
+{
+    expectWhole({FieldPictures::clip("fields.ts", 48), FieldPictures::clip("fields.mkv", 48),
+                 FieldPictures::clip("mixed-fields.ts", 48, true),
+                 FieldPictures::clip("mixed-fields.mp4", 48, true)});
 }
 
 TEST(IntactFiles, OfOddLengthsAndStartsAreWhole)

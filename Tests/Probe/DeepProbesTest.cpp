@@ -49,7 +49,7 @@ protected:
     std::optional<HRDInfo> of(const QByteArray& lines, const QByteArray& end = "exit 0") const
     {
         m_tools.put("ffmpeg", "cat >&2 <<'END'\n" + lines + "\nEND\n" + end);
-        return Prober::hrdInfo(FileUrl::fromPath("/a.mp4"));
+        return Prober::firstPacket(FileUrl::fromPath("/a.mp4")).hrd;
     }
     const FakeTools m_tools;
 };
@@ -87,7 +87,7 @@ TEST_F(HRD, ALongTraceAheadOfTheHeadersDoesNotHideThem)
 {
     m_tools.put("ffmpeg", "yes '[mov @ 0x1] AVIndex stream 0, sample 1' | head -n 200000 >&2\n"
                           "echo 'nal_hrd_parameters_present_flag 1 = 1' >&2");
-    EXPECT_EQ(Prober::hrdInfo(FileUrl::fromPath("/a.mp4")), (HRDInfo{true, {}, {}}));
+    EXPECT_EQ(Prober::firstPacket(FileUrl::fromPath("/a.mp4")).hrd, (HRDInfo{true, {}, {}}));
 }
 
 TEST(DeclaredRate, H264DeclaresConstantVariableOrNothing)

@@ -1,5 +1,6 @@
 #include "Probe/Probed.h"
 #include "Support/FakeTools.h"
+#include "Support/FieldPictures.h"
 #include "Support/Media.h"
 
 namespace vantroque {
@@ -91,6 +92,60 @@ TEST_F(PacketStatsOf, WithoutARateNothingIsVariable)
 {
     EXPECT_FALSE(isVFR(cadence(100, 50, 1), 0));
     EXPECT_FALSE(isVFR(cadence(100, 50, 1), -1));
+}
+
+TEST_F(PacketStatsOf, FramesWithoutATimeDeviateFromNothing)
+{
+    QStringList packets;
+    for (int i = 0; i < 50; ++i)
+        packets << (i % 10 == 4 ? u"\"size\": \"100\""_s : packet(i * 0.04));
+    const auto stats = of(packetList(packets));
+    EXPECT_FALSE(stats.isVFR);
+    EXPECT_EQ(stats.packetCount, 50);
+    packets.removeIf([](const QString& each) { return !each.contains(u"pts_time"); });
+    EXPECT_TRUE(of(packetList(packets)).isVFR) << "without them the gaps are gaps";
+}
+
+TEST_F(PacketStatsOf, TimesOfShowingAndOfDecodingAreNotMixed)
+{
+    QStringList packets; // P and B frames in turn, of which some P frames do not say when they show
+    for (int i = 0; i < 50; ++i) {
+        const double shown = i % 2 == 0 ? (i + 2) * 0.04 : i * 0.04;
+        const QString rest = u"\"dts_time\": \"%1\", \"size\": \"100\""_s.arg(i * 0.04, 0, 'f', 6);
+        packets << (i % 10 == 4 ? rest : u"\"pts_time\": \"%1\", "_s.arg(shown, 0, 'f', 6) + rest);
+    }
+    EXPECT_FALSE(of(packetList(packets)).isVFR);
+}
+
+TEST_F(PacketStatsOf, TwoFieldsInAPacketEachAreAFrame)
+{
+    const auto fields = [&](const QByteArray& json, double fps) {
+        m_tools.print("ffprobe", json);
+        return Prober::packetStats(m_tools.ffprobe(), FileUrl::fromPath("/a.mp4"), fps, "v:0",
+                                   nullptr, [] { return true; })
+            .value();
+    };
+    std::vector<double> apart;
+    std::vector<double> mixed;
+    for (int i = 0; i < 50; ++i) {
+        apart.insert(apart.end(), {-0.08 + i * 0.04, -0.08 + i * 0.04 + 0.02});
+        mixed.push_back(i * 0.04);
+        if (i % 3 != 0)
+            mixed.push_back(i * 0.04 + 0.02);
+    }
+    for (const double counted : {25.0, 50.0}) {
+        const auto stats = fields(packetsAt(apart), counted);
+        EXPECT_FALSE(stats.isVFR) << counted;
+        EXPECT_EQ(stats.packetCount, 50);
+        EXPECT_EQ(stats.aheadOfZero, 2);
+        EXPECT_NEAR(stats.constantRate.value_or(0), 25, 1e-3);
+    }
+    EXPECT_FALSE(fields(packetsAt(mixed), 41.5).isVFR);
+    EXPECT_EQ(fields(packetsAt(mixed), 41.5).packetCount, 50);
+    mixed.erase(mixed.begin() + 20, mixed.begin() + 40);
+    for (std::size_t i = 20; i < mixed.size(); i += 5)
+        mixed[i] += 0.015;
+    EXPECT_TRUE(fields(packetsAt(mixed), 25).isVFR) << "what jitters still does";
 }
 
 TEST_F(PacketStatsOf, TheOrderOfThePacketsDoesNotMatterForTheCadence)
@@ -195,6 +250,29 @@ TEST(PacketStats, ThreeLongIntervalsOfARealFileAreFound)
     EXPECT_EQ(video.frameCount, 101);
     EXPECT_TRUE(video.isVFR);
     EXPECT_EQ(video.vfrDetail, u"3% of frame intervals deviate from the 24.852 fps cadence"_s);
+}
+
+TEST(PacketStats, FieldsInPacketsOfTheirOwnHaveNoRateOfTheirOwn)
+{
+    for (const bool isMixed : {false, true})
+        for (const std::string extension : {"ts", "mkv", "mp4"}) {
+            const auto file = FieldPictures::clip(
+                (isMixed ? "mixed-fields." : "fields.") + extension, 48, isMixed);
+            SCOPED_TRACE(file.native());
+            const auto video = probedVideo(file);
+            EXPECT_EQ(video.nominalFrameRate, 25);
+            EXPECT_EQ(video.frameCount, 48);
+            EXPECT_FALSE(video.isVFR) << video.vfrDetail.value_or(QString()).toStdString();
+        }
+}
+
+TEST(PacketStats, FramesAfterAnIndexOfTheFirstFragmentAloneCount)
+{
+    using Media::operator+;
+    const auto file = Media::make(
+        {"hybrid.mp4", Clips::picture("64x64", "25", "2") + Clips::x264()
+                           + std::vector<std::string>{"-g", "12", "-movflags", "+frag_keyframe"}});
+    EXPECT_EQ(probedVideo(file).frameCount, 50);
 }
 
 TEST(PacketStats, FramesAheadOfAnEditListAreNotCounted)

@@ -21,13 +21,19 @@ const std::string mapping = "Stream mapping:\n"
                             "  Stream #0:0 (h264) -> cropdetect:default\n"
                             "  Stream #0:2 (aac) -> asplit:default\n";
 
-/// Frame number `index` of 25 a second, as the log prints it for each of two statistics.
-std::string frame(int index)
+/// Frame number `index` of 25 a second, as the log prints it for each of two statistics, with the
+/// number that ffmpeg's graph gives it and the time of frame `shownAt`.
+std::string frame(int index, int shownAt)
 {
     const std::string time = "frame:" + QString::number(index).toStdString() + "    pts:"
-                             + QString::number(index * 512).toStdString() + "     pts_time:"
-                             + QString::number(index * 0.04).toStdString() + "\n";
+                             + QString::number(shownAt * 512).toStdString() + "     pts_time:"
+                             + QString::number(shownAt * 0.04).toStdString() + "\n";
     return "[Parsed_metadata_7 @ 0x1] " + time + "[Parsed_metadata_8 @ 0x1] " + time;
+}
+
+std::string frame(int index)
+{
+    return frame(index, index);
 }
 
 std::string frames(int first, int last)
@@ -188,6 +194,31 @@ TEST(DecodeTrouble, FramesMissingBetweenOthersAreAGap)
     ASSERT_THAT(found, SizeIs(1));
     EXPECT_EQ(found[0].missingFrames, 3);
     EXPECT_NEAR(found[0].start, 0.8, 1e-9);
+}
+
+TEST(DecodeTrouble, FramesOfTheSameTimeAreTwo)
+{
+    const std::string log =
+        mapping + frames(0, 20) + frame(21, 22) + frame(22, 22) + frames(23, 49);
+    EXPECT_EQ(trouble(log).frames(), 50);
+    EXPECT_TRUE(health(log, 50).isWhole()) << "one is late, and none is missing";
+}
+
+TEST(DecodeTrouble, TheFrameThatAFilterHeldWhenTheGraphWasBuiltAnewIsThere)
+{
+    std::string log = mapping + frames(0, 23);
+    for (int i = 0; i < 25; ++i)
+        log += frame(i, 25 + i);
+    EXPECT_EQ(trouble(log).frames(), 50);
+    EXPECT_TRUE(health(log, 50).isWhole());
+
+    std::string lossy = mapping + frames(0, 20);
+    for (int i = 0; i < 25; ++i)
+        lossy += frame(i, 25 + i);
+    const auto lost = health(lossy, 50);
+    EXPECT_EQ(lost.framesDecoded, 47);
+    ASSERT_THAT(lost.places, SizeIs(1));
+    EXPECT_NEAR(lost.places[0].start, 0.8, 1e-9);
 }
 
 // What is made of it.

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cmath>
+#include <set>
 
 namespace vantroque::Prober {
 
@@ -17,13 +18,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The lines of the header trace that tell of the bit rate. The whole trace grows with the index
-/// of the file, so no more than these are kept.
-QString bitrateLines(const fs::path& ffmpeg, const FileUrl& url, FFTool::Shortage* shortage)
+/// The lines of the header trace that tell of the bit rate and of fields. The whole trace grows
+/// with the index of the file, so no more than these are kept.
+QString headerLines(const fs::path& ffmpeg, const FileUrl& url, FFTool::Shortage* shortage)
 {
-    static constexpr std::array<std::string_view, 4> names{"nal_hrd_parameters_present_flag",
-                                                           "cbr_flag[0]", "bit_rate_scale",
-                                                           "bit_rate_value_minus1[0]"};
+    static constexpr std::array<std::string_view, 5> names{
+        "nal_hrd_parameters_present_flag", "cbr_flag[0]", "bit_rate_scale",
+        "bit_rate_value_minus1[0]", "bottom_field_flag"};
     constexpr std::size_t limit = 65536;
     std::string kept;
     FFTool::Observer observer;
@@ -104,14 +105,8 @@ std::optional<std::vector<QJsonObject>> objects(const QJsonValue& list)
     return found;
 }
 
-} // namespace
-
-std::optional<HRDInfo> hrdInfo(const FileUrl& url, FFTool::Shortage* shortage)
+std::optional<HRDInfo> hrdInfo(const QString& text)
 {
-    const auto ffmpeg = FFTool::find("ffmpeg");
-    if (!ffmpeg)
-        return std::nullopt;
-    const QString text = bitrateLines(*ffmpeg, url, shortage);
     const auto present = field(u"nal_hrd_parameters_present_flag"_s, text);
     if (!present)
         return std::nullopt;
@@ -127,6 +122,28 @@ std::optional<HRDInfo> hrdInfo(const FileUrl& url, FFTool::Shortage* shortage)
         hrd.declaredBitrateKbps =
             std::exp2(static_cast<double>(*scale) + 6) * (static_cast<double>(*value) + 1) / 1000.0;
     return hrd;
+}
+
+/// Whether all slices are of the same field: ITU-T H.264, 7.3.3, has the flag in field slices
+/// alone.
+bool isField(const QString& text)
+{
+    static const QRegularExpression pattern(uR"(bottom_field_flag\s+[01]+\s+=\s+([01]))"_s);
+    std::set<QString> fields;
+    for (const QRegularExpressionMatch& match : pattern.globalMatch(text))
+        fields.insert(match.captured(1));
+    return fields.size() == 1;
+}
+
+} // namespace
+
+FirstPacket firstPacket(const FileUrl& url, FFTool::Shortage* shortage)
+{
+    const auto ffmpeg = FFTool::find("ffmpeg");
+    if (!ffmpeg)
+        return {};
+    const QString text = headerLines(*ffmpeg, url, shortage);
+    return {.hrd = hrdInfo(text), .isField = isField(text)};
 }
 
 std::optional<std::int64_t> field(const QString& name, const QString& text)

@@ -139,17 +139,21 @@ void correctRate(const PacketStats& stats, VideoStreamInfo& video)
     video.vfrDetail.reset();
 }
 
-void takePackets(const Result<PacketStats>& stats, const Stream& stream, VideoStreamInfo& video)
+void takePackets(const Result<PacketStats>& stats, bool areFields, const Stream& stream,
+                 VideoStreamInfo& video)
 {
     if (!stats)
         return;
     video.isVFR = stats->isVFR;
     video.vfrDetail = stats->vfrDetail;
     video.bitratePerSecondKbps = stats->perSecondKbps;
+    if (areFields && !stats->isVFR && stats->constantRate)
+        video.nominalFrameRate = usualRate(*stats->constantRate).value_or(*stats->constantRate);
     correctRate(*stats, video);
     if (!video.bitrateKbps && video.durationSeconds > 0)
         video.bitrateKbps = stats->totalBits / video.durationSeconds / 1000.0;
-    if (!video.frameCount)
+    // The index of a file whose fragments follow knows of the first one alone.
+    if (areFields || video.frameCount.value_or(-1) < stats->packetCount)
         video.frameCount = stats->packetCount;
     // An edit list may begin inside the stream. What lies ahead of it is decoded and not shown.
     if (asDouble(stream.start_time).value_or(-1) >= 0)
@@ -166,20 +170,21 @@ void VideoProbe::lookDeeper(const Stream& stream, VideoStreamInfo& video) const
             return work();
         });
     };
-    auto packets = inBackground([this, &video = std::as_const(video)] {
-        return packetStats(ffprobe, url, video.nominalFrameRate, video.specifier(), shortage);
+    const bool hasHeaders = video.codec == "h264"_L1 || video.codec == "hevc"_L1;
+    const std::shared_future first = inBackground(
+        [this, hasHeaders] { return hasHeaders ? firstPacket(url, shortage) : FirstPacket(); });
+    auto packets = inBackground([this, first, &video = std::as_const(video)] {
+        return packetStats(ffprobe, url, video.nominalFrameRate, video.specifier(), shortage,
+                           [&first] { return first.get().isField; });
     });
     auto carried = inBackground(
         [this, &stream, &video = std::as_const(video)] { return carriesCaptions(stream, video); });
-    std::optional<HRDInfo> hrd;
-    if (video.codec == "h264"_L1 || video.codec == "hevc"_L1)
-        hrd = hrdInfo(url, shortage);
     std::optional<HDRMetadata> hdr;
     if (video.isHDR())
         hdr = hdrMetadata(ffprobe, url, video.specifier(), shortage);
     const std::optional<bool> hasCaptions = carried.get();
-    takePackets(packets.get(), stream, video);
-    video.hrd = hrd;
+    takePackets(packets.get(), first.get().isField, stream, video);
+    video.hrd = first.get().hrd;
     video.hdr = hdr;
     video.closedCaptions = hasCaptions;
 }

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -45,19 +46,25 @@ struct PacketStats {
     std::optional<QString> vfrDetail;
     std::vector<double> perSecondKbps; ///< Of each second that has packets, ascending.
     double totalBits = 0;
-    std::int64_t packetCount = 0; ///< With or without usable fields.
+    std::int64_t packetCount = 0; ///< With or without a time; of two with one field each, one.
     /// Frames a second, where the packets keep to one interval.
     std::optional<double> constantRate;
     std::int64_t aheadOfZero = 0; ///< Of these, what is presented at a negative time.
 };
 
-/// Reads the packet list of the whole file. Fails when ffprobe does.
+/// Reads the packet list of the whole file. `areFields` is asked when it is read: whether a packet
+/// holds one field, so that two make a frame. Fails when ffprobe does.
 Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const FileUrl& url,
                                 double nominalFPS, const std::string& stream = "v:0",
-                                FFTool::Shortage* shortage = nullptr);
+                                FFTool::Shortage* shortage = nullptr,
+                                const std::function<bool()>& areFields = {});
 
-/// The claims of an H.264 or HEVC stream on its bit rate; nothing when the header says nothing.
-std::optional<HRDInfo> hrdInfo(const FileUrl& url, FFTool::Shortage* shortage = nullptr);
+/// What the headers in the first packet of an H.264 or HEVC stream say.
+struct FirstPacket {
+    std::optional<HRDInfo> hrd; ///< The claims on the bit rate; nothing when there are none.
+    bool isField = false;       ///< One field of a frame, and the other is in the next packet.
+};
+FirstPacket firstPacket(const FileUrl& url, FFTool::Shortage* shortage = nullptr);
 /// The value of the first header trace line of that field; `name` is a regular expression.
 std::optional<std::int64_t> field(const QString& name, const QString& text);
 

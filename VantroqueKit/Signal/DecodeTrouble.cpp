@@ -131,25 +131,33 @@ void DecodeTrouble::readMapping(std::string_view line)
         m_soundStreams.insert(*index);
 }
 
-/// Each frame is printed once a statistic.
+/// Each frame is printed once a statistic, with its number and its time. Two frames may have the
+/// same time. Where picture or sound change their form, ffmpeg builds its graph anew: numbers begin
+/// again, and a frame that a filter of the old one still held decoded but is not printed.
 void DecodeTrouble::readFrame(std::string_view line)
 {
+    const auto frame = wholeAfter(line, "frame:");
     const auto time = after(line, "pts_time:");
     const auto ticks = after(line, "pts:");
     const auto seconds = time ? number(*time) : std::nullopt;
     const auto tick = ticks ? number(*ticks) : std::nullopt;
-    if (!m_isDecoding || !seconds || !tick || (m_lastFrame && *tick == m_lastTicks))
+    if (!m_isDecoding || !frame || !seconds || !tick)
+        return;
+    if (m_lastFrame && *tick == m_lastTicks && *frame == m_lastNumber)
         return;
     // Times have six digits: too few to tell a step late in a long film.
     if (*tick > 0 && *seconds > 0)
         m_secondsAtTick = *seconds / *tick;
     const double step = (*tick - m_lastTicks) * m_secondsAtTick;
-    if (m_lastFrame && m_frameRate > 0 && Numbers::above(step * m_frameRate, 1.6)) {
+    const std::int64_t held = m_lastFrame && *frame <= m_lastNumber ? 1 : 0;
+    if (m_lastFrame && m_frameRate > 0
+        && Numbers::above(step * m_frameRate, 1.6 + static_cast<double>(held))) {
         Place gap{.start = *m_lastFrame, .end = *seconds, .picture = true};
-        gap.missingFrames = Numbers::roundedToInt(step * m_frameRate) - 1;
+        gap.missingFrames = Numbers::roundedToInt(step * m_frameRate) - 1 - held;
         m_gaps.push_back(gap);
     }
-    ++m_frames;
+    m_frames += 1 + held;
+    m_lastNumber = *frame;
     m_lastTicks = *tick;
     m_lastFrame = seconds;
     m_firstFrame = m_firstFrame ? m_firstFrame : seconds;

@@ -80,6 +80,7 @@ private:
     std::optional<double> m_lastFrame;
     std::optional<double> m_firstSound;
     std::optional<double> m_lastSound;
+    std::int64_t m_lastNumber = 0;
     double m_lastTicks = 0;     ///< Of the last frame, in units of its stream.
     double m_secondsAtTick = 0; ///< How long such a unit is, once known.
 };
