@@ -150,6 +150,16 @@ TEST_F(MeasuredSound, AToneOfOneWindowHasNoRange)
             << seconds;
 }
 
+TEST_F(MeasuredSound, OfAFileThatDoesNotKnowItsLengthIsThere)
+{
+    const auto live = Media::make({"live.mka",
+                                   {"-f", "lavfi", "-i", "sine=frequency=440:duration=2", "-c:a",
+                                    "pcm_s16le", "-live", "1"}});
+    const SignalInfo info = measured(live);
+    ASSERT_THAT(*info.audioIslands, SizeIs(1));
+    EXPECT_NEAR(info.audioIslands->front().end, 2, 0.1);
+}
+
 TEST_F(MeasuredSound, DigitalSilenceIsMeasured)
 {
     const SignalInfo info = measured(sounding("silence", "0|0", "2"));

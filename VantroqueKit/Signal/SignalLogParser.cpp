@@ -449,7 +449,7 @@ SignalInfo parse(const SignalLog& log, double duration, const std::optional<Audi
         info.soundEnd = soundEnd(log, *audio);
     }
     parseLoudness(info, log);
-    parseSilence(info, log, length);
+    parseSilence(info, log, length > 0 ? length : info.soundEnd.value_or(0));
     const double pictureLength = info.pictureEnd.value_or(length);
     parseBlack(info, log, pictureLength);
     info.headFreezeSeconds = headFreeze(log, pictureLength);
