@@ -29,7 +29,7 @@ QString text(const fs::path& file)
 }
 
 /// The tables of folders in the architecture page: those of the kit, and the rooms of the window's
-/// views, which are called "Views/Room".
+/// model and views, which are called "Model/Room" and "Views/Room".
 std::map<QString, Floor> floors()
 {
     static const QRegularExpression row(uR"(^\| (\d) \| `([\w/]+)` \|.*\| ([^|]+) \|$)"_s,
@@ -57,12 +57,17 @@ std::set<QString> reach(const std::map<QString, Floor>& table, const QString& fo
 QStringList includedFolders(const fs::path& file)
 {
     static const QRegularExpression include(
-        uR"(^#include "(?:VantroqueApp/(?=Views/\w+/))?((?:Views/)?\w+)/)"_s,
+        uR"(^#include "(?:VantroqueApp/(?=(?:Model|Views)/\w+/))?((?:(?:Model|Views)/)?\w+)/)"_s,
         QRegularExpression::MultilineOption);
     QStringList folders;
     for (const auto& match : include.globalMatch(text(file)))
         folders << match.captured(1);
     return folders;
+}
+
+bool isRoomOfModel(const QString& folder)
+{
+    return folder.startsWith(u"Model/"_s);
 }
 
 bool isRoomOfViews(const QString& folder)
@@ -72,14 +77,19 @@ bool isRoomOfViews(const QString& folder)
 
 fs::path placeOf(const QString& folder)
 {
-    return source / (isRoomOfViews(folder) ? "VantroqueApp" : "VantroqueKit")
-           / folder.toStdString();
+    const bool isInWindow = isRoomOfModel(folder) || isRoomOfViews(folder);
+    return source / (isInWindow ? "VantroqueApp" : "VantroqueKit") / folder.toStdString();
+}
+
+bool isInKit(const std::map<QString, Floor>& table, const QString& folder)
+{
+    return table.contains(folder) && !isRoomOfModel(folder) && !isRoomOfViews(folder);
 }
 
 /// The kit and the model; not the adapters, which only the start-up links.
 bool isBelowViews(const std::map<QString, Floor>& table, const QString& folder)
 {
-    return folder == u"VantroqueApp"_s || (table.contains(folder) && !isRoomOfViews(folder));
+    return folder == u"VantroqueApp"_s || isRoomOfModel(folder) || isInKit(table, folder);
 }
 
 std::vector<fs::path> sourcesUnder(const fs::path& folder)
@@ -99,7 +109,7 @@ TEST(IncludeFloors, ThePageListsExactlyTheFoldersThatAreThere)
     for (const auto& [folder, floor] : floors())
         listed.insert(folder);
     std::set<QString> present;
-    for (const QString& rooms : {QString(), u"Views/"_s})
+    for (const QString& rooms : {QString(), u"Model/"_s, u"Views/"_s})
         for (const auto& entry : fs::directory_iterator(placeOf(rooms)))
             if (entry.is_directory())
                 present.insert(rooms + QString::fromStdString(entry.path().filename().native()));
@@ -125,6 +135,7 @@ TEST(IncludeFloors, FilesIncludeOnlyWhatTheirFolderMayUse)
         for (const fs::path& file : sourcesUnder(placeOf(folder)))
             for (const QString& included : includedFolders(file))
                 EXPECT_TRUE(allowed.contains(included)
+                            || (isRoomOfModel(folder) && isInKit(table, included))
                             || (isRoomOfViews(folder) && isBelowViews(table, included)))
                     << file << " includes " << included.toStdString();
     }

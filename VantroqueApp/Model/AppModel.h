@@ -4,10 +4,10 @@
 #include "Export/MarkerExport.h"
 #include "VantroqueApp/Model/AnalysisEngine.h"
 #include "VantroqueApp/Model/Appearance.h"
+#include "VantroqueApp/Model/Background/Mailbox.h"
+#include "VantroqueApp/Model/Background/Worker.h"
 #include "VantroqueApp/Model/Desktop.h"
 #include "VantroqueApp/Model/FileAnalysis.h"
-#include "VantroqueApp/Model/Mailbox.h"
-#include "VantroqueApp/Model/Worker.h"
 #include "VantroqueApp/Model/WorkspaceSaver.h"
 
 #include <QObject>

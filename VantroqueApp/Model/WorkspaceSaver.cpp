@@ -31,14 +31,14 @@ void WorkspaceSaver::startSaving()
     m_rest.stop();
     m_limit.stop();
     // What cannot be written is lost at exit, and no reason to disturb the operator.
-    m_worker.run(
-        [workspace = m_snapshot()] { static_cast<void>(WorkspaceStore::save(workspace)); });
+    m_tasks.run([workspace = m_snapshot()] { return WorkspaceStore::save(workspace); },
+                [](const Result<void>&) {});
 }
 
 void WorkspaceSaver::saveNow()
 {
     startSaving();
-    m_worker.waitUntilIdle();
+    m_tasks.waitUntilDone();
 }
 
 } // namespace vantroque

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Review/WorkspaceStore.h"
-#include "VantroqueApp/Model/Worker.h"
+#include "VantroqueApp/Model/Background/Tasks.h"
 
 #include <QTimer>
 
@@ -28,6 +28,8 @@ public:
     void schedule();
     /// Some change still waits to be saved.
     bool isScheduled() const { return m_rest.isActive(); }
+    /// Nothing waits to be saved, and nothing is being written.
+    bool isIdle() const { return !isScheduled() && m_tasks.isIdle(); }
     /// Saves at once and waits until it is written.
     void saveNow();
 
@@ -37,7 +39,7 @@ private:
     const std::function<Workspace()> m_snapshot;
     QTimer m_rest;  ///< Begins anew with each change.
     QTimer m_limit; ///< Begins with the first change that is not saved.
-    Worker m_worker;
+    Tasks m_tasks;
 };
 
 } // namespace vantroque

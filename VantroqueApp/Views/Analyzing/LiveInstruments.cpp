@@ -61,31 +61,21 @@ void LiveInstruments::show(const Frame& frame, const LivePictures::Shape& shape)
         return;
     m_frame = frame;
     m_shape = shape;
-    if (frame == nullptr) {
-        ++m_file;
-        m_images = {};
-        update();
-    }
-    drawNext();
+    if (frame != nullptr)
+        return draw();
+    m_drawing.forget(); // a picture of the file before
+    take({});
 }
 
-void LiveInstruments::drawNext()
+void LiveInstruments::draw()
 {
-    const QSize place = stage().size();
-    if (m_isDrawing || m_frame == nullptr || (m_frame == m_asked && place == m_askedPlace))
+    if (m_frame == nullptr)
         return;
-    m_isDrawing = true;
-    m_asked = m_frame;
-    m_askedPlace = place;
-    m_worker.run([this, frame = m_frame, shape = m_shape, place, ratio = devicePixelRatioF(),
-                  file = m_file] {
-        m_mailbox.post([this, file, images = LivePictures::draw(*frame, shape, place, ratio)] {
-            m_isDrawing = false;
-            if (file == m_file)
-                take(images);
-            drawNext();
-        });
-    });
+    m_drawing.run(
+        [frame = m_frame, shape = m_shape, place = stage().size(), ratio = devicePixelRatioF()] {
+            return LivePictures::draw(*frame, shape, place, ratio);
+        },
+        [this](const LivePictures::Images& images) { take(images); });
 }
 
 void LiveInstruments::take(const LivePictures::Images& images)
@@ -96,7 +86,7 @@ void LiveInstruments::take(const LivePictures::Images& images)
 
 void LiveInstruments::resizeEvent(QResizeEvent*)
 {
-    drawNext();
+    draw();
 }
 
 void LiveInstruments::paintEvent(QPaintEvent*)

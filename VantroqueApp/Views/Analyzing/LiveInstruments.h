@@ -1,7 +1,6 @@
 #pragma once
 
-#include "VantroqueApp/Model/Mailbox.h"
-#include "VantroqueApp/Model/Worker.h"
+#include "VantroqueApp/Model/Background/LatestOnly.h"
 #include "VantroqueApp/Views/Analyzing/LivePictures.h"
 
 #include <QWidget>
@@ -10,8 +9,8 @@
 
 namespace vantroque {
 
-/// The picture that the decode has got to, and beside it its scopes. A frame is drawn on a worker,
-/// one at a time; those that come meanwhile are passed over but for the last.
+/// The picture that the decode has got to, and beside it its scopes. A frame is drawn in the
+/// background, one at a time; those that come meanwhile are skipped but for the last.
 class LiveInstruments : public QWidget {
     Q_OBJECT
 
@@ -36,19 +35,14 @@ protected:
 private:
     QRect stage() const;
     QRect panel() const;
-    void drawNext();
+    void draw();
     void take(const LivePictures::Images& images);
     void paintScopes(QPainter& painter) const;
 
     Frame m_frame; ///< The last that came.
     LivePictures::Shape m_shape;
     LivePictures::Images m_images;
-    Frame m_asked; ///< The one that is drawn at last, and the place that it is drawn for.
-    QSize m_askedPlace;
-    bool m_isDrawing = false;
-    int m_file = 0; ///< Counts files, since a picture of the one before may still come.
-    Mailbox m_mailbox;
-    Worker m_worker; ///< Ends first.
+    LatestOnly m_drawing;
 };
 
 } // namespace vantroque

@@ -108,13 +108,8 @@ void MainWindow::chooseFiles()
 void MainWindow::take(std::vector<std::filesystem::path> paths)
 {
     // A folder may be large, or far away.
-    ++m_taking;
-    m_lister.run([this, paths = std::move(paths)] {
-        m_mailbox.post([this, files = DroppedFiles::urls(paths)] {
-            --m_taking;
-            m_model.add(files);
-        });
-    });
+    m_lister.run([paths = std::move(paths)] { return DroppedFiles::urls(paths); },
+                 [this](const std::vector<FileUrl>& files) { m_model.add(files); });
 }
 
 void MainWindow::refresh()

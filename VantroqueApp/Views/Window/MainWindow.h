@@ -1,8 +1,7 @@
 #pragma once
 
 #include "VantroqueApp/Model/AppModel.h"
-#include "VantroqueApp/Model/Mailbox.h"
-#include "VantroqueApp/Model/Worker.h"
+#include "VantroqueApp/Model/Background/Tasks.h"
 
 #include <QWidget>
 
@@ -23,7 +22,7 @@ public:
     /// The open panel.
     void chooseFiles();
     /// Dropped files are still being listed.
-    bool isTaking() const { return m_taking > 0; }
+    bool isTaking() const { return !m_lister.isIdle(); }
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -45,9 +44,7 @@ private:
     Sidebar* m_sidebar;
     QSplitter* m_files;
     bool m_ownSidebar = false; ///< The operator chose its width.
-    int m_taking = 0;
-    Mailbox m_mailbox; ///< Of the lister, which ends first.
-    Worker m_lister;
+    Tasks m_lister;            ///< Of what is in dropped folders.
 };
 
 } // namespace vantroque

@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -15,6 +16,11 @@ class Mailbox : public QObject {
 public:
     using Call = std::function<void()>;
 
+    static constexpr std::chrono::milliseconds usualSlice{4};
+
+    /// A slice holds one call at least.
+    explicit Mailbox(std::chrono::nanoseconds slice = usualSlice) : m_slice(slice) {}
+
     /// Any thread.
     void post(Call call);
 
@@ -26,6 +32,7 @@ private:
     void deliver();
     Call takeNext();
 
+    const std::chrono::nanoseconds m_slice;
     std::mutex m_mutex; ///< Guards what follows.
     std::deque<Call> m_calls;
     bool m_isAwake = false; ///< An event that starts a delivery is on its way.

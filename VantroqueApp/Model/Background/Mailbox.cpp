@@ -1,9 +1,7 @@
-#include "VantroqueApp/Model/Mailbox.h"
+#include "VantroqueApp/Model/Background/Mailbox.h"
 
 #include <QCoreApplication>
 #include <QEvent>
-
-#include <chrono>
 
 namespace vantroque {
 
@@ -35,14 +33,13 @@ bool Mailbox::event(QEvent* event)
 
 void Mailbox::deliver()
 {
-    constexpr std::chrono::milliseconds slice{4};
-    const auto end = std::chrono::steady_clock::now() + slice;
-    while (std::chrono::steady_clock::now() < end) {
+    const auto end = std::chrono::steady_clock::now() + m_slice;
+    do {
         const Call call = takeNext();
         if (!call)
             return;
         call();
-    }
+    } while (std::chrono::steady_clock::now() < end);
 }
 
 /// The oldest call, or none. For those after it an event is on its way: the call may be long, or

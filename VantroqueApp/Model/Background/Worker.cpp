@@ -1,4 +1,4 @@
-#include "VantroqueApp/Model/Worker.h"
+#include "VantroqueApp/Model/Background/Worker.h"
 
 #include <sys/resource.h>
 
