@@ -46,13 +46,14 @@ void measure(const std::vector<Profile>& profiles, const std::filesystem::path& 
     Watchdog dog;
     const auto begun = Clock::now();
     AppModel model(defaults, desktop, AnalysisEngine::real(nullptr), profiles);
-    model.finishRestoring();
+    model.workspace().finishRestoring();
     print("ready (under 1)                     ", secondsSince(begun));
 
     const auto areCurrent = [&](std::size_t count) {
-        return std::ranges::all_of(model.analyses().begin(),
-                                   model.analyses().begin() + static_cast<std::ptrdiff_t>(count),
-                                   [&](const auto& entry) { return model.isCurrent(entry); });
+        return std::ranges::all_of(
+            model.files().analyses().begin(),
+            model.files().analyses().begin() + static_cast<std::ptrdiff_t>(count),
+            [&](const auto& entry) { return model.rescorer().isCurrent(entry); });
     };
     dog.begin();
     dog.run([&] { return areCurrent(files); });
@@ -61,11 +62,11 @@ void measure(const std::vector<Profile>& profiles, const std::filesystem::path& 
 
     std::set<QUuid> visible;
     for (std::size_t i = 0; i < inSight; ++i)
-        visible.insert(model.analyses()[i].id);
-    model.setVisible(visible);
+        visible.insert(model.files().analyses()[i].id);
+    model.files().setVisible(visible);
     dog.begin();
     const auto toggled = Clock::now();
-    model.toggle(profiles.front().id);
+    model.profiles().toggle(profiles.front().id);
     dog.run([&] { return areCurrent(inSight); });
     print("another choice, in sight (under 0.1)", secondsSince(toggled));
     dog.run([&] { return areCurrent(files); });
@@ -74,7 +75,7 @@ void measure(const std::vector<Profile>& profiles, const std::filesystem::path& 
 
     dog.begin();
     const auto before = std::filesystem::last_write_time(WorkspaceStore::path());
-    model.select(model.analyses()[1].id);
+    model.files().select(model.files().analyses()[1].id);
     dog.run([&] { return std::filesystem::last_write_time(WorkspaceStore::path()) != before; });
     print("saved; longest stretch (under 0.016)", dog.longest().count());
     const auto quitting = Clock::now();
@@ -101,13 +102,15 @@ void addMany(const std::vector<Profile>& profiles, const std::filesystem::path& 
     const auto add = [&](const std::string& name, auto first, auto last) {
         dog.begin();
         const auto begun = Clock::now();
-        model.add(std::vector(first, last));
+        model.files().add(std::vector(first, last));
         print(name, secondsSince(begun));
         const auto waits = [](const FileAnalysis& entry) {
             return !entry.is<FileAnalysis::Failed>();
         };
-        dog.run(
-            [&] { return !model.isWorking() && std::ranges::none_of(model.analyses(), waits); });
+        dog.run([&] {
+            return !model.queue().isWorking()
+                   && std::ranges::none_of(model.files().analyses(), waits);
+        });
         print("  until all have failed             ", secondsSince(begun));
         print("  longest stretch (under 0.016)     ", dog.longest().count());
     };

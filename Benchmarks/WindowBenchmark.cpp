@@ -101,7 +101,7 @@ public:
           m_list(*m_window.findChild<FileListView*>())
     {
         m_window.show();
-        m_dog.run([&] { return !m_model.isRestoring(); });
+        m_dog.run([&] { return !m_model.workspace().isRestoring(); });
         choose(true);
         m_dog.run([&] { return areCurrent(everywhere); });
         m_dog.settle();
@@ -125,7 +125,7 @@ public:
     {
         m_dog.begin();
         const auto begun = Clock::now();
-        m_model.toggle(m_model.profiles().front().id);
+        m_model.profiles().toggle(m_model.profiles().profiles().front().id);
         m_dog.run([&] { return areCurrent(inSight); });
         paintList();
         print("another choice, in sight (under 0.1)", secondsSince(begun));
@@ -146,7 +146,7 @@ public:
         constexpr std::size_t count = 20;
         m_dog.begin();
         for (std::size_t i = 1; i <= count; ++i) {
-            m_model.select(m_model.analyses()[i].id);
+            m_model.files().select(m_model.files().analyses()[i].id);
             m_dog.settle();
         }
         std::cout << "another report, rows                "
@@ -158,7 +158,7 @@ public:
     {
         const auto before = std::filesystem::last_write_time(WorkspaceStore::path());
         m_dog.begin();
-        m_model.select(m_model.analyses()[0].id);
+        m_model.files().select(m_model.files().analyses()[0].id);
         m_dog.run(
             [&] { return std::filesystem::last_write_time(WorkspaceStore::path()) != before; });
         print("saved; longest stretch (under 0.016)", m_dog);
@@ -166,14 +166,16 @@ public:
 
     void analyse(const std::filesystem::path& media)
     {
-        m_model.clearAll();
-        m_model.add({FileUrl::fromPath(media)});
-        m_dog.run([&] { return m_model.progress(m_model.analyses()[0].id) != nullptr; });
+        m_model.files().clearAll();
+        m_model.files().add({FileUrl::fromPath(media)});
+        m_dog.run(
+            [&] { return m_model.queue().progress(m_model.files().analyses()[0].id) != nullptr; });
         m_dog.settle();
         int events = 0;
-        QObject::connect(&m_model, &AppModel::progressChanged, &m_window, [&] { ++events; });
+        QObject::connect(&m_model.queue(), &AnalysisQueue::progressChanged, &m_window,
+                         [&] { ++events; });
         m_dog.begin();
-        m_dog.run([&] { return !m_model.isWorking(); }, std::chrono::seconds(5));
+        m_dog.run([&] { return !m_model.queue().isWorking(); }, std::chrono::seconds(5));
         std::cout << "progress events in five seconds      " << events << '\n';
         print("  longest stretch (under 0.016)     ", m_dog);
     }
@@ -193,15 +195,16 @@ private:
     {
         std::set<QString> ids;
         if (all)
-            for (const Profile& profile : m_model.profiles())
+            for (const Profile& profile : m_model.profiles().profiles())
                 ids.insert(profile.id);
-        m_model.setEnabledProfileIDs(ids);
+        m_model.profiles().setEnabledProfileIDs(ids);
     }
     bool areCurrent(std::size_t count) const
     {
-        return std::ranges::all_of(m_model.analyses().begin(),
-                                   m_model.analyses().begin() + static_cast<std::ptrdiff_t>(count),
-                                   [&](const auto& entry) { return m_model.isCurrent(entry); });
+        return std::ranges::all_of(
+            m_model.files().analyses().begin(),
+            m_model.files().analyses().begin() + static_cast<std::ptrdiff_t>(count),
+            [&](const auto& entry) { return m_model.rescorer().isCurrent(entry); });
     }
 
     UserDefaults m_defaults;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantroqueApp/Model/Desktop.h"
+#include "VantroqueApp/Model/Exports/Desktop.h"
 
 namespace vantroque {
 

@@ -87,19 +87,20 @@ int main(int argc, char** argv)
     AppModel model(defaults, desktop, AnalysisEngine::real(&recognizers), ProfileStore::loadAll());
     unexpectedEnd.model = &model;
     Look::begin();
-    Look::use(model.appearance());
+    Look::use(model.appearance().mode());
     const FocusRing ring;
     MainWindow window(model);
     QObject::connect(&instance, &SingleInstance::called, &window,
                      [&](const std::vector<FileUrl>& later) {
                          if (!later.empty())
-                             model.add(later);
+                             model.files().add(later);
                          bringToFront(window);
                      });
-    QObject::connect(&application, &QGuiApplication::commitDataRequest, &model,
-                     &AppModel::saveWorkspaceNow, Qt::DirectConnection);
+    QObject::connect(
+        &application, &QGuiApplication::commitDataRequest, &window,
+        [&model] { model.saveWorkspaceNow(); }, Qt::DirectConnection);
     window.show();
     if (!files.empty())
-        model.add(files);
+        model.files().add(files);
     leave(model, QApplication::exec());
 }

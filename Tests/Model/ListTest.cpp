@@ -19,21 +19,21 @@ class List : public ModelTest {};
 
 TEST_F(List, AFileIsMeasuredAndScored)
 {
-    start({loud()}).add({file("spot.mp4")});
+    start({loud()}).files().add({file("spot.mp4")});
     ASSERT_TRUE(soonIdle());
     ASSERT_THAT(states(), ElementsAre(u"done"_s));
     EXPECT_THAT(profileIDs(entry(0)), ElementsAre(u"loud"_s));
     EXPECT_EQ(entry(0).media->video->width, 320);
     EXPECT_TRUE(entry(0).media->signal->integratedLKFS);
     EXPECT_EQ(entry(0).fingerprint->size(), 64);
-    EXPECT_EQ(model().selectedReport(), entry(0).report());
-    EXPECT_EQ(model().selectedMedia(), entry(0).media.get());
-    EXPECT_EQ(model().progress(entry(0).id), nullptr);
+    EXPECT_EQ(model().files().selectedReport(), entry(0).report());
+    EXPECT_EQ(model().files().selectedMedia(), entry(0).media.get());
+    EXPECT_EQ(model().queue().progress(entry(0).id), nullptr);
 }
 
 TEST_F(List, AFileThatCannotBeReadFailsWithTheToolsWordsAndTheNextOneGoesOn)
 {
-    start().add({anyFile("broken.mp4"), file("spot.mp4")});
+    start().files().add({anyFile("broken.mp4"), file("spot.mp4")});
     ASSERT_TRUE(soonIdle());
     ASSERT_THAT(states(), ElementsAre(u"failed"_s, u"done"_s));
     EXPECT_THAT(std::get<FileAnalysis::Failed>(entry(0).status).reason.toStdString(),
@@ -45,30 +45,30 @@ TEST_F(List, WithoutToolsFilesAreTakenAndFailInTheToolsWords)
 {
     const ScopedVariable path("PATH", m_folder.path());
     const ScopedVariable tools("VANTROQUE_FFMPEG_DIR");
-    start().add({anyFile("a.mov")});
-    EXPECT_TRUE(model().toolMissing());
+    start().files().add({anyFile("a.mov")});
+    EXPECT_TRUE(model().queue().toolMissing());
     ASSERT_TRUE(soonIdle());
     EXPECT_THAT(states(), ElementsAre(u"failed"_s));
 }
 
 TEST_F(List, WithToolsNoneIsMissing)
 {
-    EXPECT_FALSE(start().toolMissing());
+    EXPECT_FALSE(start().queue().toolMissing());
 }
 
 TEST_F(List, OnlyVideoFilesAreTaken)
 {
-    startHeld().add({anyFile("a.MP4"), anyFile("b"), anyFile("c.txt"), anyFile("d.mov"),
-                     anyFile("e.m4v"), anyFile("f.mxf"), anyFile("g.webm"), anyFile("h.mpg"),
-                     anyFile("i.mpeg"), anyFile("j.avi"), anyFile("k.mkv"), anyFile("l.wav"),
-                     anyFile(".mov")});
+    startHeld().files().add({anyFile("a.MP4"), anyFile("b"), anyFile("c.txt"), anyFile("d.mov"),
+                             anyFile("e.m4v"), anyFile("f.mxf"), anyFile("g.webm"),
+                             anyFile("h.mpg"), anyFile("i.mpeg"), anyFile("j.avi"),
+                             anyFile("k.mkv"), anyFile("l.wav"), anyFile(".mov")});
     EXPECT_THAT(names(), ElementsAre(u"a.MP4"_s, u"d.mov"_s, u"e.m4v"_s, u"f.mxf"_s, u"g.webm"_s,
                                      u"h.mpg"_s, u"i.mpeg"_s, u"j.avi"_s, u"k.mkv"_s));
 }
 
 TEST_F(List, CaptionsAmongTheFilesAreDroppedWithoutAPlayer)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("a.srt"), anyFile("b.mp4")});
+    startHeld().files().add({anyFile("a.mp4"), anyFile("a.srt"), anyFile("b.mp4")});
     EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
     EXPECT_THAT(states(), ElementsAre(u"running"_s, u"queued"_s));
     EXPECT_EQ(selectedName(), u"a.mp4"_s);
@@ -76,7 +76,7 @@ TEST_F(List, CaptionsAmongTheFilesAreDroppedWithoutAPlayer)
 
 TEST_F(List, OneFileIsAnalysedAtATimeInTheOrderOfAdding)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
     EXPECT_THAT(states(), ElementsAre(u"running"_s, u"queued"_s, u"queued"_s));
     m_held.release();
     ASSERT_TRUE(soon([&] {
@@ -89,23 +89,23 @@ TEST_F(List, OneFileIsAnalysedAtATimeInTheOrderOfAdding)
 
 TEST_F(List, WhatIsShownWhileAFileRunsComesAndGoes)
 {
-    startHeld().add({anyFile("a.mp4")});
+    startHeld().files().add({anyFile("a.mp4")});
     const QUuid id = entry(0).id;
-    ASSERT_TRUE(soon([&] { return model().progress(id) != nullptr; }));
-    EXPECT_EQ(model().progress(id)->stage, AnalysisProgress::Stage::probing);
+    ASSERT_TRUE(soon([&] { return model().queue().progress(id) != nullptr; }));
+    EXPECT_EQ(model().queue().progress(id)->stage, AnalysisProgress::Stage::probing);
     EXPECT_TRUE(m_held.wantedPreview);
     m_held.release();
     ASSERT_TRUE(soonIdle());
-    EXPECT_EQ(model().progress(id), nullptr);
+    EXPECT_EQ(model().queue().progress(id), nullptr);
 }
 
 TEST_F(List, AddingAFileThatIsOnItsWayChangesNothing)
 {
     const FileUrl a = anyFile("a.mp4");
     const FileUrl b = anyFile("b.mp4");
-    startHeld().add({a, b});
+    startHeld().files().add({a, b});
     const QUuid ids[] = {entry(0).id, entry(1).id};
-    model().add({b, a});
+    model().files().add({b, a});
     EXPECT_THAT(states(), ElementsAre(u"running"_s, u"queued"_s));
     EXPECT_EQ(entry(0).id, ids[0]);
     EXPECT_EQ(entry(1).id, ids[1]);
@@ -114,12 +114,12 @@ TEST_F(List, AddingAFileThatIsOnItsWayChangesNothing)
 TEST_F(List, AddingAFinishedFileStartsItOverAtTheEnd)
 {
     const FileUrl a = anyFile("a.mp4");
-    startHeld().add({a, anyFile("b.mp4")});
+    startHeld().files().add({a, anyFile("b.mp4")});
     m_held.release(2);
     ASSERT_TRUE(soonIdle());
     EXPECT_EQ(selectedName(), u"a.mp4"_s);
     const QUuid before = entry(0).id;
-    model().add({a});
+    model().files().add({a});
     EXPECT_THAT(names(), ElementsAre(u"b.mp4"_s, u"a.mp4"_s));
     EXPECT_THAT(states(), ElementsAre(u"done"_s, u"running"_s));
     EXPECT_NE(entry(1).id, before);
@@ -132,11 +132,11 @@ TEST_F(List, AddingSomeOfManyAgainKeepsTheOrderOfTheOthersAndOfWhatIsAdded)
 {
     const FileUrl a = anyFile("a.mp4");
     const FileUrl c = anyFile("c.mp4");
-    startHeld().add({a, anyFile("b.mp4"), c, anyFile("d.mp4")});
+    startHeld().files().add({a, anyFile("b.mp4"), c, anyFile("d.mp4")});
     m_held.release(4);
     ASSERT_TRUE(soonIdle());
-    model().select(entry(3).id);
-    model().add({c, anyFile("e.mp4"), a, c});
+    model().files().select(entry(3).id);
+    model().files().add({c, anyFile("e.mp4"), a, c});
     EXPECT_THAT(names(), ElementsAre(u"b.mp4"_s, u"d.mp4"_s, u"c.mp4"_s, u"e.mp4"_s, u"a.mp4"_s));
     EXPECT_THAT(states(),
                 ElementsAre(u"done"_s, u"done"_s, u"running"_s, u"queued"_s, u"queued"_s));
@@ -145,7 +145,7 @@ TEST_F(List, AddingSomeOfManyAgainKeepsTheOrderOfTheOthersAndOfWhatIsAdded)
 
 TEST_F(List, AFileThatIsGivenTwiceIsTakenOnce)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("a.mp4")});
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("a.mp4")});
     EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
 }
 
@@ -153,50 +153,50 @@ TEST_F(List, AddingAFailedFileTriesItAgain)
 {
     m_held.failFromNowOn();
     const FileUrl a = anyFile("a.mp4");
-    startHeld().add({a});
+    startHeld().files().add({a});
     m_held.release();
     ASSERT_TRUE(soonIdle());
     EXPECT_EQ(std::get<FileAnalysis::Failed>(entry(0).status).reason, u"the analysis failed"_s);
-    model().add({a});
+    model().files().add({a});
     EXPECT_THAT(states(), ElementsAre(u"running"_s));
 }
 
 TEST_F(List, RemovingTheSelectedLastEntrySelectsTheNewLastOne)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
-    model().select(entry(2).id);
-    model().remove(entry(2).id);
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    model().files().select(entry(2).id);
+    model().files().remove(entry(2).id);
     EXPECT_EQ(selectedName(), u"b.mp4"_s);
 }
 
 TEST_F(List, RemovingASelectedEntrySelectsTheOneThatTakesItsPlace)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
-    model().select(entry(1).id);
-    model().remove(entry(1).id);
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    model().files().select(entry(1).id);
+    model().files().remove(entry(1).id);
     EXPECT_EQ(selectedName(), u"c.mp4"_s);
 }
 
 TEST_F(List, RemovingAnotherEntryLeavesTheSelection)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
-    model().remove(entry(1).id);
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    model().files().remove(entry(1).id);
     EXPECT_EQ(selectedName(), u"a.mp4"_s);
 }
 
 TEST_F(List, RemovingTheOnlyEntrySelectsNothing)
 {
-    startHeld().add({anyFile("a.mp4")});
-    model().remove(entry(0).id);
-    EXPECT_EQ(model().selectedAnalysisID(), std::nullopt);
-    EXPECT_EQ(model().selectedReport(), nullptr);
-    EXPECT_EQ(model().selectedMedia(), nullptr);
+    startHeld().files().add({anyFile("a.mp4")});
+    model().files().remove(entry(0).id);
+    EXPECT_EQ(model().files().selectedAnalysisID(), std::nullopt);
+    EXPECT_EQ(model().files().selectedReport(), nullptr);
+    EXPECT_EQ(model().files().selectedMedia(), nullptr);
 }
 
 TEST_F(List, AnUnknownEntryIsNotRemoved)
 {
-    startHeld().add({anyFile("a.mp4")});
-    model().remove(QUuid::createUuid());
+    startHeld().files().add({anyFile("a.mp4")});
+    model().files().remove(QUuid::createUuid());
     EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s));
 }
 
@@ -232,15 +232,15 @@ TEST_P(Stopping, TheRunningFileEndsItsToolsAndTheNextBegins)
     const auto decodes = [&](pid_t tool) {
         return processFile(tool, "cmdline").contains("ebur128");
     };
-    start({loud()}).add({film, file("next.mp4")});
+    start({loud()}).files().add({film, file("next.mp4")});
     ASSERT_TRUE(
         soon([&] { return std::ranges::any_of(processesNaming(film.path().native()), decodes); }));
     EXPECT_THAT(temporary.names(), testing::Not(IsEmpty()));
     if (clears) {
-        model().clearAll();
-        model().add({file("next.mp4")});
+        model().files().clearAll();
+        model().files().add({file("next.mp4")});
     } else {
-        model().remove(entry(0).id);
+        model().files().remove(entry(0).id);
     }
     ASSERT_TRUE(soonIdle());
     EXPECT_THAT(names(), ElementsAre(u"next.mp4"_s));
@@ -257,9 +257,9 @@ INSTANTIATE_TEST_SUITE_P(List, Stopping, testing::Bool(), [](const auto& each) {
 
 TEST_F(List, TheRunningFileIsLeftAloneWhenAnotherIsRemoved)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4")});
     ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));
-    model().remove(entry(1).id);
+    model().files().remove(entry(1).id);
     m_held.release();
     ASSERT_TRUE(soonIdle());
     EXPECT_THAT(states(), ElementsAre(u"done"_s));
@@ -268,50 +268,50 @@ TEST_F(List, TheRunningFileIsLeftAloneWhenAnotherIsRemoved)
 
 TEST_F(List, TheNextFileWaitsUntilARemovedAnalysisEnds)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4")});
     ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));
     const QUuid removed = entry(0).id;
-    model().remove(removed);
-    EXPECT_TRUE(model().isWorking()) << "until its tools are gone";
+    model().files().remove(removed);
+    EXPECT_TRUE(model().queue().isWorking()) << "until its tools are gone";
     EXPECT_THAT(states(), ElementsAre(u"queued"_s));
     m_held.release();
     ASSERT_TRUE(soon([&] { return m_held.begun().size() == 2; }));
     EXPECT_TRUE(m_held.wasCalledOff);
     EXPECT_THAT(m_held.begun(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
     EXPECT_THAT(states(), ElementsAre(u"running"_s));
-    EXPECT_EQ(model().progress(removed), nullptr);
+    EXPECT_EQ(model().queue().progress(removed), nullptr);
 }
 
 TEST_F(List, ClearingItKeepsNothing)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4")});
     ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));
-    model().clearAll();
-    EXPECT_THAT(model().analyses(), IsEmpty());
-    EXPECT_EQ(model().selectedAnalysisID(), std::nullopt);
-    EXPECT_TRUE(model().isWorking());
+    model().files().clearAll();
+    EXPECT_THAT(model().files().analyses(), IsEmpty());
+    EXPECT_EQ(model().files().selectedAnalysisID(), std::nullopt);
+    EXPECT_TRUE(model().queue().isWorking());
     m_held.release();
-    ASSERT_TRUE(soon([&] { return !model().isWorking(); }));
-    EXPECT_THAT(model().analyses(), IsEmpty());
+    ASSERT_TRUE(soon([&] { return !model().queue().isWorking(); }));
+    EXPECT_THAT(model().files().analyses(), IsEmpty());
     EXPECT_THAT(m_held.begun(), ElementsAre(u"a.mp4"_s));
 }
 
 TEST_F(List, SelectingTheSelectedEntryTellsNothing)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4")});
-    QSignalSpy changes(&model(), &AppModel::selectionChanged);
-    model().select(entry(0).id);
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4")});
+    QSignalSpy changes(&model().files(), &FileList::selectionChanged);
+    model().files().select(entry(0).id);
     EXPECT_EQ(changes.count(), 0);
-    model().select(entry(1).id);
+    model().files().select(entry(1).id);
     EXPECT_EQ(changes.count(), 1);
 }
 
 TEST_F(List, FilesWithAPictureCanBeCompared)
 {
-    start().add(
+    start().files().add(
         {file("a.mp4"), file("sound.mov", Clips::m4a()), anyFile("broken.mp4"), file("b.mp4")});
     ASSERT_TRUE(soonIdle());
-    const auto sources = model().comparableSources();
+    const auto sources = model().comparison().comparableSources();
     ASSERT_EQ(sources.size(), 2U);
     EXPECT_EQ(sources[0].name, u"a.mp4"_s);
     EXPECT_EQ(sources[0].url, entry(0).url);
@@ -321,60 +321,62 @@ TEST_F(List, FilesWithAPictureCanBeCompared)
 
 TEST_F(List, ComparingEndsWhenFewerThanTwoAreLeft)
 {
-    startHeld().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    startHeld().files().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
     m_held.release(3);
     ASSERT_TRUE(soonIdle());
-    model().setComparing(true);
-    model().remove(entry(0).id);
-    EXPECT_TRUE(model().comparing());
-    model().remove(entry(0).id);
-    EXPECT_FALSE(model().comparing());
-    model().setComparing(true);
-    model().clearAll();
-    EXPECT_FALSE(model().comparing());
+    model().comparison().setComparing(true);
+    model().files().remove(entry(0).id);
+    EXPECT_TRUE(model().comparison().comparing());
+    model().files().remove(entry(0).id);
+    EXPECT_FALSE(model().comparison().comparing());
+    model().comparison().setComparing(true);
+    model().files().clearAll();
+    EXPECT_FALSE(model().comparison().comparing());
 }
 
 TEST_F(List, TheLookIsRememberedAndDarkUnlessChosen)
 {
-    EXPECT_EQ(start().appearance(), AppearanceMode::dark);
-    model().setAppearance(AppearanceMode::system);
-    EXPECT_EQ(start().appearance(), AppearanceMode::system);
+    EXPECT_EQ(start().appearance().mode(), AppearanceMode::dark);
+    model().appearance().setMode(AppearanceMode::system);
+    EXPECT_EQ(start().appearance().mode(), AppearanceMode::system);
     m_folder.write("settings", "appearance=sepia\n");
-    EXPECT_EQ(start().appearance(), AppearanceMode::dark);
+    EXPECT_EQ(start().appearance().mode(), AppearanceMode::dark);
 }
 
 TEST_F(List, MayBeChangedAgainByWhoIsToldOfAChange)
 {
     startHeld();
-    const auto connection = QObject::connect(&model(), &AppModel::listChanged, &model(), [this] {
-        if (model().analyses().size() > 1)
-            model().remove(entry(0).id);
-    });
-    model().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
+    const auto connection =
+        QObject::connect(&model().files(), &FileList::listChanged, qApp, [this] {
+            if (model().files().analyses().size() > 1)
+                model().files().remove(entry(0).id);
+        });
+    model().files().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
     EXPECT_THAT(names(), ElementsAre(u"c.mp4"_s));
     EXPECT_EQ(selectedName(), u"c.mp4"_s);
     QObject::disconnect(connection);
-    QObject::connect(&model(), &AppModel::entryChanged, &model(), [this](const QUuid& id) {
-        model().remove(id);
+    QObject::connect(&model().files(), &FileList::entryChanged, qApp, [this](const QUuid& id) {
+        model().files().remove(id);
         EXPECT_FALSE(id.isNull());
     });
     m_held.release();
-    ASSERT_TRUE(soon([&] { return model().analyses().empty() && !model().isWorking(); }));
-    EXPECT_EQ(model().selectedAnalysisID(), std::nullopt);
+    ASSERT_TRUE(
+        soon([&] { return model().files().analyses().empty() && !model().queue().isWorking(); }));
+    EXPECT_EQ(model().files().selectedAnalysisID(), std::nullopt);
 }
 
 TEST_F(List, AddingSelectsOnceAndTellsOfAWholeList)
 {
     const FileUrl a = anyFile("a.mp4");
-    startHeld().add({a, anyFile("b.mp4")});
+    startHeld().files().add({a, anyFile("b.mp4")});
     m_held.release(2);
     ASSERT_TRUE(soonIdle());
     QStringList told;
-    QObject::connect(&model(), &AppModel::listChanged, &model(),
+    QObject::connect(&model().files(), &FileList::listChanged, qApp,
                      [&] { told << u"list "_s + selectedName(); });
-    QObject::connect(&model(), &AppModel::selectionChanged, &model(),
+    QObject::connect(&model().files(), &FileList::selectionChanged, qApp,
                      [&] { told << u"selection "_s + selectedName(); });
-    model().add({a});
+    model().files().add({a});
     EXPECT_THAT(told, ElementsAre(u"list b.mp4"_s, u"selection b.mp4"_s));
 }
 

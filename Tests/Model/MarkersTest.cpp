@@ -14,14 +14,15 @@ class Markers : public ModelTest {
 protected:
     void analyse(const FileUrl& url)
     {
-        start({loud()}).add({url});
+        start({loud()}).files().add({url});
         ASSERT_TRUE(soonIdle());
     }
     void exportAs(MarkerExport::Format format)
     {
-        model().setExportMessage(std::nullopt);
-        model().exportMarkers(format);
-        EXPECT_TRUE(soon([this] { return model().exportMessage().has_value(); }));
+        model().exports().setExportMessage(std::nullopt);
+        model().exports().exportMarkers(format);
+        ASSERT_TRUE(soon([this] { return model().exports().isIdle(); }));
+        EXPECT_TRUE(model().exports().exportMessage());
     }
     /// Notes at these frames.
     static void note(const FileUrl& url, const std::vector<int>& frames)
@@ -41,19 +42,20 @@ TEST_F(Markers, NeedAnAnalysedFile)
 {
     startHeld();
     exportAs(MarkerExport::Format::csv);
-    EXPECT_EQ(model().exportMessage(), u"Analyse a file first."_s);
-    model().add({anyFile("a.mp4")});
+    EXPECT_EQ(model().exports().exportMessage(), u"Analyse a file first."_s);
+    model().files().add({anyFile("a.mp4")});
     exportAs(MarkerExport::Format::csv);
-    EXPECT_EQ(model().exportMessage(), u"Analyse a file first."_s) << "it is still running";
+    EXPECT_EQ(model().exports().exportMessage(), u"Analyse a file first."_s)
+        << "it is still running";
 }
 
 TEST_F(Markers, NeedNotesOrFindings)
 {
-    startHeld().add({anyFile("a.mp4")});
+    startHeld().files().add({anyFile("a.mp4")});
     m_held.release();
     ASSERT_TRUE(soonIdle());
     exportAs(MarkerExport::Format::csv);
-    EXPECT_EQ(model().exportMessage(), u"This file has no notes or findings yet."_s);
+    EXPECT_EQ(model().exports().exportMessage(), u"This file has no notes or findings yet."_s);
     EXPECT_THAT(m_desktop.proposed, IsEmpty());
 }
 
@@ -64,12 +66,12 @@ TEST_F(Markers, AreWrittenWhereTheOperatorChooses)
     analyse(spot);
     m_desktop.answer = FileUrl::fromPath(m_folder / "out.edl");
     exportAs(MarkerExport::Format::resolve);
-    EXPECT_EQ(model().exportMessage(), u"Saved 1 marker to out.edl"_s);
+    EXPECT_EQ(model().exports().exportMessage(), u"Saved 1 marker to out.edl"_s);
     EXPECT_THAT(m_desktop.proposed, ElementsAre(u"spot.v2 markers (Resolve).edl"_s));
     EXPECT_TRUE(contents(m_folder / "out.edl").startsWith("TITLE: spot.v2.mp4\n"));
     note(spot, {9});
     exportAs(MarkerExport::Format::csv);
-    EXPECT_EQ(model().exportMessage(), u"Saved 2 markers to out.edl"_s);
+    EXPECT_EQ(model().exports().exportMessage(), u"Saved 2 markers to out.edl"_s);
     EXPECT_EQ(m_desktop.proposed.back(), u"spot.v2 markers.csv"_s);
     EXPECT_TRUE(contents(m_folder / "out.edl").startsWith("\xEF\xBB\xBF"));
 }
@@ -80,15 +82,18 @@ TEST_F(Markers, ChangingOnesMindWritesNothingAndSaysNothing)
     note(spot, {5});
     analyse(spot);
     QStringList told;
-    QObject::connect(&model(), &AppModel::exportMessageChanged, &model(), [&] {
-        if (const auto& message = model().exportMessage())
+    QObject::connect(&model().exports(), &Exports::exportMessageChanged, qApp, [&] {
+        if (const auto& message = model().exports().exportMessage())
             told << *message;
     });
-    model().exportMarkers(MarkerExport::Format::avid);
+    model().exports().exportMarkers(MarkerExport::Format::avid);
+    ASSERT_TRUE(soon([&] { return model().exports().isIdle(); }));
     EXPECT_EQ(m_desktop.proposed.size(), 1U);
+    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(m_folder.names(), testing::Not(testing::Contains("out.csv")));
     m_desktop.answer = FileUrl::fromPath(m_folder / "out.csv");
     exportAs(MarkerExport::Format::csv);
-    EXPECT_THAT(told, ElementsAre(u"Saved 1 marker to out.csv"_s)) << "by the second alone";
+    EXPECT_THAT(told, ElementsAre(u"Saved 1 marker to out.csv"_s));
 }
 
 TEST_F(Markers, AFailedWriteIsTold)
@@ -98,8 +103,8 @@ TEST_F(Markers, AFailedWriteIsTold)
     analyse(spot);
     m_desktop.answer = FileUrl::fromPath(m_folder / "none" / "out.xml");
     exportAs(MarkerExport::Format::premiere);
-    EXPECT_TRUE(model().exportMessage()->startsWith(u"Could not write the markers: "_s));
-    EXPECT_TRUE(model().exportMessage()->contains(u"out.xml"_s));
+    EXPECT_TRUE(model().exports().exportMessage()->startsWith(u"Could not write the markers: "_s));
+    EXPECT_TRUE(model().exports().exportMessage()->contains(u"out.xml"_s));
 }
 
 TEST_F(Markers, SpeakOfThePresentChoiceOfProfiles)
@@ -120,16 +125,16 @@ TEST_F(Markers, SpeakOfThePresentChoiceOfProfiles)
         return Analyzer::Analysis{media, Analyzer::report(media, profiles)};
     };
     start(engine, std::vector{limits});
-    model().toggle(u"limits"_s);
-    model().add({media.url});
+    model().profiles().toggle(u"limits"_s);
+    model().files().add({media.url});
     ASSERT_TRUE(soonIdle());
     exportAs(MarkerExport::Format::csv);
-    EXPECT_EQ(model().exportMessage(), u"This file has no notes or findings yet."_s);
+    EXPECT_EQ(model().exports().exportMessage(), u"This file has no notes or findings yet."_s);
     m_desktop.answer = FileUrl::fromPath(m_folder / "out.csv");
-    model().toggle(u"limits"_s);
-    EXPECT_FALSE(model().isCurrent(entry(0)));
+    model().profiles().toggle(u"limits"_s);
+    EXPECT_FALSE(model().rescorer().isCurrent(entry(0)));
     exportAs(MarkerExport::Format::csv);
-    EXPECT_EQ(model().exportMessage(), u"Saved 1 marker to out.csv"_s);
+    EXPECT_EQ(model().exports().exportMessage(), u"Saved 1 marker to out.csv"_s);
 }
 
 } // namespace

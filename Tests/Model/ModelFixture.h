@@ -152,7 +152,7 @@ protected:
     /// With the stored list.
     AppModel& start(AnalysisEngine engine, Result<std::vector<Profile>> profiles)
     {
-        begin(std::move(engine), std::move(profiles)).finishRestoring();
+        begin(std::move(engine), std::move(profiles)).workspace().finishRestoring();
         return *m_model;
     }
     AppModel& start(std::vector<Profile> profiles = {})
@@ -186,15 +186,17 @@ protected:
         constexpr int milliseconds = 60'000;
         return QTest::qWaitFor(condition, milliseconds);
     }
+    /// Until nothing is done in the background and all reports are up to date.
     bool soonIdle()
     {
         return soon([this] {
-            return !m_model->isWorking()
-                   && std::ranges::all_of(m_model->analyses(), [this](const FileAnalysis& entry) {
-                          return !entry.is<FileAnalysis::Queued>()
-                                 && !m_model->isRescoring(entry.id)
-                                 && (!entry.is<FileAnalysis::Done>() || m_model->isCurrent(entry));
-                      });
+            return m_model->isIdle()
+                   && std::ranges::all_of(m_model->files().analyses(),
+                                          [this](const FileAnalysis& entry) {
+                                              return !entry.is<FileAnalysis::Queued>()
+                                                     && (!entry.is<FileAnalysis::Done>()
+                                                         || m_model->rescorer().isCurrent(entry));
+                                          });
         });
     }
 
@@ -211,7 +213,7 @@ protected:
     QStringList names()
     {
         QStringList names;
-        for (const FileAnalysis& entry : model().analyses())
+        for (const FileAnalysis& entry : model().files().analyses())
             names << entry.url.fileName();
         return names;
     }
@@ -220,15 +222,15 @@ protected:
     {
         constexpr std::array words{"done", "failed", "queued", "running", "missing"};
         QStringList states;
-        for (const FileAnalysis& entry : model().analyses())
+        for (const FileAnalysis& entry : model().files().analyses())
             states << QString::fromLatin1(words.at(entry.status.index()));
         return states;
     }
-    const FileAnalysis& entry(std::size_t index) { return model().analyses().at(index); }
+    const FileAnalysis& entry(std::size_t index) { return model().files().analyses().at(index); }
     QString selectedName()
     {
-        const auto id = model().selectedAnalysisID();
-        return id ? model().analysis(*id)->url.fileName() : QString();
+        const auto id = model().files().selectedAnalysisID();
+        return id ? model().files().analysis(*id)->url.fileName() : QString();
     }
     static QStringList profileIDs(const FileAnalysis& entry)
     {

@@ -17,10 +17,10 @@ protected:
     /// Two analysed files, the second selected, and the program at its end.
     void prepare()
     {
-        startHeld({plainProfile(u"one"_s), plainProfile(u"two"_s)}).add({m_a, m_b});
+        startHeld({plainProfile(u"one"_s), plainProfile(u"two"_s)}).files().add({m_a, m_b});
         m_held.release(2);
         ASSERT_TRUE(soonIdle());
-        model().select(entry(1).id);
+        model().files().select(entry(1).id);
         quit();
     }
     AppModel& restart() { return startHeld({plainProfile(u"one"_s), plainProfile(u"two"_s)}); }
@@ -54,11 +54,11 @@ TEST_F(Restoring, AListThatIsStillReadIsToldOfWhenItIsThere)
 {
     prepare();
     AppModel& model = begin(m_held.engine(), std::vector{plainProfile(u"one"_s)});
-    const QSignalSpy lists(&model, &AppModel::listChanged);
-    const QSignalSpy selections(&model, &AppModel::selectionChanged);
-    EXPECT_TRUE(model.isRestoring());
-    EXPECT_THAT(model.analyses(), IsEmpty());
-    ASSERT_TRUE(soon([&] { return !model.isRestoring(); }));
+    const QSignalSpy lists(&model.files(), &FileList::listChanged);
+    const QSignalSpy selections(&model.files(), &FileList::selectionChanged);
+    EXPECT_TRUE(model.workspace().isRestoring());
+    EXPECT_THAT(model.files().analyses(), IsEmpty());
+    ASSERT_TRUE(soon([&] { return !model.workspace().isRestoring(); }));
     EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s));
     EXPECT_EQ(selectedName(), u"b.mp4"_s);
     EXPECT_EQ(lists.count(), 1);
@@ -68,7 +68,7 @@ TEST_F(Restoring, AListThatIsStillReadIsToldOfWhenItIsThere)
 TEST_F(Restoring, WhatComesWhileTheListIsReadComesBehindIt)
 {
     prepare();
-    begin(m_held.engine(), std::vector<Profile>()).add({anyFile("c.mp4")});
+    begin(m_held.engine(), std::vector<Profile>()).files().add({anyFile("c.mp4")});
     EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s, u"c.mp4"_s));
     EXPECT_EQ(selectedName(), u"b.mp4"_s);
 }
@@ -84,7 +84,7 @@ TEST_F(Restoring, AnEndWhileTheListIsReadLosesNothing)
 TEST_F(Restoring, WhatIsClearedWhileItIsReadIsGone)
 {
     prepare();
-    begin(m_held.engine(), std::vector<Profile>()).clearAll();
+    begin(m_held.engine(), std::vector<Profile>()).files().clearAll();
     EXPECT_THAT(names(), IsEmpty());
     quit();
     start();
@@ -96,14 +96,14 @@ TEST_F(Restoring, ScoresForThePresentChoice)
     prepare();
     start(m_held.engine(), std::vector{plainProfile(u"two"_s), plainProfile(u"three"_s)});
     EXPECT_THAT(profileIDs(entry(0)), ElementsAre(u"one"_s, u"two"_s)) << "as it was stored";
-    EXPECT_FALSE(model().isCurrent(entry(0)));
+    EXPECT_FALSE(model().rescorer().isCurrent(entry(0)));
     ASSERT_TRUE(soonIdle());
     EXPECT_THAT(profileIDs(entry(0)), ElementsAre(u"two"_s, u"three"_s));
 }
 
 TEST_F(Restoring, AFileThatWasNotDoneIsAnalysed)
 {
-    startHeld().add({m_a, m_b});
+    startHeld().files().add({m_a, m_b});
     ASSERT_TRUE(soon([&] { return m_held.begun().size() == 1; }));
     quit();
     const auto before = std::ssize(m_held.begun());
@@ -133,11 +133,11 @@ TEST_F(Restoring, AFileThatIsGoneIsMissingAndComesBackWhenAddedAgain)
     EXPECT_TRUE(entry(1).media);
     EXPECT_EQ(entry(1).report(), nullptr);
     EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s)) << "its place in the list";
-    model().toggle(u"one"_s);
+    model().profiles().toggle(u"one"_s);
     ASSERT_TRUE(soonIdle());
     EXPECT_THAT(states(), ElementsAre(u"done"_s, u"missing"_s)) << "no choice brings a file back";
     anyFile("b.mp4");
-    model().add({m_b});
+    model().files().add({m_b});
     EXPECT_THAT(states(), ElementsAre(u"done"_s, u"running"_s));
 }
 
@@ -214,8 +214,8 @@ TEST_F(Restoring, AnUnreadableWorkspaceStartsEmptyAndIsOverwritten)
     prepare();
     m_folder.write("data/Vantroque/workspace.json", "{\"files\": [");
     restart();
-    EXPECT_THAT(model().analyses(), IsEmpty());
-    model().add({m_a});
+    EXPECT_THAT(model().files().analyses(), IsEmpty());
+    model().files().add({m_a});
     m_held.release();
     ASSERT_TRUE(soonIdle());
     quit();
@@ -225,7 +225,7 @@ TEST_F(Restoring, AnUnreadableWorkspaceStartsEmptyAndIsOverwritten)
 TEST_F(Restoring, ANameThatIsNoUtf8IsFoundAgain)
 {
     const FileUrl odd = anyFile("caf\xe9.mp4");
-    startHeld().add({odd, m_b});
+    startHeld().files().add({odd, m_b});
     m_held.release(2);
     ASSERT_TRUE(soonIdle());
     quit();
@@ -233,14 +233,14 @@ TEST_F(Restoring, ANameThatIsNoUtf8IsFoundAgain)
     startHeld();
     ASSERT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
     EXPECT_EQ(entry(0).url, odd);
-    EXPECT_EQ(model().selectedAnalysisID(), entry(0).id);
+    EXPECT_EQ(model().files().selectedAnalysisID(), entry(0).id);
     ASSERT_TRUE(soon([&] { return states().contains(u"missing"_s); }));
     EXPECT_THAT(states(), ElementsAre(u"done"_s, u"missing"_s)) << "looked for in this order";
 }
 
 TEST_F(Restoring, AFileIsReallyAnalysedAndRestored)
 {
-    start({loud()}).add({file("spot.mp4")});
+    start({loud()}).files().add({file("spot.mp4")});
     ASSERT_TRUE(soonIdle());
     const MediaInfo media = *entry(0).media;
     const FileReport report = *entry(0).report();
@@ -261,11 +261,11 @@ std::filesystem::path stored()
 
 TEST_F(Restoring, AChangeIsSavedSoonWithoutBeingAsked)
 {
-    startHeld().add({m_a});
+    startHeld().files().add({m_a});
     EXPECT_FALSE(std::filesystem::exists(stored()));
     ASSERT_TRUE(soon([] { return std::filesystem::exists(stored()); }));
     EXPECT_EQ(WorkspaceStore::load()->files.size(), 1U);
-    model().clearAll();
+    model().files().clearAll();
     EXPECT_TRUE(soon([] {
         const auto workspace = WorkspaceStore::load();
         return workspace && workspace->files.empty();
@@ -363,12 +363,12 @@ TEST_F(Saving, AtOnceIsWrittenWhenItReturnsAndLeavesNoSaveForLater)
 TEST_F(Restoring, AWorkspaceThatCannotBeWrittenCostsNothingInMemory)
 {
     m_folder.write("data/Vantroque", "a file where the folder should be");
-    startHeld().add({m_a});
+    startHeld().files().add({m_a});
     m_held.release();
     ASSERT_TRUE(soonIdle());
     model().saveWorkspaceNow();
     EXPECT_THAT(states(), ElementsAre(u"done"_s));
-    EXPECT_EQ(model().exportMessage(), std::nullopt);
+    EXPECT_EQ(model().exports().exportMessage(), std::nullopt);
 }
 
 // What happens at the same time.
@@ -386,9 +386,9 @@ TEST_F(Restoring, WhatWasMeasuredOfAFileThatChangedMeanwhileIsDropped)
     ASSERT_TRUE(soon([&] {
         return states() == QStringList{u"queued"_s, u"done"_s, u"running"_s};
     }));
-    EXPECT_TRUE(model().isRescoring(entry(0).id)) << "as the old cut";
+    EXPECT_TRUE(model().rescorer().isRescoring(entry(0).id)) << "as the old cut";
     m_held.letGo(u"rescore a.mp4"_s);
-    ASSERT_TRUE(soon([&] { return !model().isRescoring(entry(0).id); }));
+    ASSERT_TRUE(soon([&] { return !model().rescorer().isRescoring(entry(0).id); }));
     EXPECT_THAT(states(), ElementsAre(u"queued"_s, u"done"_s, u"running"_s));
     EXPECT_EQ(entry(0).media, nullptr);
     m_held.letGo();

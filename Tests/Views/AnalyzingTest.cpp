@@ -18,7 +18,7 @@ protected:
     {
         open();
         drop({anyFile(file)});
-        ASSERT_TRUE(soon([&] { return model().progress(entry(0).id) != nullptr; }));
+        ASSERT_TRUE(soon([&] { return model().queue().progress(entry(0).id) != nullptr; }));
     }
     /// Of the analysing view; the report has meters as well.
     template<typename Widget>
@@ -48,11 +48,11 @@ TEST_F(Analyzing, NamesEachStage)
     open();
     for (const auto& [file, stage] : stages) {
         drop({anyFile(file)});
-        model().select(model().analyses().back().id);
+        model().files().select(model().files().analyses().back().id);
         EXPECT_TRUE(soonShows(stage)) << stage.toStdString();
         m_scene.release();
         ASSERT_TRUE(soonIdle());
-        model().clearAll();
+        model().files().clearAll();
         m_scene.hold();
     }
 }
@@ -78,7 +78,7 @@ TEST_F(Analyzing, KeepsThePlaceOfThePictureBeforeThereIsOne)
     ASSERT_TRUE(soonIdle());
     m_scene.hold();
     drop({anyFile("run.mp4")});
-    model().select(entry(1).id);
+    model().files().select(entry(1).id);
     ASSERT_TRUE(soonShows(u"0:14 of 0:30"_s));
     EXPECT_TRUE(soon([&] { return top(live<LiveTimeline>()) == before; }));
 }

@@ -61,8 +61,8 @@ TEST_F(Drops, NamesKeepBytesThatAreNoText)
     open();
     const FileUrl odd = anyFile("caf\xE9 100% #1.mp4");
     drop({odd});
-    ASSERT_EQ(model().analyses().size(), 1U);
-    EXPECT_EQ(model().analyses()[0].url, odd);
+    ASSERT_EQ(model().files().analyses().size(), 1U);
+    EXPECT_EQ(model().files().analyses()[0].url, odd);
 }
 
 TEST_F(Drops, ListWellAndReportTakeThemAlike)
@@ -101,7 +101,7 @@ TEST_F(Drops, ComeAsOneChangeInTheOrderOfTheDrop)
     open();
     const FileUrl inFolder = anyFile("folder/x.mp4");
     anyFile("folder/a.mp4");
-    QSignalSpy changes(&model(), &AppModel::listChanged);
+    QSignalSpy changes(&model().files(), &FileList::listChanged);
     drop({anyFile("z.mp4"), FileUrl::fromPath(inFolder.path().parent_path()), anyFile("b.mp4")});
     EXPECT_EQ(names(), (QStringList{u"z.mp4"_s, u"a.mp4"_s, u"x.mp4"_s, u"b.mp4"_s}));
     EXPECT_EQ(changes.count(), 1);
@@ -175,9 +175,9 @@ TEST_F(Drops, NamesMayHoldWhatTextsDoNot)
     const std::vector<FileUrl> odd{anyFile("two\nlines.mp4"), anyFile("100%25 #?;.mp4"),
                                    anyFile("\xFF\xFE.mp4"), anyFile(" .mp4"), anyFile("&x.MP4")};
     drop(odd);
-    ASSERT_EQ(model().analyses().size(), odd.size());
+    ASSERT_EQ(model().files().analyses().size(), odd.size());
     for (std::size_t i = 0; i < odd.size(); ++i)
-        EXPECT_EQ(model().analyses()[i].url, odd[i]);
+        EXPECT_EQ(model().files().analyses()[i].url, odd[i]);
 }
 
 TEST_F(Drops, TextIsNoDrop)

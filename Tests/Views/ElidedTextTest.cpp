@@ -98,8 +98,8 @@ TEST_F(ElidedText, OfTheListIsTold)
     drop({anyFile("bad" + std::string(200, 'b') + ".mp4"),
           anyFile("warn" + std::string(200, 'w') + ".mp4")});
     ASSERT_TRUE(soonIdle());
-    for (const FileAnalysis& file : model().analyses()) {
-        model().select(file.id);
+    for (const FileAnalysis& file : model().files().analyses()) {
+        model().files().select(file.id);
         EXPECT_EQ(untold(window()), QStringList());
         EXPECT_GE(m_found.size(), 4) << "three names and a status line";
     }
@@ -109,7 +109,8 @@ TEST_F(ElidedText, OfAFileThatIsAnalysedIsTold)
 {
     for (const char* state : {"run", "run-probing", "run-surround", "run-many", "run-text"}) {
         openWith(state);
-        ASSERT_TRUE(soon([&] { return model().progress(model().analyses()[0].id) != nullptr; }));
+        ASSERT_TRUE(soon(
+            [&] { return model().queue().progress(model().files().analyses()[0].id) != nullptr; }));
         drop({anyFile("wait" + std::string(200, 'w') + ".mp4")});
         EXPECT_EQ(untold(window()), QStringList()) << state;
         EXPECT_GE(m_found.size(), 3) << m_found.join(u'\n').toStdString();
@@ -123,7 +124,7 @@ TEST_F(ElidedText, OfAMessageIsTold)
 {
     openWith("ok");
     ASSERT_TRUE(soonIdle());
-    model().setExportMessage(u"Saved 1 report to "_s + QString(300, u'm') + u".txt"_s);
+    model().exports().setExportMessage(u"Saved 1 report to "_s + QString(300, u'm') + u".txt"_s);
     EXPECT_EQ(untold(window()), QStringList());
     EXPECT_GE(m_found.size(), 2);
 }

@@ -88,7 +88,7 @@ protected:
         std::set<QString> ids;
         for (const Profile& profile : profiles)
             ids.insert(profile.id);
-        model().setEnabledProfileIDs(ids);
+        model().profiles().setEnabledProfileIDs(ids);
         ASSERT_TRUE(m_dog.run([&] { return areCurrent(); }));
         list().setItemDelegate(&m_noted);
         sections().setItemDelegate(&m_counted);
@@ -114,8 +114,9 @@ protected:
     ReportSections& sections() { return *the<ReportSections>(); }
     bool areCurrent()
     {
-        return std::ranges::all_of(model().analyses(),
-                                   [&](const auto& file) { return model().isCurrent(file); });
+        return std::ranges::all_of(model().files().analyses(), [&](const auto& file) {
+            return model().rescorer().isCurrent(file);
+        });
     }
     /// Until all is painted; counts begin anew.
     void rest()
@@ -131,7 +132,7 @@ protected:
         WindowTest::resizeTo({window().width(), height});
         rest();
     }
-    void toggleOne() { model().toggle(model().profiles().back().id); }
+    void toggleOne() { model().profiles().toggle(model().profiles().profiles().back().id); }
     /// The rows of the list that can be seen.
     std::vector<int> inSight()
     {
@@ -208,11 +209,11 @@ TEST_F(Fluid, ProgressPaintsOnlyTheRowOfTheRunningFile)
 {
     openMany(20, 6);
     drop({anyFile("run.mp4")});
-    ASSERT_TRUE(m_dog.run([&] { return model().progress(entry(20).id) != nullptr; }));
+    ASSERT_TRUE(m_dog.run([&] { return model().queue().progress(entry(20).id) != nullptr; }));
     list().scrollToBottom();
     rest();
     for (int i = 0; i < 5; ++i) {
-        Q_EMIT model().progressChanged(entry(20).id);
+        Q_EMIT model().queue().progressChanged(entry(20).id);
         m_dog.settle();
     }
     EXPECT_THAT(m_noted.painted, testing::ElementsAre(20));
@@ -223,7 +224,7 @@ TEST_F(Fluid, AnotherFileRebuildsTheReportOnceAndPaintsWhatIsInSight)
     openMany(20);
     const QSignalSpy rebuilt(sections().model(), &QAbstractItemModel::modelReset);
     for (int i = 1; i < 20; ++i) {
-        model().select(entry(static_cast<std::size_t>(i)).id);
+        model().files().select(entry(static_cast<std::size_t>(i)).id);
         m_dog.settle();
     }
     EXPECT_THAT(rebuilt, SizeIs(19));
@@ -237,7 +238,7 @@ TEST_F(Fluid, AReportThatIsTheSameIsNotShownAgain)
 {
     openMany(3, 6);
     const PaintCount paints(*the<ReportView>());
-    Q_EMIT model().entryChanged(entry(0).id);
+    Q_EMIT model().files().entryChanged(entry(0).id);
     m_dog.settle();
     EXPECT_EQ(paints.count, 0);
 }
@@ -245,7 +246,7 @@ TEST_F(Fluid, AReportThatIsTheSameIsNotShownAgain)
 TEST_F(Fluid, ANewReportOfTheSameFileKeepsPlaceAndOpenedRows)
 {
     openMany(2);
-    model().select(entry(1).id); // has failures, which are open
+    model().files().select(entry(1).id); // has failures, which are open
     rest();
     auto& rows = *sections().model();
     const QModelIndex check = rows.index(2, 0);
@@ -282,17 +283,17 @@ TEST_F(Fluid, ARemovedFileLeavesTheOthersAsTheyAre)
 {
     openMany(200, 6);
     const QSignalSpy reset(list().model(), &QAbstractItemModel::modelReset);
-    model().select(entry(100).id);
+    model().files().select(entry(100).id);
     m_dog.settle();
     const int place = list().verticalScrollBar()->value();
     ASSERT_GT(place, 0);
     const QUuid selected = entry(100).id;
     QTest::mouseMove(list().viewport(), list().visualRect(list().currentIndex()).center());
     ASSERT_TRUE(m_dog.run([&] { return m_noted.hovered == 100; }));
-    model().remove(entry(10).id);
-    model().add({FileUrl::fromPath(m_folder / "20.mp4")}); // moves to the end
+    model().files().remove(entry(10).id);
+    model().files().add({FileUrl::fromPath(m_folder / "20.mp4")}); // moves to the end
     EXPECT_THAT(reset, IsEmpty());
-    EXPECT_EQ(model().selectedAnalysisID(), selected);
+    EXPECT_EQ(model().files().selectedAnalysisID(), selected);
     EXPECT_EQ(selectedRow(), 98);
     EXPECT_EQ(list().verticalScrollBar()->value(), place);
     m_noted.hovered.reset();
@@ -304,15 +305,15 @@ TEST_F(Fluid, ARemovedFileLeavesTheOthersAsTheyAre)
 TEST_F(Fluid, TheNeighbourOfARemovedFileIsSelected)
 {
     openMany(50, 6);
-    model().select(entry(20).id);
-    model().remove(entry(20).id);
+    model().files().select(entry(20).id);
+    model().files().remove(entry(20).id);
     EXPECT_EQ(selectedName(), u"21.mp4"_s);
     EXPECT_EQ(selectedRow(), 20);
-    model().select(entry(48).id);
-    model().remove(entry(48).id);
+    model().files().select(entry(48).id);
+    model().files().remove(entry(48).id);
     EXPECT_EQ(selectedName(), u"48.mp4"_s) << "the last one left";
     EXPECT_EQ(selectedRow(), 47);
-    model().clearAll();
+    model().files().clearAll();
     EXPECT_EQ(list().model()->rowCount(), 0);
     EXPECT_EQ(selectedRow(), -1);
 }
@@ -320,7 +321,7 @@ TEST_F(Fluid, TheNeighbourOfARemovedFileIsSelected)
 TEST_F(Fluid, TheSelectedFileThatIsAddedAgainLeavesTheSelectionToTheFirst)
 {
     openMany(5, 6);
-    model().select(entry(2).id);
+    model().files().select(entry(2).id);
     drop({FileUrl::fromPath(m_folder / "2.mp4")});
     EXPECT_EQ(selectedName(), u"0.mp4"_s);
     EXPECT_EQ(selectedRow(), 0);
@@ -337,18 +338,18 @@ TEST_F(Fluid, ThousandsOfFilesAtOnceNeverBlock)
     open();
     rest();
     for (const auto& files : drops) {
-        model().add(files);
+        model().files().add(files);
         m_dog.settle();
     }
     EXPECT_EQ(list().model()->rowCount(), 2 * count);
     EXPECT_EQ(m_dog.longerThanAFrame(), 0) << m_dog.longestWork().count();
-    model().clearAll();
+    model().files().clearAll();
 }
 
 TEST_F(Fluid, AllPlatformsAreChosenAtOnce)
 {
     openMany(3);
-    const QSignalSpy changes(&model(), &AppModel::enabledProfilesChanged);
+    const QSignalSpy changes(&model().profiles(), &ProfileChoice::changed);
     for (const QString& all : {u"Select None"_s, u"Select All"_s})
         for (QAction* action : window().findChildren<QAction*>())
             if (action->text() == all)

@@ -90,7 +90,7 @@ TEST_F(HeaderBar, ShortensALongMessageAndShowsAllOfItOnHover)
     open();
     resizeTo(window().minimumSize());
     const QString message = u"Saved 3 reports to "_s + QString(300, u'n') + u".txt"_s;
-    model().setExportMessage(message);
+    model().exports().setExportMessage(message);
     const auto* label = the<QLabel>(u"Last export"_s);
     EXPECT_EQ(label->toolTip(), message);
     EXPECT_EQ(window().width(), window().minimumWidth());
@@ -127,7 +127,7 @@ TEST_F(HeaderBar, TicksPlatformsByGroupAndStaysOpen)
     QAction* action = entry(menu, u"Harbour Video"_s);
     ASSERT_TRUE(action->isChecked());
     QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
-    EXPECT_FALSE(model().enabledProfileIDs().contains(u"harbour-video"_s));
+    EXPECT_FALSE(model().profiles().enabledProfileIDs().contains(u"harbour-video"_s));
     EXPECT_FALSE(action->isChecked());
     EXPECT_TRUE(menu.isVisible());
     QTest::mouseRelease(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
@@ -138,9 +138,9 @@ TEST_F(HeaderBar, TicksPlatformsByGroupAndStaysOpen)
     EXPECT_TRUE(menu.isVisible());
     QTest::mouseClick(&menu, Qt::LeftButton, {},
                       menu.actionGeometry(entry(menu, u"Select None"_s)).center());
-    EXPECT_TRUE(model().enabledProfileIDs().empty());
+    EXPECT_TRUE(model().profiles().enabledProfileIDs().empty());
     entry(menu, u"Select All"_s)->trigger();
-    EXPECT_EQ(model().enabledProfiles().size(), model().profiles().size());
+    EXPECT_EQ(model().profiles().enabledProfiles().size(), model().profiles().profiles().size());
 }
 
 TEST_F(HeaderBar, TheLookChangesAtOnceAndIsRemembered)

@@ -38,7 +38,10 @@ protected:
         return names;
     }
     static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
-    QString selected() { return model().analysis(*model().selectedAnalysisID())->url.fileName(); }
+    QString selected()
+    {
+        return model().files().analysis(*model().files().selectedAnalysisID())->url.fileName();
+    }
 };
 
 TEST_F(Keyboard, ArrowsChooseAFile)

@@ -98,12 +98,13 @@ TEST_F(Names, AreThereInEveryStateOfAFile)
 {
     open();
     drop({anyFile("fail.mp4"), anyFile("bad.mp4"), anyFile("run.mp4"), anyFile("wait.mp4")});
-    ASSERT_TRUE(soon([&] { return model().progress(model().analyses()[2].id) != nullptr; }));
-    for (const FileAnalysis& file : model().analyses()) {
-        model().select(file.id);
+    ASSERT_TRUE(soon(
+        [&] { return model().queue().progress(model().files().analyses()[2].id) != nullptr; }));
+    for (const FileAnalysis& file : model().files().analyses()) {
+        model().files().select(file.id);
         EXPECT_EQ(missing(), QStringList()) << file.url.fileName().toStdString();
     }
-    model().select(std::nullopt);
+    model().files().select(std::nullopt);
     EXPECT_EQ(missing(), QStringList());
 }
 

@@ -30,7 +30,7 @@ TEST_F(ReportPane, BeginsWithTheVerdict)
 {
     report("fail.mp4");
     EXPECT_TRUE(shows(u"Passes 1 of 3 platforms"_s));
-    EXPECT_TRUE(shows(model().selectedReport()->summaryLine));
+    EXPECT_TRUE(shows(model().files().selectedReport()->summaryLine));
 }
 
 TEST_F(ReportPane, OpensWhatFailsAndTellsHowFreshItIs)
@@ -84,7 +84,7 @@ TEST_F(ReportPane, IsAsHighAsItsRows)
 TEST_F(ReportPane, AnotherChoiceOfPlatformsRescoresWhatIsShown)
 {
     auto& sections = report("fail.mp4");
-    model().toggle(u"harbour-video"_s);
+    model().profiles().toggle(u"harbour-video"_s);
     EXPECT_TRUE(soon([&] { return rowOf(sections, u"Fail, Harbour Video"_s) < 0; }));
     EXPECT_TRUE(soonShows(u"Passes 1 of 2 platforms"_s));
 }

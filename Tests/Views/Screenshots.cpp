@@ -42,7 +42,7 @@ public:
         std::vector<FileUrl> urls;
         for (const std::string& name : names)
             urls.push_back(FileUrl::fromPath(m_files.write(name, name.c_str())));
-        m_model->add(urls);
+        m_model->files().add(urls);
         if (!QTest::qWaitFor([this] { return isSettled(); }, 60'000))
             std::cerr << "a file did not come as far as its scene asks\n";
     }
@@ -56,23 +56,23 @@ public:
     {
         m_scene->release();
         m_model->saveWorkspaceNow();
-        std::filesystem::remove(m_model->analyses().front().url.path());
+        std::filesystem::remove(m_model->files().analyses().front().url.path());
         m_window.reset();
         m_model.reset();
         open({});
         if (!QTest::qWaitFor(
-                [this] { return m_model->analyses().front().is<FileAnalysis::Missing>(); }))
+                [this] { return m_model->files().analyses().front().is<FileAnalysis::Missing>(); }))
             std::cerr << "the lost file is not missed\n";
     }
     void signOff(std::size_t row, ReviewSignOff::Decision decision)
     {
-        auto review = ReviewStore::loadOrCreate(m_model->analyses().at(row).url);
+        auto review = ReviewStore::loadOrCreate(m_model->files().analyses().at(row).url);
         if (!review)
             return;
         review->signOff =
             ReviewSignOff{.decision = decision, .decidedAt = QDateTime::currentDateTimeUtc()};
         if (ReviewStore::save(*review))
-            m_model->refreshSignOffs();
+            m_model->signOffs().refreshAll();
     }
     /// Opens the checks of that title.
     void openChecks(const QString& title)
@@ -82,7 +82,10 @@ public:
             if (sections.model()->index(row, 0).data().toString() == title)
                 Q_EMIT sections.clicked(sections.model()->index(row, 0));
     }
-    void select(std::size_t row) { m_model->select(m_model->analyses().at(row).id); }
+    void select(std::size_t row)
+    {
+        m_model->files().select(m_model->files().analyses().at(row).id);
+    }
     void close()
     {
         m_scene->release();
@@ -142,14 +145,16 @@ private:
     }
     bool isSettled() const
     {
-        return std::ranges::all_of(m_model->analyses(), [this](const FileAnalysis& file) {
+        return std::ranges::all_of(m_model->files().analyses(), [this](const FileAnalysis& file) {
             if (file.is<FileAnalysis::Queued>())
-                return m_model->isWorking()
-                       && std::ranges::any_of(m_model->analyses(), [this](const auto& other) {
-                              const auto* progress = m_model->progress(other.id);
-                              return progress != nullptr && progress->mediaSeconds > 0;
-                          });
-            return !file.is<FileAnalysis::Running>() || m_model->progress(file.id) != nullptr;
+                return m_model->queue().isWorking()
+                       && std::ranges::any_of(
+                           m_model->files().analyses(), [this](const auto& other) {
+                               const auto* progress = m_model->queue().progress(other.id);
+                               return progress != nullptr && progress->mediaSeconds > 0;
+                           });
+            return !file.is<FileAnalysis::Running>()
+                   || m_model->queue().progress(file.id) != nullptr;
         });
     }
 
@@ -199,7 +204,7 @@ void shootStates(Studio& studio, const QString& look)
     studio.withdrawDrop();
     studio.openChecks(u"Loudness"_s);
     studio.shoot(look + u"-report-open"_s);
-    studio.model().setExportMessage(u"Saved 2 reports to Vantroque Report.txt"_s);
+    studio.model().exports().setExportMessage(u"Saved 2 reports to Vantroque Report.txt"_s);
     studio.window().resize(1024, 700);
     studio.shoot(look + u"-report-small"_s);
     studio.window().resize(1440, 900);
@@ -208,7 +213,7 @@ void shootStates(Studio& studio, const QString& look)
         studio.select(i + 2);
         studio.shoot(look + rest[i]);
     }
-    studio.model().setEnabledProfileIDs({});
+    studio.model().profiles().setEnabledProfileIDs({});
     studio.select(1);
     studio.shoot(look + u"-no-platforms"_s);
     studio.close();

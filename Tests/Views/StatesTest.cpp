@@ -20,7 +20,7 @@ TEST_F(States, MissingToolsAreNamedWithAHintForThisSystem)
     const ScopedVariable nowhere("VANTROQUE_FFMPEG_DIR", "/nonexistent");
     const ScopedVariable path("PATH", "/nonexistent");
     open();
-    if (!model().toolMissing())
+    if (!model().queue().toolMissing())
         GTEST_SKIP() << "the tools stand in a fixed folder of this machine";
     EXPECT_TRUE(shows(u"ffmpeg was not found. Install it with: brew install ffmpeg"_s));
     EXPECT_TRUE(shows(u"On Debian and Ubuntu: sudo apt install ffmpeg"_s));
@@ -61,7 +61,7 @@ TEST_F(States, AFileThatWaitsSaysSo)
 {
     open();
     drop({anyFile("run.mp4"), anyFile("wait.mp4")});
-    model().select(model().analyses()[1].id);
+    model().files().select(model().files().analyses()[1].id);
     EXPECT_TRUE(shows(u"Waiting its turn"_s));
     EXPECT_TRUE(shows(u"Files are analysed one at a time."_s));
 }
@@ -86,14 +86,14 @@ TEST_F(States, AReasonOfSeveralLinesIsASentenceWithTheToolsWordsBelow)
     const QString help = list.model()->index(0, 0).data(Qt::ToolTipRole).toString();
     EXPECT_EQ(help.section(u'\n', 1), u"Could not analyze\n"
                                       "The index of the file is missing: it was cut off."_s);
-    model().select(std::nullopt);
+    model().files().select(std::nullopt);
     EXPECT_FALSE(words().join(u' ').contains(u"moov"_s)) << "of the file before";
 }
 
 TEST_F(States, AFileScoredAgainstNoPlatformShowsTheSignOfItsSection)
 {
     open();
-    model().setEnabledProfileIDs({});
+    model().profiles().setEnabledProfileIDs({});
     drop({anyFile("left.mp4")});
     ASSERT_TRUE(soonIdle());
     const FileReport& report = *entry(0).report();
@@ -145,7 +145,7 @@ TEST_F(States, WithoutASelectionThePaneAsksForOne)
 {
     open();
     drop({anyFile("ok.mp4")});
-    model().select(std::nullopt);
+    model().files().select(std::nullopt);
     EXPECT_TRUE(shows(u"Select a file"_s));
 }
 

@@ -228,7 +228,7 @@ private:
     {
         open();
         if (scene == Scene::noPlatforms)
-            model().setEnabledProfileIDs({});
+            model().profiles().setEnabledProfileIDs({});
         if (scene == Scene::empty)
             return window();
         if (scene == Scene::fourFiles || scene == Scene::waiting)
@@ -238,7 +238,7 @@ private:
                                                : "ok.mp4")});
         EXPECT_TRUE(soonIdle());
         if (scene == Scene::unselected)
-            model().select(std::nullopt);
+            model().files().select(std::nullopt);
         if (auto* sections = the<ReportSections>(); scene == Scene::report)
             for (int row = sections->model()->rowCount() - 1; row >= 0; --row)
                 if (rows(*sections)[row].startsWith(u"Fail, Loudness"_s))
@@ -250,9 +250,10 @@ private:
     QStringList held(Scene scene)
     {
         drop({anyFile("fail.mp4"), anyFile("bad.mp4"), anyFile("run.mp4"), anyFile("wait.mp4")});
-        EXPECT_TRUE(soon([&] { return model().progress(model().analyses()[2].id) != nullptr; }));
+        EXPECT_TRUE(soon(
+            [&] { return model().queue().progress(model().files().analyses()[2].id) != nullptr; }));
         if (scene == Scene::waiting)
-            model().select(model().analyses()[3].id);
+            model().files().select(model().files().analyses()[3].id);
         return window();
     }
 
@@ -263,7 +264,7 @@ private:
         EXPECT_TRUE(soonIdle());
         for (const bool approved : {true, false}) {
             FileReview review;
-            review.fingerprint = *model().analyses()[approved ? 0 : 1].fingerprint;
+            review.fingerprint = *model().files().analyses()[approved ? 0 : 1].fingerprint;
             review.signOff =
                 ReviewSignOff{.decision = approved ? ReviewSignOff::Decision::approved
                                                    : ReviewSignOff::Decision::needsRevisions,
@@ -273,8 +274,8 @@ private:
                               .failingWhenSigned = {}};
             EXPECT_TRUE(ReviewStore::save(review).has_value());
         }
-        model().refreshSignOffs();
-        EXPECT_TRUE(soon([&] { return model().analyses()[1].signOff.has_value(); }));
+        model().signOffs().refreshAll();
+        EXPECT_TRUE(soon([&] { return model().files().analyses()[1].signOff.has_value(); }));
         return window();
     }
 
@@ -288,7 +289,8 @@ private:
         quit();
         std::filesystem::remove(file.path());
         open();
-        EXPECT_TRUE(soon([&] { return model().analyses()[0].is<FileAnalysis::Missing>(); }));
+        EXPECT_TRUE(
+            soon([&] { return model().files().analyses()[0].is<FileAnalysis::Missing>(); }));
         return window();
     }
 

@@ -152,10 +152,28 @@ std::optional<FileReview> load(const QString& fingerprint)
 Result<FileReview> loadOrCreate(const FileUrl& url)
 {
     const QString key = TRY(fingerprint(url));
-    FileReview review = load(key).value_or(newReview(key, url));
+    return reviewOf(url, key, load(key));
+}
+
+FileReview reviewOf(const FileUrl& url, const QString& fingerprint,
+                    const std::optional<FileReview>& stored)
+{
+    FileReview review = stored ? *stored : newReview(fingerprint, url);
     review.lastKnownPath = PathText::of(url);
     review.fileName = url.fileName();
     return review;
+}
+
+std::optional<Stamp> stamp(const QString& fingerprint)
+{
+    const auto file = fileOf(fingerprint);
+    struct stat status {};
+    if (!file || ::stat(file->c_str(), &status) != 0)
+        return std::nullopt;
+    constexpr std::int64_t second = 1'000'000'000;
+    return Stamp{.file = status.st_ino,
+                 .size = status.st_size,
+                 .nanoseconds = status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec};
 }
 
 Result<void> save(const FileReview& review, const QDateTime& now)

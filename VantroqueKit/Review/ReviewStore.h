@@ -4,6 +4,7 @@
 #include "Base/Result.h"
 #include "Records/FileReview.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -32,6 +33,19 @@ std::optional<FileReview> load(const QString& fingerprint);
 /// The stored review with the file's present name and place, or a new one. Saves nothing. Fails
 /// when the file cannot be read.
 Result<FileReview> loadOrCreate(const FileUrl& url);
+/// The same of a review that was loaded before, or of none; the file need not be there.
+FileReview reviewOf(const FileUrl& url, const QString& fingerprint,
+                    const std::optional<FileReview>& stored);
+
+/// Which file of the disk holds the stored review, and when it was written: another one, and it
+/// must be loaded again. Nothing where none is stored.
+struct Stamp {
+    std::uint64_t file = 0;
+    std::int64_t size = 0;
+    std::int64_t nanoseconds = 0;
+    bool operator==(const Stamp&) const = default;
+};
+std::optional<Stamp> stamp(const QString& fingerprint);
 
 /// Stores the review with `now` as its `updatedAt`; a crash leaves the old file or the new one.
 /// What a newer version of the program has added to the stored record stays in it.

@@ -3,18 +3,20 @@
 #include "VantroqueApp/Model/Background/Mailbox.h"
 #include "VantroqueApp/Model/Background/Worker.h"
 
+#include <atomic>
 #include <utility>
 
 namespace vantroque {
 
 /// Does work in the background, one piece after the other, and brings what came of each back to
 /// the thread that made this, in order. At its end the work at hand is finished, what waits after
-/// it is dropped, and nothing comes back any more. One thread, but for `tell`.
+/// it is dropped, and nothing comes back any more.
 class Tasks {
 public:
     explicit Tasks(Worker::Priority priority = Worker::Priority::usual) : m_worker(priority) {}
 
-    /// `work` is done in the background; `then` gets what it returned.
+    /// `work` is done in the background; `then` gets what it returned, on the thread that made
+    /// this. Any thread may ask for it.
     template<typename Work, typename Then>
     void run(Work work, Then then)
     {
@@ -35,7 +37,7 @@ public:
     void waitUntilDone() { m_worker.waitUntilIdle(); }
 
 private:
-    int m_open = 0;
+    std::atomic<int> m_open = 0;
     Mailbox m_mailbox;
     Worker m_worker; ///< Ends first.
 };

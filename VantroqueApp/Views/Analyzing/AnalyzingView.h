@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Progress/AnalysisProgress.h"
-#include "VantroqueApp/Model/FileAnalysis.h"
+#include "VantroqueApp/Model/Files/FileAnalysis.h"
 
 #include <QWidget>
 

@@ -7,12 +7,12 @@
 
 namespace vantroque {
 
-FileListModel::FileListModel(AppModel& model, QObject* parent)
-    : QAbstractListModel(parent), m_model(model), m_files(model.analyses())
+FileListModel::FileListModel(const FileList& list, const AnalysisQueue& queue, QObject* parent)
+    : QAbstractListModel(parent), m_list(list), m_queue(queue), m_files(list.analyses())
 {
-    connect(&m_model, &AppModel::listChanged, this, &FileListModel::follow);
-    connect(&m_model, &AppModel::entryChanged, this, &FileListModel::refresh);
-    connect(&m_model, &AppModel::progressChanged, this, &FileListModel::refresh);
+    connect(&list, &FileList::listChanged, this, &FileListModel::follow);
+    connect(&list, &FileList::entryChanged, this, &FileListModel::refresh);
+    connect(&queue, &AnalysisQueue::progressChanged, this, &FileListModel::refresh);
 }
 
 /// Files keep their order, and new ones come last.
@@ -25,9 +25,9 @@ void FileListModel::follow()
 void FileListModel::removeGone()
 {
     std::vector<bool> isGone;
-    auto next = m_model.analyses().begin();
+    auto next = m_list.analyses().begin();
     for (const FileAnalysis& file : m_files) {
-        isGone.push_back(next == m_model.analyses().end() || next->id != file.id);
+        isGone.push_back(next == m_list.analyses().end() || next->id != file.id);
         if (!isGone.back())
             ++next;
     }
@@ -47,7 +47,7 @@ void FileListModel::removeGone()
 
 void FileListModel::appendNew()
 {
-    const auto& files = m_model.analyses();
+    const auto& files = m_list.analyses();
     if (files.size() == m_files.size())
         return;
     beginInsertRows({}, rowCount(), static_cast<int>(files.size()) - 1);
@@ -78,7 +78,7 @@ const FileAnalysis& FileListModel::entry(const QModelIndex& index) const
 
 const AnalysisProgress::Snapshot* FileListModel::progress(const QModelIndex& index) const
 {
-    return m_model.progress(entry(index).id);
+    return m_queue.progress(entry(index).id);
 }
 
 QModelIndex FileListModel::indexOf(const std::optional<QUuid>& id) const
@@ -90,7 +90,7 @@ QModelIndex FileListModel::indexOf(const std::optional<QUuid>& id) const
 
 void FileListModel::refresh(const QUuid& id)
 {
-    const FileAnalysis* file = m_model.analysis(id);
+    const FileAnalysis* file = m_list.analysis(id);
     const QModelIndex changed = indexOf(id);
     if (file == nullptr || !changed.isValid())
         return;

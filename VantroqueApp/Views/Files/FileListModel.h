@@ -1,6 +1,7 @@
 #pragma once
 
-#include "VantroqueApp/Model/AppModel.h"
+#include "VantroqueApp/Model/Analyzing/AnalysisQueue.h"
+#include "VantroqueApp/Model/Files/FileList.h"
 
 #include <QAbstractListModel>
 
@@ -10,7 +11,7 @@ namespace vantroque {
 /// are in the view.
 class FileListModel : public QAbstractListModel {
 public:
-    explicit FileListModel(AppModel& model, QObject* parent = nullptr);
+    FileListModel(const FileList& list, const AnalysisQueue& queue, QObject* parent = nullptr);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -25,8 +26,9 @@ private:
     void appendNew();
     void refresh(const QUuid& id);
 
-    AppModel& m_model;
-    /// What the view knows of. While it is told of a change, the model is ahead of it.
+    const FileList& m_list;
+    const AnalysisQueue& m_queue;
+    /// What the view knows of. While it is told of a change, the list has changed already.
     std::vector<FileAnalysis> m_files;
 };
 

@@ -11,8 +11,8 @@ namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-FileListView::FileListView(AppModel& model, QWidget* parent)
-    : QListView(parent), m_model(model), m_files(new FileListModel(model, this))
+FileListView::FileListView(FileList& list, const AnalysisQueue& queue, QWidget* parent)
+    : QListView(parent), m_list(list), m_files(new FileListModel(list, queue, this))
 {
     setAccessibleName(u"Files"_s);
     setModel(m_files);
@@ -24,12 +24,12 @@ FileListView::FileListView(AppModel& model, QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     connect(delegate, &FileRowDelegate::removeRequested, this, &FileListView::remove);
-    connect(&m_model, &AppModel::listChanged, this, [this] {
+    connect(&m_list, &FileList::listChanged, this, [this] {
         fitRows();
         showSelection();
         tellVisible();
     });
-    connect(&m_model, &AppModel::selectionChanged, this, &FileListView::showSelection);
+    connect(&m_list, &FileList::selectionChanged, this, &FileListView::showSelection);
     fitRows();
     showSelection();
 }
@@ -61,7 +61,7 @@ void FileListView::showMenu(const QModelIndex& index, const QPoint& place)
     auto* reveal =
         menu->addAction(u"Reveal in Finder"_s, [folder] { QDesktopServices::openUrl(folder); });
     reveal->setToolTip(u"Opens the folder in the file manager"_s);
-    menu->addAction(u"Remove from List"_s, [this, id] { m_model.remove(id); });
+    menu->addAction(u"Remove from List"_s, [this, id] { m_list.remove(id); });
     menu->popup(place);
 }
 
@@ -88,7 +88,7 @@ void FileListView::currentChanged(const QModelIndex& current, const QModelIndex&
 {
     QListView::currentChanged(current, previous);
     if (current.isValid())
-        m_model.select(m_files->entry(current).id);
+        m_list.select(m_files->entry(current).id);
 }
 
 void FileListView::rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end)
@@ -100,7 +100,7 @@ void FileListView::rowsAboutToBeRemoved(const QModelIndex& parent, int start, in
 void FileListView::remove(const QModelIndex& index)
 {
     if (index.isValid())
-        m_model.remove(m_files->entry(index).id);
+        m_list.remove(m_files->entry(index).id);
 }
 
 void FileListView::fitRows()
@@ -117,12 +117,12 @@ void FileListView::tellVisible()
     std::set<QUuid> ids;
     for (int row = first; row <= last; ++row)
         ids.insert(m_files->entry(m_files->index(row)).id);
-    m_model.setVisible(std::move(ids));
+    m_list.setVisible(std::move(ids));
 }
 
 void FileListView::showSelection()
 {
-    if (const QModelIndex index = m_files->indexOf(m_model.selectedAnalysisID());
+    if (const QModelIndex index = m_files->indexOf(m_list.selectedAnalysisID());
         index != currentIndex())
         setCurrentIndex(index);
 }

@@ -6,12 +6,12 @@
 
 namespace vantroque {
 
-/// The files. As high as its rows where there is room, and tells the model which are in sight.
+/// The files. As high as its rows where there is room, and tells the list which are in sight.
 class FileListView : public QListView {
     Q_OBJECT
 
 public:
-    explicit FileListView(AppModel& model, QWidget* parent = nullptr);
+    FileListView(FileList& list, const AnalysisQueue& queue, QWidget* parent = nullptr);
 
     void dataChanged(const QModelIndex& first, const QModelIndex& last,
                      const QList<int>& roles) override;
@@ -31,7 +31,7 @@ private:
     void tellVisible();
     void showSelection();
 
-    AppModel& m_model;
+    FileList& m_list;
     FileListModel* m_files;
 };
 

@@ -12,9 +12,12 @@ namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-Sidebar::Sidebar(AppModel& model, QWidget* parent)
+Sidebar::Sidebar(FileList& list, const AnalysisQueue& queue, const ProfileChoice& profiles,
+                 QWidget* parent)
     : QWidget(parent),
-      m_model(model),
+      m_list(list),
+      m_profiles(profiles),
+      m_files(new FileListView(list, queue, this)),
       m_well(DropWell::small(this)),
       m_platforms(Type::label({}, Type::caption, QFont::Normal, Type::Ink::text2)),
       m_count(Type::label({}, Type::caption, QFont::Normal, Type::Ink::text2))
@@ -24,15 +27,15 @@ Sidebar::Sidebar(AppModel& model, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 8, 8, 8);
     layout->setSpacing(0);
-    layout->addWidget(new FileListView(model, this), 1);
+    layout->addWidget(m_files, 1);
     layout->addSpacing(6);
     layout->addWidget(m_well);
     layout->addSpacing(8);
     layout->addStretch(0);
     layout->addWidget(foot());
     connect(m_well, &DropWell::pressed, this, &Sidebar::addPressed);
-    connect(&model, &AppModel::listChanged, this, &Sidebar::refresh);
-    connect(&model, &AppModel::enabledProfilesChanged, this, &Sidebar::refresh);
+    connect(&list, &FileList::listChanged, this, &Sidebar::refresh);
+    connect(&profiles, &ProfileChoice::changed, this, &Sidebar::refresh);
     refresh();
 }
 
@@ -46,7 +49,7 @@ QWidget* Sidebar::foot()
     clear->setFont(Type::text(Type::caption, QFont::Medium));
     clear->setAccessibleName(clear->text());
     clear->setToolTip(u"Remove every file from the list"_s);
-    connect(clear, &QPushButton::clicked, &m_model, &AppModel::clearAll);
+    connect(clear, &QPushButton::clicked, &m_list, &FileList::clearAll);
     m_platforms->setWordWrap(true);
     auto* counted = new QHBoxLayout;
     counted->addWidget(m_count);
@@ -62,11 +65,11 @@ QWidget* Sidebar::foot()
 
 void Sidebar::refresh()
 {
-    const auto files = m_model.analyses().size();
+    const auto files = m_list.analyses().size();
     m_count->setText(files == 1 ? u"1 file"_s : u"%1 files"_s.arg(files));
-    const auto platforms = m_model.enabledProfiles().size();
-    if (m_model.profilesError())
-        m_platforms->setText(*m_model.profilesError());
+    const auto platforms = m_profiles.enabledProfiles().size();
+    if (m_profiles.profilesError())
+        m_platforms->setText(*m_profiles.profilesError());
     else if (platforms == 0)
         m_platforms->setText(u"No platforms selected"_s);
     else

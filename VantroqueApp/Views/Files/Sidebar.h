@@ -1,6 +1,8 @@
 #pragma once
 
-#include "VantroqueApp/Model/AppModel.h"
+#include "VantroqueApp/Model/Analyzing/AnalysisQueue.h"
+#include "VantroqueApp/Model/Choices/ProfileChoice.h"
+#include "VantroqueApp/Model/Files/FileList.h"
 
 #include <QWidget>
 
@@ -9,6 +11,7 @@ class QLabel;
 namespace vantroque {
 
 class DropWell;
+class FileListView;
 
 /// The list of files, where more can be dropped, and how many they are.
 class Sidebar : public QWidget {
@@ -19,7 +22,9 @@ public:
     static constexpr int usual = 280;
     static constexpr int widest = 360;
 
-    explicit Sidebar(AppModel& model, QWidget* parent = nullptr);
+    Sidebar(FileList& list, const AnalysisQueue& queue, const ProfileChoice& profiles,
+            QWidget* parent = nullptr);
+    FileListView& files() { return *m_files; }
     DropWell& well() { return *m_well; }
 
 Q_SIGNALS:
@@ -29,7 +34,9 @@ private:
     QWidget* foot();
     void refresh();
 
-    AppModel& m_model;
+    FileList& m_list;
+    const ProfileChoice& m_profiles;
+    FileListView* m_files;
     DropWell* m_well;
     QLabel* m_platforms;
     QLabel* m_count;

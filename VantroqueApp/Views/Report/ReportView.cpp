@@ -50,9 +50,9 @@ std::vector<ChannelMeters::Channel> loudestMoments(const MediaInfo& media)
 
 } // namespace
 
-ReportView::ReportView(AppModel& model, QWidget* parent)
+ReportView::ReportView(const ProfileChoice& profiles, QWidget* parent)
     : QScrollArea(parent),
-      m_model(model),
+      m_profiles(profiles),
       m_page(new QWidget),
       m_figures(new QWidget),
       m_layout(new QBoxLayout(QBoxLayout::TopToBottom, m_page)),
@@ -92,11 +92,11 @@ void ReportView::show(const FileAnalysis& file)
 {
     const FileReport& report = *file.report();
     m_summary->show(report);
-    m_cards->show(report, file.media.get(), m_model.enabledProfiles());
-    m_loudness->show(report, LoudnessTarget::across(m_model.enabledProfiles()));
+    m_cards->show(report, file.media.get(), m_profiles.enabledProfiles());
+    m_loudness->show(report, LoudnessTarget::across(m_profiles.enabledProfiles()));
     showChannels(file);
     const bool another = std::exchange(m_shown, file.id) != file.id;
-    m_sections->show(report, m_model.profiles(), another);
+    m_sections->show(report, m_profiles.profiles(), another);
     if (another)
         verticalScrollBar()->setValue(0);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "VantroqueApp/Model/AppModel.h"
+#include "VantroqueApp/Model/Choices/ProfileChoice.h"
+#include "VantroqueApp/Model/Files/FileAnalysis.h"
 
 #include <QScrollArea>
 
@@ -20,7 +21,7 @@ class ReportView : public QScrollArea {
     Q_OBJECT
 
 public:
-    explicit ReportView(AppModel& model, QWidget* parent = nullptr);
+    explicit ReportView(const ProfileChoice& profiles, QWidget* parent = nullptr);
     /// `file` has a report.
     void show(const FileAnalysis& file);
 
@@ -30,7 +31,7 @@ protected:
 private:
     void showChannels(const FileAnalysis& file);
 
-    AppModel& m_model;
+    const ProfileChoice& m_profiles;
     QWidget* m_page;
     QWidget* m_figures;
     QBoxLayout* m_layout;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantroqueApp/Model/Appearance.h"
+#include "VantroqueApp/Model/Choices/AppearanceChoice.h"
 
 /// Dresses the whole application.
 namespace vantroque::Look {

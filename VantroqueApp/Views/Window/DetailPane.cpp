@@ -8,37 +8,38 @@ namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-DetailPane::DetailPane(AppModel& model, QWidget* parent)
+DetailPane::DetailPane(const FileList& list, const AnalysisQueue& queue,
+                       const ProfileChoice& profiles, QWidget* parent)
     : QStackedWidget(parent),
-      m_model(model),
+      m_list(list),
+      m_queue(queue),
       m_message(new MessagePane(this)),
       m_analyzing(new AnalyzingView(this)),
-      m_report(new ReportView(model, this))
+      m_report(new ReportView(profiles, this))
 {
     setObjectName(u"detail"_s);
     addWidget(m_message);
     addWidget(m_analyzing);
     addWidget(m_report);
     const auto ifSelected = [this](const QUuid& id) {
-        if (id == m_model.selectedAnalysisID())
+        if (id == m_list.selectedAnalysisID())
             refresh();
     };
-    connect(&m_model, &AppModel::selectionChanged, this, &DetailPane::refresh);
-    connect(&m_model, &AppModel::entryChanged, this, ifSelected);
-    connect(&m_model, &AppModel::progressChanged, this, ifSelected);
-    connect(&m_model, &AppModel::enabledProfilesChanged, this, [this] { m_shownReport.reset(); });
+    connect(&list, &FileList::selectionChanged, this, &DetailPane::refresh);
+    connect(&list, &FileList::entryChanged, this, ifSelected);
+    connect(&queue, &AnalysisQueue::progressChanged, this, ifSelected);
+    connect(&profiles, &ProfileChoice::changed, this, [this] { m_shownReport.reset(); });
     refresh();
 }
 
 void DetailPane::refresh()
 {
-    const auto& id = m_model.selectedAnalysisID();
-    const FileAnalysis* file = id ? m_model.analysis(*id) : nullptr;
+    const FileAnalysis* file = m_list.selected();
     if (file != nullptr && file->report() != nullptr) {
         showReport(*file);
         setCurrentWidget(m_report);
     } else if (file != nullptr && file->is<FileAnalysis::Running>()) {
-        m_analyzing->show(*file, m_model.progress(file->id));
+        m_analyzing->show(*file, m_queue.progress(file->id));
         setCurrentWidget(m_analyzing);
     } else {
         showMessage(file);

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "VantroqueApp/Model/AppModel.h"
+#include "VantroqueApp/Model/Analyzing/AnalysisQueue.h"
+#include "VantroqueApp/Model/Choices/ProfileChoice.h"
+#include "VantroqueApp/Model/Files/FileList.h"
 
 #include <QStackedWidget>
 
@@ -13,14 +15,16 @@ class ReportView;
 /// What is known of the selected file, by its state.
 class DetailPane : public QStackedWidget {
 public:
-    explicit DetailPane(AppModel& model, QWidget* parent = nullptr);
+    DetailPane(const FileList& list, const AnalysisQueue& queue, const ProfileChoice& profiles,
+               QWidget* parent = nullptr);
 
 private:
     void refresh();
     void showReport(const FileAnalysis& file);
     void showMessage(const FileAnalysis* file);
 
-    AppModel& m_model;
+    const FileList& m_list;
+    const AnalysisQueue& m_queue;
     MessagePane* m_message;
     AnalyzingView* m_analyzing;
     ReportView* m_report;

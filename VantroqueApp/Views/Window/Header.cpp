@@ -20,9 +20,12 @@ namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-Header::Header(AppModel& model, QWidget* parent)
+Header::Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& appearance,
+               Exports& exports, QWidget* parent)
     : QWidget(parent),
-      m_model(model),
+      m_list(list),
+      m_appearance(appearance),
+      m_exports(exports),
       m_add(new ToolButton(u"plus"_s, u"Add File"_s, this)),
       m_profiles(new ToolButton(u"list"_s, u"Profiles"_s, this)),
       m_export(new ToolButton(u"export"_s, u"Export Report"_s, this)),
@@ -46,7 +49,7 @@ Header::Header(AppModel& model, QWidget* parent)
     m_add->setToolTip(u"Choose video files to check"_s);
     connect(m_add, &QToolButton::clicked, this, &Header::addPressed);
     m_profiles->setToolTip(u"Choose the platforms to check against"_s);
-    m_profiles->setMenu(new ProfilesMenu(model, m_profiles));
+    m_profiles->setMenu(new ProfilesMenu(profiles, m_profiles));
     m_export->setToolTip(u"Export the QC report and any review notes"_s);
     m_export->setMenu(exportMenu());
 
@@ -55,12 +58,12 @@ Header::Header(AppModel& model, QWidget* parent)
     m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_message->setAccessibleName(u"Last export"_s);
     m_messageEnd->setSingleShot(true);
-    connect(m_messageEnd, &QTimer::timeout, this, [this] { m_model.setExportMessage({}); });
+    connect(m_messageEnd, &QTimer::timeout, this, [this] { m_exports.setExportMessage({}); });
 
-    connect(&model, &AppModel::listChanged, this, &Header::refresh);
-    connect(&model, &AppModel::entryChanged, this, &Header::refresh);
-    connect(&model, &AppModel::selectionChanged, this, &Header::refresh);
-    connect(&model, &AppModel::exportMessageChanged, this, &Header::showMessage);
+    connect(&list, &FileList::listChanged, this, &Header::refresh);
+    connect(&list, &FileList::entryChanged, this, &Header::refresh);
+    connect(&list, &FileList::selectionChanged, this, &Header::refresh);
+    connect(&exports, &Exports::exportMessageChanged, this, &Header::showMessage);
     refresh();
 }
 
@@ -104,9 +107,9 @@ void Header::addAppearanceMenu(QMenu& view)
         {u"Dark"_s, AppearanceMode::dark}};
     for (const auto& [name, mode] : modes) {
         QAction* action =
-            menu->addAction(name, [this, mode = mode] { m_model.setAppearance(mode); });
+            menu->addAction(name, [this, mode = mode] { m_appearance.setMode(mode); });
         action->setCheckable(true);
-        action->setChecked(m_model.appearance() == mode);
+        action->setChecked(m_appearance.mode() == mode);
         m_appearances->addAction(action);
     }
 }
@@ -116,7 +119,7 @@ QMenu* Header::exportMenu()
     auto* menu = new QMenu(m_export);
     menu->setAccessibleName(m_export->text());
     menu->setToolTipsVisible(true);
-    QAction* text = menu->addAction(u"This File as Text"_s, &m_model, &AppModel::saveReport);
+    QAction* text = menu->addAction(u"This File as Text"_s, &m_exports, &Exports::saveReport);
     text->setToolTip(u"Writes this report, and those of all other analysed files, into one file"_s);
     menu->addSeparator();
     MenuHeading::add(*menu, u"Markers for This File"_s);
@@ -126,19 +129,19 @@ QMenu* Header::exportMenu()
         {u"Premiere"_s, MarkerExport::Format::premiere},
         {u"Comma separated"_s, MarkerExport::Format::csv}};
     for (const auto& [name, format] : formats)
-        menu->addAction(name, [this, format = format] { m_model.exportMarkers(format); });
+        menu->addAction(name, [this, format = format] { m_exports.exportMarkers(format); });
     return menu;
 }
 
 void Header::refresh()
 {
-    m_export->setEnabled(m_model.selectedReport() != nullptr);
+    m_export->setEnabled(m_list.selectedReport() != nullptr);
 }
 
 void Header::showMessage()
 {
     constexpr int milliseconds = 8000;
-    const QString text = m_model.exportMessage().value_or(QString());
+    const QString text = m_exports.exportMessage().value_or(QString());
     m_message->setText(text.section(u'\n', 0, 0));
     m_message->setToolTip(text);
     if (!text.isEmpty())

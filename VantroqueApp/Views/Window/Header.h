@@ -1,6 +1,9 @@
 #pragma once
 
-#include "VantroqueApp/Model/AppModel.h"
+#include "VantroqueApp/Model/Choices/AppearanceChoice.h"
+#include "VantroqueApp/Model/Choices/ProfileChoice.h"
+#include "VantroqueApp/Model/Exports/Exports.h"
+#include "VantroqueApp/Model/Files/FileList.h"
 
 #include <QWidget>
 
@@ -18,7 +21,8 @@ class Header : public QWidget {
     Q_OBJECT
 
 public:
-    explicit Header(AppModel& model, QWidget* parent = nullptr);
+    Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& appearance,
+           Exports& exports, QWidget* parent = nullptr);
 
 Q_SIGNALS:
     void addPressed();
@@ -32,7 +36,9 @@ private:
     void refresh();
     void showMessage();
 
-    AppModel& m_model;
+    const FileList& m_list;
+    AppearanceChoice& m_appearance;
+    Exports& m_exports;
     QToolButton* m_add;
     QToolButton* m_profiles;
     QToolButton* m_export;

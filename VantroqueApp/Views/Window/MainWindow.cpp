@@ -25,10 +25,13 @@ using namespace Qt::StringLiterals;
 
 MainWindow::MainWindow(AppModel& model)
     : m_model(model),
-      m_header(new Header(model, this)), // the keyboard goes through the widgets as they are made
+      // The keyboard goes through the widgets as they are made.
+      m_header(
+          new Header(model.files(), model.profiles(), model.appearance(), model.exports(), this)),
       m_pages(new QStackedWidget(this)),
-      m_well(DropWell::large(model.toolMissing(), model.profilesError().value_or(QString()), this)),
-      m_sidebar(new Sidebar(model, this)),
+      m_well(DropWell::large(model.queue().toolMissing(),
+                             model.profiles().profilesError().value_or(QString()), this)),
+      m_sidebar(new Sidebar(model.files(), model.queue(), model.profiles(), this)),
       m_files(files())
 {
     setObjectName(u"window"_s);
@@ -49,9 +52,9 @@ MainWindow::MainWindow(AppModel& model)
     connect(m_header, &Header::quitPressed, this, &QWidget::close);
     connect(m_well, &DropWell::pressed, this, &MainWindow::chooseFiles);
     connect(m_sidebar, &Sidebar::addPressed, this, &MainWindow::chooseFiles);
-    connect(&model, &AppModel::listChanged, this, &MainWindow::refresh);
-    connect(&model, &AppModel::appearanceChanged, this,
-            [this] { Look::use(m_model.appearance()); });
+    connect(&model.files(), &FileList::listChanged, this, &MainWindow::refresh);
+    connect(&model.appearance(), &AppearanceChoice::changed, this,
+            [this] { Look::use(m_model.appearance().mode()); });
     refresh();
 }
 
@@ -61,10 +64,10 @@ QSplitter* MainWindow::files()
     splitter->setHandleWidth(1);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_sidebar);
-    auto* list = m_sidebar->findChild<FileListView*>();
-    splitter->setFocusProxy(list);
-    setTabOrder(list, &m_sidebar->well());
-    splitter->addWidget(new DetailPane(m_model, splitter));
+    splitter->setFocusProxy(&m_sidebar->files());
+    setTabOrder(&m_sidebar->files(), &m_sidebar->well());
+    splitter->addWidget(
+        new DetailPane(m_model.files(), m_model.queue(), m_model.profiles(), splitter));
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
     m_sidebar->setMinimumWidth(Sidebar::narrowest);
@@ -109,13 +112,13 @@ void MainWindow::take(std::vector<std::filesystem::path> paths)
 {
     // A folder may be large, or far away.
     m_lister.run([paths = std::move(paths)] { return DroppedFiles::urls(paths); },
-                 [this](const std::vector<FileUrl>& files) { m_model.add(files); });
+                 [this](const std::vector<FileUrl>& files) { m_model.files().add(files); });
 }
 
 void MainWindow::refresh()
 {
     // A list that is still being read is on its way.
-    const bool none = m_model.analyses().empty() && !m_model.isRestoring();
+    const bool none = m_model.files().analyses().empty() && !m_model.workspace().isRestoring();
     QWidget* page = none ? static_cast<QWidget*>(m_well) : m_files;
     if (page == m_pages->currentWidget() && focusWidget() != nullptr)
         return;

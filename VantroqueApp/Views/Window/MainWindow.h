@@ -37,7 +37,7 @@ private:
     void setInviting(bool inviting);
     void take(std::vector<std::filesystem::path> paths);
 
-    AppModel& m_model;
+    AppModel& m_model; ///< Whose parts it hands to the views in it.
     Header* m_header;
     QStackedWidget* m_pages;
     DropWell* m_well;

@@ -11,7 +11,8 @@ namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-ProfilesMenu::ProfilesMenu(AppModel& model, QWidget* parent) : QMenu(parent), m_model(model)
+ProfilesMenu::ProfilesMenu(ProfileChoice& profiles, QWidget* parent)
+    : QMenu(parent), m_profiles(profiles)
 {
     setAccessibleName(u"Profiles"_s);
     setProperty("checklist", true);
@@ -21,22 +22,22 @@ ProfilesMenu::ProfilesMenu(AppModel& model, QWidget* parent) : QMenu(parent), m_
     addGroup(ProfileGroup::recommendation, u"Recommendations"_s);
     addAll(u"Select All"_s, true);
     addAll(u"Select None"_s, false);
-    connect(&model, &AppModel::enabledProfilesChanged, this, &ProfilesMenu::refresh);
+    connect(&profiles, &ProfileChoice::changed, this, &ProfilesMenu::refresh);
     refresh();
 }
 
 void ProfilesMenu::addGroup(ProfileGroup group, const QString& title)
 {
     MenuHeading::add(*this, title);
-    for (const Profile& profile : m_model.profiles()) {
+    for (const Profile& profile : m_profiles.profiles()) {
         if (profile.group != group)
             continue;
         // A menu would take an ampersand for the mark of a shortcut.
         QAction* action = addAction(QString(profile.name).replace(u'&', u"&&"_s));
         action->setCheckable(true);
         action->setData(profile.id);
-        connect(action, &QAction::triggered, &m_model,
-                [this, id = profile.id] { m_model.toggle(id); });
+        connect(action, &QAction::triggered, &m_profiles,
+                [this, id = profile.id] { m_profiles.toggle(id); });
     }
     addSeparator();
 }
@@ -46,9 +47,9 @@ void ProfilesMenu::addAll(const QString& text, bool on)
     addAction(text, [this, on] {
         std::set<QString> ids;
         if (on)
-            for (const Profile& profile : m_model.profiles())
+            for (const Profile& profile : m_profiles.profiles())
                 ids.insert(profile.id);
-        m_model.setEnabledProfileIDs(ids);
+        m_profiles.setEnabledProfileIDs(ids);
     });
 }
 
@@ -86,7 +87,7 @@ void ProfilesMenu::refresh()
 {
     for (QAction* action : actions())
         if (action->isCheckable())
-            action->setChecked(m_model.enabledProfileIDs().contains(action->data().toString()));
+            action->setChecked(m_profiles.enabledProfileIDs().contains(action->data().toString()));
 }
 
 } // namespace vantroque

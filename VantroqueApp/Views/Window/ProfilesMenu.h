@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantroqueApp/Model/AppModel.h"
+#include "VantroqueApp/Model/Choices/ProfileChoice.h"
 
 #include <QMenu>
 
@@ -11,7 +11,7 @@ namespace vantroque {
 /// The check list of platforms. Stays open while one ticks.
 class ProfilesMenu : public QMenu {
 public:
-    explicit ProfilesMenu(AppModel& model, QWidget* parent = nullptr);
+    explicit ProfilesMenu(ProfileChoice& profiles, QWidget* parent = nullptr);
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -24,7 +24,7 @@ private:
     bool triggerAndStay(QAction* action);
     void refresh();
 
-    AppModel& m_model;
+    ProfileChoice& m_profiles;
     QAction* m_pressed = nullptr;
 };
 

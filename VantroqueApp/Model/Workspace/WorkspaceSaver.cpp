@@ -1,4 +1,4 @@
-#include "VantroqueApp/Model/WorkspaceSaver.h"
+#include "VantroqueApp/Model/Workspace/WorkspaceSaver.h"
 
 namespace vantroque {
 

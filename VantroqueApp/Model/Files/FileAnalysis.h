@@ -18,7 +18,7 @@ namespace vantroque {
 struct FileAnalysis {
     struct Done {
         std::shared_ptr<const FileReport> report; ///< Never null.
-        std::uint64_t choice = 0; ///< Of profiles, for which it was scored; counted by the model.
+        std::uint64_t choice = 0; ///< Of profiles, for which it was scored: its number.
     };
     struct Failed {
         QString reason; ///< For the operator.
@@ -47,6 +47,11 @@ struct FileAnalysis {
     {
         const auto* done = std::get_if<Done>(&status);
         return done != nullptr ? done->report.get() : nullptr;
+    }
+    bool isScoredFor(std::uint64_t choice) const
+    {
+        const auto* done = std::get_if<Done>(&status);
+        return done != nullptr && done->choice == choice;
     }
     /// The measurements are of this version of the program.
     bool hasCurrentMedia() const { return media && media->isCurrentAnalysis(); }

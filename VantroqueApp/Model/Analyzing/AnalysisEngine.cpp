@@ -1,4 +1,4 @@
-#include "VantroqueApp/Model/AnalysisEngine.h"
+#include "VantroqueApp/Model/Analyzing/AnalysisEngine.h"
 
 namespace vantroque {
 

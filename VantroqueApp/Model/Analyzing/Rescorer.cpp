@@ -1,0 +1,165 @@
+#include "VantroqueApp/Model/Analyzing/Rescorer.h"
+
+#include "Base/Cancellation.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace vantroque {
+
+Rescorer::Rescorer(FileList& files, const ProfileChoice& choice, const AnalysisEngine& engine)
+    : m_files(files), m_choice(choice), m_engine(engine)
+{
+    connect(&choice, &ProfileChoice::changed, this, &Rescorer::rescoreAll);
+    connect(&files, &FileList::listChanged, this, &Rescorer::forgetGone);
+}
+
+Rescorer::~Rescorer()
+{
+    if (m_measuring)
+        m_measuring->stop.request_stop();
+}
+
+bool Rescorer::isCurrent(const FileAnalysis& entry) const
+{
+    return entry.isScoredFor(m_choice.number());
+}
+
+bool Rescorer::couldNotRescore(const FileAnalysis& entry) const
+{
+    return entry.is<FileAnalysis::Done>() && !isCurrent(entry)
+           && entry.failedChoice == m_choice.number();
+}
+
+void Rescorer::rescoreAll()
+{
+    for (const QUuid& id : m_files.inOrderOfUrgency())
+        rescore(id);
+}
+
+void Rescorer::rescore(const QUuid& id)
+{
+    const FileAnalysis* entry = m_files.analysis(id);
+    if (entry == nullptr || isCurrent(*entry))
+        return;
+    if (needsMeasuring(*entry)) {
+        m_rescoring.insert(id);
+        return measureNext();
+    }
+    if (entry->canBeScored())
+        return score(*entry);
+    // Measured by an older version, so it is measured afresh.
+    std::error_code error;
+    if (entry->is<FileAnalysis::Done>() && !entry->hasCurrentMedia()
+        && std::filesystem::exists(entry->url.path(), error))
+        m_files.queueAgain(id);
+}
+
+void Rescorer::score(const FileAnalysis& entry)
+{
+    m_scorer.run(
+        [this, media = entry.media, profiles = m_choice.shared(),
+         choice = m_choice.number()]() -> std::optional<FileAnalysis::Done> {
+            if (choice != m_choice.number())
+                return std::nullopt; // the next choice scores it again
+            return FileAnalysis::Done{
+                std::make_shared<const FileReport>(Analyzer::report(*media, *profiles)), choice};
+        },
+        [this, id = entry.id, media = entry.media](const std::optional<FileAnalysis::Done>& done) {
+            if (done)
+                takeScore(id, media, *done);
+        });
+}
+
+void Rescorer::takeScore(const QUuid& id, const std::shared_ptr<const MediaInfo>& media,
+                         const FileAnalysis::Done& done)
+{
+    const FileAnalysis* entry = m_files.analysis(id);
+    if (entry != nullptr && entry->media == media && done.choice == m_choice.number()
+        && entry->canBeScored())
+        m_files.change(id, [&](FileAnalysis& changed) { changed.status = done; });
+}
+
+bool Rescorer::needsMeasuring(const FileAnalysis& entry) const
+{
+    return entry.canBeScored()
+           && Analyzer::needsAdditionalSignalPass(*entry.media, m_choice.enabledProfiles());
+}
+
+/// Each is chosen when its turn comes: until then the list, the selection and the choice of
+/// profiles may have changed.
+void Rescorer::measureNext()
+{
+    if (m_measuring || m_rescoring.empty())
+        return;
+    for (const QUuid& id : m_files.inOrderOfUrgency()) {
+        if (!m_rescoring.contains(id))
+            continue;
+        if (const FileAnalysis& entry = *m_files.analysis(id); needsMeasuring(entry))
+            return startMeasuring(entry);
+        m_rescoring.erase(id);
+    }
+}
+
+void Rescorer::startMeasuring(const FileAnalysis& entry)
+{
+    m_measuring = Job{entry.id, {}, entry.media, m_choice.number()};
+    m_measurer.run(
+        [this, job = *m_measuring, profiles = m_choice.shared()] {
+            const Cancellation::Scope scope(job.stop.get_token());
+            Measured measured;
+            MediaInfo media = *job.before;
+            if (auto report = m_engine.rescore(media, *profiles)) {
+                measured.media = std::make_shared<const MediaInfo>(std::move(media));
+                measured.report = std::make_shared<const FileReport>(*std::move(report));
+            }
+            return measured;
+        },
+        [this, job = *m_measuring](const Measured& measured) { finishMeasuring(job, measured); });
+}
+
+void Rescorer::finishMeasuring(const Job& job, const Measured& measured)
+{
+    m_measuring.reset();
+    m_rescoring.erase(job.id);
+    // A file that changed meanwhile is queued again, and what was measured belongs to the old one.
+    const FileAnalysis* entry = m_files.analysis(job.id);
+    if (entry != nullptr && entry->media == job.before && entry->canBeScored())
+        takeMeasured(*entry, job.choice, measured);
+    if (job.choice != m_choice.number())
+        rescore(job.id);
+    measureNext();
+}
+
+void Rescorer::takeMeasured(const FileAnalysis& entry, std::uint64_t choice,
+                            const Measured& measured)
+{
+    const QUuid id = entry.id;
+    if (!measured.report && entry.is<FileAnalysis::Queued>())
+        return m_files.queueAgain(id); // nothing to show, so it is analysed in full
+    m_files.change(id, [&](FileAnalysis& changed) {
+        if (!measured.report) {
+            changed.failedChoice = choice;
+            return;
+        }
+        changed.media = measured.media;
+        if (choice == m_choice.number() || !isCurrent(changed))
+            changed.status = FileAnalysis::Done{measured.report, choice};
+    });
+    if (measured.report)
+        Q_EMIT measuredMore(id);
+}
+
+void Rescorer::forgetGone()
+{
+    if (m_rescoring.empty())
+        return;
+    const auto before = std::exchange(m_rescoring, {});
+    for (const FileAnalysis& entry : m_files.analyses())
+        if (before.contains(entry.id))
+            m_rescoring.insert(entry.id);
+    if (m_measuring && !m_rescoring.contains(m_measuring->id))
+        m_measuring->stop.request_stop();
+}
+
+} // namespace vantroque

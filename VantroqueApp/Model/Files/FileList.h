@@ -1,0 +1,73 @@
+#pragma once
+
+#include "VantroqueApp/Model/Files/FileAnalysis.h"
+
+#include <QObject>
+
+#include <functional>
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace vantroque {
+
+/// The files, in order of adding, and which of them is selected. What is done with a file changes
+/// its entry here, by id, since the list may change meanwhile. Main thread. Pointers and
+/// references that it gives hold until it changes.
+///
+/// List and selection are changed first and told afterwards, since who is told may change them
+/// again.
+class FileList : public QObject {
+    Q_OBJECT
+
+public:
+    using Change = std::function<void(FileAnalysis&)>;
+
+    const std::vector<FileAnalysis>& analyses() const { return m_analyses; }
+    /// The entry, or null.
+    const FileAnalysis* analysis(const QUuid& id) const;
+    /// Changes an entry, if it is still there, and tells of it.
+    void change(const QUuid& id, const Change& change);
+    /// Has it measured from scratch.
+    void queueAgain(const QUuid& id);
+
+    /// Takes dropped and opened files. What is no video file is skipped; what is on its way stays;
+    /// what was done before starts over at the end of the list.
+    void add(const std::vector<FileUrl>& urls);
+    /// Takes entries as they were when the program ended, with the selected one.
+    void restore(std::vector<FileAnalysis> entries, const std::optional<QUuid>& selected);
+    void remove(QUuid id);
+    void clearAll();
+
+    const std::optional<QUuid>& selectedAnalysisID() const { return m_selectedAnalysisID; }
+    void select(const std::optional<QUuid>& id);
+    /// The selected entry, or null; its report and its measurements, or null.
+    const FileAnalysis* selected() const;
+    const FileReport* selectedReport() const;
+    const MediaInfo* selectedMedia() const;
+
+    /// The entries in sight, which come first in what is done for many.
+    void setVisible(std::set<QUuid> ids) { m_visible = std::move(ids); }
+    /// The selected one, then those in sight, then the others.
+    std::vector<QUuid> inOrderOfUrgency() const;
+
+Q_SIGNALS:
+    void aboutToAddOrClear(); ///< Whoever still has entries for the list restores them now.
+    void listChanged();       ///< Entries came, went or moved.
+    void entryChanged(const QUuid& id);
+    void selectionChanged();
+    // When these are told, the above were.
+    void removed();        ///< Entries were taken out.
+    void queued();         ///< Entries wait to be analysed.
+    void contentChanged(); ///< The operator changed entries or selection.
+
+private:
+    void append(const std::vector<FileUrl>& urls);
+    void tellSelection(const std::optional<QUuid>& before);
+
+    std::vector<FileAnalysis> m_analyses;
+    std::optional<QUuid> m_selectedAnalysisID;
+    std::set<QUuid> m_visible;
+};
+
+} // namespace vantroque
