@@ -199,7 +199,7 @@ private:
                 ids.insert(profile.id);
         m_model.profiles().setEnabledProfileIDs(ids);
     }
-    bool areCurrent(std::size_t count) const
+    bool areCurrent(std::size_t count)
     {
         return std::ranges::all_of(
             m_model.files().analyses().begin(),

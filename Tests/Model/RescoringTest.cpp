@@ -332,13 +332,13 @@ TEST_F(Rescoring, TakesOverTheDecisionOfTheStoredReview)
     review.signOff->decision = ReviewSignOff::Decision::needsRevisions;
     ASSERT_TRUE(ReviewStore::save(review));
     model().signOffs().refreshAll();
-    EXPECT_TRUE(soon([&] {
-        return entry(0).signOff
-               && entry(0).signOff->decision == ReviewSignOff::Decision::needsRevisions;
-    }));
+    ASSERT_TRUE(soonIdle());
+    ASSERT_TRUE(entry(0).signOff);
+    EXPECT_EQ(entry(0).signOff->decision, ReviewSignOff::Decision::needsRevisions);
     ASSERT_TRUE(ReviewStore::remove(review.fingerprint));
     model().signOffs().refreshAll();
-    EXPECT_TRUE(soon([&] { return !entry(0).signOff; }));
+    ASSERT_TRUE(soonIdle());
+    EXPECT_EQ(entry(0).signOff, std::nullopt);
 }
 
 } // namespace

@@ -129,7 +129,8 @@ TEST_F(Restoring, AFileThatIsGoneIsMissingAndComesBackWhenAddedAgain)
     prepare();
     std::filesystem::remove(m_b.path());
     restart();
-    ASSERT_TRUE(soon([&] { return states() == QStringList{u"done"_s, u"missing"_s}; }));
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"missing"_s));
     EXPECT_TRUE(entry(1).media);
     EXPECT_EQ(entry(1).report(), nullptr);
     EXPECT_THAT(names(), ElementsAre(u"a.mp4"_s, u"b.mp4"_s)) << "its place in the list";
@@ -146,7 +147,8 @@ TEST_F(Restoring, AMissingFileThatIsBackAtTheNextStartIsScoredFromItsMeasurement
     prepare();
     std::filesystem::remove(m_b.path());
     restart();
-    ASSERT_TRUE(soon([&] { return states().contains(u"missing"_s); }));
+    ASSERT_TRUE(soonIdle());
+    ASSERT_THAT(states(), ElementsAre(u"done"_s, u"missing"_s));
     quit();
     anyFile("b.mp4");
     restart();
@@ -175,7 +177,8 @@ TEST_F(Restoring, AMissingFingerprintIsTakenDown)
     change([](Workspace& workspace) { workspace.files[0].fingerprint.reset(); });
     restart();
     EXPECT_EQ(entry(0).fingerprint, std::nullopt);
-    EXPECT_TRUE(soon([&] { return entry(0).fingerprint.has_value(); }));
+    ASSERT_TRUE(soonIdle());
+    EXPECT_TRUE(entry(0).fingerprint);
     EXPECT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
 }
 
@@ -206,7 +209,8 @@ TEST_F(Restoring, WhatAnOlderVersionMeasuredOfAFileThatIsGoneStaysUntilItIsMisse
     std::filesystem::remove(m_a.path());
     restart();
     EXPECT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
-    EXPECT_TRUE(soon([&] { return states() == QStringList{u"missing"_s, u"done"_s}; }));
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(states(), ElementsAre(u"missing"_s, u"done"_s));
 }
 
 TEST_F(Restoring, AnUnreadableWorkspaceStartsEmptyAndIsOverwritten)
@@ -234,8 +238,8 @@ TEST_F(Restoring, ANameThatIsNoUtf8IsFoundAgain)
     ASSERT_THAT(states(), ElementsAre(u"done"_s, u"done"_s));
     EXPECT_EQ(entry(0).url, odd);
     EXPECT_EQ(model().files().selectedAnalysisID(), entry(0).id);
-    ASSERT_TRUE(soon([&] { return states().contains(u"missing"_s); }));
-    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"missing"_s)) << "looked for in this order";
+    ASSERT_TRUE(soonIdle());
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"missing"_s));
 }
 
 TEST_F(Restoring, AFileIsReallyAnalysedAndRestored)
@@ -446,7 +450,8 @@ TEST_F(Restoring, BringsBackTheDecisionsOfTheReviews)
     review.signOff = ReviewSignOff{.decidedAt = QDateTime::fromSecsSinceEpoch(1'750'000'000)};
     ASSERT_TRUE(ReviewStore::save(review));
     restart();
-    EXPECT_TRUE(soon([&] { return entry(0).signOff == review.signOff; }));
+    ASSERT_TRUE(soonIdle());
+    EXPECT_EQ(entry(0).signOff, review.signOff);
 }
 
 } // namespace

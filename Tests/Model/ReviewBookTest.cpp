@@ -230,6 +230,38 @@ TEST_F(Book, ADamagedRecordIsMovedAsideAndNotWrittenOver)
     EXPECT_EQ(aside, 1);
 }
 
+TEST_F(Book, ARecordThatCannotBeReadIsLeftAsItIs)
+{
+    fs::create_directories(place() / (m_key.toStdString() + ".json")); // a folder, of all things
+    ReviewBook book;
+    change(book, withNote(u"new"_s));
+    ASSERT_TRUE(soonDone(book));
+    EXPECT_THAT(m_outcomes, ElementsAre(u"The review of this file cannot be read."_s));
+    EXPECT_EQ(read(book), nullptr);
+    fs::remove(place() / (m_key.toStdString() + ".json"));
+    change(book, withNote(u"now"_s));
+    ASSERT_TRUE(soonDone(book));
+    EXPECT_THAT(texts(stored()), ElementsAre(u"now"_s));
+}
+
+TEST_F(Book, AFolderThatIsOutOfReachFromTheStartCostsNoStoredNote)
+{
+    {
+        ReviewBook book;
+        change(book, withNote(u"old"_s));
+    }
+    breakDisk();
+    ReviewBook book;
+    change(book, withNote(u"lost, and said so"_s));
+    ASSERT_TRUE(soonDone(book));
+    ASSERT_THAT(m_outcomes, SizeIs(1));
+    EXPECT_TRUE(m_outcomes.at(0).contains(u"Reviews"_s)) << m_outcomes.at(0).toStdString();
+    mendDisk();
+    change(book, withNote(u"new"_s));
+    ASSERT_TRUE(soonDone(book));
+    EXPECT_THAT(texts(stored()), ElementsAre(u"old"_s, u"new"_s));
+}
+
 /// Adds notes, whose number stands in the captions path as well, until it is killed.
 [[noreturn]] void writeUntilKilled(const QString& key, const FileUrl& url)
 {

@@ -46,18 +46,19 @@ TEST_F(Workers, AtTheEndTheJobAtHandIsFinishedAndTheRestDropped)
 {
     std::atomic<int> begun = 0;
     std::atomic<int> finished = 0;
+    std::counting_semaphore<> hasBegun(0);
     Worker::Job job;
     {
         Worker worker;
         // There is always one more to do.
         job = [&] {
             ++begun;
+            hasBegun.release();
             worker.run(job);
             ++finished;
         };
         worker.run(job);
-        while (begun == 0)
-            std::this_thread::yield();
+        hasBegun.acquire();
     }
     EXPECT_EQ(finished, begun);
 }

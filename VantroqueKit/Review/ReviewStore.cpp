@@ -164,12 +164,16 @@ FileReview reviewOf(const FileUrl& url, const QString& fingerprint,
     return review;
 }
 
-std::optional<Stamp> stamp(const QString& fingerprint)
+Result<std::optional<Stamp>> stamp(const QString& fingerprint)
 {
-    const auto file = fileOf(fingerprint);
+    const fs::path file = TRY(fileOf(fingerprint));
     struct stat status {};
-    if (!file || ::stat(file->c_str(), &status) != 0)
-        return std::nullopt;
+    if (::stat(file.c_str(), &status) != 0) {
+        if (errno == ENOENT)
+            return std::nullopt;
+        return failure(QString::fromStdString(file.native()) + u": "_s
+                       + Files::systemMessage(errno));
+    }
     constexpr std::int64_t second = 1'000'000'000;
     return Stamp{.file = status.st_ino,
                  .size = status.st_size,

@@ -38,14 +38,14 @@ FileReview reviewOf(const FileUrl& url, const QString& fingerprint,
                     const std::optional<FileReview>& stored);
 
 /// Which file of the disk holds the stored review, and when it was written: another one, and it
-/// must be loaded again. Nothing where none is stored.
+/// must be loaded again. Nothing where none is stored. Fails when that cannot be told.
 struct Stamp {
     std::uint64_t file = 0;
     std::int64_t size = 0;
     std::int64_t nanoseconds = 0;
     bool operator==(const Stamp&) const = default;
 };
-std::optional<Stamp> stamp(const QString& fingerprint);
+Result<std::optional<Stamp>> stamp(const QString& fingerprint);
 
 /// Stores the review with `now` as its `updatedAt`; a crash leaves the old file or the new one.
 /// What a newer version of the program has added to the stored record stays in it.

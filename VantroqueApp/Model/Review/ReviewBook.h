@@ -34,7 +34,8 @@ public:
     void read(const QString& fingerprint, std::function<void(const Review&)> then);
     /// Changes the review of a file, or a new one, and saves it. `edit` is called in the
     /// background. A review that cannot be saved stays changed as long as the book is there, and
-    /// is saved with its next change; `then`, which may be null, gets the reason.
+    /// is saved with its next change or at the end; one that cannot be read is not changed. `then`,
+    /// which may be null, gets the reason.
     void change(const QString& fingerprint, const FileUrl& url, Edit edit,
                 std::function<void(const Result<void>&)> then);
 
@@ -52,10 +53,16 @@ private:
         bool isUnsaved = false;
     };
 
-    Page& page(const QString& fingerprint);
+    struct Outcome {
+        Review review; ///< Null where it could not be read, and so not be changed.
+        Result<void> saved;
+    };
+
+    Result<Page*> page(const QString& fingerprint);
+    Outcome edited(const QString& fingerprint, const FileUrl& url, const Edit& edit);
     static Result<void> save(Page& page);
 
-    std::map<QString, Page> m_pages; ///< Touched by the tasks alone.
+    std::map<QString, Page> m_pages; ///< By fingerprint; touched by the tasks alone.
     Tasks m_tasks;
 };
 
