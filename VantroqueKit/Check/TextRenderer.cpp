@@ -1,7 +1,7 @@
 #include "Check/TextRenderer.h"
 
-#include "Base/Numbers.h"
 #include "Base/Text.h"
+#include "Check/ReportWords.h"
 
 #include <QStringList>
 
@@ -27,48 +27,33 @@ QString styled(const Piece& piece, bool color)
                                           piece.text);
 }
 
-Piece headingWord(const ProfileReport& report)
+Style styleOf(Verdict verdict)
 {
-    const bool passed = report.verdict() == Verdict::pass;
-    if (report.profileID == u"signal"_s)
-        return passed ? Piece{u"OK"_s, Style::green} : Piece{u"REVIEW"_s, Style::yellow};
-    if (report.isAdvisory())
-        return passed ? Piece{u"MEETS"_s, Style::green} : Piece{u"BELOW"_s, Style::yellow};
-    switch (report.verdict()) {
-    case Verdict::pass: return {u"PASS"_s, Style::green};
-    case Verdict::warn: return {u"PASS*"_s, Style::yellow};
-    case Verdict::fail: return {u"FAIL"_s, Style::red};
+    switch (verdict) {
+    case Verdict::pass: return Style::green;
+    case Verdict::warn: return Style::yellow;
+    case Verdict::fail: return Style::red;
     case Verdict::info: break;
     }
-    return {u"··"_s};
+    return Style::plain;
+}
+
+Piece headingWord(const ProfileReport& report)
+{
+    const ReportWords::Word word = ReportWords::of(report);
+    return {word.text, styleOf(word.verdict)};
 }
 
 Piece mark(Verdict verdict, bool advisory)
 {
-    switch (ProfileReport::displayVerdict(verdict, advisory)) {
-    case Verdict::pass: return {u"ok"_s, Style::green};
-    case Verdict::warn: return {u"!!"_s, Style::yellow};
-    case Verdict::fail: return {u"XX"_s, Style::red};
+    const Verdict shown = ProfileReport::displayVerdict(verdict, advisory);
+    switch (shown) {
+    case Verdict::pass: return {u"ok"_s, styleOf(shown)};
+    case Verdict::warn: return {u"!!"_s, styleOf(shown)};
+    case Verdict::fail: return {u"XX"_s, styleOf(shown)};
     case Verdict::info: break;
     }
     return {u"--"_s};
-}
-
-QStringList measurementParts(const Measurements& measurements)
-{
-    QStringList parts;
-    if (measurements.integratedLKFS)
-        parts << u"loudness %1 LKFS"_s.arg(Numbers::fixed(*measurements.integratedLKFS, 1));
-    if (measurements.truePeakDb)
-        parts << u"true peak %1 dBTP"_s.arg(Numbers::fixed(*measurements.truePeakDb, 1));
-    if (measurements.loudnessRangeLU)
-        parts << u"LRA %1 LU"_s.arg(Numbers::fixed(*measurements.loudnessRangeLU, 1));
-    if (measurements.phaseMean)
-        parts << u"correlation "_s + Numbers::signedFixed(*measurements.phaseMean, 2);
-    if (measurements.levelsYMinPercent && measurements.levelsYMaxPercent)
-        parts << u"luma %1–%2%"_s.arg(Numbers::fixed(*measurements.levelsYMinPercent, 0),
-                                      Numbers::fixed(*measurements.levelsYMaxPercent, 0));
-    return parts;
 }
 
 void appendRow(QStringList& lines, const CheckResult& row, bool advisory, bool color)
@@ -101,8 +86,9 @@ QString render(const FileReport& report, bool color)
     QStringList lines{
         u"%1    %2"_s.arg(styled({report.fileName, Style::bold}, color), report.summaryLine)};
     if (report.measurements)
-        if (const auto parts = measurementParts(*report.measurements); !parts.isEmpty())
-            lines << u"  "_s + parts.join(u" · "_s);
+        if (const auto figures = ReportWords::measurements(*report.measurements);
+            !figures.isEmpty())
+            lines << u"  "_s + figures;
     lines << QString();
     for (const ProfileReport& row : report.allRows())
         appendReport(lines, row, color);
