@@ -1,5 +1,5 @@
-#include "Base/Numbers.h"
 #include "VantroqueCLI/CaptionCheck.h"
+#include "VantroqueCLI/CheckCall.h"
 #include "VantroqueCLI/CheckReports.h"
 #include "VantroqueCLI/CheckRun.h"
 #include "VantroqueCLI/Commands.h"
@@ -7,6 +7,7 @@
 #include "VantroqueCLI/OutputTarget.h"
 #include "VantroqueCLI/ProfileChoice.h"
 #include "VantroqueCLI/ReportWriter.h"
+#include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
 #include <unistd.h>
 
@@ -15,17 +16,6 @@ namespace vantroque {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// More at once would only take turns.
-constexpr std::int64_t maxJobs = 64;
-
-std::optional<std::size_t> jobCount(const Arguments& arguments)
-{
-    const auto jobs = Numbers::toInt(QString::fromStdString(arguments.value("jobs", "1")));
-    if (!jobs || *jobs < 1 || *jobs > maxJobs)
-        return std::nullopt;
-    return static_cast<std::size_t>(*jobs);
-}
 
 /// What is wrong with the call itself, if anything.
 std::optional<QString> problemWith(const Arguments& arguments)
@@ -36,17 +26,7 @@ std::optional<QString> problemWith(const Arguments& arguments)
     if (format != "text" && format != "json" && format != "junit")
         return u"unknown format \"%1\": one of text, json, junit"_s.arg(
             QString::fromStdString(format));
-    if (!jobCount(arguments))
-        return u"--jobs takes a number from 1 to %1"_s.arg(maxJobs);
     return std::nullopt;
-}
-
-/// The captions of --captions, when it is given.
-Result<std::optional<LoadedCaptions>> givenCaptions(const Arguments& arguments)
-{
-    if (!arguments.has("captions"))
-        return std::nullopt;
-    return TRY(loadCaptions(FileUrl::fromPath(arguments.value("captions", {}))));
 }
 
 ReportForm formOf(const Arguments& arguments, const OutputTarget& target)
@@ -66,15 +46,6 @@ bool isReadAlong(const Arguments& arguments, const OutputTarget& target)
            && ::isatty(STDOUT_FILENO) == 1;
 }
 
-/// What the call reads.
-std::vector<std::string> inputs(const Arguments& arguments)
-{
-    std::vector<std::string> names = arguments.files();
-    for (const std::string& captions : arguments.values("captions"))
-        names.push_back(captions);
-    return names;
-}
-
 /// The profiles of the call. Without any the files are still analysed, only not scored, and
 /// `status` says so.
 Result<std::vector<Profile>> profilesOf(const Arguments& arguments, ExitStatus& status)
@@ -91,14 +62,22 @@ Result<ExitStatus> checkAll(const Arguments& arguments)
 {
     if (const auto problem = problemWith(arguments))
         return failure(*problem);
-    const auto target = TRY(OutputTarget::of(arguments, inputs(arguments)));
+    const std::size_t jobs = TRY(CheckCall::jobCount(arguments));
+    const auto target = TRY(OutputTarget::of(arguments, CheckCall::inputs(arguments)));
     ExitStatus status = ExitStatus::passed;
     const auto profiles = TRY(profilesOf(arguments, status));
-    const auto captions = TRY(givenCaptions(arguments));
+    const auto captions = TRY(CheckCall::givenCaptions(arguments));
     ReportWriter report(formOf(arguments, target), target);
-    CheckRun run(arguments, *jobCount(arguments), profiles, captions, report);
+    EnchantSpeller speller;
+    CheckRun run(arguments, jobs, profiles, [&](std::size_t index, CheckedFile& file) {
+        if (file.outcome && captions)
+            CaptionCheck::add(*captions, file.outcome->media.url, file.outcome->report, speller);
+        return report.add(index, file);
+    });
     if (isReadAlong(arguments, target))
-        run.tellAtOnce();
+        report.tellAtOnce([&](const QByteArray& bytes) {
+            return run.display().aside([&] { return Output::print(bytes); });
+        });
     else
         TRY(report.open());
     status = worse(status, TRY(run.run()));

@@ -1,7 +1,6 @@
 #include "VantroqueCLI/CheckRun.h"
 
 #include "Base/Text.h"
-#include "VantroqueCLI/CaptionCheck.h"
 #include "VantroqueCLI/Output.h"
 #include "VantroqueCLI/TextLanguages.h"
 
@@ -35,24 +34,15 @@ ExitStatus judged(const CheckedFile& file)
 } // namespace
 
 CheckRun::CheckRun(const Arguments& arguments, std::size_t jobs,
-                   const std::vector<Profile>& profiles,
-                   const std::optional<LoadedCaptions>& captions, ReportWriter& report)
+                   const std::vector<Profile>& profiles, Take take)
     : m_arguments(arguments),
       m_jobs(std::min(jobs, arguments.files().size())),
       m_profiles(profiles),
-      m_captions(captions),
-      m_report(report),
+      m_take(std::move(take)),
       m_recognizers(recognizerStart(textLanguages(arguments))),
       m_display(arguments.files().size(), arguments.has("verbose")),
       m_probes(arguments.files(), m_jobs)
 {
-}
-
-void CheckRun::tellAtOnce()
-{
-    m_report.tellAtOnce([this](const QByteArray& bytes) {
-        return m_display.aside([&] { return Output::print(bytes); });
-    });
 }
 
 Result<ExitStatus> CheckRun::run()
@@ -96,10 +86,7 @@ CheckedFile CheckRun::checked(ProbeAhead::File next)
     AnalysisProgress progress([&](const AnalysisProgress::Snapshot& snapshot) {
         m_display.update(index, fileName, snapshot);
     });
-    CheckedFile file{name, analysed(std::move(next), progress)};
-    if (file.outcome && m_captions)
-        CaptionCheck::add(*m_captions, file.outcome->media.url, file.outcome->report, m_speller);
-    return file;
+    return {name, analysed(std::move(next), progress)};
 }
 
 Result<Analyzer::Analysis> CheckRun::analysed(ProbeAhead::File next, AnalysisProgress& progress)
@@ -108,9 +95,9 @@ Result<Analyzer::Analysis> CheckRun::analysed(ProbeAhead::File next, AnalysisPro
     return Analyzer::analyze(TRY(next.media.get()), m_profiles, options(), &progress);
 }
 
-void CheckRun::finish(std::size_t index, const CheckedFile& file)
+void CheckRun::finish(std::size_t index, CheckedFile file)
 {
-    const auto told = m_report.add(index, file);
+    const auto told = m_take(index, file);
     m_display.finished(index, verdictOf(file));
     const std::scoped_lock lock(m_mutex);
     m_status = worse(m_status, judged(file));

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "Analysis/Analyzer.h"
-#include "Captions/LoadedCaptions.h"
 #include "VantroqueCLI/Arguments.h"
+#include "VantroqueCLI/CheckReports.h"
 #include "VantroqueCLI/ExitStatus.h"
 #include "VantroqueCLI/ProbeAhead.h"
-#include "VantroqueCLI/ReportWriter.h"
 #include "VantroqueCLI/TerminalProgress.h"
-#include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
 #include <atomic>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -17,15 +16,18 @@
 
 namespace vantroque {
 
-/// The files of one `check`, several at once if asked. Each is let go when it has been told. What
-/// it is made of must outlive it.
+/// The files of one call, several at once if asked. Each is let go when it has been told. What it
+/// is made of must outlive it.
 class CheckRun {
 public:
-    CheckRun(const Arguments& arguments, std::size_t jobs, const std::vector<Profile>& profiles,
-             const std::optional<LoadedCaptions>& captions, ReportWriter& report);
+    /// Takes a file that is done, from any of the threads that check; may add to its report. What
+    /// cannot be taken ends the run.
+    using Take = std::function<Result<void>(std::size_t index, CheckedFile& file)>;
 
-    /// Needed before `run` when each file is told on the terminal as it is done.
-    void tellAtOnce();
+    CheckRun(const Arguments& arguments, std::size_t jobs, const std::vector<Profile>& profiles,
+             Take take);
+
+    TerminalProgress& display() { return m_display; }
     /// Blocks until all files are told. Fails when that is not possible; the rest is then left out.
     Result<ExitStatus> run();
 
@@ -37,15 +39,13 @@ private:
     void work();
     CheckedFile checked(ProbeAhead::File next);
     Result<Analyzer::Analysis> analysed(ProbeAhead::File next, AnalysisProgress& progress);
-    void finish(std::size_t index, const CheckedFile& file);
+    void finish(std::size_t index, CheckedFile file);
 
     const Arguments& m_arguments;
     const std::size_t m_jobs;
     const std::vector<Profile>& m_profiles;
-    const std::optional<LoadedCaptions>& m_captions;
-    ReportWriter& m_report;
+    const Take m_take;
     RecognizerPool m_recognizers;
-    EnchantSpeller m_speller;
     TerminalProgress m_display;
     ProbeAhead m_probes;
     std::atomic<bool> m_hasFailed = false;

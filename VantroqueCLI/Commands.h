@@ -18,6 +18,7 @@ ExitStatus captions(const Arguments& arguments);
 ExitStatus check(const Arguments& arguments);
 ExitStatus markers(const Arguments& arguments);
 ExitStatus measure(const Arguments& arguments);
+ExitStatus pdf(const Arguments& arguments);
 ExitStatus probe(const Arguments& arguments);
 ExitStatus profiles(const Arguments& arguments);
 ExitStatus still(const Arguments& arguments);

@@ -1,0 +1,34 @@
+#include "VantroqueCLI/CheckCall.h"
+
+#include "Base/Numbers.h"
+#include "VantroqueCLI/CaptionCheck.h"
+
+namespace vantroque::CheckCall {
+
+using namespace Qt::StringLiterals;
+
+std::vector<std::string> inputs(const Arguments& arguments)
+{
+    std::vector<std::string> names = arguments.files();
+    for (const std::string& captions : arguments.values("captions"))
+        names.push_back(captions);
+    return names;
+}
+
+Result<std::size_t> jobCount(const Arguments& arguments)
+{
+    constexpr std::int64_t most = 64; // more at once would only take turns
+    const auto jobs = Numbers::toInt(QString::fromStdString(arguments.value("jobs", "1")));
+    if (!jobs || *jobs < 1 || *jobs > most)
+        return failure(u"--jobs takes a number from 1 to %1"_s.arg(most));
+    return static_cast<std::size_t>(*jobs);
+}
+
+Result<std::optional<LoadedCaptions>> givenCaptions(const Arguments& arguments)
+{
+    if (!arguments.has("captions"))
+        return std::nullopt;
+    return TRY(loadCaptions(FileUrl::fromPath(arguments.value("captions", {}))));
+}
+
+} // namespace vantroque::CheckCall

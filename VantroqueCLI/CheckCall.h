@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Captions/LoadedCaptions.h"
+#include "VantroqueCLI/Arguments.h"
+
+/// What the calls of commands that check files have in common.
+namespace vantroque::CheckCall {
+
+/// What the call reads.
+std::vector<std::string> inputs(const Arguments& arguments);
+
+/// How many files are checked at once, by --jobs.
+Result<std::size_t> jobCount(const Arguments& arguments);
+
+/// The captions of --captions, when it is given.
+Result<std::optional<LoadedCaptions>> givenCaptions(const Arguments& arguments);
+
+} // namespace vantroque::CheckCall
