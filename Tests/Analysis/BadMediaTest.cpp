@@ -541,7 +541,7 @@ fs::path deepFilm()
                          + Words{"-c:v", "ffv1", "-pix_fmt", "yuv420p10le", "-c:a", "pcm_s16le"}});
 }
 
-TEST_F(BadMedia, OnAFullDiskAFilmIsMeasuredWholeOrRefused)
+TEST_F(BadMedia, WhereFilesMayNotGrowAFilmIsMeasuredWholeOrRefused)
 {
     m_tools.put("ffmpeg", "trap '' XFSZ; ulimit -f 0; exec ffmpeg \"$@\"");
     const auto analysis = analyzed(deepFilm());
@@ -553,7 +553,7 @@ TEST_F(BadMedia, OnAFullDiskAFilmIsMeasuredWholeOrRefused)
                                "ffmpeg exited with status "));
 }
 
-TEST_F(BadMedia, OnAFullDiskAFilmOfEightBitsLosesOnlyItsDetail)
+TEST_F(BadMedia, WhereFilesMayNotGrowAFilmOfEightBitsLosesOnlyItsDetail)
 {
     m_tools.put("ffmpeg", "trap '' XFSZ; ulimit -f 0; exec ffmpeg \"$@\"");
     const SignalInfo signal = signalOf(Clips::plain());

@@ -9,6 +9,7 @@ using namespace Qt::StringLiterals;
 using testing::IsEmpty;
 using testing::Optional;
 using testing::SizeIs;
+using testing::StartsWith;
 
 void expectDecodedText(const MediaInfo& media)
 {
@@ -18,15 +19,16 @@ void expectDecodedText(const MediaInfo& media)
     expectTitled(*signal);
 }
 
-/// ffmpeg on a disk that is full as soon as one frame for reading has been written.
-void fillTheDiskWithFrames(const FakeTools& tools)
+/// ffmpeg that cannot write any more, in these words, once it has written one frame for reading.
+void stopAfterOneFrame(const FakeTools& tools, const QByteArray& words)
 {
-    tools.put("ffmpeg", R"(
+    tools.put("ffmpeg", "words='" + words + R"('
+
 case "$*" in *%05d.png*)
     for word; do case "$word" in */%05d.png) folder="${word%/*}" ;; esac; done
     cp "$TEST_FRAME" "$folder/00001.png"
     : > "$folder/00002.png"
-    echo "av_interleaved_write_frame(): No space left on device" >&2
+    echo "$words" >&2
     exit 1 ;;
 esac
 exec ffmpeg "$@")");
@@ -113,22 +115,41 @@ TEST(TextOnTheDecode, EndsWithADecodeThatFails)
     EXPECT_THAT(temporary.names(), IsEmpty());
 }
 
-TEST(TextOnTheDecode, ThatFillsTheDiskIsGivenUpAndTheRestMeasured)
+class TextThatCannotBeWritten : public testing::Test {
+protected:
+    TextThatCannotBeWritten()
+    {
+        QImage frame(64, 64, QImage::Format_RGB32);
+        frame.fill(Qt::white);
+        frame.save(QString::fromStdString((m_folder / "frame.png").native()));
+    }
+    Result<SignalInfo> decodedWhere(const QByteArray& words)
+    {
+        const MediaInfo media = probed(BoxClips::titled());
+        const FakeTools tools;
+        stopAfterOneFrame(tools, words);
+        return Analyzer::decode(media, placement, {.recognizers = &m_readers.pool}, nullptr);
+    }
+
+    const TestFolder m_folder;
+    const ScopedVariable m_shown{"TEST_FRAME", m_folder / "frame.png"};
+    Readers m_readers;
+};
+
+TEST_F(TextThatCannotBeWritten, IsGivenUpAndTheRestMeasured)
 {
-    const TestFolder folder;
-    QImage frame(64, 64, QImage::Format_RGB32);
-    frame.fill(Qt::white);
-    frame.save(QString::fromStdString((folder / "frame.png").native()));
-    const ScopedVariable shown("TEST_FRAME", folder / "frame.png");
-    const MediaInfo media = probed(BoxClips::titled());
-    const FakeTools tools;
-    fillTheDiskWithFrames(tools);
-    Readers readers;
-    const auto signal = Analyzer::decode(media, placement, {.recognizers = &readers.pool}, nullptr);
+    const auto signal = decodedWhere("av_interleaved_write_frame(): File too large");
     ASSERT_TRUE(signal) << signal.error().description.toStdString();
     EXPECT_TRUE(signal->levels);
     EXPECT_EQ(signal->textScanAttempted, true);
     EXPECT_EQ(signal->textRegions, std::nullopt) << "what was read of the first frame is no scan";
+}
+
+TEST_F(TextThatCannotBeWritten, ForTheDiskIsFullEndsTheDecode)
+{
+    const auto signal = decodedWhere("av_interleaved_write_frame(): No space left on device");
+    ASSERT_FALSE(signal);
+    EXPECT_THAT(signal.error().description.toStdString(), StartsWith("The disk is full.\n"));
 }
 
 TEST(TextOnTheDecode, EndsWithADecodeThatCannotStart)

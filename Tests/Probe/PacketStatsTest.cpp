@@ -122,7 +122,7 @@ TEST_F(PacketStatsOf, TwoFieldsInAPacketEachAreAFrame)
     const auto fields = [&](const QByteArray& json, double fps) {
         m_tools.print("ffprobe", json);
         return Prober::packetStats(m_tools.ffprobe(), FileUrl::fromPath("/a.mp4"), fps, "v:0",
-                                   nullptr, [] { return true; })
+                                   [] { return true; })
             .value();
     };
     std::vector<double> apart;

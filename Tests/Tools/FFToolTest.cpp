@@ -4,6 +4,7 @@
 #include "Base/ScopedVariable.h"
 #include "Support/TestFolder.h"
 #include "Tools/ProcessTable.h"
+#include "Tools/ToolContext.h"
 
 #include <QList>
 
@@ -385,6 +386,52 @@ TEST_F(FFToolRun, AShortageIsSeenAlsoInOutputThatIsNotKept)
     const Outcome outcome = run("echo '/a.mp4: Too many open files' >&2", options);
     ASSERT_FALSE(outcome);
     EXPECT_THAT(problemOf(outcome), StartsWith("Too many files are open.\n"));
+}
+
+TEST_F(FFToolRun, AToolThatCrashesAfterWordsAboutMemoryLackedIt)
+{
+    for (const char* end : {"kill -ABRT $$", "kill -SEGV $$", "exit 134"}) {
+        const Outcome outcome =
+            run(QByteArray("echo 'x265 [error]: malloc of size 12345 failed' >&2; ") + end,
+                FFTool::RunOptions{.allowFailure = true});
+        ASSERT_FALSE(outcome) << end;
+        EXPECT_TRUE(outcome.error().isShortage()) << end;
+        EXPECT_THAT(problemOf(outcome),
+                    StartsWith("There was not enough memory to decode this file.\n"
+                               "tool exited with status 1"))
+            << end;
+        EXPECT_THAT(problemOf(outcome), HasSubstr("malloc of size 12345 failed")) << end;
+    }
+}
+
+TEST_F(FFToolRun, OtherCrashesAreNoShortage)
+{
+    for (const char* words : {"invalid slice header", "    title: malloc failed"}) {
+        const Outcome outcome = run(QByteArray("echo '") + words + "' >&2; kill -SEGV $$");
+        ASSERT_FALSE(outcome);
+        EXPECT_FALSE(outcome.error().isShortage()) << words;
+        EXPECT_EQ(outcome.error().status, 139);
+    }
+    EXPECT_TRUE(run("echo 'malloc of size 12345 failed' >&2")) << "nor words alone";
+}
+
+TEST_F(FFToolRun, AShortageIsHeardByTheThreadThatListens)
+{
+    const auto lacking = [&] { return run("echo 'Cannot allocate memory' >&2"); };
+    Shortage shortage;
+    EXPECT_FALSE(lacking());
+    EXPECT_FALSE(shortage.error()) << "before it listens";
+    {
+        const Shortage::Scope scope(&shortage);
+        EXPECT_FALSE(run("exit 1"));
+        EXPECT_FALSE(shortage.error()) << "another failure";
+        std::jthread([&, context = ToolContext()] {
+            const ToolContext::Scope taken(context);
+            EXPECT_FALSE(lacking());
+        }).join();
+    }
+    EXPECT_EQ(Shortage::current(), nullptr);
+    EXPECT_TRUE(shortage.error());
 }
 
 TEST_F(FFToolRun, OtherFailuresAreNoShortage)

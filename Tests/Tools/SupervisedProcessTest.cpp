@@ -170,6 +170,19 @@ TEST_F(SupervisedLimits, WithoutALimitItHasWhatThisProgramHas)
     EXPECT_EQ(printed("ulimit -v"), "unlimited\n");
 }
 
+TEST_F(Supervised, ACrashIsTheMemorysWhereMostOfItWasTaken)
+{
+    const std::string takes40Megabytes = "dd bs=40M count=1 if=/dev/zero of=/dev/null 2>&1; ";
+    for (const auto& [limit, outcome] : {std::pair(64ULL << 20, Outcome::crashedNearMemoryLimit),
+                                         std::pair(1ULL << 30, Outcome::signalled)}) {
+        auto process =
+            SupervisedProcess::start("/bin/sh", {"-c", takes40Megabytes + "kill -SEGV $$"},
+                                     m_out.writeEnd, m_err.writeEnd, limit);
+        ASSERT_TRUE(process);
+        expectReport(*process, outcome, SIGSEGV);
+    }
+}
+
 TEST_F(SupervisedLimits, AToolLeavesNoCoreFile)
 {
     EXPECT_EQ(printed("ulimit -c; ulimit -Hc"), "0\n0\n");

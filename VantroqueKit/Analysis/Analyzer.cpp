@@ -7,6 +7,7 @@
 #include "Probe/Prober.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Text/TextFrameScan.h"
+#include "Tools/ToolContext.h"
 
 #include <algorithm>
 
@@ -90,17 +91,8 @@ void carryOver(const SignalInfo& old, SignalInfo& fresh)
     }
 }
 
-} // namespace
-
-Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
-                         const Options& options, AnalysisProgress* progress)
-{
-    enter(progress, Stage::probing);
-    return analyze(TRY(Prober::probe(url, Prober::Captions::leftOut)), profiles, options, progress);
-}
-
-Result<Analysis> analyze(MediaInfo probed, const std::vector<Profile>& profiles,
-                         const Options& options, AnalysisProgress* progress)
+Result<Analysis> measured(MediaInfo probed, const std::vector<Profile>& profiles,
+                          const Options& options, AnalysisProgress* progress)
 {
     Analysis analysis;
     analysis.media = TRY(deliverable(std::move(probed)));
@@ -116,6 +108,39 @@ Result<Analysis> analyze(MediaInfo probed, const std::vector<Profile>& profiles,
     return analysis;
 }
 
+Result<FileReport> measuredAgain(MediaInfo& media, const std::vector<Profile>& profiles,
+                                 RecognizerPool* recognizers, AnalysisProgress* progress)
+{
+    // What the container promises belongs to the same measurement as what decodes of it.
+    const bool isCurrent =
+        media.isCurrentAnalysis() && (!media.signal || media.signal->decodeHealth);
+    if (!isCurrent)
+        media = TRY(probedAgain(media, progress));
+    if (needsDecode(media, isCurrent, profiles)) {
+        SignalInfo fresh = TRY(decodedAgain(media, profiles, recognizers, progress));
+        if (media.signal)
+            carryOver(*media.signal, fresh);
+        media.signal = std::move(fresh);
+    }
+    return readAndScore(media, profiles, recognizers, progress);
+}
+
+} // namespace
+
+Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
+                         const Options& options, AnalysisProgress* progress)
+{
+    enter(progress, Stage::probing);
+    return analyze(TRY(Prober::probe(url, Prober::Captions::leftOut)), profiles, options, progress);
+}
+
+Result<Analysis> analyze(MediaInfo probed, const std::vector<Profile>& profiles,
+                         const Options& options, AnalysisProgress* progress)
+{
+    return withoutShortage(
+        [&] { return measured(std::move(probed), profiles, options, progress); });
+}
+
 Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profiles,
                            RecognizerPool* recognizers, AnalysisProgress* progress)
 {
@@ -124,17 +149,9 @@ Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profile
         enter(progress, Stage::done);
         return scored;
     }
-    // What the container promises belongs to the same measurement as what decodes of it.
-    const bool isCurrent =
-        media.isCurrentAnalysis() && (!media.signal || media.signal->decodeHealth);
-    MediaInfo renewed = isCurrent ? media : TRY(probedAgain(media, progress));
-    if (needsDecode(renewed, isCurrent, profiles)) {
-        SignalInfo fresh = TRY(decodedAgain(renewed, profiles, recognizers, progress));
-        if (renewed.signal)
-            carryOver(*renewed.signal, fresh);
-        renewed.signal = std::move(fresh);
-    }
-    FileReport scored = TRY(readAndScore(renewed, profiles, recognizers, progress));
+    MediaInfo renewed = media;
+    FileReport scored = TRY(
+        withoutShortage([&] { return measuredAgain(renewed, profiles, recognizers, progress); }));
     media = std::move(renewed);
     return scored;
 }

@@ -24,8 +24,9 @@ struct Options {
 };
 
 /// Probes a file, measures what the profiles ask for and scores it. Blocks; any thread. Fails with
-/// the words of the probe or of the decode, when there is neither picture nor sound, and soon when
-/// this thread's work is called off (`Cancellation`). `progress` may be null.
+/// the words of the probe or of the decode, when there is neither picture nor sound, when any tool
+/// lacked memory, threads, descriptors or disk, and soon when this thread's work is called off
+/// (`Cancellation`). `progress` may be null.
 Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
                          const Options& options = {}, AnalysisProgress* progress = nullptr);
 
@@ -46,7 +47,8 @@ Result<SignalInfo> decode(const MediaInfo& media, const std::vector<Profile>& pr
                           const Options& options, AnalysisProgress* progress);
 
 // What only some profiles need and the decode does not give. Each does nothing when it has been
-// done. Block; any thread. Cannot fail: what cannot be measured stays absent or empty.
+// done. Block; any thread. Cannot fail: what cannot be measured stays absent or empty. That a tool
+// lacked memory and the like, a `Shortage` hears.
 
 /// Reads the slate, when a profile describes a leader.
 void readSlateIfNeeded(MediaInfo& media, const std::vector<Profile>& profiles,

@@ -1,10 +1,10 @@
 #include "Analysis/BesideDecode.h"
 
-#include "Base/Cancellation.h"
 #include "Base/ThreadPriority.h"
 #include "Probe/Prober.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Text/SlateReader.h"
+#include "Tools/ToolContext.h"
 
 #include <algorithm>
 #include <system_error>
@@ -20,9 +20,9 @@ auto started(bool hasRoom, Work work)
 {
     if (hasRoom) {
         try {
-            return std::async(std::launch::async, [work, cancelled = Cancellation::token()] {
+            return std::async(std::launch::async, [work, context = ToolContext()] {
                 ThreadPriority::giveWay();
-                const Cancellation::Scope scope(cancelled);
+                const ToolContext::Scope scope(context);
                 return work();
             });
         } catch (const std::system_error&) {

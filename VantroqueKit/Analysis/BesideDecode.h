@@ -20,7 +20,7 @@ public:
                  RecognizerPool* recognizers);
 
     /// Waits, and writes what was found into the same file's record, which may be decoded by now.
-    /// Fails when a tool lacked memory and the like: then nothing is known of the file.
+    /// Fails when a tool cannot be found.
     Result<void> addTo(MediaInfo& media);
 
 private:

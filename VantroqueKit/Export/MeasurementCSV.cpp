@@ -7,6 +7,7 @@
 #include "Signal/ChannelAnalyzer.h"
 #include "Signal/LogHeaders.h"
 #include "Tools/FFTool.h"
+#include "Tools/ToolContext.h"
 
 #include <algorithm>
 
@@ -312,8 +313,10 @@ QString headerLine()
 Result<QString> row(const FileUrl& url, const std::vector<Profile>& profiles)
 {
     const auto analysis = TRY(Analyzer::analyze(url, profiles, {.includeDetail = true}));
-    const auto extra = blockAndBlur(analysis.media);
-    return line(analysis.media, extra.block, extra.blur);
+    return withoutShortage([&]() -> Result<QString> {
+        const auto extra = blockAndBlur(analysis.media);
+        return line(analysis.media, extra.block, extra.blur);
+    });
 }
 
 QString line(const MediaInfo& media, std::optional<double> block, std::optional<double> blur)

@@ -22,7 +22,7 @@ constexpr std::array laterPlaces{0.2, 0.4, 0.6, 0.8};
 /// ffprobe's closed_captions field is not filled in by this kind of probe, the frames' side data
 /// is.
 bool showsCaptions(const fs::path& ffprobe, const FileUrl& url, const std::string& stream,
-                   const QString& intervals, FFTool::Shortage* shortage)
+                   const QString& intervals)
 {
     bool found = false;
     std::string tail; // so that words cut in two by the end of a chunk are found
@@ -40,10 +40,7 @@ bool showsCaptions(const fs::path& ffprobe, const FileUrl& url, const std::strin
         FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-show_frames", "-read_intervals",
                      intervals.toStdString(), "-select_streams", stream, url.path().native()},
-                    {.allowFailure = true,
-                     .timeout = longestSearch,
-                     .observer = observer,
-                     .shortage = shortage});
+                    {.allowFailure = true, .timeout = longestSearch, .observer = observer});
     return ran && found;
 }
 
@@ -91,51 +88,45 @@ bool holdsCaptions(const QByteArray& messages)
 /// Whether captions begin late. Messages are found without a decode, which costs a fifth; nothing
 /// when they cannot be.
 std::optional<bool> carriesMessages(const FileUrl& url, double duration, const std::string& stream,
-                                    const QString& codec, FFTool::Shortage* shortage)
+                                    const QString& codec)
 {
     const auto units = messageUnits(codec);
     const auto ffmpeg = FFTool::find("ffmpeg");
     if (!units || !ffmpeg)
         return std::nullopt;
     const auto printed = FFTool::run(*ffmpeg, printingMessages(url, duration, stream, *units),
-                                     {.timeout = longestSearch, .shortage = shortage});
+                                     {.timeout = longestSearch});
     return printed ? std::optional(holdsCaptions(printed->stdout)) : std::nullopt;
 }
 
 } // namespace
 
 bool hasClosedCaptions(const fs::path& ffprobe, const FileUrl& url, double duration,
-                       const QString& codec, const std::string& stream, FFTool::Shortage* shortage)
+                       const QString& codec, const std::string& stream)
 {
-    if (showsCaptions(ffprobe, url, stream, frames, shortage))
+    if (showsCaptions(ffprobe, url, stream, frames))
         return true;
     if (duration <= 0)
         return false;
-    if (const auto later = carriesMessages(url, duration, stream, codec, shortage))
+    if (const auto later = carriesMessages(url, duration, stream, codec))
         return *later;
     QStringList later;
     for (const double share : laterPlaces)
         later << Numbers::fixed(duration * share, 3) + frames;
-    return showsCaptions(ffprobe, url, stream, later.join(u','), shortage);
+    return showsCaptions(ffprobe, url, stream, later.join(u','));
 }
 
-bool hasClosedCaptions(const fs::path& ffprobe, const FileUrl& url, const VideoStreamInfo& video,
-                       FFTool::Shortage* shortage)
+bool hasClosedCaptions(const fs::path& ffprobe, const FileUrl& url, const VideoStreamInfo& video)
 {
     // The look at the head sees all of a short picture.
     const bool isShort = video.frameCount && *video.frameCount <= captionFramesAtHead;
     return hasClosedCaptions(ffprobe, url, isShort ? 0 : video.durationSeconds, video.codec,
-                             video.specifier(), shortage);
+                             video.specifier());
 }
 
 Result<bool> hasClosedCaptions(const FileUrl& url, const VideoStreamInfo& video)
 {
-    const auto ffprobe = TRY(FFTool::find("ffprobe"));
-    FFTool::Shortage shortage;
-    const bool found = hasClosedCaptions(ffprobe, url, video, &shortage);
-    if (const auto error = shortage.error())
-        return tl::unexpected(Error(*error));
-    return found;
+    return hasClosedCaptions(TRY(FFTool::find("ffprobe")), url, video);
 }
 
 } // namespace vantroque::Prober

@@ -20,7 +20,7 @@ namespace {
 
 /// The lines of the header trace that tell of the bit rate and of fields. The whole trace grows
 /// with the index of the file, so no more than these are kept.
-QString headerLines(const fs::path& ffmpeg, const FileUrl& url, FFTool::Shortage* shortage)
+QString headerLines(const fs::path& ffmpeg, const FileUrl& url)
 {
     static constexpr std::array<std::string_view, 5> names{
         "nal_hrd_parameters_present_flag", "cbr_flag[0]", "bit_rate_scale",
@@ -35,11 +35,10 @@ QString headerLines(const fs::path& ffmpeg, const FileUrl& url, FFTool::Shortage
             }))
             kept.append(line) += '\n';
     };
-    const auto ran =
-        FFTool::run(ffmpeg,
-                    {"-v", "trace", "-i", url.path().native(), "-c", "copy", "-bsf:v",
-                     "trace_headers", "-frames:v", "1", "-f", "null", "-"},
-                    {.allowFailure = true, .observer = observer, .shortage = shortage});
+    const auto ran = FFTool::run(ffmpeg,
+                                 {"-v", "trace", "-i", url.path().native(), "-c", "copy", "-bsf:v",
+                                  "trace_headers", "-frames:v", "1", "-f", "null", "-"},
+                                 {.allowFailure = true, .observer = observer});
     return ran ? QString::fromStdString(kept) : QString();
 }
 
@@ -137,12 +136,12 @@ bool isField(const QString& text)
 
 } // namespace
 
-FirstPacket firstPacket(const FileUrl& url, FFTool::Shortage* shortage)
+FirstPacket firstPacket(const FileUrl& url)
 {
     const auto ffmpeg = FFTool::find("ffmpeg");
     if (!ffmpeg)
         return {};
-    const QString text = headerLines(*ffmpeg, url, shortage);
+    const QString text = headerLines(*ffmpeg, url);
     return {.hrd = hrdInfo(text), .isField = isField(text)};
 }
 
@@ -154,13 +153,13 @@ std::optional<std::int64_t> field(const QString& name, const QString& text)
 }
 
 std::optional<HDRMetadata> hdrMetadata(const fs::path& ffprobe, const FileUrl& url,
-                                       const std::string& stream, FFTool::Shortage* shortage)
+                                       const std::string& stream)
 {
     const auto printed =
         FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-select_streams", stream,
                      "-read_intervals", "%+#1", "-show_frames", url.path().native()},
-                    {.allowFailure = true, .shortage = shortage});
+                    {.allowFailure = true});
     return printed ? hdrMetadata(printed->stdout) : std::nullopt;
 }
 

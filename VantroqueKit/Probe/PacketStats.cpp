@@ -162,7 +162,7 @@ private:
 
 Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const FileUrl& url,
                                 double nominalFPS, const std::string& stream,
-                                FFTool::Shortage* shortage, const std::function<bool()>& areFields)
+                                const std::function<bool()>& areFields)
 {
     PacketTally tally;
     PacketListReader reader([&](const Packet& packet) { tally.add(packet); });
@@ -172,7 +172,7 @@ Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const File
     TRY(FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-select_streams", stream,
                      "-show_entries", "packet=pts_time,dts_time,size", url.path().native()},
-                    {.observer = observer, .shortage = shortage}));
+                    {.observer = observer}));
     if (!reader.isComplete())
         return failure(u"ffprobe printed a packet list that is not valid JSON"_s);
     return tally.stats(nominalFPS, areFields && areFields());

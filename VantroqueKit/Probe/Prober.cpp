@@ -1,9 +1,9 @@
 #include "Probe/Prober.h"
 
-#include "Base/Cancellation.h"
 #include "Base/Numbers.h"
 #include "Tools/FFTool.h"
 #include "Tools/Playlists.h"
+#include "Tools/ToolContext.h"
 
 #include <array>
 #include <cmath>
@@ -77,7 +77,6 @@ struct VideoProbe {
     const FileUrl& url;
     Captions captions;
     int position; ///< Of the stream among the video streams; cover art may stand ahead.
-    FFTool::Shortage* shortage;
 
     VideoStreamInfo describe(const Stream& stream, double formatDuration) const;
     void lookDeeper(const Stream& stream, VideoStreamInfo& video) const;
@@ -164,24 +163,24 @@ void takePackets(const Result<PacketStats>& stats, bool areFields, const Stream&
 /// other: a tool's start alone takes a good part of them.
 void VideoProbe::lookDeeper(const Stream& stream, VideoStreamInfo& video) const
 {
-    const auto inBackground = [cancelled = Cancellation::token()](auto work) {
-        return std::async(std::launch::async, [cancelled, work] {
-            const Cancellation::Scope scope(cancelled);
+    const auto inBackground = [context = ToolContext()](auto work) {
+        return std::async(std::launch::async, [context, work] {
+            const ToolContext::Scope scope(context);
             return work();
         });
     };
     const bool hasHeaders = video.codec == "h264"_L1 || video.codec == "hevc"_L1;
-    const std::shared_future first = inBackground(
-        [this, hasHeaders] { return hasHeaders ? firstPacket(url, shortage) : FirstPacket(); });
+    const std::shared_future first =
+        inBackground([this, hasHeaders] { return hasHeaders ? firstPacket(url) : FirstPacket(); });
     auto packets = inBackground([this, first, &video = std::as_const(video)] {
-        return packetStats(ffprobe, url, video.nominalFrameRate, video.specifier(), shortage,
+        return packetStats(ffprobe, url, video.nominalFrameRate, video.specifier(),
                            [&first] { return first.get().isField; });
     });
     auto carried = inBackground(
         [this, &stream, &video = std::as_const(video)] { return carriesCaptions(stream, video); });
     std::optional<HDRMetadata> hdr;
     if (video.isHDR())
-        hdr = hdrMetadata(ffprobe, url, video.specifier(), shortage);
+        hdr = hdrMetadata(ffprobe, url, video.specifier());
     const std::optional<bool> hasCaptions = carried.get();
     takePackets(packets.get(), first.get().isField, stream, video);
     video.hrd = first.get().hrd;
@@ -204,18 +203,18 @@ std::optional<bool> VideoProbe::carriesCaptions(const Stream& stream,
         return false;
     if (captions == Captions::leftOut)
         return std::nullopt;
-    return hasClosedCaptions(ffprobe, url, video, shortage);
+    return hasClosedCaptions(ffprobe, url, video);
 }
 
 std::optional<VideoStreamInfo> describeVideo(const FFProbeOutput& output, const fs::path& ffprobe,
                                              const FileUrl& url, Captions captions,
-                                             double formatDuration, FFTool::Shortage& shortage)
+                                             double formatDuration)
 {
     const auto streams = streamsOfType(output, u"video"_s);
     for (std::size_t i = 0; i < streams.size(); ++i)
         if (!streams[i].isCoverArt())
-            return VideoProbe{ffprobe, url, captions, static_cast<int>(i), &shortage}.describe(
-                streams[i], formatDuration);
+            return VideoProbe{ffprobe, url, captions, static_cast<int>(i)}.describe(streams[i],
+                                                                                    formatDuration);
     return std::nullopt;
 }
 
@@ -294,10 +293,9 @@ Result<MediaInfo> probe(const FileUrl& url, Captions captions)
     media.formatName = format.format_name.value_or(unknown);
     media.containerKind = containerKind(media.formatName, url.extension().toLower());
     media.durationSeconds = asDouble(format.duration).value_or(0);
-    FFTool::Shortage shortage;
-    media.video = describeVideo(output, ffprobe, url, captions, media.durationSeconds, shortage);
-    if (const auto error = shortage.error())
-        return tl::unexpected(Error(*error));
+    media.video = TRY(withoutShortage([&]() -> Result<std::optional<VideoStreamInfo>> {
+        return describeVideo(output, ffprobe, url, captions, media.durationSeconds);
+    }));
     media.audio = describeAudio(output);
     media.subtitleStreams = describeSubtitles(output);
     if (media.durationSeconds <= 0)

@@ -38,8 +38,8 @@ std::optional<int> bitDepth(const QString& codecName,
                             const std::optional<FFString>& bitsPerRawSample);
 
 // Deep probes: questions that ffprobe's plain output does not answer. `stream` is the specifier of
-// the video stream, such as "v:0". Each gives nothing when its tool fails; `shortage`, which may be
-// null, hears when that was for want of memory, so that it is not taken for an answer.
+// the video stream, such as "v:0". Each gives nothing when its tool fails; that it was for want of
+// memory and the like, a `Shortage` hears.
 
 struct PacketStats {
     bool isVFR = false; ///< The packet times do not follow the nominal rate.
@@ -56,7 +56,6 @@ struct PacketStats {
 /// holds one field, so that two make a frame. Fails when ffprobe does.
 Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const FileUrl& url,
                                 double nominalFPS, const std::string& stream = "v:0",
-                                FFTool::Shortage* shortage = nullptr,
                                 const std::function<bool()>& areFields = {});
 
 /// What the headers in the first packet of an H.264 or HEVC stream say.
@@ -64,14 +63,13 @@ struct FirstPacket {
     std::optional<HRDInfo> hrd; ///< The claims on the bit rate; nothing when there are none.
     bool isField = false;       ///< One field of a frame, and the other is in the next packet.
 };
-FirstPacket firstPacket(const FileUrl& url, FFTool::Shortage* shortage = nullptr);
+FirstPacket firstPacket(const FileUrl& url);
 /// The value of the first header trace line of that field; `name` is a regular expression.
 std::optional<std::int64_t> field(const QString& name, const QString& text);
 
 /// Static HDR metadata of the first frame; nothing when there is no list of side data.
 std::optional<HDRMetadata> hdrMetadata(const std::filesystem::path& ffprobe, const FileUrl& url,
-                                       const std::string& stream = "v:0",
-                                       FFTool::Shortage* shortage = nullptr);
+                                       const std::string& stream = "v:0");
 /// The same from ffprobe's frame list.
 std::optional<HDRMetadata> hdrMetadata(const QByteArray& framesJson);
 
@@ -89,14 +87,13 @@ constexpr int captionFramesAtHead = 60;
 /// Whether the picture carries CEA-608 or 708 captions (ATSC A/53 part 4). Looks at a few frames
 /// of the head and, in case captions begin late, of some more places up to `duration` seconds.
 bool hasClosedCaptions(const std::filesystem::path& ffprobe, const FileUrl& url, double duration,
-                       const QString& codec, const std::string& stream = "v:0",
-                       FFTool::Shortage* shortage = nullptr);
+                       const QString& codec, const std::string& stream = "v:0");
 
 /// The same of a picture that is described.
 bool hasClosedCaptions(const std::filesystem::path& ffprobe, const FileUrl& url,
-                       const VideoStreamInfo& video, FFTool::Shortage* shortage);
-/// What `probe` left out, for the `closedCaptions` of a picture that has none yet. Fails when a
-/// tool lacked memory and the like, as `probe` does.
+                       const VideoStreamInfo& video);
+/// What `probe` left out, for the `closedCaptions` of a picture that has none yet. Fails
+/// when ffprobe cannot be found.
 Result<bool> hasClosedCaptions(const FileUrl& url, const VideoStreamInfo& video);
 
 /// Seconds from the start of the file, which may be that of its sound, to the first frame that is

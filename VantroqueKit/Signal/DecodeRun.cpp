@@ -49,7 +49,6 @@ const std::vector<Refusal>& refusals()
         // What cannot be decoded at all beside the sound that is graded.
         {"not found for input stream", hasFurtherTracks, leaveOutFurtherTracks},
         {"while opening decoder for input stream", hasFurtherTracks, leaveOutFurtherTracks},
-        {"No space left on device", usesDisk, leaveOutDisk},
         {"File too large", usesDisk, leaveOutDisk},
         {"av_interleaved_write_frame()", usesDisk, leaveOutDisk},
     };

@@ -10,6 +10,7 @@
 #include "Signal/SignalPlan.h"
 #include "Signal/SparseSample.h"
 #include "Tools/Playlists.h"
+#include "Tools/ToolWords.h"
 
 #include <sys/stat.h>
 
@@ -59,6 +60,20 @@ void dropSound(SignalInfo& info)
     info.longestSilenceSeconds.reset();
     info.headSilenceSeconds.reset();
     info.audioIslands.reset();
+}
+
+/// The filters that write figures beside the picture do not notice that they cannot.
+std::optional<FFToolError> fullDisk(const fs::path& stats)
+{
+    std::error_code problem;
+    if (fs::space(stats.parent_path(), problem).available > 0 || problem)
+        return std::nullopt;
+    FFToolError error;
+    error.tool = QStringLiteral("ffmpeg");
+    error.stderr =
+        QString::fromStdString(stats.native()) + QStringLiteral(": No space left on device\n");
+    error.shortage = ToolWords::sentence(error.stderr);
+    return error;
 }
 
 /// The file by a name that cannot forge a line of the log: ffmpeg prints it in each complaint about
@@ -127,6 +142,9 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     if (!output)
         return tl::unexpected(output.error());
 
+    if (plan.hasDetail())
+        if (auto error = fullDisk(plan.halfStats()))
+            return tl::unexpected(std::move(*error));
     const SignalLog log(Text::view(output->stderr));
     if (!DecodeRun::counts(*output, source, log))
         return tl::unexpected(failedRun(*output));

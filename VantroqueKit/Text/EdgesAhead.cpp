@@ -8,12 +8,8 @@
 
 namespace vantroque {
 
-EdgesAhead::EdgesAhead(const MediaInfo& media, double interval, RecognizerPool& recognizers,
-                       std::stop_token cancelled)
-    : m_media(media),
-      m_interval(interval),
-      m_recognizers(recognizers),
-      m_cancelled(std::move(cancelled))
+EdgesAhead::EdgesAhead(const MediaInfo& media, double interval, RecognizerPool& recognizers)
+    : m_media(media), m_interval(interval), m_recognizers(recognizers)
 {
 }
 
@@ -57,7 +53,7 @@ std::optional<TextRegion> EdgesAhead::narrowed(const TextRegion& region) const
 void EdgesAhead::work(const std::stop_token& stop)
 {
     ThreadPriority::giveWay();
-    const Cancellation::Scope scope(m_cancelled);
+    const ToolContext::Scope scope(m_context);
     const auto recognizer = m_recognizers.take();
     std::unique_lock lock(m_mutex);
     while (recognizer) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Base/Cancellation.h"
 #include "Records/MediaInfo.h"
 #include "Text/RecognizerPool.h"
+#include "Tools/ToolContext.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -18,9 +18,8 @@ namespace vantroque {
 class EdgesAhead {
 public:
     /// `interval` is the seconds between two samples. `media` and the recognizers outlive this
-    /// object. `cancelled` ends its tools.
-    EdgesAhead(const MediaInfo& media, double interval, RecognizerPool& recognizers,
-               std::stop_token cancelled = Cancellation::token());
+    /// object.
+    EdgesAhead(const MediaInfo& media, double interval, RecognizerPool& recognizers);
 
     /// Regions that no further sample changes, in the order of time. Those that come first are
     /// looked at, as many as have their edges narrowed in the end.
@@ -42,8 +41,8 @@ private:
     const MediaInfo& m_media;
     const double m_interval;
     RecognizerPool& m_recognizers;
-    const std::stop_token m_cancelled;
-    std::mutex m_mutex; ///< Guards the list.
+    const ToolContext m_context; ///< Of the thread that asked.
+    std::mutex m_mutex;          ///< Guards the list.
     std::vector<Search> m_searches;
     std::size_t m_done = 0;
     std::condition_variable_any m_wake;

@@ -5,6 +5,7 @@
 #include "Base/ScratchFolder.h"
 #include "Text/TextPlacement.h"
 #include "Text/TextPlacementReader.h"
+#include "Tools/ToolContext.h"
 
 #include <algorithm>
 #include <atomic>
@@ -64,8 +65,8 @@ TextRegion narrowEdges(const TextRegion& region, const MediaInfo& media, double 
         noteUnit();
         return list;
     };
-    auto inFront = std::async([&, cancelled = Cancellation::token()] {
-        const Cancellation::Scope scope(cancelled);
+    auto inFront = std::async([&, context = ToolContext()] {
+        const ToolContext::Scope scope(context);
         return framesFrom(before, region.start - before, "head");
     });
     const auto behind = framesFrom(region.end, after - region.end, "tail");
@@ -109,8 +110,8 @@ std::vector<TextRegion> narrowEdges(std::vector<TextRegion> regions, const Media
             open.push_back(i);
     }
     std::atomic<std::size_t> next = 0;
-    const auto work = [&, cancelled = Cancellation::token()] {
-        const Cancellation::Scope scope(cancelled);
+    const auto work = [&, context = ToolContext()] {
+        const ToolContext::Scope scope(context);
         const auto recognizer = recognizers.take();
         for (std::size_t i = 0;
              recognizer && !Cancellation::isRequested() && (i = next++) < open.size();)

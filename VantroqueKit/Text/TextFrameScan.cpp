@@ -61,7 +61,7 @@ std::optional<std::vector<TextRegion>> TextFrameScan::finish(double pictureStart
     m_wake.notify_all();
     start();
     m_worker.join();
-    if (m_samples.empty() || m_cancelled.stop_requested())
+    if (m_samples.empty() || Cancellation::isRequested())
         return std::nullopt;
     if (m_ahead)
         m_ahead->finish();
@@ -73,6 +73,7 @@ std::optional<std::vector<TextRegion>> TextFrameScan::finish(double pictureStart
 void TextFrameScan::work(const std::stop_token& stop)
 {
     ThreadPriority::giveWay();
+    const ToolContext::Scope scope(m_context);
     const auto recognizer = m_recognizers.take();
     for (int frame = 1; waitFor(frame, stop); ++frame) {
         if (recognizer)
@@ -90,8 +91,7 @@ bool TextFrameScan::waitFor(int frame, const std::stop_token& stop)
     std::unique_lock lock(m_mutex);
     while (!m_decodeFinished && !stop.stop_requested() && !isThere(m_request.path(frame + 1)))
         m_wake.wait_for(lock, stop, pause, [this] { return m_decodeFinished; });
-    return !stop.stop_requested() && !m_cancelled.stop_requested()
-           && isThere(m_request.path(frame));
+    return !stop.stop_requested() && !Cancellation::isRequested() && isThere(m_request.path(frame));
 }
 
 void TextFrameScan::readFrame(int frame, TextRecognizer& recognizer)
@@ -120,7 +120,7 @@ void TextFrameScan::lookAheadForEdges()
     if (regions.empty() || m_media.durationSeconds <= 0 || interval() <= 0)
         return;
     if (!m_ahead)
-        m_ahead.emplace(m_media, interval(), m_recognizers, m_cancelled);
+        m_ahead.emplace(m_media, interval(), m_recognizers);
     m_ahead->add(regions);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Base/Cancellation.h"
 #include "Text/TextPlacementReader.h"
+#include "Tools/ToolContext.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -40,8 +40,8 @@ private:
     const MediaInfo& m_media;
     RecognizerPool& m_recognizers;
     AnalysisProgress* const m_progress;
-    const std::stop_token m_cancelled = Cancellation::token(); ///< Of the thread that asked.
-    std::mutex m_mutex;                                        ///< Guards the flag.
+    const ToolContext m_context; ///< Of the thread that asked.
+    std::mutex m_mutex;          ///< Guards the flag.
     bool m_decodeFinished = false;
     std::condition_variable_any m_wake;
     // The worker's until it has ended.

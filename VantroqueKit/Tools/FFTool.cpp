@@ -7,11 +7,13 @@
 #include "Base/Text.h"
 #include "Tools/LineSplitter.h"
 #include "Tools/SupervisedProcess.h"
+#include "Tools/ToolContext.h"
 #include "Tools/ToolWords.h"
 
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <sys/stat.h>
 #include <system_error>
@@ -26,7 +28,9 @@ using Clock = std::chrono::steady_clock;
 
 QString FFToolError::description() const
 {
-    const auto sentence = kind == Kind::failed ? ToolWords::sentence(stderr) : std::nullopt;
+    if (kind != Kind::failed)
+        return toolWords();
+    const auto sentence = shortage ? shortage : ToolWords::sentence(stderr);
     return sentence ? *sentence + u'\n' + toolWords() : toolWords();
 }
 
@@ -116,20 +120,32 @@ std::optional<SuperviseProtocol::Report> outcome(SupervisedProcess& process, dou
     return std::nullopt;
 }
 
+/// Also of a shell that ran the tool.
+bool isCrash(int status)
+{
+    return status == 128 + SIGABRT || status == 128 + SIGSEGV;
+}
+
 Result<ToolOutput, FFToolError> judged(ToolOutput output, const SuperviseProtocol::Report& report,
                                        const fs::path& executable, bool allowFailure,
-                                       const std::string& shortage)
+                                       const ToolWords::ShortageWatch& watch)
 {
     using SuperviseProtocol::Outcome;
     if (report.outcome == Outcome::launchFailed)
         return tl::unexpected(launchFailed(executable, report.value));
     output.status = report.outcome == Outcome::exited ? report.value : 128 + report.value;
-    if (shortage.empty() && (output.status == 0 || allowFailure))
+    std::string shortage = watch.complaint();
+    if (shortage.empty() && isCrash(output.status))
+        shortage = watch.lastWordsOnMemory();
+    const bool lacked = !shortage.empty() || report.outcome == Outcome::crashedNearMemoryLimit;
+    if (!lacked && (output.status == 0 || allowFailure))
         return output;
     FFToolError error = errorOf(FFToolError::Kind::failed, executable);
     error.status = output.status;
-    error.lacked = !shortage.empty();
-    error.stderr = error.lacked ? Text::utf8(shortage) + u'\n' : validUtf8(output.stderr);
+    if (lacked) // By its words, if it could name the cause before it crashed.
+        error.shortage =
+            ToolWords::sentence(Text::utf8(shortage)).value_or(ToolWords::notEnoughMemory());
+    error.stderr = shortage.empty() ? validUtf8(output.stderr) : Text::utf8(shortage) + u'\n';
     return tl::unexpected(error);
 }
 
@@ -145,19 +161,6 @@ Result<fs::path, FFToolError> find(const std::string& name)
     if (path.isEmpty())
         return tl::unexpected(errorOf(FFToolError::Kind::notFound, name));
     return fs::path(path.toStdString());
-}
-
-void Shortage::note(const FFToolError& error)
-{
-    const std::lock_guard lock(m_mutex);
-    if (!m_error)
-        m_error = error;
-}
-
-std::optional<FFToolError> Shortage::error() const
-{
-    const std::lock_guard lock(m_mutex);
-    return m_error;
 }
 
 std::uint64_t memoryLimit(const fs::path& executable)
@@ -214,9 +217,9 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
 
     const Observer& observer = options.observer;
     LineSplitter lines(observer.stderrLine);
-    ToolWords::ShortageWatch shortage;
+    ToolWords::ShortageWatch watch;
     const auto readLines = [&](std::string_view chunk) {
-        shortage.feed(chunk);
+        watch.feed(chunk);
         if (observer.stderrLine)
             lines.feed(chunk);
     };
@@ -254,10 +257,10 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
         error.seconds = options.timeout;
         return tl::unexpected(error);
     }
-    auto result =
-        judged(std::move(output), *report, executable, options.allowFailure, shortage.complaint());
-    if (options.shortage != nullptr && !result && result.error().isShortage())
-        options.shortage->note(result.error());
+    auto result = judged(std::move(output), *report, executable, options.allowFailure, watch);
+    if (Shortage* shortage = Shortage::current();
+        shortage != nullptr && !result && result.error().isShortage())
+        shortage->note(result.error());
     return result;
 }
 

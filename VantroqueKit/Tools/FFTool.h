@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,20 +27,21 @@ struct FFToolError {
     };
 
     Kind kind = Kind::failed;
-    QString tool;        ///< The last path component of the executable.
-    int status = 0;      ///< Exit status, 128 + the signal, or for `launchFailed` the error number.
-    QString stderr;      ///< What the tool said; empty unless it is valid UTF-8.
-    bool lacked = false; ///< The tool lacked memory, threads or descriptors.
-    double seconds = 0;  ///< The limit that was passed.
+    QString tool;   ///< The last path component of the executable.
+    int status = 0; ///< Exit status, 128 + the signal, or for `launchFailed` the error number.
+    QString stderr; ///< What the tool said; empty unless it is valid UTF-8.
+    /// The sentence on it when the tool lacked memory, threads, descriptors or disk.
+    std::optional<QString> shortage = {};
+    double seconds = 0; ///< The limit that was passed.
 
     /// The text for the operator. May have several lines: a sentence of ours, then the tool's
     /// words.
     QString description() const;
     /// The same without the sentence of ours.
     QString toolWords() const;
-    /// Whether the tool lacked memory, threads or descriptors. Then it has told nothing about the
-    /// file, and whoever goes on without a measurement must not do so here.
-    bool isShortage() const { return kind == Kind::failed && lacked; }
+    /// Whether the tool lacked memory, threads, descriptors or disk. Then it has told nothing about
+    /// the file, and whoever goes on without a measurement must not do so here.
+    bool isShortage() const { return shortage.has_value(); }
     operator Error() const { return {description()}; }
 };
 
@@ -67,26 +67,12 @@ struct Observer {
     bool keepStderr = true;
 };
 
-/// Remembers that a tool lacked memory, threads or descriptors, for those who go on without a
-/// measurement and hand no error on. Thread-safe.
-class Shortage {
-public:
-    void note(const FFToolError& error);
-    /// The first one.
-    std::optional<FFToolError> error() const;
-
-private:
-    mutable std::mutex m_mutex;
-    std::optional<FFToolError> m_error;
-};
-
 struct RunOptions {
     /// Return the output of a tool that ends with another status than 0. That of a tool that lacked
-    /// memory, threads or descriptors never comes back, even when the status is 0.
+    /// memory, threads, descriptors or disk never comes back, even when the status is 0.
     bool allowFailure = false;
     double timeout = defaultTimeout; ///< Seconds.
     Observer observer = {};
-    Shortage* shortage = nullptr; ///< Hears of one; may be null.
 };
 
 struct ToolOutput {
@@ -102,7 +88,8 @@ std::uint64_t memoryLimit(const std::filesystem::path& executable);
 
 /// Runs a tool to its end and gives its complete output. A tool that passes the time-out is asked
 /// to terminate, killed 3 seconds later with all that it started, and its output dropped. When the
-/// work of the calling thread is called off, it is killed at once, or not even started.
+/// work of the calling thread is called off, it is killed at once, or not even started. A
+/// `Shortage` of that thread hears of one.
 Result<ToolOutput, FFToolError> run(const std::filesystem::path& executable,
                                     const std::vector<std::string>& arguments,
                                     const RunOptions& options = {});

@@ -18,7 +18,9 @@ constexpr int orphanedSignal = SIGHUP;
 enum class Outcome : std::int32_t {
     launchFailed, ///< `value` is an error number
     exited,       ///< `value` is the exit status
-    signalled     ///< `value` is the signal
+    signalled,    ///< `value` is the signal
+    /// `value` is the signal, and the tool had taken most of the memory that it may.
+    crashedNearMemoryLimit
 };
 
 struct Report {

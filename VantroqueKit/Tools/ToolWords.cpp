@@ -16,6 +16,9 @@ namespace {
 /// Longer lines are no complaints, and no tool may fill the memory with one.
 constexpr std::size_t longestLine = 4096;
 
+/// Holds what a tool says as it crashes.
+constexpr std::size_t tailLength = 2048;
+
 /// The tags of a file stand indented in a log. They could say anything.
 bool isIndented(std::string_view line)
 {
@@ -52,6 +55,11 @@ bool lacksDescriptors(std::string_view line)
            || saysSystem(line, "Too many open files in system");
 }
 
+bool lacksDisk(std::string_view line)
+{
+    return saysSystem(line, "No space left on device") || saysSystem(line, "Disk quota exceeded");
+}
+
 struct KnownWords {
     bool (*areIn)(std::string_view line);
     QString sentence;
@@ -61,10 +69,9 @@ struct KnownWords {
 const std::vector<KnownWords>& knownWords()
 {
     static const std::vector<KnownWords> all{
-        {lacksMemory, u"There was not enough memory to decode this file."_s},
+        {lacksMemory, notEnoughMemory()},
         {lacksDescriptors, u"Too many files are open."_s},
-        {[](auto line) { return saysSystem(line, "No space left on device"); },
-         u"The disk is full."_s},
+        {lacksDisk, u"The disk is full."_s},
         {[](auto line) { return saysSystem(line, "File too large"); },
          u"A file would grow larger than is allowed here."_s},
         {[](auto line) { return saysSystem(line, "Permission denied"); },
@@ -101,11 +108,18 @@ bool matters(QStringView line)
 
 bool tellsOfShortage(std::string_view line)
 {
-    return !isIndented(line) && (lacksMemory(line) || lacksDescriptors(line));
+    return !isIndented(line) && (lacksMemory(line) || lacksDescriptors(line) || lacksDisk(line));
+}
+
+QString notEnoughMemory()
+{
+    return u"There was not enough memory to decode this file."_s;
 }
 
 void ShortageWatch::feed(std::string_view bytes)
 {
+    m_tail.append(bytes.substr(bytes.size() - std::min(bytes.size(), tailLength)));
+    m_tail.erase(0, m_tail.size() - std::min(m_tail.size(), tailLength));
     std::size_t start = 0;
     for (std::size_t end = 0; (end = bytes.find_first_of("\n\r", start)) != bytes.npos;
          start = end + 1) {
@@ -123,6 +137,19 @@ void ShortageWatch::read(std::string_view line)
         m_complaint = line;
 }
 
+std::string ShortageWatch::lastWordsOnMemory() const
+{
+    static const QRegularExpression words(
+        u"bad_alloc|alloc.*fail|fail.*alloc|(cannot|can't|could not|unable to) .*alloc|"
+        "(out of|no|not enough|insufficient) memory"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    const auto lines = QByteArray::fromStdString(m_tail).split('\n');
+    const auto last = std::ranges::find_if(lines.rbegin(), lines.rend(), [](const auto& line) {
+        return !isIndented(Text::view(line)) && words.match(QString::fromUtf8(line)).hasMatch();
+    });
+    return last == lines.rend() ? std::string() : last->toStdString();
+}
+
 std::optional<QString> sentence(const QString& words)
 {
     const auto lines = words.toUtf8().split('\n');
@@ -137,15 +164,16 @@ std::optional<QString> sentence(const QString& words)
 
 QString shown(const QString& words)
 {
-    constexpr qsizetype tailLength = 400;
+    constexpr qsizetype shownLength = 400;
     const QString plain = withoutAddresses(words);
-    if (Text::characterCount(plain) <= tailLength)
+    if (Text::characterCount(plain) <= shownLength)
         return plain;
-    const QString tail = Text::lastCharacters(plain, tailLength);
+    const QString tail = Text::lastCharacters(plain, shownLength);
     for (const QStringView line : QStringView(plain).split(u'\n'))
         if (matters(line))
-            return line.size() > tailLength || tail.contains(line) ? tail
-                                                                   : line.toString() + u'\n' + tail;
+            return line.size() > shownLength || tail.contains(line)
+                       ? tail
+                       : line.toString() + u'\n' + tail;
     return tail;
 }
 

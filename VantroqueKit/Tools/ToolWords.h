@@ -9,24 +9,31 @@
 /// What ffprobe and ffmpeg say on standard error, read for the operator.
 namespace vantroque::ToolWords {
 
-/// Finds out, while a tool still prints, whether it lacked memory, threads or descriptors. What it
-/// printed then is not a measurement, whatever its exit status.
+/// Finds out, while a tool still prints, whether it lacked memory, threads, descriptors or disk.
+/// What it printed then is not a measurement, whatever its exit status.
 class ShortageWatch {
 public:
     /// Takes any piece of the output.
     void feed(std::string_view bytes);
     /// The line that told of it first; empty when none did.
     const std::string& complaint() const { return m_complaint; }
+    /// The line near the end of the output that speaks of memory in whatever words; empty when none
+    /// does. Such words count for a tool that crashed right after them.
+    std::string lastWordsOnMemory() const;
 
 private:
     void read(std::string_view line);
 
     std::string m_line; ///< The line whose end has not come.
     std::string m_complaint;
+    std::string m_tail; ///< The end of the output.
 };
 
-/// Whether this line tells that the tool lacked memory, threads or descriptors.
+/// Whether this line tells that the tool lacked memory, threads, descriptors or disk.
 bool tellsOfShortage(std::string_view line);
+
+/// The sentence on a tool that lacked memory.
+QString notEnoughMemory();
 
 /// A plain sentence on why the tool failed, when its words are known ones.
 std::optional<QString> sentence(const QString& words);

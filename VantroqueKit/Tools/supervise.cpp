@@ -38,21 +38,11 @@ void report(Outcome outcome, int value)
     [[maybe_unused]] const auto written = ::write(reportDescriptor, &message, sizeof message);
 }
 
-/// Sets the soft limit of this process's memory, or keeps the narrower one that it has; gives the
-/// limits that held until then.
-rlimit limitMemory(rlim_t most)
+[[noreturn]] void becomeTool(char** command, const rlimit& ownMemory, rlim_t memoryBytes,
+                             const sigset_t& blocked)
 {
-    rlimit before{RLIM_INFINITY, RLIM_INFINITY};
-    if (::getrlimit(RLIMIT_AS, &before) != 0)
-        return before;
-    const rlimit limits{std::min(before.rlim_cur, most), before.rlim_max};
+    const rlimit limits{memoryBytes, ownMemory.rlim_max};
     ::setrlimit(RLIMIT_AS, &limits);
-    return before;
-}
-
-[[noreturn]] void becomeTool(char** command, rlim_t memoryBytes, const sigset_t& blocked)
-{
-    const rlimit ownMemory = limitMemory(memoryBytes);
     constexpr rlimit none{0, 0};
     ::setrlimit(RLIMIT_CORE, &none);
     ::signal(SIGXFSZ, SIG_IGN); // Too large a file becomes an error that the tool can tell.
@@ -126,12 +116,31 @@ void endChildren(const sigset_t& signals)
     }
 }
 
-int reap(pid_t tool)
-{
+struct End {
     int status = 0;
-    while (::waitpid(tool, &status, 0) < 0 && errno == EINTR) {
+    rlim_t residentBytes = 0; ///< The most that the tool had in memory at once.
+};
+
+End reap(pid_t tool)
+{
+    End end;
+    rusage usage{};
+    while (::wait4(tool, &end.status, 0, &usage) < 0 && errno == EINTR) {
     }
-    return status;
+    end.residentBytes = static_cast<rlim_t>(usage.ru_maxrss) * 1024;
+    return end;
+}
+
+/// A tool may crash when it gets no more memory. How much address space it had taken is not known
+/// afterwards, only what of it was in memory: half of the limit is far more than any film needs.
+Outcome outcomeOf(const End& end, rlim_t memoryBytes)
+{
+    if (WIFEXITED(end.status))
+        return Outcome::exited;
+    const int signal = WTERMSIG(end.status);
+    const bool isCrash = signal == SIGABRT || signal == SIGSEGV;
+    return isCrash && end.residentBytes >= memoryBytes / 2 ? Outcome::crashedNearMemoryLimit
+                                                           : Outcome::signalled;
 }
 
 } // namespace
@@ -148,14 +157,16 @@ int main(int argc, char** argv)
     ::prctl(PR_SET_PDEATHSIG, orphanedSignal);
     ::prctl(PR_SET_CHILD_SUBREAPER, 1);
     const auto parent = numberOf<pid_t>(argv[1]);
-    const auto memoryBytes = numberOf<rlim_t>(argv[2]);
+    rlimit ownMemory{RLIM_INFINITY, RLIM_INFINITY};
+    ::getrlimit(RLIMIT_AS, &ownMemory);
+    const rlim_t memoryBytes = std::min(ownMemory.rlim_cur, numberOf<rlim_t>(argv[2]));
     if (::getppid() != parent) // It died before it could be watched.
         return EXIT_FAILURE;
     ::fcntl(reportDescriptor, F_SETFD, FD_CLOEXEC);
 
     const pid_t tool = ::fork();
     if (tool == 0)
-        becomeTool(argv + 3, memoryBytes, signals);
+        becomeTool(argv + 3, ownMemory, memoryBytes, signals);
     if (tool < 0) {
         report(Outcome::launchFailed, errno);
         return EXIT_FAILURE;
@@ -167,11 +178,9 @@ int main(int argc, char** argv)
 
     waitForEnd(tool, signals);
     ::kill(-tool, SIGKILL);
-    const int status = reap(tool);
+    const End end = reap(tool);
     endChildren(signals);
-    if (WIFEXITED(status))
-        report(Outcome::exited, WEXITSTATUS(status));
-    else
-        report(Outcome::signalled, WTERMSIG(status));
+    report(outcomeOf(end, memoryBytes),
+           WIFEXITED(end.status) ? WEXITSTATUS(end.status) : WTERMSIG(end.status));
     return EXIT_SUCCESS;
 }
