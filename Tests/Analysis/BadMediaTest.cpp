@@ -531,6 +531,23 @@ TEST_F(BadMedia, AFilmWithoutAFrameIsMeasuredOrRefused)
     }
 }
 
+TEST_F(BadMedia, AnMxfThatEndsInsideTheIndexOfItsFooterIsRefusedInWords)
+{
+    const fs::path whole =
+        Media::make({"whole.mxf", Clips::picture("320x180", "25", "3") + Clips::tone("3")
+                                      + Words{"-c:v", "mpeg2video", "-c:a", "pcm_s16le"}});
+    const QByteArray bytes = contents(whole);
+    EXPECT_THAT(
+        problemOf(m_folder.write("cut.mxf", bytes.chopped(500))),
+        StartsWith("Its header or footer cannot be read: the file was cut off, or is "
+                   "damaged.\nffprobe exited with status 1: error reading header metadata\n"));
+    for (const qsizetype lost : {200, 2'000}) {
+        const auto analysis = analyzed(m_folder.write("opens.mxf", bytes.chopped(lost)));
+        ASSERT_TRUE(analysis) << lost;
+        EXPECT_GT(analysis->media.missingBytes.value_or(0), 0) << lost;
+    }
+}
+
 // Faults around the file.
 
 /// Half a minute of 10-bit picture with sound.

@@ -28,8 +28,9 @@ struct ExpectedRow {
     Verdict verdict = Verdict::info;
     QString measured;
     std::optional<QString> expected; ///< The row's own expectation, where it matters.
+    std::optional<QString> fix;      ///< What the row advises, where it matters.
 
-    VANTROQUE_RECORD(ExpectedRow, section, id, verdict, measured, expected)
+    VANTROQUE_RECORD(ExpectedRow, section, id, verdict, measured, expected, fix)
 };
 
 struct ExpectedEvent {
@@ -140,10 +141,11 @@ QString verdictText(Verdict verdict)
 }
 
 QString line(const QString& section, const QString& id, Verdict verdict, const QString& measured,
-             const QString& expected = {})
+             const QString& expected = {}, const QString& fix = {})
 {
     return u"%1 / %2: %3: %4"_s.arg(section, id, verdictText(verdict), measured)
-           + (expected.isEmpty() ? QString() : u" (asked for: %1)"_s.arg(expected));
+           + (expected.isEmpty() ? QString() : u" (asked for: %1)"_s.arg(expected))
+           + (fix.isEmpty() ? QString() : u" (fix: %1)"_s.arg(fix));
 }
 
 /// For an `ExpectedEvent` as for a `SignalEvent`.
@@ -183,7 +185,8 @@ QString found(const FileReport& report, const ExpectedRow& expected)
                 return line(section.profileID, row.id, row.verdict,
                             matches(row.measured, expected.measured) ? expected.measured
                                                                      : row.measured,
-                            expected.expected ? row.expected : u""_s);
+                            expected.expected ? row.expected : u""_s,
+                            expected.fix ? row.fix.value_or(u""_s) : u""_s);
     return u"%1 / %2: no such row"_s.arg(expected.section, expected.id);
 }
 
@@ -218,7 +221,7 @@ void expectReport(const fs::path& file, const Profile& profile, const ExpectedRe
     const FileReport& report = analysis->report;
     for (const ExpectedRow& row : expected.rows)
         EXPECT_EQ(found(report, row), line(row.section, row.id, row.verdict, row.measured,
-                                           row.expected.value_or(u""_s)));
+                                           row.expected.value_or(u""_s), row.fix.value_or(u""_s)));
     EXPECT_EQ(unnamedProblems(report, expected.rows).join(u'\n'), u""_s);
     ASSERT_TRUE(report.events);
     EXPECT_EQ(lines(*report.events).join(u'\n'), lines(expected.events).join(u'\n'));

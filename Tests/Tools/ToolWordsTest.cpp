@@ -59,6 +59,8 @@ TEST(ToolWords, KnownCausesAreToldInAPlainSentenceAheadOfTheWords)
         {u"/a.mp4: Permission denied\n"_s, u"There is no permission to open it."_s},
         {u"[mov @ 0x1] moov atom not found\n/a.mp4: Invalid data found when processing input\n"_s,
          u"The index is missing: the file was cut off, or is no media file."_s},
+        {u"[mxf @ 0x1] error reading header metadata\n/a.mxf: Invalid data found when processing input\n"_s,
+         u"Its header or footer cannot be read: the file was cut off, or is damaged."_s},
         {u"/a.mkv: Invalid data found when processing input\n"_s,
          u"Nothing in it can be decoded."_s},
     };

@@ -78,6 +78,8 @@ const std::vector<KnownWords>& knownWords()
          u"There is no permission to open it."_s},
         {[](auto line) { return line.ends_with("moov atom not found"); },
          u"The index is missing: the file was cut off, or is no media file."_s},
+        {[](auto line) { return line.ends_with("error reading header metadata"); }, // MXF
+         u"Its header or footer cannot be read: the file was cut off, or is damaged."_s},
         {[](auto line) {
              return saysSystem(line, "Invalid data found when processing input")
                     || line.starts_with("Cannot determine format of input stream ");
