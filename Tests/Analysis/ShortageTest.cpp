@@ -1,6 +1,8 @@
 #include "Analysis/TextOnTheRoad.h"
 #include "Support/Media.h"
 
+#include <ostream>
+
 // Any tool of an analysis may lack memory, threads, descriptors or disk. Nothing has been measured
 // then, and no report may come of it: neither one that lacks a figure nor one that calls the file
 // damaged.
@@ -58,6 +60,11 @@ struct Call {
     const char* name;
     QByteArray argument; ///< Tells it from the others.
 };
+
+void PrintTo(const Call& call, std::ostream* out)
+{
+    *out << call.name;
+}
 
 class ShortageIn : public testing::TestWithParam<Call> {};
 

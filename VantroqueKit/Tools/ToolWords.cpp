@@ -167,10 +167,10 @@ std::optional<QString> sentence(const QString& words)
 QString shown(const QString& words)
 {
     constexpr qsizetype shownLength = 400;
-    const QString plain = withoutAddresses(words);
+    QString plain = withoutAddresses(words);
     if (Text::characterCount(plain) <= shownLength)
         return plain;
-    const QString tail = Text::lastCharacters(plain, shownLength);
+    QString tail = Text::lastCharacters(plain, shownLength);
     for (const QStringView line : QStringView(plain).split(u'\n'))
         if (matters(line))
             return line.size() > shownLength || tail.contains(line)
