@@ -4,6 +4,7 @@
 #include "Base/Text.h"
 #include "Captions/CaptionParser.h"
 #include "Captions/LanguageNames.h"
+#include "Tools/FFmpegCall.h"
 #include "Tools/Playlists.h"
 
 #include <utility>
@@ -97,10 +98,10 @@ std::optional<QString> srtText(const std::vector<std::string>& arguments, double
     const auto ffmpeg = FFTool::find("ffmpeg");
     if (!ffmpeg)
         return std::nullopt;
-    std::vector<std::string> all{"-hide_banner", "-loglevel", "error", "-nostdin"};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    all.insert(all.end(), {"-f", "srt", "-"});
-    const auto output = FFTool::run(*ffmpeg, all, {.allowFailure = true, .timeout = timeout});
+    FFmpegCall call(FFmpegCall::Log::complaints);
+    call.add({"-nostdin"}).add(arguments).add({"-f", "srt", "-"});
+    const auto output =
+        FFTool::run(*ffmpeg, call.words(), {.allowFailure = true, .timeout = timeout});
     // It can end well with nothing or half to tell, and badly with all that there was.
     if (!output || !output->stdout.contains("-->"))
         return std::nullopt;

@@ -7,6 +7,7 @@
 #include "Signal/ChannelAnalyzer.h"
 #include "Signal/LogHeaders.h"
 #include "Tools/FFTool.h"
+#include "Tools/FFmpegCall.h"
 #include "Tools/ToolContext.h"
 
 #include <algorithm>
@@ -338,11 +339,9 @@ BlockAndBlur blockAndBlur(const MediaInfo& media)
     const std::string filters =
         "select='not(mod(n\\,12))',scale=480:-2:flags=area,blockdetect,blurdetect,"
         "metadata=mode=print:key=lavfi.block,metadata=mode=print:key=lavfi.blur";
-    const auto ran =
-        FFTool::run(*ffmpeg,
-                    {"-hide_banner", "-nostats", "-i", media.url.path().native(), "-map",
-                     "0:" + media.video->specifier(), "-vf", filters, "-f", "null", "-"},
-                    {.allowFailure = true});
+    FFmpegCall call(FFmpegCall::Log::filters);
+    call.input(media.url).add({"-map", "0:" + media.video->specifier()}).filtered(filters);
+    const auto ran = FFTool::run(*ffmpeg, call.nowhere().words(), {.allowFailure = true});
     if (!ran)
         return {};
     const QByteArray log = LogHeaders::without(ran->stderr);

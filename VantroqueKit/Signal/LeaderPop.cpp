@@ -3,6 +3,7 @@
 #include "Signal/LogHeaders.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Signal/SignalMatches.h"
+#include "Tools/FFmpegCall.h"
 
 #include <algorithm>
 
@@ -31,16 +32,10 @@ std::optional<QString> printed(const FileUrl& url, double start, double duration
     const auto ffmpeg = FFTool::find("ffmpeg");
     if (!ffmpeg)
         return std::nullopt;
-    const auto seconds = [](double value) { return Numbers::fixed(value, 3).toStdString(); };
-    std::vector<std::string> arguments{
-        "-hide_banner", "-nostats",        "-ss", seconds(std::max(start, 0.0)),
-        "-t",           seconds(duration), "-i",  url.path().native()};
-    for (const std::string& argument :
-         filtered(audio, "volumedetect," + spectrum + ",ametadata=mode=print:file=-"))
-        arguments.push_back(argument);
-    for (const char* argument : {"-f", "null", "-"})
-        arguments.emplace_back(argument);
-    const auto ran = FFTool::run(*ffmpeg, arguments, {.allowFailure = true});
+    FFmpegCall call(FFmpegCall::Log::filters);
+    call.from(std::max(start, 0.0), 3).lasting(duration, 3).input(url);
+    call.add(filtered(audio, "volumedetect," + spectrum + ",ametadata=mode=print:file=-"));
+    const auto ran = FFTool::run(*ffmpeg, call.nowhere().words(), {.allowFailure = true});
     if (!ran)
         return std::nullopt;
     return QString::fromUtf8(ran->stdout) + QString::fromUtf8(LogHeaders::without(ran->stderr));

@@ -2,6 +2,7 @@
 
 #include "Base/Numbers.h"
 #include "Signal/AudioTracks.h"
+#include "Tools/FFmpegCall.h"
 
 #include <algorithm>
 #include <cmath>
@@ -217,27 +218,26 @@ void SignalPlan::addFurtherTracks(std::vector<std::string>& chains) const
 
 std::vector<std::string> SignalPlan::arguments() const
 {
-    std::vector<std::string> list{"-hide_banner", "-nostats", "-y"};
+    FFmpegCall call(FFmpegCall::Log::filters);
+    call.overwriting();
     // The record has the stored size, so the picture must not be turned before the graph.
-    if (m_media.video && m_media.video->rotation.value_or(0) != 0)
-        list.emplace_back("-noautorotate");
-    const auto add = [&](std::initializer_list<std::string> more) {
-        list.insert(list.end(), more);
-    };
-    add({"-i", m_media.url.path().native(), "-filter_complex", graph()});
     if (m_media.video)
-        add({"-map", "[levels]", "-fps_mode", "passthrough", "-f", "rawvideo", "-pix_fmt",
-             "yuv444p", "pipe:1"});
+        call.asStored(*m_media.video);
+    call.input(m_media.url).add({"-filter_complex", graph()});
+    if (m_media.video)
+        call.add({"-map", "[levels]", "-fps_mode", "passthrough", "-f", "rawvideo", "-pix_fmt",
+                  "yuv444p", "pipe:1"});
     if (m_hasBits)
-        add({"-map", "[bitsout]", "-f", "rawvideo", bitsDump().native()});
+        call.add({"-map", "[bitsout]", "-f", "rawvideo", bitsDump().native()});
     if (m_media.video && m_options.textFrames)
-        add({"-map", "[text]", "-pix_fmt", "rgb24", "-compression_level", "1", "-fps_mode",
-             "passthrough", "-f", "image2",
-             (m_options.textFrames->directory / "%05d.png").native()});
+        call.add({"-map", "[text]"})
+            .forReading()
+            .add({"-fps_mode", "passthrough"})
+            .files(m_options.textFrames->directory / "%05d.png");
     if (m_preview)
-        add({"-map", "[preview]", "-fps_mode", "passthrough", "-f", "rawvideo",
-             previewFifo().native()});
-    const auto sink = [&](const char* label) { add({"-map", label, "-f", "null", "-"}); };
+        call.add({"-map", "[preview]", "-fps_mode", "passthrough", "-f", "rawvideo",
+                  previewFifo().native()});
+    const auto sink = [&](const char* label) { call.add({"-map", label}).nowhere(); };
     if (m_media.video && m_options.includeDetail) {
         sink("[phalf]");
         sink("[pquarter]");
@@ -250,7 +250,7 @@ std::vector<std::string> SignalPlan::arguments() const
         if (m_media.audio->measuredChannels() > 1)
             sink("[phaseout]");
     }
-    return list;
+    return call.words();
 }
 
 } // namespace vantroque::SignalAnalyzer

@@ -3,6 +3,7 @@
 #include "Base/Numbers.h"
 #include "Base/Text.h"
 #include "Signal/SignalLog.h"
+#include "Tools/FFmpegCall.h"
 
 #include <algorithm>
 
@@ -84,17 +85,13 @@ std::vector<double> places(double duration)
 
 std::vector<std::string> arguments(const MediaInfo& media, double place, bool withBits)
 {
-    std::vector<std::string> list{"-hide_banner", "-nostats", "-y"};
-    if (media.video->rotation)
-        list.emplace_back("-noautorotate");
-    list.insert(list.end(),
-                {"-threads", wholeText(decodingThreads), "-ss",
-                 Numbers::fixed(place, 3).toStdString(), "-t", "1", "-i", media.url.path().native(),
-                 "-filter_complex", graph(*media.video, withBits)});
+    FFmpegCall call(FFmpegCall::Log::filters);
+    call.overwriting().asStored(*media.video).add({"-threads", wholeText(decodingThreads)});
+    call.from(place, 3).lasting(1, 0).input(media.url);
+    call.add({"-filter_complex", graph(*media.video, withBits)});
     if (withBits)
-        list.insert(list.end(), {"-map", "[bitsout]", "-f", "rawvideo", "pipe:1"});
-    list.insert(list.end(), {"-map", "[cropout]", "-f", "null", "-"});
-    return list;
+        call.add({"-map", "[bitsout]", "-f", "rawvideo", "pipe:1"});
+    return call.add({"-map", "[cropout]"}).nowhere().words();
 }
 
 Result<std::optional<Output>, FFToolError> take(const std::filesystem::path& ffmpeg,

@@ -3,6 +3,7 @@
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
 #include "Text/TextFrameScan.h"
+#include "Tools/FFmpegCall.h"
 #include "Tools/Playlists.h"
 #include "Tools/StreamSeek.h"
 
@@ -34,23 +35,6 @@ Arguments mapping(const MediaInfo& media)
     return {"-map", "0:" + media.video->specifier()};
 }
 
-/// ffmpeg's arguments up to the input. It turns the picture as its tag says: type that lies on its
-/// side could not be read.
-Arguments reading(const MediaInfo& media, const Arguments& place)
-{
-    Arguments list{"-hide_banner", "-loglevel", "error", "-y"};
-    list.insert(list.end(), place.begin(), place.end());
-    list.insert(list.end(), {"-i", media.url.path().native()});
-    const Arguments map = mapping(media);
-    list.insert(list.end(), map.begin(), map.end());
-    return list;
-}
-
-void add(Arguments& list, std::initializer_list<std::string> more)
-{
-    list.insert(list.end(), more);
-}
-
 std::string fixed(double value, int decimals)
 {
     return Numbers::fixed(value, decimals).toStdString();
@@ -61,22 +45,21 @@ Result<FFTool::ToolOutput, FFToolError> writeFrames(const fs::path& ffmpeg, cons
                                                     const std::string& filters,
                                                     const fs::path& pattern)
 {
-    Arguments images{"-pix_fmt", "rgb24",  "-compression_level", "1",
-                     "-f",       "image2", pattern.native()};
     if (StreamSeek::isNeeded(media.url)) {
-        const Arguments map = mapping(media);
-        images.insert(images.begin(), map.begin(), map.end());
-        return StreamSeek::run(ffmpeg, {.media = media.url,
-                                        .time = start,
-                                        .span = span,
-                                        .before = {"-y"},
-                                        .filters = filters,
-                                        .output = images});
+        return StreamSeek::run(
+            ffmpeg,
+            {.media = media.url,
+             .time = start,
+             .span = span,
+             .before = {"-y"},
+             .filters = filters,
+             .output = FFmpegCall().add(mapping(media)).forReading().files(pattern).words()});
     }
-    Arguments arguments = reading(media, {"-ss", fixed(start, 4)});
-    add(arguments, {"-t", fixed(span, 4), "-vf", filters});
-    arguments.insert(arguments.end(), images.begin(), images.end());
-    return FFTool::run(ffmpeg, arguments);
+    // ffmpeg turns the picture as its tag says: type that lies on its side could not be read.
+    FFmpegCall call(FFmpegCall::Log::complaints);
+    call.overwriting().from(start, 4).input(media.url).add(mapping(media)).lasting(span, 4);
+    call.filtered(filters).forReading().files(pattern);
+    return FFTool::run(ffmpeg, call.words());
 }
 
 } // namespace
@@ -152,13 +135,12 @@ std::optional<std::vector<TextRegion>> read(const MediaInfo& media, RecognizerPo
     const auto wanted = request(media, scratch->path());
     TextFrameScan scan(wanted, media, recognizers, progress);
     scan.start();
-    Arguments arguments = reading(media, {});
-    add(arguments,
-        {"-vf",
-         wanted.selectFilter() + ",scale='min(" + Numbers::wholeText(wanted.maxWidth) + ",iw)':-2",
-         "-pix_fmt", "rgb24", "-compression_level", "1", "-fps_mode", "passthrough", "-f", "image2",
-         (wanted.directory / "%05d.png").native()});
-    if (!FFTool::run(*ffmpeg, arguments))
+    FFmpegCall call(FFmpegCall::Log::complaints);
+    call.overwriting().input(media.url).add(mapping(media));
+    call.filtered(wanted.selectFilter() + ",scale='min(" + Numbers::wholeText(wanted.maxWidth)
+                  + ",iw)':-2");
+    call.forReading().add({"-fps_mode", "passthrough"}).files(wanted.directory / "%05d.png");
+    if (!FFTool::run(*ffmpeg, call.words()))
         return std::nullopt;
     return scan.finish(media.signal ? media.signal->pictureStart.value_or(0) : 0);
 }

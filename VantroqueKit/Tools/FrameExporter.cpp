@@ -3,6 +3,7 @@
 #include "Base/Files.h"
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
+#include "Tools/FFmpegCall.h"
 #include "Tools/Playlists.h"
 #include "Tools/StreamSeek.h"
 
@@ -16,14 +17,6 @@ namespace fs = std::filesystem;
 using Numbers::wholeText;
 using Arguments = std::vector<std::string>;
 
-/// The place before the input, so that the seek is fast, and one frame after it.
-Arguments oneFrame(const FileUrl& media, double time)
-{
-    return {"-ss",       Numbers::fixed(std::max(time, 0.0), 6).toStdString(),
-            "-i",        media.path().native(),
-            "-frames:v", "1"};
-}
-
 /// `filters` are those of the picture and may be empty.
 Result<FFTool::ToolOutput, FFToolError> run(const Arguments& before, const FileUrl& media,
                                             double time, const std::string& filters,
@@ -35,11 +28,9 @@ Result<FFTool::ToolOutput, FFToolError> run(const Arguments& before, const FileU
         return StreamSeek::run(
             ffmpeg,
             {.media = media, .time = time, .before = before, .filters = filters, .output = output});
-    Arguments arguments{"-hide_banner", "-loglevel", "error"};
-    const Arguments picture = filters.empty() ? Arguments() : Arguments{"-vf", filters};
-    for (const Arguments& part : {before, oneFrame(media, time), picture, output})
-        arguments.insert(arguments.end(), part.begin(), part.end());
-    return FFTool::run(ffmpeg, arguments);
+    FFmpegCall call(FFmpegCall::Log::complaints);
+    call.add(before).from(std::max(time, 0.0), 6).input(media).add({"-frames:v", "1"});
+    return FFTool::run(ffmpeg, call.filtered(filters).add(output).words());
 }
 
 FFToolError noFrame()

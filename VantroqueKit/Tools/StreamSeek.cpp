@@ -1,6 +1,7 @@
 #include "Tools/StreamSeek.h"
 
 #include "Base/Numbers.h"
+#include "Tools/FFmpegCall.h"
 
 #include <algorithm>
 #include <array>
@@ -42,18 +43,16 @@ std::vector<std::string> arguments(const Request& request, double seek)
 {
     // Times are rounded on their way through the file, by much less than a frame.
     constexpr double rounding = 0.002;
-    std::vector<std::string> list{"-hide_banner", "-nostats", "-loglevel", "level+info"};
-    list.insert(list.end(), request.before.begin(), request.before.end());
-    list.insert(
-        list.end(),
-        {"-noaccurate_seek", "-ss", seconds(seek), "-i", request.media.path().native(), "-vf",
-         "showinfo=checksum=0,trim=start=" + seconds(request.time - seek - rounding)
-             + (request.span ? ":duration=" + seconds(*request.span) : "") + ",setpts=PTS-STARTPTS"
-             + (request.filters.empty() ? "" : "," + request.filters)});
+    FFmpegCall call(FFmpegCall::Log::filters);
+    call.add({"-loglevel", "level+info"}).add(request.before).add({"-noaccurate_seek"});
+    call.from(seek, 6).input(request.media);
+    call.filtered("showinfo=checksum=0,trim=start=" + seconds(request.time - seek - rounding)
+                  + (request.span ? ":duration=" + seconds(*request.span) : "")
+                  + ",setpts=PTS-STARTPTS"
+                  + (request.filters.empty() ? "" : "," + request.filters));
     if (!request.span)
-        list.insert(list.end(), {"-frames:v", "1"});
-    list.insert(list.end(), request.output.begin(), request.output.end());
-    return list;
+        call.add({"-frames:v", "1"});
+    return call.add(request.output).words();
 }
 
 /// Complaints only, as ffmpeg prints them when it is asked for nothing else.
