@@ -47,7 +47,7 @@ QByteArray shown(const fs::path& file)
         FFTool::find("ffmpeg").value(),
         {"-v", "quiet", "-i", file.native(), "-map", "0:v?", "-map", "0:a?", "-f", "md5", "-"},
         {.allowFailure = true});
-    return run ? run->stdout : QByteArray();
+    return run ? run->output : QByteArray();
 }
 
 Outcome outcome(const fs::path& file, const QByteArray& shownIntact)

@@ -65,7 +65,7 @@ TEST_F(SignalPass, TheErrorCarriesToolStatusAndLog)
     EXPECT_EQ(outcome.error().kind, FFToolError::Kind::failed);
     EXPECT_EQ(outcome.error().tool, u"ffmpeg"_s);
     EXPECT_EQ(outcome.error().status, 69);
-    EXPECT_EQ(outcome.error().stderr, u"film.mov: Caf\uFFFD is no codec\n"_s);
+    EXPECT_EQ(outcome.error().words, u"film.mov: Caf\uFFFD is no codec\n"_s);
 }
 
 TEST_F(SignalPass, AFileWithNeitherPictureNorSoundFails)

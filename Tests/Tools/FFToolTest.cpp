@@ -73,7 +73,7 @@ TEST(FFToolError, EachKindHasItsWords)
 {
     FFToolError failed = errorOf(FFToolError::Kind::failed);
     failed.status = 183;
-    failed.stderr = u"bad file\n"_s;
+    failed.words = u"bad file\n"_s;
     FFToolError timedOut = errorOf(FFToolError::Kind::timedOut);
     timedOut.seconds = 600;
     FFToolError launchFailed = errorOf(FFToolError::Kind::launchFailed);
@@ -104,12 +104,12 @@ TEST(FFToolError, OnlyTheEndOfALongErrorIsShown)
 {
     FFToolError error = errorOf(FFToolError::Kind::failed);
     error.status = 1;
-    error.stderr = QString(9600, u'a') + QString(400, u'b');
+    error.words = QString(9600, u'a') + QString(400, u'b');
     EXPECT_EQ(error.description(), u"ffmpeg exited with status 1: "_s + QString(400, u'b'));
-    error.stderr = QString(400, u'c');
+    error.words = QString(400, u'c');
     EXPECT_EQ(error.description(), u"ffmpeg exited with status 1: "_s + QString(400, u'c'));
     const QString clapper = u"\U0001F3AC"_s;
-    error.stderr = u'a' + clapper.repeated(400);
+    error.words = u'a' + clapper.repeated(400);
     EXPECT_EQ(error.description(), u"ffmpeg exited with status 1: "_s + clapper.repeated(400));
 }
 
@@ -117,8 +117,8 @@ TEST_F(FFToolRun, BothOutputsAndTheStatusComeBack)
 {
     const Outcome outcome = run("echo out; echo err >&2");
     ASSERT_TRUE(outcome) << problemOf(outcome);
-    EXPECT_EQ(outcome->stdout, "out\n");
-    EXPECT_EQ(outcome->stderr, "err\n");
+    EXPECT_EQ(outcome->output, "out\n");
+    EXPECT_EQ(outcome->words, "err\n");
     EXPECT_EQ(outcome->status, 0);
 }
 
@@ -126,7 +126,7 @@ TEST_F(FFToolRun, ArgumentsArriveAsTheyAre)
 {
     const Outcome outcome = run("printf '<%s>' \"$@\"", {"", "a b", "$HOME", "'\"\\", "-y", "x\ny",
                                                          "*", "\xFF", "\xF0\x9F\x8E\xAC"});
-    EXPECT_EQ(outcome->stdout, "<><a b><$HOME><'\"\\><-y><x\ny><*><\xFF><\xF0\x9F\x8E\xAC>");
+    EXPECT_EQ(outcome->output, "<><a b><$HOME><'\"\\><-y><x\ny><*><\xFF><\xF0\x9F\x8E\xAC>");
 }
 
 TEST_F(FFToolRun, AToolThatFailsIsReportedWithTheEndOfItsError)
@@ -148,8 +148,8 @@ TEST_F(FFToolRun, AFailureMayBeAllowed)
         run("echo out; printf '\\377' >&2; exit 42", FFTool::RunOptions{.allowFailure = true});
     ASSERT_TRUE(outcome) << problemOf(outcome);
     EXPECT_EQ(outcome->status, 42);
-    EXPECT_EQ(outcome->stdout, "out\n");
-    EXPECT_EQ(outcome->stderr, "\xFF");
+    EXPECT_EQ(outcome->output, "out\n");
+    EXPECT_EQ(outcome->words, "\xFF");
 }
 
 TEST_F(FFToolRun, DeathByASignalIsAFailure)
@@ -159,7 +159,7 @@ TEST_F(FFToolRun, DeathByASignalIsAFailure)
     const Outcome allowed =
         run("echo out; kill -SEGV $$", FFTool::RunOptions{.allowFailure = true});
     EXPECT_EQ(allowed->status, 139);
-    EXPECT_EQ(allowed->stdout, "out\n");
+    EXPECT_EQ(allowed->output, "out\n");
 }
 
 TEST_F(FFToolRun, AToolThatCannotBeStartedSaysWhy)
@@ -185,16 +185,16 @@ TEST_F(FFToolRun, BinaryOutputIsUnchanged)
     ASSERT_TRUE(bytes.contains('\0'));
     const std::string file = m_folder.write("bytes", bytes).native();
     const Outcome outcome = run("cat \"$1\"; cat \"$1\" >&2", {file});
-    EXPECT_TRUE(outcome->stdout == bytes);
-    EXPECT_TRUE(outcome->stderr == bytes);
+    EXPECT_TRUE(outcome->output == bytes);
+    EXPECT_TRUE(outcome->words == bytes);
 }
 
 TEST_F(FFToolRun, MuchErrorOutputAheadOfTheOtherBlocksNothing)
 {
     const Outcome outcome = run("head -c 100000000 /dev/zero >&2; echo done");
     ASSERT_TRUE(outcome) << problemOf(outcome);
-    EXPECT_EQ(outcome->stdout, "done\n");
-    EXPECT_EQ(outcome->stderr.size(), 100'000'000);
+    EXPECT_EQ(outcome->output, "done\n");
+    EXPECT_EQ(outcome->words.size(), 100'000'000);
 }
 
 TEST_F(FFToolRun, AToolThatClosesItsOutputsIsStillWaitedFor)
@@ -202,13 +202,13 @@ TEST_F(FFToolRun, AToolThatClosesItsOutputsIsStillWaitedFor)
     const Outcome outcome =
         run("echo out; exec >&- 2>&-; sleep 0.3; exit 7", FFTool::RunOptions{.allowFailure = true});
     EXPECT_EQ(outcome->status, 7);
-    EXPECT_EQ(outcome->stdout, "out\n");
+    EXPECT_EQ(outcome->output, "out\n");
 }
 
 TEST_F(FFToolRun, StandardInputIsEmpty)
 {
-    EXPECT_EQ(FFTool::run("/bin/readlink", {"/proc/self/fd/0"})->stdout, "/dev/null\n");
-    EXPECT_EQ(run("cat; echo end")->stdout, "end\n");
+    EXPECT_EQ(FFTool::run("/bin/readlink", {"/proc/self/fd/0"})->output, "/dev/null\n");
+    EXPECT_EQ(run("cat; echo end")->output, "end\n");
 }
 
 TEST_F(FFToolRun, NoOtherDescriptorIsInherited)
@@ -217,7 +217,7 @@ TEST_F(FFToolRun, NoOtherDescriptorIsInherited)
     const FileDescriptor high(::fcntl(low.get(), F_DUPFD, 500));
     ASSERT_TRUE(low.isOpen() && high.isOpen());
     // The last one is the listing's own.
-    EXPECT_EQ(FFTool::run("/bin/ls", {"/proc/self/fd"})->stdout, "0\n1\n2\n3\n");
+    EXPECT_EQ(FFTool::run("/bin/ls", {"/proc/self/fd"})->output, "0\n1\n2\n3\n");
 }
 
 TEST_F(FFToolRun, ItWorksWithoutTheStandardDescriptors)
@@ -227,7 +227,7 @@ TEST_F(FFToolRun, ItWorksWithoutTheStandardDescriptors)
         for (int descriptor = 0; descriptor < 3; ++descriptor)
             ::close(descriptor);
         const Outcome outcome = FFTool::run(tool, {});
-        if (outcome && outcome->stdout == "out\n" && outcome->stderr == "err\n")
+        if (outcome && outcome->output == "out\n" && outcome->words == "err\n")
             m_folder.write("right", "");
     });
     EXPECT_TRUE(comesTrue([&] { return fs::exists(m_folder / "right"); }));
@@ -236,7 +236,7 @@ TEST_F(FFToolRun, ItWorksWithoutTheStandardDescriptors)
 TEST_F(FFToolRun, TheToolLeadsItsOwnProcessGroup)
 {
     const auto numbers = FFTool::run("/usr/bin/cut", {"-d", " ", "-f", "1,5", "/proc/self/stat"})
-                             ->stdout.simplified()
+                             ->output.simplified()
                              .split(' ');
     ASSERT_EQ(numbers.size(), 2);
     EXPECT_EQ(numbers[0], numbers[1]);
@@ -253,7 +253,7 @@ TEST_F(FFToolRun, TheToolTakesSignalsAsUsual)
     std::signal(SIGPIPE, pipeBefore);
     ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
     constexpr quint64 usualSignals = 0x7FFF'FFFF; // The rest is the C library's own.
-    const auto lines = outcome->stdout.trimmed().split('\n');
+    const auto lines = outcome->output.trimmed().split('\n');
     ASSERT_EQ(lines.size(), 2);
     // But for one: a file that may not grow is an error and no death.
     constexpr quint64 tooLarge = 1U << (SIGXFSZ - 1);
@@ -269,7 +269,7 @@ TEST_F(FFToolRun, WhatWouldChangeTheOutputOfTheToolsIsTakenFromTheEnvironment)
     const ScopedVariable colour("AV_LOG_FORCE_COLOR", "1");
     const ScopedVariable report("FFREPORT", "file=report.txt");
     const ScopedVariable other("FFREPORTER", "kept");
-    const auto variables = FFTool::run("/usr/bin/env", {})->stdout.split('\n');
+    const auto variables = FFTool::run("/usr/bin/env", {})->output.split('\n');
     EXPECT_THAT(variables, testing::Contains("FFREPORTER=kept"));
     for (const QByteArray& variable : variables)
         EXPECT_FALSE(variable.startsWith("AV_LOG_FORCE_COLOR=")
@@ -280,7 +280,7 @@ TEST_F(FFToolRun, TheWorkingDirectoryIsInherited)
 {
     const fs::path before = fs::current_path();
     fs::current_path(m_folder.path());
-    EXPECT_EQ(run("pwd -P")->stdout.trimmed().toStdString(),
+    EXPECT_EQ(run("pwd -P")->output.trimmed().toStdString(),
               fs::canonical(m_folder.path()).native());
     fs::current_path(before);
 }
@@ -319,7 +319,7 @@ TEST_F(FFToolRun, AToolThatIgnoresTheTerminateRequestIsKilled)
 TEST_F(FFToolRun, AnEndlessTimeLimitIsNone)
 {
     for (const double seconds : {1e18, std::numeric_limits<double>::infinity()})
-        EXPECT_EQ(run("sleep 0.1; echo out", limitedTo(seconds))->stdout, "out\n");
+        EXPECT_EQ(run("sleep 0.1; echo out", limitedTo(seconds))->output, "out\n");
 }
 
 TEST_F(FFToolRun, ObserversSeeEveryChunkAndEveryLine)
@@ -327,36 +327,36 @@ TEST_F(FFToolRun, ObserversSeeEveryChunkAndEveryLine)
     std::string chunks;
     std::vector<std::string> lines;
     FFTool::RunOptions options;
-    options.observer.stdout = [&](std::string_view chunk) { chunks += chunk; };
-    options.observer.stderrLine = [&](std::string_view line) { lines.emplace_back(line); };
+    options.observer.output = [&](std::string_view chunk) { chunks += chunk; };
+    options.observer.wordsLine = [&](std::string_view line) { lines.emplace_back(line); };
     const Outcome outcome = run("printf 'a\\0b'; printf 'one\\rtwo\\n\\nth\\303' >&2; sleep 0.1;"
                                 "printf 'c'; printf '\\251\\377\\nfour\\ncut' >&2",
                                 options);
     EXPECT_EQ(chunks, std::string("a\0bc", 4));
-    EXPECT_EQ(outcome->stdout.toStdString(), chunks);
+    EXPECT_EQ(outcome->output.toStdString(), chunks);
     EXPECT_THAT(lines, ElementsAre("one", "two", "four"));
-    EXPECT_EQ(outcome->stderr, "one\rtwo\n\nth\xC3\xA9\xFF\nfour\ncut");
+    EXPECT_EQ(outcome->words, "one\rtwo\n\nth\xC3\xA9\xFF\nfour\ncut");
 }
 
 TEST_F(FFToolRun, ObserversSeeTheOutputWhileTheToolRuns)
 {
     FFTool::RunOptions options;
-    options.observer.stderrLine = [&](std::string_view line) {
+    options.observer.wordsLine = [&](std::string_view line) {
         if (line == "ready")
             m_folder.write("go", "");
     };
     const Outcome outcome =
         run("echo ready >&2; while ! [ -e \"$1\" ]; do sleep 0.05; done; echo went",
             {(m_folder / "go").native()}, options);
-    EXPECT_EQ(outcome->stdout, "went\n");
+    EXPECT_EQ(outcome->output, "went\n");
 }
 
 TEST_F(FFToolRun, NoObserverIsCalledAfterTheReturn)
 {
     std::atomic<int> calls = 0;
     FFTool::RunOptions options;
-    options.observer.stdout = [&](std::string_view) { ++calls; };
-    options.observer.stderrLine = [&](std::string_view) { ++calls; };
+    options.observer.output = [&](std::string_view) { ++calls; };
+    options.observer.wordsLine = [&](std::string_view) { ++calls; };
     EXPECT_TRUE(run("(while :; do echo x; echo y >&2; done) & sleep 0.2", options));
     const int atReturn = calls;
     EXPECT_GT(atReturn, 0);
@@ -382,7 +382,7 @@ TEST_F(FFToolRun, AToolThatLackedMemoryFailsWhateverItsStatus)
 TEST_F(FFToolRun, AShortageIsSeenAlsoInOutputThatIsNotKept)
 {
     FFTool::RunOptions options{.allowFailure = true};
-    options.observer.keepStderr = false;
+    options.observer.keepWords = false;
     const Outcome outcome = run("echo '/a.mp4: Too many open files' >&2", options);
     ASSERT_FALSE(outcome);
     EXPECT_THAT(problemOf(outcome), StartsWith("Too many files are open.\n"));
@@ -450,7 +450,7 @@ TEST(FFToolMemory, AProbeMayTakeLessThanADecode)
 TEST_F(FFToolRun, AToolMayTakeNoMoreMemoryThanThat)
 {
     const auto limit = FFTool::memoryLimit("tool") / 1024;
-    EXPECT_EQ(run("ulimit -v")->stdout, QByteArray::number(quint64{limit}) + '\n');
+    EXPECT_EQ(run("ulimit -v")->output, QByteArray::number(quint64{limit}) + '\n');
 }
 
 TEST_F(FFToolRun, OutputThatIsNotKeptIsSeenAndDropped)
@@ -458,16 +458,16 @@ TEST_F(FFToolRun, OutputThatIsNotKeptIsSeenAndDropped)
     std::size_t size = 0;
     int lines = 0;
     FFTool::RunOptions options;
-    options.observer.stdout = [&](std::string_view chunk) { size += chunk.size(); };
-    options.observer.stderrLine = [&](std::string_view) { ++lines; };
-    options.observer.keepStdout = false;
-    options.observer.keepStderr = false;
+    options.observer.output = [&](std::string_view chunk) { size += chunk.size(); };
+    options.observer.wordsLine = [&](std::string_view) { ++lines; };
+    options.observer.keepOutput = false;
+    options.observer.keepWords = false;
     const Outcome outcome = run("head -c 5000000 /dev/zero; yes | head -n 1000 >&2", options);
     ASSERT_TRUE(outcome) << problemOf(outcome);
     EXPECT_EQ(size, 5'000'000U);
     EXPECT_EQ(lines, 1000);
-    EXPECT_EQ(outcome->stdout, "");
-    EXPECT_EQ(outcome->stderr, "");
+    EXPECT_EQ(outcome->output, "");
+    EXPECT_EQ(outcome->words, "");
 }
 
 TEST_F(FFToolRun, ManyRunsAtOnceKeepApart)
@@ -485,8 +485,8 @@ TEST_F(FFToolRun, ManyRunsAtOnceKeepApart)
                 const Outcome outcome = FFTool::run(
                     tool, {number.toStdString(), QByteArray::number(status).toStdString()},
                     {.allowFailure = true});
-                if (outcome && outcome->stdout == "out " + number + '\n'
-                    && outcome->stderr == "err " + number + '\n' && outcome->status == status)
+                if (outcome && outcome->output == "out " + number + '\n'
+                    && outcome->words == "err " + number + '\n' && outcome->status == status)
                     ++right;
             });
     }
@@ -518,8 +518,8 @@ TEST(FFToolWithRealTools, FramesComeByteForByte)
                     {"-v", "error", "-f", "lavfi", "-i", "testsrc=size=64x48:rate=5:duration=1",
                      "-f", "rawvideo", "-pix_fmt", "rgb24", "-"});
     ASSERT_TRUE(outcome) << problemOf(outcome);
-    EXPECT_EQ(outcome->stdout.size(), 64 * 48 * 3 * 5);
-    EXPECT_EQ(outcome->stderr, "");
+    EXPECT_EQ(outcome->output.size(), 64 * 48 * 3 * 5);
+    EXPECT_EQ(outcome->words, "");
 }
 
 TEST(FFToolWithRealTools, ProgressComesAsPlainLinesWhateverTheEnvironment)
@@ -529,7 +529,7 @@ TEST(FFToolWithRealTools, ProgressComesAsPlainLinesWhateverTheEnvironment)
     const ScopedVariable report("FFREPORT", "file=" + (folder / "report.txt").native());
     std::vector<std::string> lines;
     FFTool::RunOptions options;
-    options.observer.stderrLine = [&](std::string_view line) { lines.emplace_back(line); };
+    options.observer.wordsLine = [&](std::string_view line) { lines.emplace_back(line); };
     const auto outcome = FFTool::run(
         FFTool::find("ffmpeg").value(),
         {"-hide_banner", "-f", "lavfi", "-i", "testsrc=size=64x48:duration=1", "-f", "null", "-"},

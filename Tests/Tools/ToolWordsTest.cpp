@@ -7,12 +7,12 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QString told(const QString& stderr)
+QString told(const QString& words)
 {
     FFToolError error;
     error.tool = u"ffmpeg"_s;
     error.status = 1;
-    error.stderr = stderr;
+    error.words = words;
     return error.description();
 }
 

@@ -103,9 +103,9 @@ std::optional<QString> srtText(const std::vector<std::string>& arguments, double
     const auto output =
         FFTool::run(*ffmpeg, call.words(), {.allowFailure = true, .timeout = timeout});
     // It can end well with nothing or half to tell, and badly with all that there was.
-    if (!output || !output->stdout.contains("-->"))
+    if (!output || !output->output.contains("-->"))
         return std::nullopt;
-    return Text::utf8(Text::view(output->stdout));
+    return Text::utf8(Text::view(output->output));
 }
 
 } // namespace vantroque::EmbeddedCaptions

@@ -344,7 +344,7 @@ BlockAndBlur blockAndBlur(const MediaInfo& media)
     const auto ran = FFTool::run(*ffmpeg, call.nowhere().words(), {.allowFailure = true});
     if (!ran)
         return {};
-    const QByteArray log = LogHeaders::without(ran->stderr);
+    const QByteArray log = LogHeaders::without(ran->words);
     return {mean(log, "lavfi.block="), mean(log, "lavfi.blur=")};
 }
 

@@ -27,8 +27,8 @@ bool showsCaptions(const fs::path& ffprobe, const FileUrl& url, const std::strin
     bool found = false;
     std::string tail; // so that words cut in two by the end of a chunk are found
     FFTool::Observer observer;
-    observer.keepStdout = false;
-    observer.stdout = [&](std::string_view chunk) {
+    observer.keepOutput = false;
+    observer.output = [&](std::string_view chunk) {
         static constexpr std::string_view sideData =
             R"("side_data_type": "ATSC A53 Part 4 Closed Captions")";
         tail.append(chunk);
@@ -96,7 +96,7 @@ std::optional<bool> carriesMessages(const FileUrl& url, double duration, const s
         return std::nullopt;
     const auto printed = FFTool::run(*ffmpeg, printingMessages(url, duration, stream, *units),
                                      {.timeout = longestSearch});
-    return printed ? std::optional(holdsCaptions(printed->stdout)) : std::nullopt;
+    return printed ? std::optional(holdsCaptions(printed->output)) : std::nullopt;
 }
 
 } // namespace

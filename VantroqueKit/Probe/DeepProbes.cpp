@@ -28,8 +28,8 @@ QString headerLines(const fs::path& ffmpeg, const FileUrl& url)
     constexpr std::size_t limit = 65536;
     std::string kept;
     FFTool::Observer observer;
-    observer.keepStderr = false;
-    observer.stderrLine = [&](std::string_view line) {
+    observer.keepWords = false;
+    observer.wordsLine = [&](std::string_view line) {
         if (kept.size() < limit && std::ranges::any_of(names, [&](std::string_view name) {
                 return line.find(name) != line.npos;
             }))
@@ -160,7 +160,7 @@ std::optional<HDRMetadata> hdrMetadata(const fs::path& ffprobe, const FileUrl& u
                     {"-v", "error", "-print_format", "json", "-select_streams", stream,
                      "-read_intervals", "%+#1", "-show_frames", url.path().native()},
                     {.allowFailure = true});
-    return printed ? hdrMetadata(printed->stdout) : std::nullopt;
+    return printed ? hdrMetadata(printed->output) : std::nullopt;
 }
 
 std::optional<HDRMetadata> hdrMetadata(const QByteArray& framesJson)

@@ -167,8 +167,8 @@ Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const File
     PacketTally tally;
     PacketListReader reader([&](const Packet& packet) { tally.add(packet); });
     FFTool::Observer observer;
-    observer.keepStdout = false;
-    observer.stdout = [&](std::string_view chunk) { reader.feed(chunk); };
+    observer.keepOutput = false;
+    observer.output = [&](std::string_view chunk) { reader.feed(chunk); };
     TRY(FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-select_streams", stream,
                      "-show_entries", "packet=pts_time,dts_time,size", url.path().native()},

@@ -50,7 +50,7 @@ double pictureStart(const FileUrl& url, const std::string& stream)
                                           stream, "-read_intervals", packets, "-show_entries",
                                           "format=start_time:frame=pts_time", url.path().native()},
                                          {.allowFailure = true});
-        if (const auto first = printed ? earliest(printed->stdout) : std::nullopt)
+        if (const auto first = printed ? earliest(printed->output) : std::nullopt)
             return *first;
     }
     return 0;

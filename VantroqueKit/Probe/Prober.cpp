@@ -284,7 +284,7 @@ Result<MediaInfo> probe(const FileUrl& url, Captions captions)
     if (!printed)
         return failure(isEmpty(url) ? u"The file is empty.\n"_s + printed.error().toolWords()
                                     : printed.error().description());
-    const auto output = TRY(FFProbeOutput::decode(printed->stdout));
+    const auto output = TRY(FFProbeOutput::decode(printed->output));
     const auto format = output.format.value_or(FFProbeOutput::Format());
 
     MediaInfo media;
@@ -386,7 +386,7 @@ std::optional<QString> startTimecode(const FileUrl& url)
     const auto printed = FFTool::run(*ffprobe, arguments, {.allowFailure = true});
     if (!printed)
         return std::nullopt;
-    const auto output = FFProbeOutput::decode(printed->stdout);
+    const auto output = FFProbeOutput::decode(printed->output);
     return output ? startTimecode(*output) : std::nullopt;
 }
 

@@ -61,7 +61,7 @@ const Refusal* refusal(const FFTool::ToolOutput& output, const SignalPlan* plan 
 {
     if (output.status == 0)
         return nullptr;
-    const QByteArray log = LogHeaders::without(output.stderr);
+    const QByteArray log = LogHeaders::without(output.words);
     for (const Refusal& each : refusals())
         if (log.contains(each.words) && (plan == nullptr || each.concerns(*plan)))
             return &each;
@@ -73,7 +73,7 @@ bool wasEnded(const FFTool::ToolOutput& output)
 {
     constexpr int signals = 128;
     return output.status > signals
-           && (output.status < 255 || output.stderr.contains("Exiting normally, received signal"));
+           && (output.status < 255 || output.words.contains("Exiting normally, received signal"));
 }
 
 } // namespace
@@ -82,7 +82,7 @@ bool counts(const FFTool::ToolOutput& output, const MediaInfo& media, const Sign
 {
     constexpr qsizetype frameBytes =
         qsizetype{SignalAnalyzer::levelsWidth} * SignalAnalyzer::levelsHeight * 3;
-    if (media.video && (output.stdout.isEmpty() || output.stdout.size() % frameBytes != 0))
+    if (media.video && (output.output.isEmpty() || output.output.size() % frameBytes != 0))
         return false;
     if (!media.video && media.audio && !log.hasSound())
         return false;

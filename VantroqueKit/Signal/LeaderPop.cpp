@@ -38,7 +38,7 @@ std::optional<QString> printed(const FileUrl& url, double start, double duration
     const auto ran = FFTool::run(*ffmpeg, call.nowhere().words(), {.allowFailure = true});
     if (!ran)
         return std::nullopt;
-    return QString::fromUtf8(ran->stdout) + QString::fromUtf8(LogHeaders::without(ran->stderr));
+    return QString::fromUtf8(ran->output) + QString::fromUtf8(LogHeaders::without(ran->words));
 }
 
 } // namespace

@@ -42,9 +42,9 @@ LiveDisplay::LiveDisplay(AnalysisProgress& progress, const MediaInfo& media, con
 FFTool::Observer LiveDisplay::observer()
 {
     FFTool::Observer observer;
-    observer.stderrLine = [this](std::string_view line) { feedLog(line); };
+    observer.wordsLine = [this](std::string_view line) { feedLog(line); };
     if (m_hasVideo)
-        observer.stdout = [this](std::string_view chunk) { m_frames.feed(chunk); };
+        observer.output = [this](std::string_view chunk) { m_frames.feed(chunk); };
     return observer;
 }
 

@@ -28,7 +28,7 @@ FFToolError failedRun(const FFTool::ToolOutput& output)
     FFToolError error;
     error.tool = QStringLiteral("ffmpeg");
     error.status = output.status;
-    error.stderr = QString::fromUtf8(output.stderr);
+    error.words = QString::fromUtf8(output.words);
     return error;
 }
 
@@ -70,9 +70,9 @@ std::optional<FFToolError> fullDisk(const fs::path& stats)
         return std::nullopt;
     FFToolError error;
     error.tool = QStringLiteral("ffmpeg");
-    error.stderr =
+    error.words =
         QString::fromStdString(stats.native()) + QStringLiteral(": No space left on device\n");
-    error.shortage = ToolWords::sentence(error.stderr);
+    error.shortage = ToolWords::sentence(error.words);
     return error;
 }
 
@@ -145,14 +145,14 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     if (plan.hasDetail())
         if (auto error = fullDisk(plan.halfStats()))
             return tl::unexpected(std::move(*error));
-    const SignalLog log(Text::view(output->stderr));
+    const SignalLog log(Text::view(output->words));
     if (!DecodeRun::counts(*output, source, log))
         return tl::unexpected(failedRun(*output));
     SignalInfo info = parse(log, media.durationSeconds, media.audio);
-    const DecodeTrouble trouble(Text::view(output->stderr), source.url.path().native(),
+    const DecodeTrouble trouble(Text::view(output->words), source.url.path().native(),
                                 source.video ? source.video->nominalFrameRate : 0);
     info.decodeHealth = DecodeHealthAnalyzer::measure(trouble, source);
-    SideOutputs outputs = sideOutputs(plan, std::move(output->stdout));
+    SideOutputs outputs = sideOutputs(plan, std::move(output->output));
     // ffmpeg sums up also what it decoded no sample of, as silence.
     if (media.audio && !log.hasSound())
         dropSound(info);

@@ -113,8 +113,8 @@ Result<std::optional<Output>, FFToolError> take(const std::filesystem::path& ffm
             continue;
         if (!sample)
             sample.emplace();
-        sample->bits += ran->stdout;
-        if (const auto picture = SignalLog(Text::view(ran->stderr)).activePicture())
+        sample->bits += ran->output;
+        if (const auto picture = SignalLog(Text::view(ran->words)).activePicture())
             votes.add(*picture);
     }
     if (sample)

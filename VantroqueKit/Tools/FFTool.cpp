@@ -30,7 +30,7 @@ QString FFToolError::description() const
 {
     if (kind != Kind::failed)
         return toolWords();
-    const auto sentence = shortage ? shortage : ToolWords::sentence(stderr);
+    const auto sentence = shortage ? shortage : ToolWords::sentence(words);
     return sentence ? *sentence + u'\n' + toolWords() : toolWords();
 }
 
@@ -42,7 +42,7 @@ QString FFToolError::toolWords() const
             .arg(tool);
     case Kind::failed:
         return u"%1 exited with status %2: %3"_s.arg(tool, QString::number(status),
-                                                     ToolWords::shown(stderr));
+                                                     ToolWords::shown(words));
     case Kind::timedOut:
         return u"%1 did not finish within %2s and was stopped. The file may be corrupt or "
                "extremely long."_s.arg(tool, QString::number(Numbers::truncatedToInt(seconds)));
@@ -145,7 +145,7 @@ Result<ToolOutput, FFToolError> judged(ToolOutput output, const SuperviseProtoco
     if (lacked) // By its words, if it could name the cause before it crashed.
         error.shortage =
             ToolWords::sentence(Text::utf8(shortage)).value_or(ToolWords::notEnoughMemory());
-    error.stderr = shortage.empty() ? validUtf8(output.stderr) : Text::utf8(shortage) + u'\n';
+    error.words = shortage.empty() ? validUtf8(output.words) : Text::utf8(shortage) + u'\n';
     return tl::unexpected(error);
 }
 
@@ -157,7 +157,7 @@ Result<fs::path, FFToolError> find(const std::string& name)
         if (isExecutableFile(candidate))
             return candidate;
     const auto answer = run("/usr/bin/env", {"which", name});
-    const QByteArray path = answer ? validUtf8(answer->stdout).trimmed().toUtf8() : QByteArray();
+    const QByteArray path = answer ? validUtf8(answer->output).trimmed().toUtf8() : QByteArray();
     if (path.isEmpty())
         return tl::unexpected(errorOf(FFToolError::Kind::notFound, name));
     return fs::path(path.toStdString());
@@ -216,11 +216,11 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
     errPipe->widen();
 
     const Observer& observer = options.observer;
-    LineSplitter lines(observer.stderrLine);
+    LineSplitter lines(observer.wordsLine);
     ToolWords::ShortageWatch watch;
     const auto readLines = [&](std::string_view chunk) {
         watch.feed(chunk);
-        if (observer.stderrLine)
+        if (observer.wordsLine)
             lines.feed(chunk);
     };
     ToolOutput output;
@@ -234,10 +234,10 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
         FileDescriptor errEnd = std::move(errPipe->writeEnd);
         try {
             outReader = std::jthread([&] {
-                output.stdout = drain(outPipe->readEnd.get(), observer.stdout, observer.keepStdout);
+                output.output = drain(outPipe->readEnd.get(), observer.output, observer.keepOutput);
             });
             errReader = std::jthread([&] {
-                output.stderr = drain(errPipe->readEnd.get(), readLines, observer.keepStderr);
+                output.words = drain(errPipe->readEnd.get(), readLines, observer.keepWords);
             });
         } catch (const std::system_error& error) {
             return cannotLaunch(error.code().value());

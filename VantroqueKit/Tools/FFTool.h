@@ -29,7 +29,7 @@ struct FFToolError {
     Kind kind = Kind::failed;
     QString tool;   ///< The last path component of the executable.
     int status = 0; ///< Exit status, 128 + the signal, or for `launchFailed` the error number.
-    QString stderr; ///< What the tool said; empty unless it is valid UTF-8.
+    QString words;  ///< What the tool said; empty unless it is valid UTF-8.
     /// The sentence on it when the tool lacked memory, threads, descriptors or disk.
     std::optional<QString> shortage = {};
     double seconds = 0; ///< The limit that was passed.
@@ -60,11 +60,11 @@ Result<std::filesystem::path, FFToolError> find(const std::string& name);
 /// Watches a run. The callbacks run on two reader threads, beside each other, and never after `run`
 /// has returned.
 struct Observer {
-    std::function<void(std::string_view)> stdout;     ///< Each chunk as it arrives.
-    std::function<void(std::string_view)> stderrLine; ///< Each line, UTF-8 without its end.
+    std::function<void(std::string_view)> output;    ///< Each chunk as it arrives.
+    std::function<void(std::string_view)> wordsLine; ///< Each line, UTF-8 without its end.
     /// Whether the output is kept for the result as well. Not for endless ones.
-    bool keepStdout = true;
-    bool keepStderr = true;
+    bool keepOutput = true;
+    bool keepWords = true;
 };
 
 struct RunOptions {
@@ -76,8 +76,8 @@ struct RunOptions {
 };
 
 struct ToolOutput {
-    QByteArray stdout;
-    QByteArray stderr;
+    QByteArray output; ///< What it wrote to standard output,
+    QByteArray words;  ///< and to standard error.
     int status = 0;
 };
 

@@ -37,7 +37,7 @@ FFToolError noFrame()
 {
     FFToolError error;
     error.tool = QStringLiteral("ffmpeg");
-    error.stderr = QStringLiteral("there is no frame at that time");
+    error.words = QStringLiteral("there is no frame at that time");
     return error;
 }
 
@@ -65,8 +65,8 @@ Result<QByteArray> image(const FileUrl& media, double time, const fs::path& outp
     }
     if (auto ran = run({"-y"}, media, time, filters, after); !ran) {
         FFToolError error = std::move(ran.error());
-        error.stderr.replace(QString::fromStdString(written.native()),
-                             QString::fromStdString(output.native()));
+        error.words.replace(QString::fromStdString(written.native()),
+                            QString::fromStdString(output.native()));
         return tl::unexpected(Error(error));
     }
     std::error_code error;
@@ -81,9 +81,9 @@ Result<QByteArray, FFToolError> frameData(const FileUrl& media, double time,
     const std::string filters =
         maxWidth ? "scale=" + wholeText(*maxWidth) + ":-2:flags=bilinear" : std::string();
     auto output = TRY(run({}, media, time, filters, {"-f", "image2pipe", "-vcodec", "png", "-"}));
-    if (output.stdout.isEmpty())
+    if (output.output.isEmpty())
         return tl::unexpected(noFrame());
-    return std::move(output.stdout);
+    return std::move(output.output);
 }
 
 Result<QByteArray, FFToolError> rawFrame(const FileUrl& media, double time, int width, int height)
@@ -92,9 +92,9 @@ Result<QByteArray, FFToolError> rawFrame(const FileUrl& media, double time, int 
         run({}, media, time,
             "scale=" + wholeText(width) + ":" + wholeText(height) + ":flags=area,format=yuv444p",
             {"-f", "rawvideo", "-pix_fmt", "yuv444p", "-"}));
-    if (output.stdout.isEmpty())
+    if (output.output.isEmpty())
         return tl::unexpected(noFrame());
-    return std::move(output.stdout);
+    return std::move(output.output);
 }
 
 } // namespace vantroque::FrameExporter

@@ -106,8 +106,8 @@ Result<FFTool::ToolOutput, FFToolError> run(const fs::path& ffmpeg, const Reques
         Landing landing;
         QByteArray complaints;
         FFTool::Observer observer;
-        observer.keepStderr = false;
-        observer.stderrLine = [&](std::string_view line) {
+        observer.keepWords = false;
+        observer.wordsLine = [&](std::string_view line) {
             landing.read(line);
             keepComplaint(line, complaints);
         };
@@ -117,7 +117,7 @@ Result<FFTool::ToolOutput, FFToolError> run(const fs::path& ffmpeg, const Reques
             FFToolError error;
             error.tool = QStringLiteral("ffmpeg");
             error.status = output.status;
-            error.stderr = QString::fromUtf8(complaints);
+            error.words = QString::fromUtf8(complaints);
             return tl::unexpected(error);
         }
         if (seek == head || landing.isAheadOf(time - seek))
