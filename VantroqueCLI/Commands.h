@@ -21,6 +21,7 @@ ExitStatus measure(const Arguments& arguments);
 ExitStatus pdf(const Arguments& arguments);
 ExitStatus probe(const Arguments& arguments);
 ExitStatus profiles(const Arguments& arguments);
+ExitStatus scopes(const Arguments& arguments);
 ExitStatus still(const Arguments& arguments);
 
 } // namespace vantroque

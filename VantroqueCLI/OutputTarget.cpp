@@ -139,6 +139,18 @@ Result<OutputTarget> OutputTarget::of(const Arguments& arguments,
     return target;
 }
 
+Result<OutputTarget> OutputTarget::inFolder(const Arguments& arguments,
+                                            const std::vector<std::string>& inputs,
+                                            const std::string& name)
+{
+    const std::string folder = arguments.value("output", {});
+    if (folder.empty())
+        return failure(u"-o needs a name"_s);
+    OutputTarget target(fs::path(folder) / name, inputs, arguments.has("overwrite"));
+    TRY(target.guard());
+    return target;
+}
+
 bool OutputTarget::isFile() const
 {
     return !descriptorOf(m_name) && !isWrittenThrough(kindOf(m_name));

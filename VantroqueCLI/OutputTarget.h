@@ -23,6 +23,11 @@ public:
                                    const std::vector<std::string>& inputs,
                                    const std::string& otherwise);
 
+    /// The same for a file of that name in the folder that -o names.
+    static Result<OutputTarget> inFolder(const Arguments& arguments,
+                                         const std::vector<std::string>& inputs,
+                                         const std::string& name);
+
     /// The name that was given; empty for standard output.
     const std::string& name() const { return m_name; }
     /// Whether a regular file is or will be there, and no pipe or device.

@@ -224,7 +224,7 @@ TEST(FrameShape, OfASummaryIsThatOfTheFile)
 
 TEST(FrameShape, ClaimsOfAnySizeStayInBounds)
 {
-    EXPECT_EQ((FrameShape{1920, 1080, 1e300}).squareWidth(), 65535);
+    EXPECT_EQ((FrameShape{1920, 1080, 1e300}).squareWidth(), 32767);
     EXPECT_EQ((FrameShape{1920, 1080, 1e-300}).squareWidth(), 1);
     EXPECT_EQ((FrameShape{0, 1080, 1}).family(), AspectFamily::other);
 }

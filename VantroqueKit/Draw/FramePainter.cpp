@@ -30,7 +30,9 @@ void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture)
 
 QImage burnIn(const QImage& picture, const Overlay& overlay, QSize pixelSize)
 {
-    if (picture.isNull() || pixelSize.isEmpty())
+    constexpr int mostPixels = 32767; // of a side, for a painter
+    if (picture.isNull() || pixelSize.isEmpty() || pixelSize.width() > mostPixels
+        || pixelSize.height() > mostPixels)
         return {};
     if (overlay.isEmpty() && picture.size() == pixelSize)
         return picture;

@@ -19,7 +19,7 @@ FrameShape FrameShape::of(const VideoSummary& video)
 int FrameShape::squareWidth() const
 {
     // What a file claims of its pixels can be anything.
-    constexpr std::int64_t widest = 65535;
+    constexpr std::int64_t widest = 32767; // of what can be drawn on
     return static_cast<int>(
         std::clamp<std::int64_t>(Numbers::roundedToInt(width * pixelAspect), 1, widest));
 }

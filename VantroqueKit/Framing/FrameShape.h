@@ -16,7 +16,7 @@ struct FrameShape {
     static FrameShape of(const VideoSummary& video);
 
     bool isEmpty() const { return width < 1 || height < 1; }
-    /// In square pixels, the same number of rows; 1 to 65535.
+    /// In square pixels, the same number of rows; 1 to 32767.
     int squareWidth() const;
     AspectFamily family() const;
 };
