@@ -1,5 +1,6 @@
 #include "Print/WrittenCharacters.h"
 
+#include <QByteArrayList>
 #include <QString>
 
 namespace vantroque::WrittenCharacters {
