@@ -21,7 +21,7 @@ public:
             put((value >> static_cast<unsigned>(bit)) & 1U);
         return *this;
     }
-    Bits& ue(unsigned value)
+    Bits& golomb(unsigned value)
     {
         int length = 0;
         while (((value + 1) >> static_cast<unsigned>(length)) > 1)
@@ -74,10 +74,29 @@ QByteArray unit(char header, const QByteArray& payload)
 QByteArray parameterSets()
 {
     Bits sequence;
-    sequence.u(8, 77).u(8, 0).u(8, 21).ue(0).ue(4).ue(0).ue(4).ue(2).u(1, 0).ue(3).ue(1);
+    sequence.u(8, 77)
+        .u(8, 0)
+        .u(8, 21)
+        .golomb(0)
+        .golomb(4)
+        .golomb(0)
+        .golomb(4)
+        .golomb(2)
+        .u(1, 0)
+        .golomb(3)
+        .golomb(1);
     sequence.flags({0, 0, 1, 0, 1, 0, 0, 0, 0, 1}).u(32, 1).u(32, 50).flags({1, 0, 0, 0, 0});
     Bits picture;
-    picture.ue(0).ue(0).flags({0, 1}).ue(0).ue(0).ue(0).flags({0, 0, 0}).ue(0).ue(0).ue(0);
+    picture.golomb(0)
+        .golomb(0)
+        .flags({0, 1})
+        .golomb(0)
+        .golomb(0)
+        .golomb(0)
+        .flags({0, 0, 0})
+        .golomb(0)
+        .golomb(0)
+        .golomb(0);
     picture.flags({1, 0, 0});
     return unit(0x67, sequence.trailed()) + unit(0x68, picture.trailed());
 }
@@ -92,22 +111,22 @@ QByteArray slice(int frame, Structure structure, bool repeats)
     const auto number = static_cast<unsigned>(frame % group);
     const bool isFirst = number == 0 && !isBottom;
     Bits bits;
-    bits.ue(0).ue(repeats ? 5 : 7).ue(0).u(8, number).u(1, isField ? 1 : 0);
+    bits.golomb(0).golomb(repeats ? 5 : 7).golomb(0).u(8, number).u(1, isField ? 1 : 0);
     if (isField)
         bits.u(1, isBottom ? 1 : 0);
     if (isFirst)
-        bits.ue(0);
+        bits.golomb(0);
     bits.u(8, 2 * number + (isBottom ? 1 : 0));
     if (!isField)
-        bits.ue(1); // the bottom field is shown one later
+        bits.golomb(1); // the bottom field is shown one later
     if (repeats)
         bits.flags({0, 0});
-    bits.u(isFirst ? 2 : 1, 0).ue(0).ue(1);
+    bits.u(isFirst ? 2 : 1, 0).golomb(0).golomb(1);
     const int macroblocks = isField ? fieldMacroblocks : 2 * fieldMacroblocks;
     if (repeats)
-        bits.ue(static_cast<unsigned>(macroblocks));
+        bits.golomb(static_cast<unsigned>(macroblocks));
     for (int i = 0; i < macroblocks && !repeats; ++i) {
-        bits.ue(25).aligned(); // I_PCM: 256 samples of luma, 128 of chroma
+        bits.golomb(25).aligned(); // I_PCM: 256 samples of luma, 128 of chroma
         for (int sample = 0; sample < 256; ++sample)
             bits.u(8, static_cast<unsigned>(40 + frame * 7 % 100 + 8 * (i % 8) + sample % 16));
         for (int sample = 0; sample < 128; ++sample)

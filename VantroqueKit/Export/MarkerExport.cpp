@@ -2,8 +2,8 @@
 
 #include "Base/Numbers.h"
 #include "Base/Text.h"
-#include "Probe/Prober.h"
 #include "Export/MarkerFormats.h"
+#include "Probe/Prober.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "Base/Text.h"
-#include "Records/Palette.h"
 #include "Export/MarkerFormats.h"
+#include "Records/Palette.h"
 
 // The XML that Final Cut Pro 7 made common. Premiere imports it as a sequence with one clip that
 // is fully transparent, so that only its markers appear.
