@@ -87,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(Calls, ShortageIn,
                                          Call{"TheMeasurementOfThePop", "aspectralstats"},
                                          Call{"TheFramesAroundAText", "min(320,iw)"},
                                          Call{"TheSamplesAllOverTheFile", "0.0941176"}),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& each) { return std::string(each.param.name); });
 
 TEST(Shortage, InTheTextScanOfARecordLeavesTheRecordAsItWas)
 {
