@@ -1,3 +1,4 @@
+#include "Base/Files.h"
 #include "Draw/FramePainter.h"
 #include "Framing/FrameShape.h"
 #include "Picture/ScopeRenderer.h"
@@ -58,6 +59,7 @@ Result<void> writeScopes(const Arguments& arguments)
     if (!arguments.has("output"))
         return failure(u"scopes takes -o DIR for its pictures"_s);
     const auto frame = TRY(ChosenFrame::of(arguments, u"scopes"_s));
+    TRY(Files::makeFolder(arguments.value("output", {})));
     // All of them may be written, or none is begun.
     std::vector<OutputTarget> targets;
     for (const char* name : names)

@@ -121,11 +121,18 @@ TEST_F(Scopes, TakeOneFileATimeAndAFolder)
               "vantroque-cli: scopes takes one file and --at TIME\n");
     EXPECT_THAT(problemOf({"-o", folder, "--at", "60", clip}),
                 EndsWith("there is no frame at that time\n"));
-    EXPECT_THAT(problemOf({"-o", folder + "/none", "--at", "0", clip}),
-                EndsWith("/none/waveform.png: No such file or directory\n"));
     EXPECT_THAT(problemOf({"-o", clip, "--at", "0", clip}), EndsWith(": Not a directory\n"));
     EXPECT_EQ(problemOf({"-o", folder, "--at", "0", Clips::wav().native()}),
               "vantroque-cli: sound.wav: there is no picture in it\n");
+}
+
+TEST_F(Scopes, MakeTheFolderThatTheyGoInto)
+{
+    const fs::path folder = m_folder / "made" / "anew";
+    const auto result =
+        Cli::run({"scopes", "--at", "0", "-o", folder.native(), Clips::plain().native()});
+    EXPECT_EQ(result.status, 0) << result.err.toStdString();
+    EXPECT_TRUE(fs::exists(folder / "parade.png"));
 }
 
 TEST_F(Scopes, NeverReplaceTheFileThatTheyAreOf)

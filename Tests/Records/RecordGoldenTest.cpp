@@ -274,7 +274,7 @@ const std::vector<Golden> goldens{
                              "durationSeconds": 30.03, "frameCount": 720,
                              "activePicture": {"width": 1920, "height": 800, "x": 0, "y": 140},
                              "embeddedCaptions": [{"kind": "track", "streamIndex": 2}],
-                             "fullRange": false, "matrix": "bt601"})"),
+                             "fullRange": false, "matrix": "bt601", "pixelAspect": 1.5})"),
     golden<FileReport>(
         "FileReport", "fileName filePath summaryLine profiles",
         R"({"fileName": "spot.mp4", "filePath": "/spots/spot.mp4", "summaryLine": "1.2 MB",

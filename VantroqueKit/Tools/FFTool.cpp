@@ -47,6 +47,7 @@ QString FFToolError::toolWords() const
         return u"%1 did not finish within %2s and was stopped. The file may be corrupt or "
                "extremely long."_s.arg(tool, QString::number(Numbers::truncatedToInt(seconds)));
     case Kind::playlist: return u"This is a playlist, not a media file. Add the media it names."_s;
+    case Kind::nothing: return words;
     case Kind::cancelled: return u"%1 was stopped."_s.arg(tool);
     case Kind::launchFailed: break;
     }

@@ -23,7 +23,8 @@ struct FFToolError {
         timedOut,     ///< It was ended.
         cancelled,    ///< The work that it was started for was called off.
         launchFailed, ///< The system could not start it.
-        playlist      ///< No tool was started: the file is a list of other files.
+        playlist,     ///< No tool was started: the file is a list of other files.
+        nothing       ///< It ended well and gave nothing; `words` are ours.
     };
 
     Kind kind = Kind::failed;

@@ -37,6 +37,7 @@ FFToolError noFrame()
 {
     FFToolError error;
     error.tool = QStringLiteral("ffmpeg");
+    error.kind = FFToolError::Kind::nothing;
     error.words = QStringLiteral("there is no frame at that time");
     return error;
 }
