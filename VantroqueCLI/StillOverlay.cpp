@@ -5,6 +5,7 @@
 #include "Review/ReviewStore.h"
 #include "VantroqueCLI/CaptionCheck.h"
 #include "VantroqueCLI/GuideChoice.h"
+#include "VantroqueCLI/Output.h"
 
 namespace vantroque {
 
@@ -28,10 +29,11 @@ Result<std::vector<Guide>> guides(const GuideOptions& options, const ChosenFrame
     std::optional<CropRect> activePicture;
     if (options.detectedPicture) {
         const auto signal = TRY(Analyzer::decode(frame.media, {}, {}, nullptr));
-        if (!signal.activePicture)
-            return failure(frame.media.url.fileName()
-                           + u": the edges of its picture could not be measured"_s);
-        activePicture = video.shown(*signal.activePicture);
+        if (signal.activePicture)
+            activePicture = video.shown(*signal.activePicture);
+        else // As of a picture that is black from end to end.
+            Output::complain(frame.media.url.fileName()
+                             + u": the edges of its picture could not be measured"_s);
     }
     return GuideBuilder::guides(options, FrameShape::of(video), activePicture);
 }

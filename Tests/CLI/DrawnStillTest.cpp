@@ -72,6 +72,20 @@ bool isRed(const QColor& color)
     return color.red() - color.green() > 100;
 }
 
+TEST_F(DrawnStill, OfBlackHasAllGuidesButItsEdgesAndSaysSo)
+{
+    const fs::path black = Media::make(
+        {"black.mp4", Words{"-f", "lavfi", "-i", "color=black:size=320x180:rate=25:duration=1"}
+                          + Clips::x264()});
+    const auto result =
+        Cli::run({"still", "--at", "0.2", "--guides", "all", "-o", out(), black.native()});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err,
+              "vantroque-cli: black.mp4: the edges of its picture could not be measured\n");
+    const QImage image(QString::fromStdString(out()));
+    EXPECT_TRUE(holds(image, [](const QColor& color) { return color.red() > 200; }));
+}
+
 TEST_F(DrawnStill, HasTheGuidesThatAreAskedFor)
 {
     const QImage safe = drawn(m_clip, {"--guides", "safe"});
