@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Golden{"scripts",
                            {426, 240},
                            QColor(96, 96, 96),
-                           {u"مرحبا שלום"_s, u"汉字 한국어"_s, u"おはよう 😀"_s, u"नमस्ते ไทย"_s}}),
+                           {u"مرحبا שלום"_s, u"한국어"_s, u"おはよう 😀"_s, u"नमस्ते ไทย"_s}}),
     [](const auto& test) {
         return QString::fromLatin1(test.param.name).replace(u'-', u'_').toStdString();
     });
