@@ -143,7 +143,8 @@ std::string ShortageWatch::lastWordsOnMemory() const
 {
     static const QRegularExpression words(
         u"bad_alloc|alloc.*fail|fail.*alloc|(cannot|can't|could not|unable to) .*alloc|"
-        "(out of|no|not enough|insufficient) memory"_s,
+        // A filter of ours that got no memory; its graph is right.
+        "(out of|no|not enough|insufficient) memory|failed to configure output pad"_s,
         QRegularExpression::CaseInsensitiveOption);
     const auto lines = QByteArray::fromStdString(m_tail).split('\n');
     const auto last = std::ranges::find_if(lines.rbegin(), lines.rend(), [](const auto& line) {
