@@ -5,11 +5,24 @@
 #include "Draw/FindingRing.h"
 #include "Draw/GuideRenderer.h"
 
+#include <cmath>
+
 namespace vantroque::FramePainter {
+
+namespace {
+
+bool isPlace(const QRectF& picture)
+{
+    return std::isfinite(picture.x()) && std::isfinite(picture.y())
+           && std::isfinite(picture.width()) && std::isfinite(picture.height())
+           && !picture.isEmpty();
+}
+
+} // namespace
 
 void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture, double scale)
 {
-    if (!(picture.width() > 0 && picture.height() > 0))
+    if (!isPlace(picture))
         return;
     painter.save();
     painter.setClipRect(picture, Qt::IntersectClip);

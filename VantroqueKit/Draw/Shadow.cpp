@@ -113,8 +113,11 @@ void ofDrawing(QPainter& painter, const QRectF& bounds, double blur, double opac
     constexpr int mostPixels = 1 << 26;
     const int radius = boxRadius(blur / 2);
     const int reach = 3 * radius + 1;
-    const QRect area = bounds.toAlignedRect().adjusted(-reach, -reach, reach, reach)
-                       & visible(painter).adjusted(-reach, -reach, reach, reach);
+    const auto grown = [reach](const QRectF& rect) {
+        return rect.adjusted(-reach, -reach, reach, reach);
+    };
+    // What is drawn may lie further out than whole numbers reach.
+    const QRect area = (grown(bounds) & grown(visible(painter))).toAlignedRect();
     if (area.isEmpty() || std::int64_t{area.width()} * area.height() > mostPixels)
         return;
     QImage drawn(area.size(), QImage::Format_ARGB32_Premultiplied);
