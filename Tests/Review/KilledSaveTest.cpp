@@ -24,7 +24,7 @@ void killAWriter(const DataHome& home, const std::string& kind)
     fs::remove(home.folder() / "started");
     Program writer({VANTROQUE_STORE_WRITER, kind});
     ASSERT_TRUE(comesTrue([&] { return fs::exists(home.folder() / "started"); }));
-    ::usleep(std::uniform_int_distribution<useconds_t>(0, 3'000)(random));
+    ::usleep(std::uniform_int_distribution<useconds_t>(0, 8'000)(random));
     writer.signal(SIGKILL);
     EXPECT_EQ(writer.wait().status, 128 + SIGKILL);
 }
