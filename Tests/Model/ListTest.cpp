@@ -346,19 +346,20 @@ TEST_F(List, TheLookIsRememberedAndDarkUnlessChosen)
 TEST_F(List, MayBeChangedAgainByWhoIsToldOfAChange)
 {
     startHeld();
-    const auto connection =
-        QObject::connect(&model().files(), &FileList::listChanged, qApp, [this] {
-            if (model().files().analyses().size() > 1)
-                model().files().remove(entry(0).id);
-        });
+    const auto connection = QObject::connect(&model().files(), &FileList::listChanged,
+                                             QCoreApplication::instance(), [this] {
+                                                 if (model().files().analyses().size() > 1)
+                                                     model().files().remove(entry(0).id);
+                                             });
     model().files().add({anyFile("a.mp4"), anyFile("b.mp4"), anyFile("c.mp4")});
     EXPECT_THAT(names(), ElementsAre(u"c.mp4"_s));
     EXPECT_EQ(selectedName(), u"c.mp4"_s);
     QObject::disconnect(connection);
-    QObject::connect(&model().files(), &FileList::entryChanged, qApp, [this](const QUuid& id) {
-        model().files().remove(id);
-        EXPECT_FALSE(id.isNull());
-    });
+    QObject::connect(&model().files(), &FileList::entryChanged, QCoreApplication::instance(),
+                     [this](const QUuid& id) {
+                         model().files().remove(id);
+                         EXPECT_FALSE(id.isNull());
+                     });
     m_held.release();
     ASSERT_TRUE(
         soon([&] { return model().files().analyses().empty() && !model().queue().isWorking(); }));
@@ -372,9 +373,9 @@ TEST_F(List, AddingSelectsOnceAndTellsOfAWholeList)
     m_held.release(2);
     ASSERT_TRUE(soonIdle());
     QStringList told;
-    QObject::connect(&model().files(), &FileList::listChanged, qApp,
+    QObject::connect(&model().files(), &FileList::listChanged, QCoreApplication::instance(),
                      [&] { told << u"list "_s + selectedName(); });
-    QObject::connect(&model().files(), &FileList::selectionChanged, qApp,
+    QObject::connect(&model().files(), &FileList::selectionChanged, QCoreApplication::instance(),
                      [&] { told << u"selection "_s + selectedName(); });
     model().files().add({a});
     EXPECT_THAT(told, ElementsAre(u"list b.mp4"_s, u"selection b.mp4"_s));

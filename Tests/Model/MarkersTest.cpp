@@ -82,10 +82,11 @@ TEST_F(Markers, ChangingOnesMindWritesNothingAndSaysNothing)
     note(spot, {5});
     analyse(spot);
     QStringList told;
-    QObject::connect(&model().exports(), &Exports::exportMessageChanged, qApp, [&] {
-        if (const auto& message = model().exports().exportMessage())
-            told << *message;
-    });
+    QObject::connect(&model().exports(), &Exports::exportMessageChanged,
+                     QCoreApplication::instance(), [&] {
+                         if (const auto& message = model().exports().exportMessage())
+                             told << *message;
+                     });
     model().exports().exportMarkers(MarkerExport::Format::avid);
     ASSERT_TRUE(soon([&] { return model().exports().isIdle(); }));
     EXPECT_EQ(m_desktop.proposed.size(), 1U);

@@ -78,9 +78,9 @@ TEST_F(Rescoring, AChoiceThatIsOvertakenIsNeverShown)
     startHeld({plainProfile(u"one"_s), plainProfile(u"two"_s)});
     analyse(20);
     std::vector<QStringList> seen;
-    QObject::connect(&model().files(), &FileList::entryChanged, qApp, [&](const QUuid& id) {
-        seen.push_back(profileIDs(*model().files().analysis(id)));
-    });
+    QObject::connect(
+        &model().files(), &FileList::entryChanged, QCoreApplication::instance(),
+        [&](const QUuid& id) { seen.push_back(profileIDs(*model().files().analysis(id))); });
     model().profiles().toggle(u"one"_s);
     model().profiles().toggle(u"two"_s);
     model().profiles().toggle(u"one"_s);
@@ -220,7 +220,7 @@ TEST_F(Rescoring, AMeasurementForAnOvertakenChoiceLeavesTheCurrentReport)
     model().profiles().toggle(u"loud"_s);
     ASSERT_TRUE(soon([&] { return model().rescorer().isCurrent(entry(0)); }));
     std::vector<QStringList> seen;
-    QObject::connect(&model().files(), &FileList::entryChanged, qApp,
+    QObject::connect(&model().files(), &FileList::entryChanged, QCoreApplication::instance(),
                      [&](const QUuid&) { seen.push_back(profileIDs(entry(0))); });
     m_held.release();
     ASSERT_TRUE(soon([&] { return entry(0).media->signal.has_value(); }));

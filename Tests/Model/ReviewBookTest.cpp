@@ -107,7 +107,7 @@ TEST_F(Book, TellsOfEachChangeWithTheWholeReview)
 {
     ReviewBook book;
     std::vector<QStringList> told;
-    QObject::connect(&book, &ReviewBook::changed, qApp,
+    QObject::connect(&book, &ReviewBook::changed, QCoreApplication::instance(),
                      [&](const QString& fingerprint, const ReviewBook::Review& review) {
                          EXPECT_EQ(fingerprint, m_key);
                          told.push_back(texts(*review));
