@@ -28,6 +28,6 @@ TEST(ThreadPriority, GivesWayToTheOtherThreadsOfTheProgram)
         lowered = niceness();
     }).join();
 
-    EXPECT_EQ(lowered, std::min(usual + 4, 19));
+    EXPECT_EQ(lowered, std::min(usual + 7, 19));
     EXPECT_EQ(niceness(), usual);
 }

@@ -10,7 +10,7 @@ namespace vantroque::ThreadPriority {
 void giveWay()
 {
     // Enough to let the decode go first; much more, and other programs would starve the check.
-    constexpr int step = 4;
+    constexpr int step = 7;
     constexpr int lowest = 19;
     // On Linux the niceness belongs to the thread, and a child begins with that of the thread that
     // started it.
