@@ -17,7 +17,7 @@ using Words = std::vector<std::string>;
 /// A disk of so many bytes in place of a folder, which the program alone sees.
 class SmallDisk : public testing::Test {
 protected:
-    /// Runs the words with it as temporary folder; what is left there stands behind the output.
+    /// Runs the words with it as temporary folder; what is left there stands after the output.
     ProgramRun run(const std::string& size, const Words& words) const
     {
         return runProgram(Words{"unshare", "-m", "sh", "-c",

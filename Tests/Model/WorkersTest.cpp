@@ -65,12 +65,13 @@ TEST_F(Workers, AtTheEndTheJobAtHandIsFinishedAndTheRestDropped)
 
 TEST_F(Workers, OneOfLowPriorityGivesWay)
 {
-    int niceness = 0;
+    const int usual = ::getpriority(PRIO_PROCESS, 0);
+    int niceness = usual;
     Worker worker(Worker::Priority::low);
     worker.run([&] { niceness = ::getpriority(PRIO_PROCESS, 0); });
     worker.waitUntilIdle();
-    EXPECT_EQ(niceness, 10);
-    EXPECT_EQ(::getpriority(PRIO_PROCESS, 0), 0) << "the main thread does not";
+    EXPECT_GT(niceness, usual);
+    EXPECT_EQ(::getpriority(PRIO_PROCESS, 0), usual) << "the main thread does not";
 }
 
 TEST_F(Workers, TheMailboxDeliversOnItsThreadAndInOrder)

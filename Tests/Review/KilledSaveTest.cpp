@@ -17,14 +17,15 @@ namespace fs = std::filesystem;
 
 constexpr int kills = 300;
 
-/// Starts the writer and kills it at some moment of its saving.
+/// Starts the writer, and kills it after some saves at any moment of those that follow.
 void killAWriter(const DataHome& home, const std::string& kind)
 {
     static std::minstd_rand random(20260301); // the same moments in each run, as far as it goes
     fs::remove(home.folder() / "started");
-    Program writer({VANTROQUE_STORE_WRITER, kind});
+    const int saves = std::uniform_int_distribution<int>(1, 8)(random);
+    Program writer({VANTROQUE_STORE_WRITER, kind, QByteArray::number(saves).toStdString()});
     ASSERT_TRUE(comesTrue([&] { return fs::exists(home.folder() / "started"); }));
-    ::usleep(std::uniform_int_distribution<useconds_t>(0, 8'000)(random));
+    ::usleep(std::uniform_int_distribution<useconds_t>(0, 3'000)(random));
     writer.signal(SIGKILL);
     EXPECT_EQ(writer.wait().status, 128 + SIGKILL);
 }
@@ -48,7 +49,7 @@ void killAndLook(const std::string& kind, const fs::path& file, const DataHome& 
         lookBeside(file);
         sizes.insert(fs::file_size(file));
     }
-    EXPECT_GT(sizes.size(), 3U) << "the kills must meet the writer amid its saves";
+    EXPECT_GT(sizes.size(), 3U) << "the kills must meet the writer after saves of several lengths";
 }
 
 TEST(KilledSave, OfAReviewLeavesAWholeOne)

@@ -1,11 +1,12 @@
-// StoreWriter review|workspace: saves records of ever changing length until it is killed, and makes
-// the file "started" in the data home once the first one is whole. The length stands in the record
+// StoreWriter review|workspace COUNT: saves records of ever changing length until it is killed, and
+// makes the file "started" in the data home once so many are whole. The length stands in the record
 // twice, so that a mixture of two would show.
 
 #include "Review/StoreWriter.h"
 #include "Review/ReviewStore.h"
 #include "Review/WorkspaceStore.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <string_view>
 
@@ -13,7 +14,10 @@ using namespace vantroque;
 
 int main(int argc, char** argv)
 {
-    const bool isReview = argc == 2 && std::string_view(argv[1]) == "review";
+    if (argc != 3)
+        return 2;
+    const bool isReview = std::string_view(argv[1]) == "review";
+    const int count = std::atoi(argv[2]);
     constexpr int longest = 60;
     for (int i = 0;; ++i) {
         const int length = 1 + i * 7 % longest;
@@ -21,7 +25,7 @@ int main(int argc, char** argv)
                                     : WorkspaceStore::save(StoreWriter::workspace(length));
         if (!saved)
             return 1;
-        if (i == 0)
+        if (i + 1 == count)
             std::ofstream(std::string(::getenv("XDG_DATA_HOME")) + "/started");
     }
 }

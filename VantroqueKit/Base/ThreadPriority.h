@@ -2,8 +2,9 @@
 
 namespace vantroque::ThreadPriority {
 
-/// What this thread does from now on, and the tools that it starts, gives way to the decode that
-/// everybody waits for. It takes what processors the decode leaves, and is not undone.
+/// What this thread does from now on, and the tools that it starts, gives way to what
+/// somebody waits for, above all the decode. It takes what processors that leaves, and is not
+/// undone.
 void giveWay();
 
 } // namespace vantroque::ThreadPriority

@@ -1,6 +1,6 @@
 #include "VantroqueApp/Model/Background/Worker.h"
 
-#include <sys/resource.h>
+#include "Base/ThreadPriority.h"
 
 namespace vantroque {
 
@@ -21,10 +21,8 @@ void Worker::waitUntilIdle()
 
 void Worker::work(const std::stop_token& stop)
 {
-    // On Linux a priority belongs to a thread; 0 means the calling one.
-    constexpr int niceness = 10;
     if (m_priority == Priority::low)
-        static_cast<void>(::setpriority(PRIO_PROCESS, 0, niceness));
+        ThreadPriority::giveWay();
     std::unique_lock lock(m_mutex);
     while (m_wake.wait(lock, stop, [this] { return !m_jobs.empty(); }) && !stop.stop_requested()) {
         m_isBusy = true;
