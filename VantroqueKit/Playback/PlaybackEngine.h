@@ -1,0 +1,91 @@
+#pragma once
+
+#include "Base/FileUrl.h"
+#include "Base/FrameRate.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace vantroque {
+
+/// What is to be played.
+struct PlaybackSource {
+    FileUrl url;
+    int stream = 0;                           ///< Of the picture, counted from 0 over all streams.
+    FrameRate rate = FrameRate::television(); ///< In which frames are counted.
+    std::int64_t frames = 0;                  ///< As far as is known; 0 when it is not.
+};
+
+/// The planes of a picture in 4:2:0 as decoders hand it over: luma, then Cb and Cr by turns at half
+/// of each side, rounded up. The pixels are the file's own, neither turned nor stretched.
+struct BiPlanarPicture {
+    int width = 0;
+    int height = 0;
+    /// 8, or 10 in the upper bits of words of 16, little-endian.
+    int sampleBits = 8;
+    const std::uint8_t* luma = nullptr;
+    std::ptrdiff_t lumaStride = 0; ///< Bytes from row to row.
+    const std::uint8_t* chroma = nullptr;
+    std::ptrdiff_t chromaStride = 0;
+};
+
+/// A decoded frame. Its pixels stay where they are for as long as the value is held, and count
+/// against the room that the engine has: hold one or two, not a film.
+struct PlayedFrame {
+    std::int64_t frame = 0; ///< Counted from the first, at the rate that the engine was given.
+    BiPlanarPicture picture;
+    std::shared_ptr<const void> pixels;
+};
+
+/// Decodes one file for one player. It knows neither play nor pause: it is told where the playhead
+/// stands and how fast it travels, and keeps the frames around it at hand. Frames are addressed by
+/// their number at one constant rate; where a file's own rate varies, the frame of a number is the
+/// one that is on screen at that moment.
+///
+/// One thread, on which it also reports. The decoder is not trusted: one that dies or falls silent
+/// is started anew, and fails when that happens again soon.
+class PlaybackEngine {
+public:
+    enum class State {
+        opening,
+        ready,
+        failed ///< For good: the file cannot be played here.
+    };
+
+    PlaybackEngine() = default;
+    PlaybackEngine(const PlaybackEngine&) = delete;
+    PlaybackEngine& operator=(const PlaybackEngine&) = delete;
+    virtual ~PlaybackEngine() = default;
+
+    virtual State state() const = 0;
+    /// How often the picture is turned clockwise by 90 degrees to be shown: 0 to 3. Once ready.
+    virtual int quarterTurns() const = 0;
+    /// Called after each change of the state, and never from within a call of the engine's owner.
+    std::function<void()> stateChanged;
+    /// Called when a frame that was aimed at, or one near it, has come to hand.
+    std::function<void(std::int64_t frame)> frameArrived;
+
+    /// Where the playhead stands, and how fast and which way it travels, in multiples of real time;
+    /// 0 is stopped. The newest aim counts; frames that only earlier ones needed are given up.
+    virtual void aim(std::int64_t frame, double rate) = 0;
+    /// The frame of that number, when it is at hand. Costs nothing.
+    virtual std::shared_ptr<const PlayedFrame> frame(std::int64_t number) const = 0;
+    /// Whether frames come to hand fast enough for that rate, as far as can be told before. False
+    /// until it is ready.
+    virtual bool canPlay(double rate) const = 0;
+
+    /// Sound at real time from that moment on, through the loudspeakers. Silence where the file or
+    /// the machine has no sound.
+    virtual void startSound(double seconds) = 0;
+    virtual void stopSound() = 0;
+    /// The moment that is heard now, for the picture to follow; nothing while no sound runs.
+    virtual std::optional<double> soundSeconds() const = 0;
+};
+
+/// Begins to open a file. Any failure is told as a state.
+using PlaybackEngineMaker = std::function<std::unique_ptr<PlaybackEngine>(const PlaybackSource&)>;
+
+} // namespace vantroque
