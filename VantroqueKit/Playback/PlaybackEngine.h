@@ -73,6 +73,17 @@ public:
     virtual void aim(std::int64_t frame, double rate) = 0;
     /// The frame of that number, when it is at hand. Costs nothing.
     virtual std::shared_ptr<const PlayedFrame> frame(std::int64_t number) const = 0;
+    /// The one at hand that is nearest to that number and at most `reach` frames from it: four
+    /// times as fast as real time and above, not every frame is decoded. Its own number says which
+    /// it is.
+    virtual std::shared_ptr<const PlayedFrame> nearest(std::int64_t number,
+                                                       [[maybe_unused]] std::int64_t reach) const
+    {
+        return frame(number);
+    }
+    /// The number of the last frame, once the end of the picture has been met: a file may hold
+    /// fewer frames than it states.
+    virtual std::optional<std::int64_t> lastFrame() const { return std::nullopt; }
     /// Whether frames come to hand fast enough for that rate, as far as can be told before. False
     /// until it is ready.
     virtual bool canPlay(double rate) const = 0;
