@@ -2,8 +2,9 @@
 
 #include "Base/FileUrl.h"
 #include "Base/FrameRate.h"
+#include "Records/BiPlanarPicture.h"
+#include "Records/ColorMatrix.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -14,22 +15,13 @@ namespace vantroque {
 /// What is to be played.
 struct PlaybackSource {
     FileUrl url;
-    int stream = 0;                           ///< Of the picture, counted from 0 over all streams.
+    /// The picture's, counted from 0 over the streams that are pictures, cover art among them.
+    int stream = 0;
     FrameRate rate = FrameRate::television(); ///< In which frames are counted.
     std::int64_t frames = 0;                  ///< As far as is known; 0 when it is not.
-};
-
-/// The planes of a picture in 4:2:0 as decoders hand it over: luma, then Cb and Cr by turns at half
-/// of each side, rounded up. The pixels are the file's own, neither turned nor stretched.
-struct BiPlanarPicture {
-    int width = 0;
-    int height = 0;
-    /// 8, or 10 in the upper bits of words of 16, little-endian.
-    int sampleBits = 8;
-    const std::uint8_t* luma = nullptr;
-    std::ptrdiff_t lumaStride = 0; ///< Bytes from row to row.
-    const std::uint8_t* chroma = nullptr;
-    std::ptrdiff_t chromaStride = 0;
+    /// How its samples are read, and so what a picture of red, green and blue is brought to.
+    ColorMatrix matrix = ColorMatrix::bt709;
+    bool fullRange = false;
 };
 
 /// A decoded frame. Its pixels stay where they are for as long as the value is held, and count
@@ -88,8 +80,8 @@ public:
     /// until it is ready.
     virtual bool canPlay(double rate) const = 0;
 
-    /// Sound at real time from that moment on, through the loudspeakers. Silence where the file or
-    /// the machine has no sound.
+    /// Sound at real time from that moment on, counted from the first frame, through the
+    /// loudspeakers. Silence where the file or the machine has no sound.
     virtual void startSound(double seconds) = 0;
     virtual void stopSound() = 0;
     /// The moment that is heard now, for the picture to follow; nothing while no sound runs.
