@@ -7,6 +7,7 @@
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
 #include "Profiles/ProfileStore.h"
+#include "Support/FakeSpellChecker.h"
 #include "Support/Watchdog.h"
 #include "VantroqueApp/Model/AppModel.h"
 
@@ -45,7 +46,8 @@ void measure(const std::vector<Profile>& profiles, const std::filesystem::path& 
     NoDesktop desktop;
     Watchdog dog;
     const auto begun = Clock::now();
-    AppModel model(defaults, desktop, AnalysisEngine::real(nullptr), profiles);
+    FakeSpellChecker speller;
+    AppModel model(defaults, desktop, AnalysisEngine::real(nullptr), speller, profiles);
     model.workspace().finishRestoring();
     print("ready (under 1)                     ", secondsSince(begun));
 
@@ -92,12 +94,13 @@ void addMany(const std::vector<Profile>& profiles, const std::filesystem::path& 
         urls.push_back(FileUrl::fromPath(folder / (Numbers::wholeText(i) + ".mp4")));
     UserDefaults defaults(QString::fromStdString((folder / "settings").native()));
     NoDesktop desktop;
+    FakeSpellChecker speller;
     AppModel model(defaults, desktop,
                    {.analyze = [](const auto&, const auto&, auto&) -> Result<Analyzer::Analysis> {
                         return failure(u"no video"_s);
                     },
                     .rescore = {}},
-                   profiles);
+                   speller, profiles);
     Watchdog dog;
     const auto add = [&](const std::string& name, auto first, auto last) {
         dog.begin();

@@ -8,6 +8,7 @@
 #include "VantroqueApp/Views/Window/MainWindow.h"
 #include "VantroqueApp/WidgetDesktop.h"
 #include "VantroquePlatform/Recognition/TesseractRecognizer.h"
+#include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
 #include <QApplication>
 
@@ -83,8 +84,10 @@ int main(int argc, char** argv)
     UserDefaults defaults;
     RecognizerPool recognizers(
         [languages = textLanguages(defaults)] { return TesseractRecognizer::make(languages); });
+    EnchantSpeller speller;
     WidgetDesktop desktop;
-    AppModel model(defaults, desktop, AnalysisEngine::real(&recognizers), ProfileStore::loadAll());
+    AppModel model(defaults, desktop, AnalysisEngine::real(&recognizers), speller,
+                   ProfileStore::loadAll());
     unexpectedEnd.model = &model;
     Look::begin();
     Look::use(model.appearance().mode());

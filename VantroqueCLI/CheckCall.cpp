@@ -1,7 +1,7 @@
 #include "VantroqueCLI/CheckCall.h"
 
 #include "Base/Numbers.h"
-#include "VantroqueCLI/CaptionCheck.h"
+#include "VantroqueCLI/CaptionSource.h"
 
 namespace vantroque::CheckCall {
 

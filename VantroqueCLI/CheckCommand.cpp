@@ -1,4 +1,4 @@
-#include "VantroqueCLI/CaptionCheck.h"
+#include "Check/CaptionCheck.h"
 #include "VantroqueCLI/CheckCall.h"
 #include "VantroqueCLI/CheckReports.h"
 #include "VantroqueCLI/CheckRun.h"

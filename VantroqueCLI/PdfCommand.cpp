@@ -1,7 +1,6 @@
 #include "Export/FramesAhead.h"
 #include "Print/ReviewPDF.h"
 #include "Review/ReviewStore.h"
-#include "VantroqueCLI/CaptionCheck.h"
 #include "VantroqueCLI/CheckCall.h"
 #include "VantroqueCLI/CheckRun.h"
 #include "VantroqueCLI/Commands.h"
@@ -37,7 +36,7 @@ public:
         if (file.outcome) {
             section.report = file.outcome->report;
             section.video = section.report->video;
-            addCaptions(section);
+            section.addCaptions(m_captions, m_speller);
         }
         const std::scoped_lock lock(m_mutex);
         m_sections[index] = std::move(section);
@@ -55,21 +54,6 @@ public:
     }
 
 private:
-    void addCaptions(ReviewPDF::FileSection& section)
-    {
-        auto captions =
-            m_captions ? m_captions
-                       : LoadedCaptions::forReview(section.review, section.mediaURL, section.video);
-        if (!captions)
-            return;
-        const VideoSummary picture = section.video.value_or(VideoSummary());
-        const CaptionCheck check = CaptionCheck::of(
-            *captions, section.mediaURL, picture.durationSeconds, picture.frameRate, m_speller);
-        captions->track = check.track;
-        section.captions = std::move(captions);
-        section.captionReport = check.section;
-    }
-
     const std::optional<LoadedCaptions>& m_captions;
     EnchantSpeller m_speller;
     std::mutex m_mutex; ///< Guards what follows.

@@ -3,7 +3,7 @@
 #include "Analysis/Analyzer.h"
 #include "Framing/GuideBuilder.h"
 #include "Review/ReviewStore.h"
-#include "VantroqueCLI/CaptionCheck.h"
+#include "VantroqueCLI/CaptionSource.h"
 #include "VantroqueCLI/GuideChoice.h"
 #include "VantroqueCLI/Output.h"
 

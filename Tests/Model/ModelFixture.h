@@ -4,6 +4,7 @@
 #include "Base/ScopedVariable.h"
 #include "Check/Builders.h"
 #include "Support/Clips.h"
+#include "Support/FakeSpellChecker.h"
 #include "Support/FakeTools.h"
 #include "Support/Media.h"
 #include "VantroqueApp/Model/AppModel.h"
@@ -145,7 +146,7 @@ protected:
         end();
         m_defaults = std::make_unique<UserDefaults>(
             QString::fromStdString((m_folder / "settings").native()));
-        m_model = std::make_unique<AppModel>(*m_defaults, m_desktop, std::move(engine),
+        m_model = std::make_unique<AppModel>(*m_defaults, m_desktop, std::move(engine), m_speller,
                                              std::move(profiles));
         return *m_model;
     }
@@ -243,6 +244,7 @@ protected:
     const TestFolder m_folder;
     const ScopedVariable m_dataHome{"XDG_DATA_HOME", m_folder / "data"};
     FakeDesktop m_desktop;
+    FakeSpellChecker m_speller;
     HeldEngine m_held;
 
 private:

@@ -40,10 +40,10 @@ TEST_F(HeaderBar, ExportsTheReportAndMarkers)
     open();
     EXPECT_EQ(the<ToolButton>(u"Export Report"_s)->toolTip(),
               u"Export the QC report and any review notes"_s);
-    EXPECT_EQ(
-        entries(menuOf(u"Export Report"_s)),
-        (QStringList{u"This File as Text"_s, u"Markers for This File"_s, u"Avid Media Composer"_s,
-                     u"DaVinci Resolve"_s, u"Premiere"_s, u"Comma separated"_s}));
+    EXPECT_EQ(entries(menuOf(u"Export Report"_s)),
+              (QStringList{u"This File as PDF"_s, u"All Files as PDF"_s, u"This File as Text"_s,
+                           u"Markers for This File"_s, u"Avid Media Composer"_s,
+                           u"DaVinci Resolve"_s, u"Premiere"_s, u"Comma separated"_s}));
     EXPECT_FALSE(the<ToolButton>(u"Export Report"_s)->isEnabled());
 }
 
@@ -72,17 +72,42 @@ TEST_F(HeaderBar, TellsBeforehandThatTheTextHoldsAllReports)
               u"Writes this report, and those of all other analysed files, into one file"_s);
 }
 
-TEST_F(HeaderBar, SaysNothingWhenTheTextCannotBeWritten)
+TEST_F(HeaderBar, TellsWhyTheTextCannotBeWritten)
 {
     open();
     drop({anyFile("ok.mp4")});
     ASSERT_TRUE(soonIdle());
     m_desktop.answer = FileUrl::fromPath(m_folder / "nowhere/report.txt");
     entry(menuOf(u"Export Report"_s), u"This File as Text"_s)->trigger();
+    const auto* label = the<QLabel>(u"Last export"_s);
+    ASSERT_TRUE(
+        soon([&] { return label->toolTip().startsWith(u"Could not save the report: "_s); }));
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "nowhere"));
     m_desktop.answer = FileUrl::fromPath(m_folder / "report.txt");
     entry(menuOf(u"Export Report"_s), u"This File as Text"_s)->trigger();
     EXPECT_TRUE(soonShows(u"Saved 1 report to report.txt"_s));
-    EXPECT_FALSE(std::filesystem::exists(m_folder / "nowhere"));
+}
+
+TEST_F(HeaderBar, PrintsAllFilesAndCanGiveThatUp)
+{
+    open();
+    drop({anyFile("ok.mp4"), anyFile("fail.mp4")});
+    ASSERT_TRUE(soonIdle());
+    m_desktop.answer = FileUrl::fromPath(m_folder / "all.pdf");
+    const QMenu& menu = menuOf(u"Export Report"_s);
+    auto* cancel = the<ToolButton>(u"Cancel"_s);
+    EXPECT_FALSE(cancel->isVisible());
+    entry(menu, u"All Files as PDF"_s)->trigger();
+    EXPECT_TRUE(cancel->isVisible());
+    EXPECT_FALSE(entry(menu, u"This File as PDF"_s)->isEnabled());
+    EXPECT_FALSE(entry(menu, u"All Files as PDF"_s)->isEnabled());
+    cancel->click();
+    EXPECT_TRUE(soonShows(u"The PDF was cancelled."_s));
+    EXPECT_FALSE(cancel->isVisible());
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "all.pdf"));
+    entry(menu, u"This File as PDF"_s)->trigger();
+    EXPECT_TRUE(soonShows(u"Saved all.pdf"_s));
+    EXPECT_TRUE(entry(menu, u"This File as PDF"_s)->isEnabled());
 }
 
 TEST_F(HeaderBar, ShortensALongMessageAndShowsAllOfItOnHover)

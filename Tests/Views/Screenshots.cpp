@@ -33,7 +33,7 @@ public:
         m_scene = std::make_unique<WindowScenes::SceneEngine>();
         m_defaults =
             std::make_unique<UserDefaults>(QString::fromStdString((m_files / "settings").native()));
-        m_model = std::make_unique<AppModel>(*m_defaults, m_desktop, m_scene->engine(),
+        m_model = std::make_unique<AppModel>(*m_defaults, m_desktop, m_scene->engine(), m_speller,
                                              std::move(profiles));
         Look::use(m_look);
         m_window = std::make_unique<MainWindow>(*m_model);
@@ -162,6 +162,7 @@ private:
     const QString m_folder;
     TestFolder m_files;
     FakeDesktop m_desktop;
+    FakeSpellChecker m_speller;
     AppearanceMode m_look = AppearanceMode::dark;
     std::unique_ptr<WindowScenes::SceneEngine> m_scene;
     std::unique_ptr<UserDefaults> m_defaults;

@@ -17,13 +17,13 @@ void joinFreedBlocksAtOnce()
 } // namespace
 
 AppModel::AppModel(UserDefaults& defaults, Desktop& desktop, const AnalysisEngine& engine,
-                   Result<std::vector<Profile>> profiles)
+                   SpellChecker& checker, Result<std::vector<Profile>> profiles)
     : m_defaults(defaults),
       m_appearance(defaults),
       m_profiles(defaults, std::move(profiles)),
       m_queue(m_files, m_profiles, engine),
       m_rescorer(m_files, m_profiles, engine),
-      m_exports(m_files, m_profiles, m_reviews, desktop)
+      m_exports(m_files, m_profiles, m_reviews, desktop, checker)
 {
     joinFreedBlocksAtOnce();
     connectSubjects();

@@ -21,9 +21,9 @@ namespace vantroque {
 class AppModel {
 public:
     /// Reads the choices, begins to read the stored list, and goes on with what was left.
-    /// `defaults` and `desktop` must outlive the model.
+    /// `defaults`, `desktop` and `checker` must outlive the model.
     AppModel(UserDefaults& defaults, Desktop& desktop, const AnalysisEngine& engine,
-             Result<std::vector<Profile>> profiles);
+             SpellChecker& checker, Result<std::vector<Profile>> profiles);
     AppModel(const AppModel&) = delete;
     AppModel& operator=(const AppModel&) = delete;
 

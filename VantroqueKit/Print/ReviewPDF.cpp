@@ -4,6 +4,7 @@
 #include "Base/Files.h"
 #include "Base/ScratchFolder.h"
 #include "Base/Text.h"
+#include "Check/CaptionCheck.h"
 #include "Print/PdfFile.h"
 #include "Print/SectionBlocks.h"
 
@@ -135,6 +136,18 @@ Result<std::vector<PdfFile::Bookmark>> draw(const std::vector<const FileSection*
 }
 
 } // namespace
+
+void FileSection::addCaptions(const std::optional<LoadedCaptions>& given, SpellChecker& checker)
+{
+    captions = given ? given : LoadedCaptions::forReview(review, mediaURL, video);
+    if (!captions)
+        return;
+    const VideoSummary picture = video.value_or(VideoSummary());
+    const auto check =
+        CaptionCheck::of(*captions, mediaURL, picture.durationSeconds, picture.frameRate, checker);
+    captions->track = check.track;
+    captionReport = check.section;
+}
 
 QString FileSection::name() const
 {

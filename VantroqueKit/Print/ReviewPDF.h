@@ -2,6 +2,7 @@
 
 #include "Base/Result.h"
 #include "Captions/LoadedCaptions.h"
+#include "Captions/SpellChecker.h"
 #include "Print/FrameWish.h"
 #include "Records/FileReview.h"
 #include "Records/Report.h"
@@ -21,6 +22,10 @@ struct FileSection {
     std::optional<VideoSummary> video;
     std::optional<LoadedCaptions> captions;     ///< Drawn on the frames of comments.
     std::optional<ProfileReport> captionReport; ///< Told below the platforms.
+
+    /// The given captions, or those that stand for the file, and what their check says. Blocks as
+    /// long as ffmpeg takes; any thread.
+    void addCaptions(const std::optional<LoadedCaptions>& given, SpellChecker& checker);
 
     QString name() const;
     std::vector<ReviewComment> comments() const; ///< In the order of the film.

@@ -1,6 +1,5 @@
 #include "VantroqueApp/Model/Exports/Exports.h"
 
-#include "Analysis/Analyzer.h"
 #include "Base/Files.h"
 #include "Base/Text.h"
 #include "Check/TextRenderer.h"
@@ -9,19 +8,27 @@ namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-/// What markers are made of, beside the review.
-struct Exports::MarkerSource {
-    MarkerExport::Format format = MarkerExport::Format::csv;
-    FileUrl url;
-    std::shared_ptr<const MediaInfo> media;
-    std::shared_ptr<const FileReport> report;
-    /// For which a report is still to be made; null when there is one.
-    std::shared_ptr<const std::vector<Profile>> profiles;
-};
+namespace {
+
+std::vector<FileUrl> films(const FileList& files)
+{
+    std::vector<FileUrl> films;
+    for (const FileAnalysis& entry : files.analyses())
+        films.push_back(entry.url);
+    return films;
+}
+
+Result<void> written(const QString& text, const FileUrl& target, const std::vector<FileUrl>& films)
+{
+    TRY(guardFilms(target, films));
+    return Files::writeAtomically(target.path(), text.toUtf8());
+}
+
+} // namespace
 
 Exports::Exports(const FileList& files, const ProfileChoice& choice, ReviewBook& book,
-                 Desktop& desktop)
-    : m_files(files), m_choice(choice), m_book(book), m_desktop(desktop)
+                 Desktop& desktop, SpellChecker& checker)
+    : m_files(files), m_choice(choice), m_book(book), m_desktop(desktop), m_pdf(book, checker)
 {
 }
 
@@ -46,16 +53,16 @@ void Exports::saveReport()
     const QString saved = u"Saved %1 report%2 to %3"_s.arg(
         QString::number(reports.size()), Text::plural(std::ssize(reports)), target->fileName());
     m_tasks.run(
-        [reports = std::move(reports), target = *target] {
+        [reports = std::move(reports), films = films(m_files), target = *target] {
             const QString text =
                 Text::joined(reports, TextRenderer::separator(), [](const auto& report) {
                     return TextRenderer::render(*report, false);
                 });
-            return Files::writeAtomically(target.path(), text.toUtf8()).has_value();
+            return written(text, target, films);
         },
-        [this, saved](bool isWritten) {
-            if (isWritten)
-                setExportMessage(saved);
+        [this, saved](const Result<void>& outcome) {
+            setExportMessage(
+                outcome ? saved : u"Could not save the report: "_s + outcome.error().description);
         });
 }
 
@@ -66,59 +73,97 @@ void Exports::exportMarkers(MarkerExport::Format format)
         return setExportMessage(u"Analyse a file first."_s);
     if (std::exchange(m_isPreparing, true))
         return;
-    // A new choice of profiles may not be scored yet.
-    const bool isScored =
-        entry->isScoredFor(m_choice.number())
-        || Analyzer::needsAdditionalSignalPass(*entry->media, m_choice.enabledProfiles());
-    const MarkerSource source{.format = format,
-                              .url = entry->url,
-                              .media = entry->media,
-                              .report = std::get<FileAnalysis::Done>(entry->status).report,
-                              .profiles = isScored ? nullptr : m_choice.shared()};
-    const auto prepare = [this, source](const ReviewBook::Review& review) {
-        m_tasks.run([source, review] { return markers(source, review); },
-                    [this, source](const std::vector<Marker>& markers) {
-                        m_isPreparing = false;
-                        askAndWrite(source, markers);
-                    });
-    };
-    if (entry->fingerprint)
-        m_book.read(*entry->fingerprint, prepare);
-    else
-        prepare(nullptr);
+    ExportSource::readReviews(
+        m_book, {ExportSource::of(*entry, m_choice)}, [this, format](const auto& sources) {
+            m_tasks.run([source = sources.front()] { return markers(source); },
+                        [this, source = sources.front(), format](const auto& markers) {
+                            m_isPreparing = false;
+                            askAndWrite(source, format, markers);
+                        });
+        });
 }
 
 /// In the background.
-std::vector<Marker> Exports::markers(const MarkerSource& source, const ReviewBook::Review& review)
+std::vector<Marker> Exports::markers(const ExportSource& source)
 {
-    const FileReport report =
-        source.profiles ? Analyzer::report(*source.media, *source.profiles) : *source.report;
-    return MarkerExport::markers({.review = review.get(), .report = &report},
+    const auto report = source.currentReport();
+    return MarkerExport::markers({.review = source.review.get(), .report = &*report},
                                  source.media->video ? source.media->video->nominalFrameRate : 0);
 }
 
-void Exports::askAndWrite(const MarkerSource& source, const std::vector<Marker>& markers)
+void Exports::askAndWrite(const ExportSource& source, MarkerExport::Format format,
+                          const std::vector<Marker>& markers)
 {
     if (markers.empty())
         return setExportMessage(u"This file has no notes or findings yet."_s);
     const auto target =
-        m_desktop.chooseSaveFile(source.url.stem() + MarkerExport::fileSuffix(source.format) + u'.'
-                                 + MarkerExport::fileExtension(source.format));
+        m_desktop.chooseSaveFile(source.url.stem() + MarkerExport::fileSuffix(format) + u'.'
+                                 + MarkerExport::fileExtension(format));
     if (!target)
         return;
     const QString saved = u"Saved %1 marker%2 to %3"_s.arg(
         QString::number(markers.size()), Text::plural(std::ssize(markers)), target->fileName());
     // The context may ask ffprobe.
     m_tasks.run(
-        [source, markers, target = *target] {
-            const QString text =
-                MarkerExport::write(markers, source.format, MarkerExport::context(*source.media));
-            return Files::writeAtomically(target.path(), text.toUtf8());
+        [source, format, markers, films = films(m_files), target = *target] {
+            return written(
+                MarkerExport::write(markers, format, MarkerExport::context(*source.media)), target,
+                films);
         },
-        [this, saved](const Result<void>& written) {
+        [this, saved](const Result<void>& outcome) {
             setExportMessage(
-                written ? saved : u"Could not write the markers: "_s + written.error().description);
+                outcome ? saved : u"Could not write the markers: "_s + outcome.error().description);
         });
+}
+
+std::vector<ExportSource> Exports::sources(Scope scope) const
+{
+    std::vector<ExportSource> sources;
+    if (scope == Scope::allFiles) {
+        for (const FileAnalysis& entry : m_files.analyses())
+            if (entry.report() != nullptr)
+                sources.push_back(ExportSource::of(entry, m_choice));
+    } else if (const FileAnalysis* entry = m_files.selected()) {
+        sources.push_back(ExportSource::of(*entry, m_choice));
+    }
+    return sources;
+}
+
+void Exports::exportReviewPDF(Scope scope)
+{
+    if (m_pdfProgress)
+        return;
+    auto chosen = sources(scope);
+    if (chosen.empty())
+        return setExportMessage(scope == Scope::selectedFile
+                                    ? u"Select a file to export."_s
+                                    : u"There is nothing to export yet."_s);
+    const auto target = m_desktop.chooseSaveFile(scope == Scope::selectedFile
+                                                     ? chosen.front().url.stem() + u" report.pdf"_s
+                                                     : u"Vantroque reports.pdf"_s);
+    if (!target)
+        return;
+    setExportMessage(u"Building the PDF…"_s);
+    setPdfProgress(PdfExport::Progress{0, chosen.size()});
+    m_pdf.start(
+        std::move(chosen), *target, [this](const auto& progress) { setPdfProgress(progress); },
+        [this, target](const auto& outcome) { tellPrinted(outcome, *target); });
+}
+
+void Exports::setPdfProgress(const std::optional<PdfExport::Progress>& progress)
+{
+    m_pdfProgress = progress;
+    Q_EMIT pdfProgressChanged();
+}
+
+void Exports::tellPrinted(const Result<void>& outcome, const FileUrl& target)
+{
+    setPdfProgress({});
+    if (outcome)
+        return setExportMessage(u"Saved %1"_s.arg(target.fileName()));
+    setExportMessage(m_pdf.wasCancelled()
+                         ? u"The PDF was cancelled."_s
+                         : u"Could not export the PDF: "_s + outcome.error().description);
 }
 
 } // namespace vantroque

@@ -2,10 +2,9 @@
 
 #include "Export/MarkerExport.h"
 #include "VantroqueApp/Model/Background/Tasks.h"
-#include "VantroqueApp/Model/Choices/ProfileChoice.h"
 #include "VantroqueApp/Model/Exports/Desktop.h"
+#include "VantroqueApp/Model/Exports/PdfExport.h"
 #include "VantroqueApp/Model/Files/FileList.h"
-#include "VantroqueApp/Model/Review/ReviewBook.h"
 
 #include <QObject>
 
@@ -19,8 +18,11 @@ class Exports : public QObject {
     Q_OBJECT
 
 public:
+    enum class Scope { selectedFile, allFiles };
+
     /// All of them must outlive it.
-    Exports(const FileList& files, const ProfileChoice& choice, ReviewBook& book, Desktop& desktop);
+    Exports(const FileList& files, const ProfileChoice& choice, ReviewBook& book, Desktop& desktop,
+            SpellChecker& checker);
 
     /// One line for the operator after an export.
     const std::optional<QString>& exportMessage() const { return m_exportMessage; }
@@ -31,19 +33,28 @@ public:
     void exportMarkers(MarkerExport::Format format);
     /// Writes the reports of all analysed files as text.
     void saveReport();
+    /// Prints reports and notes. While one document is made, no other begins.
+    void exportReviewPDF(Scope scope);
+
+    /// Of the document that is being made; nothing when there is none.
+    const std::optional<PdfExport::Progress>& pdfProgress() const { return m_pdfProgress; }
+    /// The document that is being made is given up, and nothing of it is left.
+    void cancelPDF() { m_pdf.cancel(); }
 
     /// Nothing is being prepared or written.
-    bool isIdle() const { return !m_isPreparing && m_tasks.isIdle(); }
+    bool isIdle() const { return !m_isPreparing && !m_pdfProgress && m_tasks.isIdle(); }
 
 Q_SIGNALS:
     void exportMessageChanged();
+    void pdfProgressChanged();
 
 private:
-    struct MarkerSource;
-
-    static std::vector<Marker> markers(const MarkerSource& source,
-                                       const ReviewBook::Review& review);
-    void askAndWrite(const MarkerSource& source, const std::vector<Marker>& markers);
+    static std::vector<Marker> markers(const ExportSource& source);
+    void askAndWrite(const ExportSource& source, MarkerExport::Format format,
+                     const std::vector<Marker>& markers);
+    std::vector<ExportSource> sources(Scope scope) const;
+    void setPdfProgress(const std::optional<PdfExport::Progress>& progress);
+    void tellPrinted(const Result<void>& outcome, const FileUrl& target);
 
     const FileList& m_files;
     const ProfileChoice& m_choice;
@@ -51,6 +62,8 @@ private:
     Desktop& m_desktop;
     std::optional<QString> m_exportMessage;
     bool m_isPreparing = false;
+    std::optional<PdfExport::Progress> m_pdfProgress;
+    PdfExport m_pdf;
     Tasks m_tasks;
 };
 

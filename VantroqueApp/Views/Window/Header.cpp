@@ -13,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QMenuBar>
+#include <QProgressBar>
 #include <QShortcut>
 #include <QTimer>
 
@@ -31,7 +32,9 @@ Header::Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& 
       m_export(new ToolButton(u"export"_s, u"Export Report"_s, this)),
       m_appearances(new QActionGroup(this)),
       m_message(new ElidedLabel(Type::text(Type::caption), Qt::ElideMiddle, u"text1"_s, this)),
-      m_messageEnd(new QTimer(this))
+      m_messageEnd(new QTimer(this)),
+      m_printing(new QProgressBar(this)),
+      m_cancel(new ToolButton(u"x"_s, u"Cancel"_s, this))
 {
     setObjectName(u"header"_s);
     setAttribute(Qt::WA_StyledBackground);
@@ -41,6 +44,8 @@ Header::Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& 
     layout->setSpacing(8);
     layout->addWidget(menuBar(), 0, Qt::AlignVCenter);
     layout->addWidget(m_message, 1);
+    layout->addWidget(m_printing);
+    layout->addWidget(m_cancel);
     layout->addSpacing(8);
     layout->addWidget(m_add);
     layout->addWidget(m_profiles);
@@ -60,11 +65,19 @@ Header::Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& 
     m_messageEnd->setSingleShot(true);
     connect(m_messageEnd, &QTimer::timeout, this, [this] { m_exports.setExportMessage({}); });
 
+    m_printing->setFixedSize(96, 4);
+    m_printing->setTextVisible(false);
+    m_printing->setAccessibleName(u"Files in the PDF"_s);
+    m_cancel->setToolTip(u"Give up the PDF; nothing of it is left"_s);
+    connect(m_cancel, &QToolButton::clicked, &exports, &Exports::cancelPDF);
+
     connect(&list, &FileList::listChanged, this, &Header::refresh);
     connect(&list, &FileList::entryChanged, this, &Header::refresh);
     connect(&list, &FileList::selectionChanged, this, &Header::refresh);
     connect(&exports, &Exports::exportMessageChanged, this, &Header::showMessage);
+    connect(&exports, &Exports::pdfProgressChanged, this, &Header::showPrinting);
     refresh();
+    showPrinting();
 }
 
 QMenuBar* Header::menuBar()
@@ -119,6 +132,13 @@ QMenu* Header::exportMenu()
     auto* menu = new QMenu(m_export);
     menu->setAccessibleName(m_export->text());
     menu->setToolTipsVisible(true);
+    const auto print = [this](Exports::Scope scope) { m_exports.exportReviewPDF(scope); };
+    m_thisAsPDF =
+        menu->addAction(u"This File as PDF"_s, [print] { print(Exports::Scope::selectedFile); });
+    m_thisAsPDF->setToolTip(u"The verdict, your notes with their frames, and every result"_s);
+    m_allAsPDF =
+        menu->addAction(u"All Files as PDF"_s, [print] { print(Exports::Scope::allFiles); });
+    m_allAsPDF->setToolTip(u"The same of all analysed files, in one document"_s);
     QAction* text = menu->addAction(u"This File as Text"_s, &m_exports, &Exports::saveReport);
     text->setToolTip(u"Writes this report, and those of all other analysed files, into one file"_s);
     menu->addSeparator();
@@ -146,6 +166,20 @@ void Header::showMessage()
     m_message->setToolTip(text);
     if (!text.isEmpty())
         m_messageEnd->start(milliseconds);
+}
+
+void Header::showPrinting()
+{
+    const auto& progress = m_exports.pdfProgress();
+    m_printing->setVisible(progress.has_value());
+    m_cancel->setVisible(progress.has_value());
+    m_thisAsPDF->setEnabled(!progress);
+    m_allAsPDF->setEnabled(!progress);
+    if (!progress)
+        return;
+    m_messageEnd->stop(); // The line stays until it is done.
+    m_printing->setRange(0, static_cast<int>(progress->all));
+    m_printing->setValue(static_cast<int>(progress->done));
 }
 
 } // namespace vantroque

@@ -9,6 +9,7 @@
 
 class QActionGroup;
 class QMenuBar;
+class QProgressBar;
 class QTimer;
 class QToolButton;
 
@@ -35,6 +36,7 @@ private:
     QMenu* exportMenu();
     void refresh();
     void showMessage();
+    void showPrinting();
 
     const FileList& m_list;
     AppearanceChoice& m_appearance;
@@ -45,6 +47,10 @@ private:
     QActionGroup* m_appearances;
     ElidedLabel* m_message;
     QTimer* m_messageEnd;
+    QProgressBar* m_printing;
+    QToolButton* m_cancel;
+    QAction* m_thisAsPDF = nullptr;
+    QAction* m_allAsPDF = nullptr;
 };
 
 } // namespace vantroque

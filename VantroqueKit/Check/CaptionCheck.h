@@ -1,23 +1,14 @@
 #pragma once
 
-#include "Base/Result.h"
 #include "Captions/CaptionHealth.h"
 #include "Captions/CaptionSpelling.h"
 #include "Captions/LoadedCaptions.h"
 #include "Captions/SpellChecker.h"
-#include "Records/MediaInfo.h"
 #include "Records/Report.h"
 
 #include <optional>
 
 namespace vantroque {
-
-/// The captions of a caption file, or the first that came with a media file, at their own times.
-/// Blocks as long as ffprobe and ffmpeg take; any thread. Fails with words for the operator when
-/// the file cannot be read or holds no captions.
-Result<LoadedCaptions> loadCaptions(const FileUrl& url);
-/// The first captions that came with a media file, at their own times, and as above.
-Result<LoadedCaptions> loadCaptions(const MediaInfo& media);
 
 /// Captions over a picture. Takes as long as the speller does; any thread.
 struct CaptionCheck {

@@ -1,10 +1,8 @@
-#include "VantroqueCLI/CaptionCheck.h"
+#include "VantroqueCLI/CaptionSource.h"
 
 #include "Base/Files.h"
 #include "Captions/CaptionLoader.h"
-#include "Captions/CaptionReport.h"
 #include "Captions/EmbeddedCaptions.h"
-#include "Check/CaptionEvents.h"
 #include "Probe/Prober.h"
 
 #include <cerrno>
@@ -50,35 +48,6 @@ Result<LoadedCaptions> loadCaptions(const MediaInfo& media)
         return problem(media.url, u"the captions in it cannot be read"_s);
     return LoadedCaptions{*track, EmbeddedCaptions::title(sources.front()),
                           EmbeddedCaptions::language(sources.front())};
-}
-
-CaptionCheck CaptionCheck::of(const LoadedCaptions& captions, const FileUrl& name, double duration,
-                              double frameRate, SpellChecker& checker)
-{
-    const CaptionTrack track = captions.track.autoShifted(duration);
-    const auto spelling =
-        CaptionSpelling::of(track, checker, captions.language, CaptionSpelling::nameWords(name));
-    const auto health = CaptionHealth::of(track, duration);
-    return {track, spelling, health,
-            CaptionReport::section(health, captions.title, frameRate, spelling)};
-}
-
-void CaptionCheck::add(const LoadedCaptions& captions, const FileUrl& media, FileReport& report,
-                       SpellChecker& checker)
-{
-    const VideoSummary picture = report.video.value_or(VideoSummary());
-    const CaptionCheck check =
-        of(captions, media, picture.durationSeconds, picture.frameRate, checker);
-    if (!report.sections)
-        report.sections.emplace();
-    report.sections->push_back(check.section);
-    if (!check.spelling)
-        return;
-    if (!report.events)
-        report.events.emplace();
-    for (SignalEvent& event : CaptionEvents::events(*check.spelling, check.track, picture.frameRate,
-                                                    picture.durationSeconds))
-        report.events->push_back(std::move(event));
 }
 
 } // namespace vantroque
