@@ -38,6 +38,10 @@ void print(const std::string& name, double value)
 class NoDesktop : public Desktop {
 public:
     std::optional<FileUrl> chooseSaveFile(const QString&) override { return std::nullopt; }
+    std::optional<FileUrl> chooseOpenFile(const QString&, const QStringList&) override
+    {
+        return std::nullopt;
+    }
 };
 
 void measure(const std::vector<Profile>& profiles, const std::filesystem::path& folder)

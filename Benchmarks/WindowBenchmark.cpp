@@ -52,6 +52,10 @@ void print(const std::string& name, const Watchdog& dog)
 class NoDesktop : public Desktop {
 public:
     std::optional<FileUrl> chooseSaveFile(const QString&) override { return std::nullopt; }
+    std::optional<FileUrl> chooseOpenFile(const QString&, const QStringList&) override
+    {
+        return std::nullopt;
+    }
 };
 
 /// Something is painted where the window has its header.

@@ -8,6 +8,8 @@ namespace vantroque {
 class WidgetDesktop : public Desktop {
 public:
     std::optional<FileUrl> chooseSaveFile(const QString& proposedName) override;
+    std::optional<FileUrl> chooseOpenFile(const QString& message,
+                                          const QStringList& extensions) override;
 };
 
 } // namespace vantroque

@@ -43,6 +43,12 @@ public:
         proposed.push_back(proposedName);
         return answer;
     }
+    std::optional<FileUrl> chooseOpenFile(const QString& message,
+                                          const QStringList& extensions) override
+    {
+        proposed.push_back(message + u' ' + extensions.join(u' '));
+        return answer;
+    }
 
     std::optional<FileUrl> answer;
     std::vector<QString> proposed;

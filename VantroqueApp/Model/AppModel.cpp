@@ -17,13 +17,20 @@ void joinFreedBlocksAtOnce()
 } // namespace
 
 AppModel::AppModel(UserDefaults& defaults, Desktop& desktop, const AnalysisEngine& engine,
-                   SpellChecker& checker, Result<std::vector<Profile>> profiles)
+                   SpellChecker& checker, Result<std::vector<Profile>> profiles,
+                   PlaybackEngineMaker makeEngine)
     : m_defaults(defaults),
       m_appearance(defaults),
       m_profiles(defaults, std::move(profiles)),
       m_queue(m_files, m_profiles, engine),
       m_rescorer(m_files, m_profiles, engine),
-      m_exports(m_files, m_profiles, m_reviews, desktop, checker)
+      m_exports(m_files, m_profiles, m_reviews, desktop, checker),
+      m_openPlayer(m_files, {.defaults = defaults,
+                             .reviews = m_reviews,
+                             .desktop = desktop,
+                             .clock = m_clock,
+                             .speller = checker,
+                             .makeEngine = std::move(makeEngine)})
 {
     joinFreedBlocksAtOnce();
     connectSubjects();

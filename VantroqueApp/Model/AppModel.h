@@ -7,6 +7,7 @@
 #include "VantroqueApp/Model/Exports/Exports.h"
 #include "VantroqueApp/Model/Files/Comparison.h"
 #include "VantroqueApp/Model/Files/FileList.h"
+#include "VantroqueApp/Model/Playback/OpenPlayer.h"
 #include "VantroqueApp/Model/Review/ReviewBook.h"
 #include "VantroqueApp/Model/Review/SignOffs.h"
 #include "VantroqueApp/Model/Workspace/FileVerifier.h"
@@ -21,9 +22,11 @@ namespace vantroque {
 class AppModel {
 public:
     /// Reads the choices, begins to read the stored list, and goes on with what was left.
-    /// `defaults`, `desktop` and `checker` must outlive the model.
+    /// `defaults`, `desktop` and `checker` must outlive the model. Without a maker of engines
+    /// players show stills.
     AppModel(UserDefaults& defaults, Desktop& desktop, const AnalysisEngine& engine,
-             SpellChecker& checker, Result<std::vector<Profile>> profiles);
+             SpellChecker& checker, Result<std::vector<Profile>> profiles,
+             PlaybackEngineMaker makeEngine = {});
     AppModel(const AppModel&) = delete;
     AppModel& operator=(const AppModel&) = delete;
 
@@ -37,6 +40,11 @@ public:
     Rescorer& rescorer() { return m_rescorer; }
     WorkspaceKeeper& workspace() { return m_workspace; }
     Exports& exports() { return m_exports; }
+    OpenPlayer& openPlayer() { return m_openPlayer; }
+    /// Of the selected file; null where none is open.
+    PlayerController* player() const { return m_openPlayer.player(); }
+    /// The picture has the keyboard.
+    bool videoFocused() const { return m_openPlayer.videoFocused(); }
 
     /// Saves the list, the reviews and the choices, and waits until they are written.
     void saveWorkspaceNow();
@@ -58,6 +66,8 @@ private:
     FileVerifier m_verifier{m_files};
     WorkspaceKeeper m_workspace{m_files};
     Exports m_exports;
+    SystemClock m_clock;
+    OpenPlayer m_openPlayer;
 };
 
 } // namespace vantroque

@@ -25,7 +25,8 @@ struct PlaybackSource {
 };
 
 /// A decoded frame. Its pixels stay where they are for as long as the value is held, and count
-/// against the room that the engine has: hold one or two, not a film.
+/// against the room that the engine has: hold a few, not a film. Whoever turns it into a picture
+/// may let go of it on another thread, and after the engine has gone.
 struct PlayedFrame {
     std::int64_t frame = 0; ///< Counted from the first, at the rate that the engine was given.
     BiPlanarPicture picture;

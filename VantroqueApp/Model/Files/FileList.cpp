@@ -1,5 +1,7 @@
 #include "VantroqueApp/Model/Files/FileList.h"
 
+#include "Captions/CaptionLoader.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string_view>
@@ -47,6 +49,9 @@ void FileList::queueAgain(const QUuid& id)
 
 void FileList::add(const std::vector<FileUrl>& urls)
 {
+    if (const auto captions = std::ranges::find_if(urls, CaptionLoader::isSidecar);
+        captions != urls.end())
+        Q_EMIT captionsAdded(*captions);
     Q_EMIT aboutToAddOrClear();
     const auto before = m_selectedAnalysisID;
     append(urls);

@@ -31,8 +31,9 @@ public:
     /// Has it measured from scratch.
     void queueAgain(const QUuid& id);
 
-    /// Takes dropped and opened files. What is no video file is skipped; what is on its way stays;
-    /// what was done before starts over at the end of the list.
+    /// Takes dropped and opened files. The first that holds captions is for the open player; what
+    /// else is no video file is skipped; what is on its way stays; what was done before starts over
+    /// at the end of the list.
     void add(const std::vector<FileUrl>& urls);
     /// Takes entries as they were when the program ended, with the selected one.
     void restore(std::vector<FileAnalysis> entries, const std::optional<QUuid>& selected);
@@ -60,6 +61,7 @@ Q_SIGNALS:
     void removed();        ///< Entries were taken out.
     void queued();         ///< Entries wait to be analysed.
     void contentChanged(); ///< The operator changed entries or selection.
+    void captionsAdded(const vantroque::FileUrl& captions); ///< For the player, if one is open.
 
 private:
     void append(const std::vector<FileUrl>& urls);

@@ -1,0 +1,85 @@
+#include "VantroqueApp/Model/Playback/OpenPlayer.h"
+
+#include <utility>
+
+namespace vantroque {
+
+namespace {
+
+/// The report of a file that has a picture to play; null for any other.
+PlayerController::Report playable(const FileAnalysis* entry)
+{
+    const auto* done = entry != nullptr ? std::get_if<FileAnalysis::Done>(&entry->status) : nullptr;
+    if (done == nullptr || !done->report->video || done->report->video->width < 1)
+        return nullptr;
+    return done->report;
+}
+
+PlayedFile fileOf(const FileAnalysis& entry, const VideoSummary& video)
+{
+    const bool hasPicture = entry.media && entry.media->video;
+    return {.url = entry.url,
+            .video = video,
+            .fingerprint = entry.fingerprint,
+            .stream = hasPicture ? entry.media->video->position.value_or(0) : 0};
+}
+
+} // namespace
+
+OpenPlayer::OpenPlayer(FileList& files, const PlayerSurroundings& surroundings)
+    : m_files(files), m_surroundings(surroundings)
+{
+    connect(&files, &FileList::selectionChanged, this, &OpenPlayer::dropIfAnother);
+    connect(&files, &FileList::entryChanged, this, &OpenPlayer::refreshPlayerReport);
+    connect(&files, &FileList::captionsAdded, this, [this](const FileUrl& captions) {
+        if (m_player)
+            m_player->captions().loadCaptions(captions);
+    });
+}
+
+OpenPlayer::~OpenPlayer() = default;
+
+void OpenPlayer::syncPlayer()
+{
+    const FileAnalysis* entry = m_files.selected();
+    const auto report = playable(entry);
+    if (!report)
+        return drop();
+    if (m_player && m_player->file().url == entry->url)
+        return m_player->setReport(report);
+    drop();
+    m_player =
+        std::make_unique<PlayerController>(fileOf(*entry, *report->video), report, m_surroundings);
+    Q_EMIT playerChanged();
+}
+
+void OpenPlayer::dropIfAnother()
+{
+    const FileAnalysis* entry = m_files.selected();
+    if (m_player && (entry == nullptr || !(m_player->file().url == entry->url)))
+        drop();
+}
+
+void OpenPlayer::refreshPlayerReport(const QUuid& id)
+{
+    if (m_player && id == m_files.selectedAnalysisID())
+        syncPlayer();
+}
+
+void OpenPlayer::drop()
+{
+    if (!m_player)
+        return;
+    setVideoFocused(false);
+    Q_EMIT playerAboutToGo();
+    m_player.reset();
+    Q_EMIT playerChanged();
+}
+
+void OpenPlayer::setVideoFocused(bool focused)
+{
+    if (std::exchange(m_videoFocused, focused) != focused)
+        Q_EMIT videoFocusedChanged();
+}
+
+} // namespace vantroque

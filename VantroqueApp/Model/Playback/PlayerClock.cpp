@@ -1,0 +1,43 @@
+#include "VantroqueApp/Model/Playback/PlayerClock.h"
+
+#include <QTimer>
+
+#include <chrono>
+
+namespace vantroque {
+
+namespace {
+
+class TimerTicker : public Ticker {
+public:
+    TimerTicker(double seconds, std::function<void()> tick) : m_tick(std::move(tick))
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        m_timer.setInterval(std::chrono::milliseconds(static_cast<int>(seconds * 1000)));
+        // A copy, since the tick may let go of all of this.
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
+            const auto tick = m_tick;
+            tick();
+        });
+        m_timer.start();
+    }
+
+private:
+    std::function<void()> m_tick;
+    QTimer m_timer;
+};
+
+} // namespace
+
+double SystemClock::now() const
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+        .count();
+}
+
+std::unique_ptr<Ticker> SystemClock::every(double seconds, std::function<void()> tick)
+{
+    return std::make_unique<TimerTicker>(seconds, std::move(tick));
+}
+
+} // namespace vantroque

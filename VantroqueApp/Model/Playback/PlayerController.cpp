@@ -1,0 +1,247 @@
+#include "VantroqueApp/Model/Playback/PlayerController.h"
+
+#include "Base/PathText.h"
+#include "VantroqueApp/Model/Playback/EngineFrames.h"
+#include "VantroqueApp/Model/Playback/StillStepper.h"
+
+#include <algorithm>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Null where the file cannot even be tried.
+std::unique_ptr<FrameSource> engineFrames(const PlayedFile& file, const PlaybackEngineMaker& make)
+{
+    if (!make)
+        return nullptr;
+    auto engine = make({.url = file.url,
+                        .stream = file.stream,
+                        .rate = file.workingRate(),
+                        .frames = file.video.frameCount.value_or(0),
+                        .matrix = file.video.matrix.value_or(ColorMatrix::bt709),
+                        .fullRange = file.video.fullRange.value_or(false)});
+    return engine ? std::make_unique<EngineFrames>(file, std::move(engine)) : nullptr;
+}
+
+} // namespace
+
+PlayerController::PlayerController(PlayedFile file, Report report,
+                                   const PlayerSurroundings& surroundings)
+    : m_file(std::move(file)),
+      m_report(std::move(report)),
+      m_desktop(surroundings.desktop),
+      m_playhead(m_file, surroundings.clock),
+      m_shuttle(surroundings.clock),
+      m_zoom(m_file.shape()),
+      m_guides(m_file, surroundings.defaults),
+      m_scopes(surroundings.defaults, surroundings.clock, m_file.scopeSize()),
+      m_captions(m_file, surroundings.speller),
+      m_notebook(m_file, surroundings.reviews),
+      m_stills(m_file, surroundings.desktop)
+{
+    m_shuttle.frameRate = [this] { return m_file.workingRate().perSecond(); };
+    m_shuttle.applyRate = [this](double rate) { return m_playhead.run(rate); };
+    m_shuttle.stepFrames = [this](std::int64_t frames) { return m_playhead.walk(frames); };
+    connectSubjects();
+    if (auto frames = engineFrames(m_file, surroundings.makeEngine))
+        use(std::move(frames));
+    else
+        fallBackToStills();
+}
+
+PlayerController::~PlayerController()
+{
+    tearDown();
+}
+
+void PlayerController::connectSubjects()
+{
+    connect(&m_playhead, &Playhead::ended, &m_shuttle, &ShuttleEngine::playbackEnded);
+    connect(&m_notebook, &Notebook::opened, this, [this] {
+        const auto& review = m_notebook.review();
+        m_captions.restoreCaptions(review && review->captionsPath
+                                       ? std::optional(PathText::url(*review->captionsPath))
+                                       : std::nullopt);
+    });
+    connect(&m_captions, &PlayerCaptions::chosen, &m_notebook, &Notebook::setCaptionsPath);
+    connect(&m_captions, &PlayerCaptions::changed, this, &PlayerController::eventsChanged);
+    connect(&m_captions, &PlayerCaptions::message, this, &PlayerController::setExportMessage);
+    connect(&m_notebook, &Notebook::message, this, &PlayerController::setExportMessage);
+    connect(&m_stills, &StillExport::message, this, &PlayerController::setExportMessage);
+}
+
+void PlayerController::use(std::unique_ptr<FrameSource> frames)
+{
+    m_failed = std::exchange(m_frames, std::move(frames));
+    connect(m_frames.get(), &FrameSource::shownChanged, this, &PlayerController::pictureChanged);
+    connect(m_frames.get(), &FrameSource::readyChanged, this, &PlayerController::modeChanged);
+    connect(m_frames.get(), &FrameSource::failed, this, &PlayerController::fallBackToStills);
+    m_playhead.use(m_frames.get());
+    m_scopes.use(m_frames.get());
+}
+
+/// What cannot be played is stepped through. There is no way back.
+void PlayerController::fallBackToStills()
+{
+    if (std::exchange(m_usesFrameStepper, true))
+        return;
+    use(std::make_unique<StillStepper>(m_file));
+    m_shuttle.playbackEnded();
+    Q_EMIT modeChanged();
+}
+
+/// Of an engine that failed the last picture stays, until there is a still.
+const std::optional<ShownFrame>& PlayerController::shown() const
+{
+    const bool stays = m_failed && !m_frames->shown();
+    return (stays ? m_failed : m_frames)->shown();
+}
+
+QString PlayerController::stepperHelp()
+{
+    return u"Playback isn't available for this format"_s;
+}
+
+QString PlayerController::stepperNote()
+{
+    return u"This format cannot play here. It steps frame by frame instead. Stills and guides "
+           u"work as usual."_s;
+}
+
+void PlayerController::setReport(Report report)
+{
+    if (m_report == report)
+        return;
+    m_report = std::move(report);
+    Q_EMIT reportChanged();
+    Q_EMIT eventsChanged();
+}
+
+Overlay PlayerController::overlay() const
+{
+    return {.outOfRange = m_scopes.scopeImages().zebra,
+            .captions = m_captions.activeCues(currentSeconds()),
+            .guides = m_guides.guides(),
+            .strokes = m_notebook.strokesAt(m_playhead.frame()),
+            .finding = m_focus.findingAt(m_playhead.frame())};
+}
+
+Timecode PlayerController::timecode() const
+{
+    return {m_playhead.frame(), m_file.workingRate()};
+}
+
+void PlayerController::step(std::int64_t frames)
+{
+    m_shuttle.stop();
+    seek(m_playhead.frame() + frames);
+}
+
+void PlayerController::jump(bool toEnd)
+{
+    m_shuttle.stop();
+    seek(toEnd ? lastFrameIndex() : 0);
+}
+
+TransportActions PlayerController::transportActions()
+{
+    return {.isComposing = [this] { return m_notebook.isComposing(); },
+            .timecode = [this] { return timecode(); },
+            .togglePlay = [this] { togglePlay(); },
+            .shuttle = [this](ShuttleState::Direction direction,
+                              bool slow) { m_shuttle.press(direction, slow); },
+            .shuttleStop = [this] { m_shuttle.stop(); },
+            .step = [this](std::int64_t frames) { step(frames); },
+            .jump = [this](bool toEnd) { jump(toEnd); },
+            .seek = [this](const Timecode& time) { seek(time.frame()); },
+            .zoom = [this](ZoomCommand command) { m_zoom.apply(command); },
+            .escape = nullptr,
+            .fullScreen = nullptr,
+            .undo = [this] { return m_notebook.undoDrawing(); },
+            .redo = [this] { return m_notebook.redoDrawing(); }};
+}
+
+std::vector<SignalEvent> PlayerController::detectedEvents() const
+{
+    std::vector<SignalEvent> events;
+    if (m_report && m_report->events)
+        events = *m_report->events;
+    std::ranges::move(m_captions.captionEvents(), std::back_inserter(events));
+    std::ranges::stable_sort(events, {}, &SignalEvent::frame);
+    return events;
+}
+
+void PlayerController::goTo(const ReviewComment& comment)
+{
+    m_focus.select(comment.id);
+    seek(comment.frame);
+}
+
+void PlayerController::goTo(const SignalEvent& event)
+{
+    m_focus.select(event);
+    seek(event.frame);
+    switch (event.kind) {
+    case SignalEvent::Kind::captionSpelling:
+    case SignalEvent::Kind::captionDoubled: return m_captions.setCaptionsShown(true);
+    case SignalEvent::Kind::safeZone: return m_guides.showZones();
+    case SignalEvent::Kind::safeArea: return m_guides.showSafeAreas();
+    default: return;
+    }
+}
+
+void PlayerController::saveComment(const std::optional<QString>& author)
+{
+    if (const auto id = m_notebook.saveComment(m_playhead.frame(), author))
+        m_focus.select(*id);
+}
+
+void PlayerController::removeComment(const QUuid& id)
+{
+    m_focus.forget(id);
+    m_notebook.removeComment(id);
+}
+
+void PlayerController::setSignOff(std::optional<ReviewSignOff::Decision> decision)
+{
+    m_notebook.setSignOff(decision, m_report.get());
+}
+
+void PlayerController::exportStill(bool withGuides)
+{
+    Overlay shown;
+    if (withGuides) {
+        shown = overlay();
+        shown.outOfRange = {};
+        shown.finding.reset();
+    }
+    m_stills.exportStill(m_playhead.frame(), shown);
+}
+
+void PlayerController::presentCaptionsPanel()
+{
+    const auto file =
+        m_desktop.chooseOpenFile(u"Choose a SubRip (.srt), WebVTT (.vtt) or Scenarist (.scc) file "
+                                 u"to check against the picture"_s,
+                                 {u"srt"_s, u"vtt"_s, u"scc"_s});
+    if (file)
+        m_captions.loadCaptions(*file);
+}
+
+void PlayerController::setExportMessage(const std::optional<QString>& message)
+{
+    m_message = message;
+    Q_EMIT exportMessageChanged();
+}
+
+void PlayerController::tearDown()
+{
+    m_shuttle.tearDown();
+    m_playhead.use(nullptr);
+    m_scopes.use(nullptr);
+}
+
+} // namespace vantroque
