@@ -7,6 +7,7 @@
 #include "VantroqueApp/Views/Style/Look.h"
 #include "VantroqueApp/Views/Window/MainWindow.h"
 #include "VantroqueApp/WidgetDesktop.h"
+#include "VantroquePlatform/Playback/DecoderEngine.h"
 #include "VantroquePlatform/Recognition/TesseractRecognizer.h"
 #include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
@@ -86,8 +87,9 @@ int main(int argc, char** argv)
         [languages = textLanguages(defaults)] { return TesseractRecognizer::make(languages); });
     EnchantSpeller speller;
     WidgetDesktop desktop;
-    AppModel model(defaults, desktop, AnalysisEngine::real(&recognizers), speller,
-                   ProfileStore::loadAll());
+    AppModel model(
+        defaults, desktop, AnalysisEngine::real(&recognizers), speller, ProfileStore::loadAll(),
+        [](const PlaybackSource& source) { return std::make_unique<DecoderEngine>(source); });
     unexpectedEnd.model = &model;
     Look::begin();
     Look::use(model.appearance().mode());

@@ -15,8 +15,8 @@ namespace fs = std::filesystem;
 namespace {
 
 const fs::path source = VANTROQUE_SOURCE;
-const std::vector<std::string> folders{"VantroqueKit", "VantroquePlatform", "VantroqueCLI",
-                                       "VantroqueApp", "Tests"};
+const std::vector<std::string> folders{"VantroqueKit", "VantroquePlatform", "VantroquePlay",
+                                       "VantroqueCLI", "VantroqueApp",      "Tests"};
 
 std::vector<fs::path> files(bool (*isWanted)(const fs::path&))
 {

@@ -1,0 +1,127 @@
+// vantroque-play PARENT_PID STREAM RATE MATRIX full|video PATH
+//
+// Decodes one file for one player. It knows neither play nor pause: it lays the frames that it is
+// asked for down in memory that the window gave it. A file may be made to do harm, so this is a
+// process of its own, which the window kills when it dies, hangs or lies.
+
+#include "Base/FrameRate.h"
+#include "Base/Numbers.h"
+#include "VantroquePlay/FrameServer.h"
+#include "VantroquePlay/SoundServer.h"
+
+#include <QByteArray>
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <malloc.h>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+using namespace vantroque;
+
+namespace {
+
+struct Call {
+    std::int64_t parent = 0;
+    int stream = 0;
+    FrameRate rate = FrameRate::television();
+    PictureCopier::Reading reading;
+    std::string path;
+};
+
+std::optional<PictureCopier::Reading> readingOf(std::string_view matrix, std::string_view range)
+{
+    static constexpr std::array<std::pair<std::string_view, int>, 3> matrices{
+        {{"bt709", SWS_CS_ITU709}, {"bt601", SWS_CS_ITU601}, {"bt2020", SWS_CS_BT2020}}};
+    const auto* const named =
+        std::ranges::find(matrices, matrix, &std::pair<std::string_view, int>::first);
+    if (named == matrices.end() || (range != "full" && range != "video"))
+        return std::nullopt;
+    return PictureCopier::Reading{named->second, range == "full"};
+}
+
+std::optional<Call> callOf(int argc, char** argv)
+{
+    if (argc != 7)
+        return std::nullopt;
+    const auto parent = Numbers::toInt(std::string_view(argv[1]));
+    const auto stream = Numbers::toInt(std::string_view(argv[2]));
+    const auto perSecond = Numbers::toDouble(std::string_view(argv[3]));
+    const auto rate = perSecond ? FrameRate::of(*perSecond) : std::nullopt;
+    const auto reading = readingOf(argv[4], argv[5]);
+    if (!parent || !stream || *stream < 0 || *stream > 100'000 || !rate || !reading)
+        return std::nullopt;
+    return Call{*parent, static_cast<int>(*stream), *rate, *reading, argv[6]};
+}
+
+/// Sees to it that no decoder outlives its window, takes the machine's memory or leaves a core.
+bool confine(std::int64_t parent)
+{
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    constexpr rlimit none{0, 0};
+    ::setrlimit(RLIMIT_CORE, &none);
+#ifndef VANTROQUE_SANITIZED // Sanitizers take terabytes of address space.
+    constexpr rlim_t mostMemory = rlim_t{4} << 30U;
+    rlimit memory{};
+    ::getrlimit(RLIMIT_AS, &memory);
+    memory.rlim_cur = std::min(memory.rlim_cur, mostMemory);
+    ::setrlimit(RLIMIT_AS, &memory);
+    ::mallopt(M_ARENA_MAX, 4); // An arena for each thread would take most of that.
+#endif
+    return ::getppid() == parent; // It may have died before it could be watched.
+}
+
+int countProgress(void* desk)
+{
+    static_cast<OrderDesk*>(desk)->step();
+    return 0;
+}
+
+[[noreturn]] void fail(const OrderDesk& desk, const Error& error)
+{
+    PlayProtocol::Told told{.kind = PlayProtocol::Told::Kind::failed};
+    const QByteArray words = error.description.toUtf8().left(qsizetype{told.words.size()} - 1);
+    std::memcpy(told.words.data(), words.constData(), static_cast<std::size_t>(words.size()));
+    desk.tell(told);
+    ::_exit(EXIT_FAILURE);
+}
+
+[[noreturn]] void serve(const Call& call, OrderDesk& desk, SoundServer& sound)
+{
+    auto file = MediaFile::open(call.path, {countProgress, &desk});
+    if (!file)
+        fail(desk, file.error());
+    const int stream = file->picture(call.stream);
+    PictureReader reader(*std::move(file), stream, call.rate, [&desk] { desk.step(); });
+    Libav<AVFrame> first(av_frame_alloc());
+    if (const auto opened = reader.open(*first); !opened)
+        fail(desk, opened.error());
+    sound.setPictureStart(reader.startSeconds());
+    FrameServer(desk, std::move(reader), std::move(first), call.reading).run();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const auto call = callOf(argc, argv);
+    if (!call || !confine(call->parent))
+        return EXIT_FAILURE;
+    av_log_set_level(AV_LOG_QUIET);
+    OrderDesk desk(PlayProtocol::linkDescriptor);
+    SoundServer sound(call->path, {countProgress, &desk});
+    desk.onSound = [&](const PlayProtocol::Order& order, FileDescriptor memory) {
+        sound.take(order, std::move(memory));
+    };
+    const std::jthread orders([&] { desk.run(); });
+    serve(*call, desk, sound);
+}
