@@ -41,7 +41,7 @@ void interleave(const AVFrame& picture, const PictureLayout& layout, std::uint8_
         const auto mean = [](int one, int other) {
             return static_cast<Sample>(((rows == 1 ? one : (one + other + 1) / 2)) << shift);
         };
-        for (int x = 0; x < layout.chromaWidth(); ++x) {
+        for (std::ptrdiff_t x = 0; x < layout.chromaWidth(); ++x) {
             to[2 * x] = mean(from[0][x], from[1][x]);
             to[2 * x + 1] = mean(from[2][x], from[3][x]);
         }

@@ -92,12 +92,12 @@ TEST_F(Fill, FillsStretchesBackwards)
 {
     m_plan.setLastFrame(1000);
     auto asked = aim(500, -1);
-    EXPECT_THAT(asked, Optional(Request{.first = 462, .last = 500, .isBackward = true}));
+    EXPECT_THAT(asked, Optional(Request{.first = 461, .last = 500, .isBackward = true}));
     // It begins at a key frame.
     asked = deliver(470, 500);
-    EXPECT_THAT(asked, Optional(Request{.first = 431, .last = 469, .isBackward = true}));
+    EXPECT_THAT(asked, Optional(Request{.first = 430, .last = 469, .isBackward = true}));
     EXPECT_EQ(deliver(*asked), std::nullopt);
-    EXPECT_THAT(aim(469, -1), Optional(Request{.first = 392, .last = 430, .isBackward = true}));
+    EXPECT_THAT(aim(469, -1), Optional(Request{.first = 390, .last = 429, .isBackward = true}));
     // One stretch is enough for now.
     EXPECT_EQ(aim(440, -1), std::nullopt);
 }
@@ -107,8 +107,8 @@ TEST_F(Fill, GoesOnInTheDirectionOfSteps)
     deliver(*aim(100));
     shelve(m_shelf, 80, 120);
     m_plan.finished();
-    EXPECT_THAT(aim(99), Optional(Request{.first = 41, .last = 79, .isBackward = true}));
-    deliver(41, 79);
+    EXPECT_THAT(aim(99), Optional(Request{.first = 40, .last = 79, .isBackward = true}));
+    deliver(40, 79);
     EXPECT_EQ(aim(98), std::nullopt);
     EXPECT_EQ(aim(99), std::nullopt);
     EXPECT_THAT(aim(109), Optional(Request{.first = 121, .last = 121}));
@@ -177,11 +177,35 @@ TEST_F(FillOfThree, AsksForNoMoreThanThereIsRoomFor)
     auto asked = aim(100);
     asked = deliver(*asked);
     EXPECT_THAT(asked, Optional(Request{.first = 101, .last = 101}));
-    asked = deliver(*asked);
-    EXPECT_THAT(asked, Optional(Request{.first = 99, .last = 99, .isBackward = true}));
     EXPECT_EQ(deliver(*asked), std::nullopt);
-    EXPECT_THAT(aim(99), Optional(Request{.first = 98, .last = 98, .isBackward = true}));
+    EXPECT_THAT(aim(99), Optional(Request{.first = 99, .last = 99, .isBackward = true}));
+    EXPECT_THAT(deliver(99, 99), Optional(Request{.first = 98, .last = 98, .isBackward = true}));
     EXPECT_EQ(deliver(98, 98), std::nullopt);
+}
+
+/// However little room there is, what is asked for is kept, or it would be asked for without end.
+TEST(FillOfAnySize, KeepsWhatItAsksFor)
+{
+    for (int slots = 3; slots <= 400; slots = slots * 3 / 2 + 1)
+        for (const double rate : {0.0, 1.0, 2.0, -1.0})
+            for (const std::int64_t step : {-1, 1, 100}) {
+                FillPlan plan(FrameRate::television(), slots);
+                FrameShelf shelf;
+                plan.aim(1000, 0);
+                plan.aim(1000 + step, rate);
+                int asked = 0;
+                while (const auto request = plan.next(shelf)) {
+                    ASSERT_LT(++asked, 10) << slots << " slots, rate " << rate;
+                    shelve(shelf, request->first, request->last);
+                    plan.received(request->first, request->last);
+                    plan.finished();
+                    const auto cost = [&](std::int64_t number) { return plan.costOf(number); };
+                    while (shelf.dropCostliest(cost)) {
+                    }
+                    ASSERT_LE(shelf.size() + static_cast<std::size_t>(plan.inFlight()), slots);
+                }
+                EXPECT_TRUE(shelf.has(1000 + step));
+            }
 }
 
 } // namespace

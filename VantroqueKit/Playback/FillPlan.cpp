@@ -10,8 +10,8 @@ namespace vantroque {
 
 namespace {
 
-/// Frames that the owner may hold while others are decoded.
-constexpr std::int64_t held = 2;
+/// Frames that are being decoded while the others are at hand, if there is room.
+constexpr std::int64_t mostInFlight = 3;
 /// Fresh memory costs time, so playing does not run farther ahead.
 constexpr std::int64_t aheadInPlay = 12;
 /// Steps to either side of a playhead that rests.
@@ -27,9 +27,9 @@ constexpr std::int64_t sparseAhead = 12;
 } // namespace
 
 FillPlan::FillPlan(FrameRate rate, int slots)
-    : m_rate(rate),
-      m_slots(slots),
-      m_chunk(std::clamp<std::int64_t>(slots / 2 - 2 * held, 1, largestChunk))
+    : m_rate(rate), m_inFlight(std::min<std::int64_t>(mostInFlight, slots / 3)),
+      m_room(slots - m_inFlight - 1),
+      m_chunk(std::clamp<std::int64_t>((m_room + 1) / 2, 1, largestChunk))
 {
 }
 
@@ -50,7 +50,7 @@ void FillPlan::aim(std::int64_t frame, double rate)
         m_direction = 0;
     else if (moved != 0)
         m_direction = moved > 0 ? 1 : -1;
-    if (std::abs(moved) > m_slots)
+    if (std::abs(moved) > largestChunk)
         m_barren.clear();
     const std::int64_t stride = strideOf(rate);
     if (stride != m_stride || (rate > 0) != (m_speed > 0))
@@ -66,12 +66,17 @@ void FillPlan::setLastFrame(std::int64_t last)
     m_frame = std::min(m_frame, *m_last);
 }
 
+std::int64_t FillPlan::behind() const
+{
+    return m_speed != 0 ? 0 : std::min(aroundRest, m_room / 2);
+}
+
 std::int64_t FillPlan::ahead() const
 {
     const std::int64_t wanted = m_direction == 0        ? aroundRest
                                 : std::abs(m_speed) > 1 ? 2 * aheadInPlay
                                                         : aheadInPlay;
-    return std::clamp<std::int64_t>(wanted, 1, std::max<std::int64_t>((m_slots - held) / 2, 1));
+    return std::min(wanted, m_room - behind());
 }
 
 bool FillPlan::isMissing(const FrameShelf& shelf, std::int64_t number) const
@@ -104,10 +109,11 @@ std::optional<FillPlan::Request> FillPlan::wishAhead(const FrameShelf& shelf) co
     return Request{.first = first, .last = limit};
 }
 
-std::optional<FillPlan::Request> FillPlan::wishBack(const FrameShelf& shelf,
+/// Looks `depth` frames back; asks for at most `most`.
+std::optional<FillPlan::Request> FillPlan::wishBack(const FrameShelf& shelf, std::int64_t depth,
                                                     std::int64_t most) const
 {
-    const std::int64_t limit = std::max<std::int64_t>(m_frame - most, 0);
+    const std::int64_t limit = std::max<std::int64_t>(m_frame - depth, 0);
     const std::int64_t last = without(shelf, limit, -1);
     if (last < limit)
         return std::nullopt;
@@ -118,18 +124,17 @@ std::optional<FillPlan::Request> FillPlan::wishBack(const FrameShelf& shelf,
 std::optional<FillPlan::Request> FillPlan::wish(const FrameShelf& shelf) const
 {
     if (m_direction < 0)
-        return wishBack(shelf, m_chunk);
+        return wishBack(shelf, m_chunk, m_chunk);
     if (auto request = wishAhead(shelf))
         return request;
-    if (m_speed != 0 || isMissing(shelf, m_frame))
+    if (behind() == 0 || isMissing(shelf, m_frame))
         return std::nullopt;
-    return wishBack(shelf, std::min(aroundRest, m_chunk));
+    return wishBack(shelf, behind(), behind());
 }
 
 std::optional<FillPlan::Request> FillPlan::wishSparsely()
 {
-    const std::int64_t length =
-        m_stride * std::clamp<std::int64_t>(m_slots / 2 - held, 1, sparseAhead);
+    const std::int64_t length = m_stride * std::clamp<std::int64_t>(m_room / 2, 1, sparseAhead);
     const bool isInside = m_sparse.has(m_frame);
     if (m_direction > 0) {
         if (isInside && m_sparse.last - m_frame > length / 2)
@@ -210,19 +215,22 @@ void FillPlan::forget()
 double FillPlan::costOf(std::int64_t number) const
 {
     constexpr double ofPassed = 3; // What the playhead has left is needed less.
-    const auto distance = static_cast<double>(std::abs(number - m_frame));
-    const bool isAhead = m_direction == 0 || (number - m_frame) * m_direction >= 0;
-    const std::int64_t needed = m_stride > 1      ? m_stride * 2 * sparseAhead
-                                : m_direction < 0 ? 2 * m_chunk
-                                                  : ahead();
-    if (isAhead && std::abs(number - m_frame) <= needed)
+    const std::int64_t distance = std::abs(number - m_frame);
+    const int side = number >= m_frame ? 1 : -1;
+    std::int64_t needed = side > 0 ? ahead() : behind();
+    if (m_direction < 0)
+        needed = side > 0 ? 0 : 2 * m_chunk - 1;
+    if (m_stride > 1)
+        needed = side == m_direction ? 2 * sparseAhead * m_stride : 0;
+    if (distance <= needed)
         return 0;
-    return isAhead ? distance : ofPassed * distance;
+    const bool isPassed = m_direction != 0 && side != m_direction;
+    return static_cast<double>(distance) * (isPassed ? ofPassed : 1);
 }
 
 bool FillPlan::canPlay(double rate) const
 {
-    return rate >= 0 || (m_group > 0 && m_group <= m_slots - 2 * held);
+    return rate >= 0 || (m_group > 0 && m_group <= m_room);
 }
 
 } // namespace vantroque

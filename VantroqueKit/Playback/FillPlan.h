@@ -41,6 +41,8 @@ public:
     void forget();
     bool isWaiting() const { return m_asked.has_value(); }
 
+    /// How many slots a decoder needs to get on.
+    std::int64_t inFlight() const { return m_inFlight; }
     /// How well a frame can be done without, for `FrameShelf::dropCostliest`: 0 for what is needed.
     double costOf(std::int64_t number) const;
     /// Whether frames come fast enough for that rate: backwards, a group of pictures must fit.
@@ -49,12 +51,14 @@ public:
 private:
     std::optional<Request> wish(const FrameShelf& shelf) const;
     std::optional<Request> wishAhead(const FrameShelf& shelf) const;
-    std::optional<Request> wishBack(const FrameShelf& shelf, std::int64_t most) const;
+    std::optional<Request> wishBack(const FrameShelf& shelf, std::int64_t depth,
+                                    std::int64_t most) const;
     std::optional<Request> wishSparsely();
     std::int64_t without(const FrameShelf& shelf, std::int64_t limit, int step) const;
     bool isMissing(const FrameShelf& shelf, std::int64_t number) const;
     std::int64_t strideOf(double rate) const;
     std::int64_t ahead() const;
+    std::int64_t behind() const;
     bool asksFor(std::int64_t number) const;
 
     struct Stretch {
@@ -64,7 +68,8 @@ private:
     };
 
     FrameRate m_rate;
-    std::int64_t m_slots;
+    std::int64_t m_inFlight;
+    std::int64_t m_room;  ///< Frames that can be at hand beside the one that is shown.
     std::int64_t m_chunk; ///< The most that is asked for at once backwards.
     std::optional<std::int64_t> m_last;
     std::int64_t m_group = 0;

@@ -68,31 +68,33 @@ void DecoderEngine::change(State state)
 {
     m_state = state;
     // Never from within a call of the owner.
-    QMetaObject::invokeMethod(
-        &m_context,
-        [this] {
-            if (stateChanged)
-                stateChanged();
-        },
-        Qt::QueuedConnection);
+    QTimer::singleShot(0, &m_context, [this] {
+        if (stateChanged)
+            stateChanged();
+    });
 }
 
 void DecoderEngine::fail(const QString& problem)
 {
     m_problem = problem;
     m_watch.stop();
-    m_notifier.reset();
-    m_process.reset();
+    end();
     m_sound.stop();
     change(State::failed);
 }
 
-/// Also called from within the notifier's own signal, so that it may not be deleted at once.
+void DecoderEngine::end()
+{
+    if (m_notifier) {
+        m_notifier->setEnabled(false);
+        m_notifier.release()->deleteLater(); // It may be what calls this.
+    }
+    m_process.reset();
+}
+
 void DecoderEngine::die(const QString& problem)
 {
-    m_notifier->setEnabled(false);
-    m_notifier.release()->deleteLater();
-    m_process.reset();
+    end();
     m_shelf.clear();
     m_memory.reset();
     if (m_plan)
@@ -281,13 +283,12 @@ void DecoderEngine::send(const Order& order, const FileDescriptor& along)
 
 void DecoderEngine::makeRoom()
 {
-    constexpr std::uint32_t enough = 3; // One that is being filled, and some after it.
     const auto giveBack = [&] {
         for (const std::uint32_t slot : m_memory->returned())
             send({.kind = Order::Kind::giveSlot, .slot = slot});
     };
     giveBack();
-    while (m_plan->isWaiting() && m_memory->ofDecoder() < enough
+    while (m_plan->isWaiting() && m_memory->ofDecoder() < m_plan->inFlight()
            && m_shelf.dropCostliest([&](std::int64_t number) { return m_plan->costOf(number); }))
         giveBack();
 }

@@ -53,6 +53,8 @@ public:
 
     /// Why it has failed, for a log.
     const QString& problem() const { return m_problem; }
+    /// Whether it has been asked for frames that have not all come.
+    bool isDecoding() const { return m_plan && m_plan->isWaiting(); }
     /// The process that decodes now; below 0 without one.
     pid_t decoder() const { return m_process ? m_process->id() : -1; }
 
@@ -75,6 +77,7 @@ private:
     void send(const Order& order, const FileDescriptor& along = {});
     void sendSound();
     void watch();
+    void end();
     void die(const QString& problem);
     void fail(const QString& problem);
     void change(State state);
