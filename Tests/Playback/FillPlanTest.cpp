@@ -202,7 +202,7 @@ TEST(FillOfAnySize, KeepsWhatItAsksFor)
                     const auto cost = [&](std::int64_t number) { return plan.costOf(number); };
                     while (shelf.dropCostliest(cost)) {
                     }
-                    ASSERT_LE(shelf.size() + static_cast<std::size_t>(plan.inFlight()), slots);
+                    ASSERT_LE(shelf.size() + static_cast<std::size_t>(plan.beingFilled()), slots);
                 }
                 EXPECT_TRUE(shelf.has(1000 + step));
             }

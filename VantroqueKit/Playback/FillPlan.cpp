@@ -11,7 +11,7 @@ namespace vantroque {
 namespace {
 
 /// Frames that are being decoded while the others are at hand, if there is room.
-constexpr std::int64_t mostInFlight = 3;
+constexpr std::int64_t mostBeingFilled = 3;
 /// Fresh memory costs time, so playing does not run farther ahead.
 constexpr std::int64_t aheadInPlay = 12;
 /// Steps to either side of a playhead that rests.
@@ -27,8 +27,9 @@ constexpr std::int64_t sparseAhead = 12;
 } // namespace
 
 FillPlan::FillPlan(FrameRate rate, int slots)
-    : m_rate(rate), m_inFlight(std::min<std::int64_t>(mostInFlight, slots / 3)),
-      m_room(slots - m_inFlight - 1),
+    : m_rate(rate),
+      m_beingFilled(std::min<std::int64_t>(mostBeingFilled, slots / 3)),
+      m_room(slots - m_beingFilled - 1),
       m_chunk(std::clamp<std::int64_t>((m_room + 1) / 2, 1, largestChunk))
 {
 }

@@ -42,7 +42,7 @@ public:
     bool isWaiting() const { return m_asked.has_value(); }
 
     /// How many slots a decoder needs to get on.
-    std::int64_t inFlight() const { return m_inFlight; }
+    std::int64_t beingFilled() const { return m_beingFilled; }
     /// How well a frame can be done without, for `FrameShelf::dropCostliest`: 0 for what is needed.
     double costOf(std::int64_t number) const;
     /// Whether frames come fast enough for that rate: backwards, a group of pictures must fit.
@@ -68,7 +68,7 @@ private:
     };
 
     FrameRate m_rate;
-    std::int64_t m_inFlight;
+    std::int64_t m_beingFilled;
     std::int64_t m_room;  ///< Frames that can be at hand beside the one that is shown.
     std::int64_t m_chunk; ///< The most that is asked for at once backwards.
     std::optional<std::int64_t> m_last;

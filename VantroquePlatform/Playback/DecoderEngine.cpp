@@ -288,7 +288,7 @@ void DecoderEngine::makeRoom()
             send({.kind = Order::Kind::giveSlot, .slot = slot});
     };
     giveBack();
-    while (m_plan->isWaiting() && m_memory->ofDecoder() < m_plan->inFlight()
+    while (m_plan->isWaiting() && m_memory->ofDecoder() < m_plan->beingFilled()
            && m_shelf.dropCostliest([&](std::int64_t number) { return m_plan->costOf(number); }))
         giveBack();
 }
