@@ -32,9 +32,12 @@ bool runUntil(const std::function<bool()>& condition)
     QObject::connect(&deadline, &QTimer::timeout, [&] { isLate = true; });
     deadline.setSingleShot(true);
     deadline.start(patience);
-    while (!condition() && !isLate)
+    while (!isLate) {
+        if (condition())
+            return true;
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return condition();
+    }
+    return false;
 }
 
 DecoderEngine::Settings Playing::silent()

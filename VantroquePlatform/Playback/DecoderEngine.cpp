@@ -358,6 +358,12 @@ void DecoderEngine::sendSound()
          feed->descriptor());
 }
 
+double DecoderEngine::takenSoundSeconds() const
+{
+    const auto feed = m_sound.feed();
+    return feed ? feed->takenSeconds() : 0;
+}
+
 void DecoderEngine::stopSound()
 {
     m_sound.stop();

@@ -55,6 +55,8 @@ public:
     const QString& problem() const { return m_problem; }
     /// Whether it has been asked for frames that have not all come.
     bool isDecoding() const { return m_plan && m_plan->isWaiting(); }
+    /// How far the loudspeakers have taken the sound, which is heard somewhat later.
+    double takenSoundSeconds() const;
     /// The process that decodes now; below 0 without one.
     pid_t decoder() const { return m_process ? m_process->id() : -1; }
 

@@ -49,6 +49,12 @@ void SoundFeed::fill(std::span<SoundRing::Pair> pairs, Clock::time_point now)
     m_at = now;
 }
 
+double SoundFeed::takenSeconds() const
+{
+    const std::scoped_lock lock(m_mutex);
+    return m_startSeconds + static_cast<double>(m_taken) / SoundRing::samplesPerSecond;
+}
+
 std::optional<double> SoundFeed::heardSeconds(Clock::time_point now) const
 {
     const std::scoped_lock lock(m_mutex);

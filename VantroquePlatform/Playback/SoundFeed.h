@@ -30,6 +30,8 @@ public:
     void fill(std::span<SoundRing::Pair> pairs, Clock::time_point now);
     /// What is heard, from the moment on when the first of it was taken.
     std::optional<double> heardSeconds(Clock::time_point now) const;
+    /// Where what was taken ends.
+    double takenSeconds() const;
     double startSeconds() const { return m_startSeconds; }
     /// There is no sound in the file.
     bool hasEnded() const { return m_ring->hasEnded != 0; }
