@@ -6,8 +6,8 @@
 #include <QTransform>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <vector>
 
 namespace vantroque::FrameImage {
 
@@ -64,50 +64,46 @@ std::uint16_t sixteenBits(std::uint16_t code)
     return code;
 }
 
-/// Around 0.
 template<typename Code>
-std::int16_t chroma(Code code)
+std::int16_t around0(Code code)
 {
     return static_cast<std::int16_t>(sixteenBits(code) ^ 0x8000U);
 }
 
-/// What chroma adds to each of a row's pixels.
-struct ChromaRow {
-    explicit ChromaRow(std::size_t width) : red(width), green(width), blue(width) {}
-
-    std::vector<std::int16_t> red;
-    std::vector<std::int16_t> green;
-    std::vector<std::int16_t> blue;
+/// What chroma adds to each pixel of a stretch of a row. Stretches of a fixed length, which fit
+/// into the first cache, are turned into vectors by every compiler that we use.
+constexpr int stretch = 128;
+using Added = std::array<std::int16_t, stretch>;
+struct Chroma {
+    Added red;
+    Added green;
+    Added blue;
 };
 
-/// One value a sample.
-template<typename Code>
-void weigh(const Code* samples, int count, const Weights& weights, ChromaRow& row)
+void spread(const Added& samples, Added& pixels)
 {
-    std::int16_t* const red = row.red.data();
-    std::int16_t* const green = row.green.data();
-    std::int16_t* const blue = row.blue.data();
-    for (int i = 0; i < count; ++i) {
-        const std::int16_t cb = chroma(samples[2 * i]);
-        const std::int16_t cr = chroma(samples[2 * i + 1]);
-        red[i] = upperHalf(cr, weights.crToR);
-        green[i] =
-            static_cast<std::int16_t>(-upperHalf(cb, weights.cbToG) - upperHalf(cr, weights.crToG));
-        blue[i] = upperHalf(cb, weights.cbToB);
+    for (int i = 0; i < stretch / 2; ++i) {
+        pixels[2 * i] = samples[i];
+        pixels[2 * i + 1] = samples[i];
     }
 }
 
-/// Each value for two pixels.
-void spread(const std::vector<std::int16_t>& values, int width, std::vector<std::int16_t>& pixels)
+/// One sample stands for two pixels.
+template<typename Code>
+void weigh(const Code* samples, const Weights& weights, Chroma& chroma)
 {
-    const std::int16_t* const from = values.data();
-    std::int16_t* const to = pixels.data();
-    for (int i = 0; i < width / 2; ++i) {
-        to[2 * i] = from[i];
-        to[2 * i + 1] = from[i];
+    Chroma sampled;
+    for (int i = 0; i < stretch / 2; ++i) {
+        const std::int16_t cb = around0(samples[2 * i]);
+        const std::int16_t cr = around0(samples[2 * i + 1]);
+        sampled.red[i] = upperHalf(cr, weights.crToR);
+        sampled.green[i] =
+            static_cast<std::int16_t>(-upperHalf(cb, weights.cbToG) - upperHalf(cr, weights.crToG));
+        sampled.blue[i] = upperHalf(cb, weights.cbToB);
     }
-    if (width % 2 != 0)
-        to[width - 1] = from[width / 2];
+    spread(sampled.red, chroma.red);
+    spread(sampled.green, chroma.green);
+    spread(sampled.blue, chroma.blue);
 }
 
 std::uint32_t byte(std::int16_t sum)
@@ -117,18 +113,15 @@ std::uint32_t byte(std::int16_t sum)
 }
 
 template<typename Code>
-void paint(const Code* luma, const ChromaRow& chroma, int width, const Weights& weights, QRgb* out)
+void paint(const Code* luma, const Chroma& chroma, const Weights& weights, QRgb* __restrict out)
 {
-    const std::int16_t* const red = chroma.red.data();
-    const std::int16_t* const green = chroma.green.data();
-    const std::int16_t* const blue = chroma.blue.data();
     const auto offset = static_cast<std::int16_t>((1 << (fractionBits - 1)) - weights.black);
-    for (int x = 0; x < width; ++x) {
+    for (int x = 0; x < stretch; ++x) {
         const std::uint32_t product = std::uint32_t{sixteenBits(luma[x])} * weights.luma;
         const auto y = static_cast<std::int16_t>(static_cast<std::int16_t>(product >> 16) + offset);
-        const std::uint32_t r = byte(static_cast<std::int16_t>(y + red[x]));
-        const std::uint32_t g = byte(static_cast<std::int16_t>(y + green[x]));
-        const std::uint32_t b = byte(static_cast<std::int16_t>(y + blue[x]));
+        const std::uint32_t r = byte(static_cast<std::int16_t>(y + chroma.red[x]));
+        const std::uint32_t g = byte(static_cast<std::int16_t>(y + chroma.green[x]));
+        const std::uint32_t b = byte(static_cast<std::int16_t>(y + chroma.blue[x]));
         out[x] = 0xFF000000U | (r << 16) | (g << 8) | b;
     }
 }
@@ -139,22 +132,55 @@ const Code* row(const std::uint8_t* plane, std::ptrdiff_t stride, int y)
     return reinterpret_cast<const Code*>(plane + stride * y);
 }
 
+/// Two rows of pixels share one of chroma.
+template<typename Code>
+void convertStretch(const std::array<const Code*, 2>& luma, const Code* chroma,
+                    const Weights& weights, const std::array<QRgb*, 2>& out)
+{
+    Chroma added;
+    weigh(chroma, weights, added);
+    paint(luma[0], added, weights, out[0]);
+    paint(luma[1], added, weights, out[1]);
+}
+
+/// The end of the rows, where they are shorter than a stretch.
+template<typename Code>
+void convertRest(const std::array<const Code*, 2>& luma, const Code* chroma, int width,
+                 const Weights& weights, const std::array<QRgb*, 2>& out)
+{
+    std::array<std::array<Code, stretch>, 2> padded{};
+    std::array<Code, stretch> paddedChroma{};
+    std::array<std::array<QRgb, stretch>, 2> pixels;
+    std::copy_n(chroma, (width + 1) / 2 * 2, paddedChroma.begin());
+    for (const int i : {0, 1})
+        std::copy_n(luma[i], width, padded[i].begin());
+    convertStretch<Code>({padded[0].data(), padded[1].data()}, paddedChroma.data(), weights,
+                         {pixels[0].data(), pixels[1].data()});
+    for (const int i : {0, 1})
+        std::copy_n(pixels[i].begin(), width, out[i]);
+}
+
 template<typename Code>
 void convert(const BiPlanarPicture& picture, const Weights& weights, QImage& image)
 {
-    const int samples = (picture.width + 1) / 2;
-    ChromaRow sampled(static_cast<std::size_t>(samples));
-    ChromaRow chroma(static_cast<std::size_t>(picture.width));
-    for (int y = 0; y < picture.height; ++y) {
-        if (y % 2 == 0) {
-            weigh(row<Code>(picture.chroma, picture.chromaStride, y / 2), samples, weights,
-                  sampled);
-            spread(sampled.red, picture.width, chroma.red);
-            spread(sampled.green, picture.width, chroma.green);
-            spread(sampled.blue, picture.width, chroma.blue);
+    for (int y = 0; y < picture.height; y += 2) {
+        const int next = std::min(y + 1, picture.height - 1); // which may be the same
+        std::array<const Code*, 2> luma{row<Code>(picture.luma, picture.lumaStride, y),
+                                        row<Code>(picture.luma, picture.lumaStride, next)};
+        std::array<QRgb*, 2> out{ScopeRenderer::pixelRow(image, y),
+                                 ScopeRenderer::pixelRow(image, next)};
+        const Code* chroma = row<Code>(picture.chroma, picture.chromaStride, y / 2);
+        int left = picture.width;
+        for (; left >= stretch; left -= stretch) {
+            convertStretch<Code>(luma, chroma, weights, out);
+            for (const int i : {0, 1}) {
+                luma[i] += stretch;
+                out[i] += stretch;
+            }
+            chroma += stretch;
         }
-        paint(row<Code>(picture.luma, picture.lumaStride, y), chroma, picture.width, weights,
-              ScopeRenderer::pixelRow(image, y));
+        if (left > 0)
+            convertRest<Code>(luma, chroma, left, weights, out);
     }
 }
 
