@@ -3,6 +3,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <cmath>
 
 namespace vantroque {
 
@@ -10,10 +11,12 @@ namespace {
 
 class TimerTicker : public Ticker {
 public:
-    TimerTicker(double seconds, std::function<void()> tick) : m_tick(std::move(tick))
+    TimerTicker(std::chrono::milliseconds time, bool once, std::function<void()> tick)
+        : m_tick(std::move(tick))
     {
         m_timer.setTimerType(Qt::PreciseTimer);
-        m_timer.setInterval(std::chrono::milliseconds(static_cast<int>(seconds * 1000)));
+        m_timer.setInterval(time);
+        m_timer.setSingleShot(once);
         // A copy, since the tick may let go of all of this.
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
             const auto tick = m_tick;
@@ -37,7 +40,14 @@ double SystemClock::now() const
 
 std::unique_ptr<Ticker> SystemClock::every(double seconds, std::function<void()> tick)
 {
-    return std::make_unique<TimerTicker>(seconds, std::move(tick));
+    const auto time = std::chrono::milliseconds(std::lround(seconds * 1000));
+    return std::make_unique<TimerTicker>(time, false, std::move(tick));
+}
+
+std::unique_ptr<Ticker> SystemClock::after(double seconds, std::function<void()> tick)
+{
+    const auto time = std::chrono::milliseconds(std::lround(std::ceil(seconds * 1000)));
+    return std::make_unique<TimerTicker>(time, true, std::move(tick));
 }
 
 } // namespace vantroque

@@ -5,7 +5,7 @@
 
 namespace vantroque {
 
-/// Calls back every so often for as long as it lives.
+/// A call that comes later, or every so often, for as long as this lives. It may let go of this.
 class Ticker {
 public:
     Ticker() = default;
@@ -24,9 +24,10 @@ public:
 
     /// Seconds that never go back, from any moment on.
     virtual double now() const = 0;
-    /// Calls `tick` every so many seconds, for the first time after as many. `tick` may let go of
-    /// the ticker.
+    /// Calls `tick` every so many seconds, for the first time after as many.
     virtual std::unique_ptr<Ticker> every(double seconds, std::function<void()> tick) = 0;
+    /// Calls `tick` once, no sooner than in so many seconds.
+    virtual std::unique_ptr<Ticker> after(double seconds, std::function<void()> tick) = 0;
 };
 
 /// The machine's.
@@ -34,6 +35,7 @@ class SystemClock : public PlayerClock {
 public:
     double now() const override;
     std::unique_ptr<Ticker> every(double seconds, std::function<void()> tick) override;
+    std::unique_ptr<Ticker> after(double seconds, std::function<void()> tick) override;
 };
 
 } // namespace vantroque

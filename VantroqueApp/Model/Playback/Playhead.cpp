@@ -7,12 +7,6 @@ namespace vantroque {
 
 namespace {
 
-/// Two looks at the clock for each frame, within what a timer and a screen can do.
-double tickSeconds(FrameRate rate)
-{
-    return std::clamp(0.5 / rate.perSecond(), 1.0 / 240, 1.0 / 60);
-}
-
 /// The frame on screen at a moment; one that begins there is.
 std::int64_t frameAt(double seconds, FrameRate rate, bool forward)
 {
@@ -93,9 +87,17 @@ bool Playhead::run(double at)
     m_speed = at;
     startFrom(m_frame);
     m_frames->aim(m_frame, m_speed);
-    if (!m_ticker)
-        m_ticker = m_clock.every(tickSeconds(m_rate), [this] { tick(); });
+    tickAgain();
     return true;
+}
+
+/// When the next frame is due, but soon enough to stay with the sound.
+void Playhead::tickAgain()
+{
+    constexpr double longest = 1.0 / 60;
+    const double next = m_rate.secondsOf(m_speed > 0 ? m_frame + 1 : m_frame);
+    const double wait = (next - position()) / m_speed;
+    m_ticker = m_clock.after(std::clamp(wait, 0.0, longest), [this] { tick(); });
 }
 
 void Playhead::rest()
@@ -140,8 +142,10 @@ void Playhead::tick()
     if (frame != m_frame)
         m_frames->aim(frame, m_speed);
     moveTo(frame);
-    if (frame == due || m_speed == 0)
+    if (m_speed == 0) // who heard of the move has stopped it
         return;
+    if (frame == due)
+        return tickAgain();
     rest();
     Q_EMIT ended();
 }

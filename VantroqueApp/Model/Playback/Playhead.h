@@ -49,6 +49,7 @@ private:
     void rest();
     void startFrom(std::int64_t frame);
     void tick();
+    void tickAgain();
     double position();
     void comeBackToTheEnd();
     void countDropped(std::int64_t next);
@@ -64,7 +65,7 @@ private:
     double m_anchorNow = 0;
     std::int64_t m_lastShown = 0; ///< While it runs.
     std::int64_t m_dropped = 0;
-    std::unique_ptr<Ticker> m_ticker;
+    std::unique_ptr<Ticker> m_ticker; ///< While it runs.
 };
 
 } // namespace vantroque
