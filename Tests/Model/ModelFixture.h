@@ -153,7 +153,7 @@ protected:
         m_defaults = std::make_unique<UserDefaults>(
             QString::fromStdString((m_folder / "settings").native()));
         m_model = std::make_unique<AppModel>(*m_defaults, m_desktop, std::move(engine), m_speller,
-                                             std::move(profiles));
+                                             std::move(profiles), m_makeEngine);
         return *m_model;
     }
     /// With the stored list.
@@ -252,6 +252,7 @@ protected:
     FakeDesktop m_desktop;
     FakeSpellChecker m_speller;
     HeldEngine m_held;
+    PlaybackEngineMaker m_makeEngine; ///< For players; null for stills.
 
 private:
     int m_argumentCount = 1;
