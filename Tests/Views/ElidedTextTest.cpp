@@ -44,7 +44,8 @@ protected:
         QStringList untold;
         m_found.clear();
         for (const auto& [text, place] : paintedTexts(root)) {
-            if (!text.contains(ellipsis))
+            // A row at the foot may be cut off above its text.
+            if (!text.contains(ellipsis) || !root.rect().contains(place))
                 continue;
             m_found << text;
             if (const QString help = helpAt(root, place + QPoint(2, -2)); !tellsWhole(help, text))

@@ -75,17 +75,31 @@ TEST_F(Keyboard, RowsOfTheReportOpenAndClose)
     EXPECT_FALSE(before[row].contains(u"Expected: "_s));
     sections.setFocus();
     sections.setCurrentIndex(sections.model()->index(row, 0));
-    QTest::keyClick(&sections, Qt::Key_Right);
+    QTest::keyClick(&sections, Qt::Key_Return);
     EXPECT_TRUE(texts()[row].contains(u"Expected: "_s));
-    QTest::keyClick(&sections, Qt::Key_Left);
+    QTest::keyClick(&sections, Qt::Key_Return);
     EXPECT_EQ(texts(), before);
 }
 
-TEST_F(Keyboard, TabGoesFromTheListToTheReportAndToTheHeader)
+TEST_F(Keyboard, TabGoesFromTheListToTheReportToThePlayerAndToTheHeader)
 {
     openList();
-    const QStringList order{u"Files"_s,    u"Drop more files"_s, u"Clear All"_s,    u"Platforms"_s,
-                            u"Add File"_s, u"Profiles"_s,        u"Export Report"_s};
+    // The file is shown as stills, so there is no play button to press.
+    const QStringList order{u"Files"_s,
+                            u"Drop more files"_s,
+                            u"Clear All"_s,
+                            u"Platforms"_s,
+                            u"Picture"_s,
+                            u"Timeline"_s,
+                            u"Timecode"_s,
+                            u"Zoom, Fit"_s,
+                            u"Guides"_s,
+                            u"Scopes"_s,
+                            u"More"_s,
+                            u"Height of the picture"_s,
+                            u"Add File"_s,
+                            u"Profiles"_s,
+                            u"Export Report"_s};
     EXPECT_EQ(walk(), order);
     QStringList back = walk(Qt::Key_Backtab);
     std::reverse(back.begin() + 1, back.end());
@@ -129,7 +143,7 @@ TEST_F(Keyboard, MenusOpenByTheirLettersAndByF10AndEscapeClosesThem)
     EXPECT_EQ(QApplication::focusWidget(), the<FileListView>());
 }
 
-TEST_F(Keyboard, ButtonsWithAMenuOpenItBySpace)
+TEST_F(Keyboard, ButtonsWithAMenuOpenItByReturn)
 {
     openList();
     for (const QString& name : {u"Profiles"_s, u"Export Report"_s}) {
@@ -140,7 +154,7 @@ TEST_F(Keyboard, ButtonsWithAMenuOpenItBySpace)
             EXPECT_EQ(openMenu(), button->menu());
             QTest::keyClick(openMenu(), Qt::Key_Escape);
         });
-        QTest::keyClick(button, Qt::Key_Space);
+        QTest::keyClick(button, Qt::Key_Return);
         EXPECT_EQ(openMenu(), nullptr);
         EXPECT_EQ(window().focusWidget(), button);
     }
@@ -157,17 +171,39 @@ TEST_F(Keyboard, TheMenuKeyOpensTheMenuOfARow)
     EXPECT_EQ(names(), (QStringList{u"ok.mp4"_s, u"ok2.mp4"_s}));
 }
 
-TEST_F(Keyboard, SpaceAndReturnOpenARowOfTheReport)
+TEST_F(Keyboard, WithoutAPlayerSpacePressesButtons)
+{
+    open();
+    drop({anyFile("sound.wav")});
+    ASSERT_TRUE(soonIdle());
+    ASSERT_EQ(model().player(), nullptr);
+    window().activateWindow();
+    auto* button = the<ToolButton>(u"Profiles"_s);
+    button->setFocus();
+    bool opened = false;
+    QTimer::singleShot(0, &window(), [&] {
+        opened = openMenu() == button->menu();
+        QTest::keyClick(openMenu(), Qt::Key_Escape);
+    });
+    QTest::keyClick(button, Qt::Key_Space);
+    EXPECT_TRUE(opened);
+}
+
+TEST_F(Keyboard, WithoutAPlayerSpaceAndArrowsOpenRowsOfAReport)
 {
     openList();
-    auto& sections = *the<ReportSections>();
-    sections.setFocus();
+    const auto* file = model().files().selected();
+    ReportSections sections;
+    sections.show(*file->report(), model().profiles().profiles(), true);
+    sections.show();
     sections.setCurrentIndex(sections.model()->index(1, 0));
     const QStringList before = rows(sections);
     QTest::keyClick(&sections, Qt::Key_Space);
     EXPECT_EQ(rows(sections).size(), before.size() - 2); // it was open
-    QTest::keyClick(&sections, Qt::Key_Return);
+    QTest::keyClick(&sections, Qt::Key_Right);
     EXPECT_EQ(rows(sections), before);
+    QTest::keyClick(&sections, Qt::Key_Left);
+    EXPECT_EQ(rows(sections).size(), before.size() - 2);
 }
 
 TEST_F(Keyboard, TheRingShowsOnlyWhenTheKeyboardIsUsed)

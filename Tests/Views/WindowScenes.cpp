@@ -205,6 +205,8 @@ MediaInfo mediaOf(const FileUrl& url, const QString& name)
     MediaInfo found = media(url, name.startsWith(u"fail"_s) || name.startsWith(u"long"_s));
     if (name.startsWith(u"warn"_s))
         found.audio->streamCount = 2;
+    if (name.startsWith(u"sound"_s))
+        found.video.reset();
     if (name.startsWith(u"left"_s))
         found.signal->channelLevels->at(1) = {.rmsDb = -91.0, .peakDb = -90.0};
     if (name.startsWith(u"fail_many"_s)) {

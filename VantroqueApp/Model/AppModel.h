@@ -30,6 +30,7 @@ public:
     AppModel(const AppModel&) = delete;
     AppModel& operator=(const AppModel&) = delete;
 
+    UserDefaults& defaults() { return m_defaults; }
     AppearanceChoice& appearance() { return m_appearance; }
     ProfileChoice& profiles() { return m_profiles; }
     FileList& files() { return m_files; }

@@ -26,6 +26,17 @@ std::unique_ptr<FrameSource> engineFrames(const PlayedFile& file, const Playback
     return engine ? std::make_unique<EngineFrames>(file, std::move(engine)) : nullptr;
 }
 
+/// Of marks in order of their frames the next one after a frame, or the last one before it.
+template<typename Mark>
+const Mark* nearest(const std::vector<Mark>& marks, std::int64_t frame, bool forward)
+{
+    const auto after = std::ranges::upper_bound(marks, frame, {}, &Mark::frame);
+    if (forward)
+        return after == marks.end() ? nullptr : &*after;
+    const auto here = std::ranges::lower_bound(marks, frame, {}, &Mark::frame);
+    return here == marks.begin() ? nullptr : &*std::prev(here);
+}
+
 } // namespace
 
 PlayerController::PlayerController(PlayedFile file, Report report,
@@ -161,7 +172,8 @@ TransportActions PlayerController::transportActions()
             .escape = nullptr,
             .fullScreen = nullptr,
             .undo = [this] { return m_notebook.undoDrawing(); },
-            .redo = [this] { return m_notebook.redoDrawing(); }};
+            .redo = [this] { return m_notebook.redoDrawing(); },
+            .toMark = [this](bool forward) { goToMark(forward); }};
 }
 
 std::vector<SignalEvent> PlayerController::detectedEvents() const
@@ -191,6 +203,21 @@ void PlayerController::goTo(const SignalEvent& event)
     case SignalEvent::Kind::safeArea: return m_guides.showSafeAreas();
     default: return;
     }
+}
+
+void PlayerController::goToMark(bool forward)
+{
+    const auto comments = m_notebook.comments();
+    const auto events = detectedEvents();
+    const auto* comment = nearest(comments, m_playhead.frame(), forward);
+    const auto* event = nearest(events, m_playhead.frame(), forward);
+    const bool eventIsNearer =
+        event != nullptr && comment != nullptr
+        && (forward ? event->frame < comment->frame : event->frame > comment->frame);
+    if (comment != nullptr && !eventIsNearer)
+        goTo(*comment);
+    else if (event != nullptr)
+        goTo(*event);
 }
 
 void PlayerController::saveComment(const std::optional<QString>& author)

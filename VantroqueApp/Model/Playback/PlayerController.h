@@ -83,6 +83,8 @@ public:
     void goTo(const ReviewComment& comment);
     /// Also turns on what must be seen to understand the finding.
     void goTo(const SignalEvent& event);
+    /// To the next finding or note after this frame, or to the last before it, if there is one.
+    void goToMark(bool forward);
 
     /// Keeps the draft as a note on this frame, and selects it.
     void saveComment(const std::optional<QString>& author);

@@ -32,11 +32,26 @@ ToolButton::ToolButton(QString iconName, const QString& text, QWidget* parent)
     setFocusPolicy(Qt::TabFocus);
 }
 
+void ToolButton::setPlain()
+{
+    m_plain = true;
+    update();
+}
+
+void ToolButton::setCompact(bool compact)
+{
+    m_compact = compact;
+    updateGeometry();
+    update();
+}
+
 QSize ToolButton::sizeHint() const
 {
-    const int words = QFontMetrics(Type::text(Type::body, QFont::Medium)).horizontalAdvance(text());
-    return {inset + signSize + gap + words + (menu() != nullptr ? gap + chevron : 0) + inset + 1,
-            buttonHeight};
+    const QFontMetrics metrics(Type::text(Type::body, QFont::Medium));
+    const bool hasWords = !m_compact && !text().isEmpty();
+    const int words = hasWords ? gap + metrics.horizontalAdvance(text()) + 1 : 0;
+    const int opens = menu() != nullptr && !text().isEmpty() ? gap + chevron : 0;
+    return {inset + signSize + words + opens + inset, buttonHeight};
 }
 
 void ToolButton::paintEvent(QPaintEvent*)
@@ -45,15 +60,17 @@ void ToolButton::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const bool open = isDown() || (menu() != nullptr && menu()->isVisible());
-    painter.setPen(theme.controlEdge);
-    painter.setBrush(open ? theme.pressed : isEnabled() && underMouse() ? theme.hover : theme.card);
+    const QColor still = m_plain ? QColor(Qt::transparent) : theme.card;
+    painter.setPen(m_plain ? QColor(Qt::transparent) : theme.controlEdge);
+    painter.setBrush(open ? theme.pressed : isEnabled() && underMouse() ? theme.hover : still);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
     const QColor ink = isEnabled() ? theme.text1 : theme.text3;
     const int top = (height() - signSize) / 2;
     Icons::draw(painter, QRectF(inset, top, signSize, signSize), m_icon, ink);
-    Type::draw(painter, rect().adjusted(inset + signSize + gap, 0, 0, 0), text(),
-               Type::text(Type::body, QFont::Medium), ink);
-    if (menu() != nullptr)
+    if (!m_compact)
+        Type::draw(painter, rect().adjusted(inset + signSize + gap, 0, 0, 0), text(),
+                   Type::text(Type::body, QFont::Medium), ink);
+    if (menu() != nullptr && !text().isEmpty())
         Icons::draw(painter,
                     QRectF(width() - inset - chevron, (height() - chevron) / 2.0, chevron, chevron),
                     u"chev"_s, isEnabled() ? theme.text2 : theme.text3);

@@ -11,6 +11,11 @@ class ToolButton : public QToolButton {
 public:
     ToolButton(QString icon, const QString& text, QWidget* parent = nullptr);
 
+    /// Without an edge, for a row of tools.
+    void setPlain();
+    /// Only the icon, for want of room.
+    void setCompact(bool compact);
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -19,6 +24,8 @@ protected:
 
 private:
     const QString m_icon;
+    bool m_plain = false;
+    bool m_compact = false;
 };
 
 } // namespace vantroque

@@ -4,9 +4,11 @@
 #include "VantroqueApp/Views/Style/Theme.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
 #include <QFile>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QPalette>
@@ -80,6 +82,26 @@ protected:
     }
 };
 
+/// Return presses a button, as Space does: while a player is open, Space plays.
+class ReturnPresses : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::KeyPress)
+            return false;
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        auto* button = qobject_cast<QAbstractButton*>(watched);
+        if (button == nullptr || !button->isEnabled() || key.isAutoRepeat()
+            || (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter))
+            return false;
+        button->click();
+        return true;
+    }
+};
+
 QPalette palette(const Theme& theme)
 {
     QPalette palette;
@@ -134,6 +156,7 @@ void begin()
     QApplication::setFont(Type::text(Type::body));
     qApp->installEventFilter(new RoundMenus(qApp));
     qApp->installEventFilter(new PlainTips(qApp));
+    qApp->installEventFilter(new ReturnPresses(qApp));
 }
 
 void use(AppearanceMode mode)

@@ -1,26 +1,53 @@
 #include "VantroqueApp/Views/Window/DetailPane.h"
 
 #include "VantroqueApp/Views/Analyzing/AnalyzingView.h"
+#include "VantroqueApp/Views/Player/PlayerPane.h"
 #include "VantroqueApp/Views/Report/ReportView.h"
 #include "VantroqueApp/Views/Window/MessagePane.h"
+
+#include <QSplitter>
+
+#include <algorithm>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int narrowestReport = 360;
+constexpr int usualReport = 440;
+constexpr int widestReport = 560;
+
+} // namespace
+
 DetailPane::DetailPane(const FileList& list, const AnalysisQueue& queue,
-                       const ProfileChoice& profiles, QWidget* parent)
+                       const ProfileChoice& profiles, OpenPlayer& player, UserDefaults& defaults,
+                       QWidget* parent)
     : QStackedWidget(parent),
       m_list(list),
       m_queue(queue),
       m_message(new MessagePane(this)),
       m_analyzing(new AnalyzingView(this)),
-      m_report(new ReportView(profiles, this))
+      m_desk(new QSplitter(Qt::Horizontal, this)),
+      m_report(new ReportView(profiles, m_desk)),
+      m_openPlayer(player),
+      m_defaults(defaults)
 {
     setObjectName(u"detail"_s);
     addWidget(m_message);
     addWidget(m_analyzing);
-    addWidget(m_report);
+    addWidget(m_desk);
+    m_desk->setHandleWidth(1);
+    m_desk->setChildrenCollapsible(false);
+    m_report->setMinimumWidth(narrowestReport);
+    connect(m_desk, &QSplitter::splitterMoved, this, [this] { m_ownReport = true; });
+    connect(&player, &OpenPlayer::playerAboutToGo, this, [this] {
+        delete m_player;
+        m_player = nullptr;
+        shareRoom();
+    });
+    connect(&player, &OpenPlayer::playerChanged, this, &DetailPane::showPlayer);
     const auto ifSelected = [this](const QUuid& id) {
         if (id == m_list.selectedAnalysisID())
             refresh();
@@ -37,7 +64,8 @@ void DetailPane::refresh()
     const FileAnalysis* file = m_list.selected();
     if (file != nullptr && file->report() != nullptr) {
         showReport(*file);
-        setCurrentWidget(m_report);
+        setCurrentWidget(m_desk);
+        m_openPlayer.syncPlayer();
     } else if (file != nullptr && file->is<FileAnalysis::Running>()) {
         m_analyzing->show(*file, m_queue.progress(file->id));
         setCurrentWidget(m_analyzing);
@@ -55,6 +83,47 @@ void DetailPane::showReport(const FileAnalysis& file)
     m_shownReport = report;
     m_shownMedia = file.media;
     m_report->show(file);
+}
+
+void DetailPane::showPlayer()
+{
+    PlayerController* player = m_openPlayer.player();
+    if (player == nullptr)
+        return;
+    m_player = new PlayerPane(*player, m_defaults, m_desk);
+    m_desk->addWidget(m_player);
+    m_desk->setStretchFactor(0, 0);
+    m_desk->setStretchFactor(1, 1);
+    connect(m_player, &PlayerPane::pictureFocusChanged, &m_openPlayer,
+            &OpenPlayer::setVideoFocused);
+    m_player->show();
+    shareRoom();
+}
+
+/// In narrow windows the player yields down to where its tools have words, then the report to the
+/// least it needs, then the player again.
+int DetailPane::reportWidth(int room)
+{
+    constexpr int veryWide = 2240; // a window of 2560 less the list
+    if (room >= veryWide)
+        return widestReport;
+    return std::clamp(room - PlayerPane::roomy, narrowestReport, usualReport);
+}
+
+/// Without a player the report has all of it.
+void DetailPane::shareRoom()
+{
+    m_report->setMaximumWidth(m_player != nullptr ? widestReport : QWIDGETSIZE_MAX);
+    if (m_player == nullptr || m_ownReport)
+        return;
+    const int report = reportWidth(width());
+    m_desk->setSizes({report, width() - report - m_desk->handleWidth()});
+}
+
+void DetailPane::resizeEvent(QResizeEvent* event)
+{
+    QStackedWidget::resizeEvent(event);
+    shareRoom();
 }
 
 void DetailPane::showMessage(const FileAnalysis* file)

@@ -2,17 +2,12 @@
 
 #include "VantroqueApp/Views/Controls/MenuHeading.h"
 
-#include <QKeyEvent>
-#include <QMouseEvent>
-
-#include <utility>
-
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
 ProfilesMenu::ProfilesMenu(ProfileChoice& profiles, QWidget* parent)
-    : QMenu(parent), m_profiles(profiles)
+    : StayingMenu(parent), m_profiles(profiles)
 {
     setAccessibleName(u"Profiles"_s);
     setProperty("checklist", true);
@@ -51,36 +46,6 @@ void ProfilesMenu::addAll(const QString& text, bool on)
                 ids.insert(profile.id);
         m_profiles.setEnabledProfileIDs(ids);
     });
-}
-
-bool ProfilesMenu::triggerAndStay(QAction* action)
-{
-    if (action == nullptr || !action->isEnabled() || action->isSeparator())
-        return false;
-    action->trigger();
-    return true;
-}
-
-void ProfilesMenu::mousePressEvent(QMouseEvent* event)
-{
-    m_pressed = actionAt(event->pos());
-    QMenu::mousePressEvent(event);
-}
-
-/// On a small screen the menu opens under the pointer, and the release that ends the press on its
-/// button must not tick what happens to be there.
-void ProfilesMenu::mouseReleaseEvent(QMouseEvent* event)
-{
-    if (std::exchange(m_pressed, nullptr) != nullptr && !triggerAndStay(actionAt(event->pos())))
-        QMenu::mouseReleaseEvent(event);
-}
-
-void ProfilesMenu::keyPressEvent(QKeyEvent* event)
-{
-    const bool presses = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return
-                         || event->key() == Qt::Key_Enter;
-    if (!presses || !triggerAndStay(activeAction()))
-        QMenu::keyPressEvent(event);
 }
 
 void ProfilesMenu::refresh()

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "VantroqueApp/Model/Playback/PlayerController.h"
+#include "VantroqueApp/Views/Controls/StayingMenu.h"
+
+#include <functional>
+#include <vector>
+
+class QActionGroup;
+
+namespace vantroque {
+
+/// How close the picture is looked at.
+class ZoomMenu : public QMenu {
+    Q_OBJECT
+
+public:
+    explicit ZoomMenu(PictureZoom& zoom, QWidget* parent = nullptr);
+
+    /// "Fit", or the percentage of now.
+    static QString current(const PictureZoom& zoom);
+
+private:
+    void refresh();
+
+    PictureZoom& m_zoom;
+    QActionGroup* m_stops;
+};
+
+/// The lines and areas over the picture.
+class GuidesMenu : public StayingMenu {
+    Q_OBJECT
+
+public:
+    GuidesMenu(const PlayedFile& file, PictureGuides& guides, QWidget* parent = nullptr);
+
+private:
+    void addSwitch(const QString& text, bool GuideOptions::* option);
+    void addZone(const PlatformZone& zone);
+    void refresh();
+
+    PictureGuides& m_guides;
+    std::vector<std::function<void()>> m_refreshes;
+};
+
+/// The video scopes.
+class ScopesMenu : public StayingMenu {
+    Q_OBJECT
+
+public:
+    explicit ScopesMenu(ScopeFeed& scopes, QWidget* parent = nullptr);
+};
+
+} // namespace vantroque

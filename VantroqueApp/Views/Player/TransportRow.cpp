@@ -1,0 +1,132 @@
+#include "VantroqueApp/Views/Player/TransportRow.h"
+
+#include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Player/MoreMenu.h"
+#include "VantroqueApp/Views/Player/PlayButton.h"
+#include "VantroqueApp/Views/Player/PlayerMenus.h"
+#include "VantroqueApp/Views/Player/TimecodeField.h"
+#include "VantroqueApp/Views/Style/Type.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int wordsFrom = 620;    ///< Width from which the tools have words.
+constexpr int durationFrom = 560; ///< From which the time has the film's length beside it.
+
+/// A small figure beside the time.
+QLabel* chip(const QString& accessibleName, QWidget* parent)
+{
+    auto* label = new QLabel(parent);
+    label->setFont(Type::mono(Type::caption, QFont::Medium));
+    label->setAccessibleName(accessibleName);
+    label->setProperty("chip", true);
+    label->hide();
+    return label;
+}
+
+ToolButton* tool(const QString& icon, const QString& text, const QString& help, QWidget* parent)
+{
+    auto* button = new ToolButton(icon, text, parent);
+    button->setPlain();
+    button->setToolTip(help);
+    return button;
+}
+
+} // namespace
+
+TransportRow::TransportRow(PlayerController& player, QWidget* parent)
+    : QWidget(parent),
+      m_player(player),
+      m_play(new PlayButton(this)),
+      m_time(new TimecodeField(u"Timecode"_s, this)),
+      m_speed(chip(u"Speed"_s, this)),
+      m_dropped(chip(u"Frames that were not shown"_s, this)),
+      m_zoom(tool(u"zoom"_s, u"Fit"_s, u"Zoom the picture for a closer look"_s, this)),
+      m_guides(tool(u"guides"_s, u"Guides"_s, u"Lines and areas over the picture"_s, this)),
+      m_scopes(tool(u"scopes"_s, u"Scopes"_s, u"Measure the picture on screen"_s, this))
+{
+    setFixedHeight(usualHeight);
+    auto* more = tool(u"more"_s, {},
+                      u"Captions, and the picture on its own. Drop an .srt on the picture to add it"_s,
+                      this);
+    more->setAccessibleName(u"More"_s);
+    more->setMenu(new MoreMenu(player, more));
+    m_zoom->setMenu(new ZoomMenu(player.zoom(), m_zoom));
+    m_guides->setMenu(new GuidesMenu(player.file(), player.guides(), m_guides));
+    m_scopes->setMenu(new ScopesMenu(player.scopes(), m_scopes));
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(12, 0, 8, 0);
+    layout->setSpacing(8);
+    for (QWidget* left : std::initializer_list<QWidget*>{m_play, m_time, m_speed, m_dropped})
+        layout->addWidget(left);
+    layout->addStretch(1);
+    auto* tools = new QHBoxLayout;
+    tools->setSpacing(4);
+    for (ToolButton* right : {m_zoom, m_guides, m_scopes, more})
+        tools->addWidget(right);
+    layout->addLayout(tools);
+
+    m_time->setOnSeek([&player](const Timecode& time) { player.seek(time.frame()); });
+    connect(m_play, &QAbstractButton::clicked, &player, &PlayerController::togglePlay);
+    connect(&player, &PlayerController::modeChanged, this, &TransportRow::showMode);
+    connect(&player.playhead(), &Playhead::moved, this, &TransportRow::showTime);
+    connect(&player.playhead(), &Playhead::droppedMore, this, &TransportRow::showSpeed);
+    connect(&player.shuttle(), &ShuttleEngine::changed, this, &TransportRow::showSpeed);
+    connect(&player.zoom(), &PictureZoom::changed, this, &TransportRow::showZoom);
+    showMode();
+    showSpeed();
+    showZoom();
+}
+
+void TransportRow::showMode()
+{
+    const bool steps = m_player.usesFrameStepper();
+    m_play->setEnabled(!steps);
+    m_play->setToolTip(steps ? PlayerController::stepperHelp()
+                             : u"Play or stop  (space).  J K L shuttles"_s);
+    showTime();
+}
+
+void TransportRow::showTime()
+{
+    const Timecode end(m_player.lastFrameIndex() + 1, m_player.file().workingRate());
+    m_time->show(m_player.timecode(),
+                 width() >= durationFrom ? std::optional(end.text()) : std::nullopt);
+}
+
+void TransportRow::showSpeed()
+{
+    const ShuttleState& state = m_player.shuttle().state();
+    m_play->setPlaying(!state.isStopped());
+    const auto label = state.label();
+    m_speed->setText(label.value_or(QString()));
+    m_speed->setVisible(label.has_value());
+    const auto dropped = m_player.playhead().droppedFrames();
+    m_dropped->setText(u"%1 dropped"_s.arg(dropped));
+    m_dropped->setToolTip(u"So many frames came too late to be shown since it began to play"_s);
+    m_dropped->setVisible(dropped > 0 && !state.isStopped() && width() >= wordsFrom);
+}
+
+void TransportRow::showZoom()
+{
+    const QString zoom = ZoomMenu::current(m_player.zoom());
+    m_zoom->setText(zoom);
+    m_zoom->setAccessibleName(u"Zoom, "_s + zoom);
+}
+
+void TransportRow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_guides->setCompact(width() < wordsFrom);
+    m_scopes->setCompact(width() < wordsFrom);
+    showTime();
+    showSpeed();
+}
+
+} // namespace vantroque

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "VantroqueApp/Model/Playback/PlayerController.h"
+
+#include <QWidget>
+
+class QLabel;
+
+namespace vantroque {
+
+class PlayButton;
+class TimecodeField;
+class ToolButton;
+
+/// Under the picture: start and stop, the time, the speed, and what can be laid over the picture.
+class TransportRow : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr int usualHeight = 48;
+
+    explicit TransportRow(PlayerController& player, QWidget* parent = nullptr);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void showMode();
+    void showTime();
+    void showSpeed();
+    void showZoom();
+
+    PlayerController& m_player;
+    PlayButton* m_play;
+    TimecodeField* m_time;
+    QLabel* m_speed;
+    QLabel* m_dropped;
+    ToolButton* m_zoom;
+    ToolButton* m_guides;
+    ToolButton* m_scopes;
+};
+
+} // namespace vantroque
