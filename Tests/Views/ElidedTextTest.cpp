@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QRegularExpression>
 #include <QToolTip>
+#include <QVariantAnimation>
 
 // What a window has no room for is told under the pointer.
 
@@ -88,8 +89,12 @@ TEST_F(ElidedText, OfAReportIsTold)
     openWith("long");
     ASSERT_TRUE(soonIdle());
     openAllRows();
+    QWidget& page = *the<ReportView>()->widget();
+    const auto& opening = *the<ReportSections>()->findChild<QVariantAnimation*>();
+    ASSERT_TRUE(soon([&] { return opening.state() == QAbstractAnimation::Stopped; }));
+    QApplication::processEvents();
     EXPECT_EQ(untold(window()), QStringList());
-    EXPECT_EQ(untold(*the<ReportView>()->widget()), QStringList());
+    EXPECT_EQ(untold(page), QStringList());
     EXPECT_GT(m_found.size(), 25) << "most names and statuses";
 }
 

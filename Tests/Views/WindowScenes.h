@@ -12,10 +12,10 @@ namespace WindowScenes {
 /// Platforms of three groups, with long names among them.
 std::vector<Profile> profiles(int count = 6);
 /// An engine whose outcome follows the file's name: "fail...", "warn...", "long..." fails in very
-/// long words, "left..." is silent on the right, "sound..." has no picture, "bad..." cannot be analysed (for a reason of
-/// several lines: "bad-lines"),
-/// "run..." goes on until `release`, all others pass. What follows on "run" says how far it comes
-/// until then and with what, as in "run-surround" or "run-text".
+/// long words, "left..." is silent on the right, "sound..." has no picture, "bad..." cannot be
+/// analysed (for a reason of several lines: "bad-lines"), "run..." goes on until `release`, all
+/// others pass. What follows on "run" says how far it comes until then and with what, as in
+/// "run-surround" or "run-text".
 class SceneEngine {
 public:
     AnalysisEngine engine();

@@ -16,7 +16,8 @@ namespace {
 /// How many cues there are, and from when to when.
 QString summary(const CaptionHealth& health, FrameRate rate)
 {
-    QString line = u"%1 cue%2"_s.arg(QString::number(health.cueCount), Text::plural(health.cueCount));
+    QString line =
+        u"%1 cue%2"_s.arg(QString::number(health.cueCount), Text::plural(health.cueCount));
     if (health.first && health.last)
         line += u", %1 to %2"_s.arg(Timecode::fromSeconds(*health.first, rate).text(),
                                     Timecode::fromSeconds(*health.last, rate).text());

@@ -71,8 +71,7 @@ bool FullScreenPicture::eventFilter(QObject* watched, QEvent* event)
     const bool isSign = event->type() == QEvent::MouseMove
                         || event->type() == QEvent::MouseButtonPress
                         || event->type() == QEvent::FocusIn;
-    if (isSign && watched->isWidgetType()
-        && static_cast<const QWidget*>(watched)->window() == this)
+    if (isSign && watched->isWidgetType() && static_cast<const QWidget*>(watched)->window() == this)
         showTransport();
     return false;
 }

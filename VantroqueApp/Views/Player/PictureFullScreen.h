@@ -12,8 +12,8 @@ namespace vantroque {
 
 class PictureView;
 
-/// The picture alone on a whole screen. The transport comes when the pointer moves, and goes when it
-/// rests.
+/// The picture alone on a whole screen. The transport comes when the pointer moves, and goes when
+/// it rests.
 class FullScreenPicture : public QWidget {
     Q_OBJECT
 

@@ -45,7 +45,8 @@ void PictureMessage::place()
     constexpr int widest = 640;
     const int room = std::min(m_picture.width() - 2 * margin, widest);
     setMaximumWidth(room);
-    const int wide = std::min(QFontMetrics(font()).horizontalAdvance(text()) + 2 * margin + 2, room);
+    const int wide =
+        std::min(QFontMetrics(font()).horizontalAdvance(text()) + 2 * margin + 2, room);
     const int high = heightForWidth(wide);
     setGeometry((m_picture.width() - wide) / 2, m_picture.height() - high - margin, wide, high);
     raise();

@@ -105,8 +105,7 @@ void PictureView::paintOverlay(QPainter& painter, const QRectF& picture)
     if (picture.isEmpty())
         return;
     painter.setRenderHint(QPainter::Antialiasing);
-    const double scale =
-        m_player.zoom().zoom().pictureSize.height() / FramePainter::referenceRows;
+    const double scale = m_player.zoom().zoom().pictureSize.height() / FramePainter::referenceRows;
     Overlay overlay = m_player.overlay();
     const auto& draft = m_player.notebook().draftStrokes();
     overlay.strokes.insert(overlay.strokes.end(), draft.begin(), draft.end());
@@ -182,7 +181,8 @@ void PictureView::beginStroke(QPointF at)
     m_player.shuttle().stop();
     const QPointF place = placeIn(at);
     const Notebook& notebook = m_player.notebook();
-    m_stroke = DrawnStroke::begun(notebook.tool(), notebook.ink(), {.x = place.x(), .y = place.y()});
+    m_stroke =
+        DrawnStroke::begun(notebook.tool(), notebook.ink(), {.x = place.x(), .y = place.y()});
     update();
 }
 

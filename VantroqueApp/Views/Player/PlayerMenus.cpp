@@ -40,8 +40,7 @@ void ZoomMenu::refresh()
                 [this, scale = stop.scale] { m_zoom.setZoom(scale); });
     }
     addSeparator();
-    MenuHeading::add(
-        *this, u"Double-click the picture to zoom to a spot. Drag to move around."_s);
+    MenuHeading::add(*this, u"Double-click the picture to zoom to a spot. Drag to move around."_s);
 }
 
 GuidesMenu::GuidesMenu(const PlayedFile& file, PictureGuides& guides, QWidget* parent)
@@ -65,7 +64,7 @@ GuidesMenu::GuidesMenu(const PlayedFile& file, PictureGuides& guides, QWidget* p
     refresh();
 }
 
-void GuidesMenu::addSwitch(const QString& text, bool GuideOptions::* option)
+void GuidesMenu::addSwitch(const QString& text, bool GuideOptions::*option)
 {
     QAction* action = addAction(text);
     action->setCheckable(true);
@@ -105,7 +104,7 @@ ScopesMenu::ScopesMenu(ScopeFeed& scopes, QWidget* parent) : StayingMenu(parent)
 {
     setAccessibleName(u"Scopes"_s);
     setProperty("checklist", true);
-    const auto addSwitch = [&](const QString& text, bool ScopeOptions::* option) {
+    const auto addSwitch = [&](const QString& text, bool ScopeOptions::*option) {
         QAction* action = addAction(text);
         action->setCheckable(true);
         const auto show = [&scopes, action, option] {

@@ -35,7 +35,7 @@ public:
     GuidesMenu(const PlayedFile& file, PictureGuides& guides, QWidget* parent = nullptr);
 
 private:
-    void addSwitch(const QString& text, bool GuideOptions::* option);
+    void addSwitch(const QString& text, bool GuideOptions::*option);
     void addZone(const PlatformZone& zone);
     void refresh();
 

@@ -18,8 +18,8 @@ class PictureView;
 class ScopesPanel;
 class Timeline;
 
-/// The player of a file: the picture, the line of time, the transport, and below them the scopes and
-/// what belongs to notes.
+/// The player of a file: the picture, the line of time, the transport, and below them the scopes
+/// and what belongs to notes.
 class PlayerPane : public QWidget {
     Q_OBJECT
 

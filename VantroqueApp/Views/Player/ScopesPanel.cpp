@@ -29,8 +29,8 @@ void paintScope(QPainter& painter, const QRect& place, const QImage& image)
     card.addRoundedRect(place, radius, radius);
     painter.setClipPath(card);
     painter.fillRect(place, Theme::dark().readout);
-    const double scale = place.width() * painter.device()->devicePixelRatio()
-                         / std::max(image.width(), 1);
+    const double scale =
+        place.width() * painter.device()->devicePixelRatio() / std::max(image.width(), 1);
     const bool isWhole = scale >= 1 && scale == std::floor(scale);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, !isWhole);
     if (!image.isNull())
@@ -76,8 +76,8 @@ std::vector<ScopesPanel::Scope> ScopesPanel::scopes() const
         if (row)
             size.scale(scopeWidth, rowHeight, Qt::KeepAspectRatio);
         all.push_back({title, image, QRect(at + QPoint(0, titleHeight), size)});
-        at += row ? QPoint(size.width() + padding, 0)
-                  : QPoint(0, titleHeight + size.height() + gap);
+        at +=
+            row ? QPoint(size.width() + padding, 0) : QPoint(0, titleHeight + size.height() + gap);
     };
     const ScopeOptions& options = m_scopes.scopeOptions();
     const ScopeFeed::ScopeImages& images = m_scopes.scopeImages();
@@ -110,8 +110,8 @@ void ScopesPanel::paintEvent(QPaintEvent*)
                      theme.hairline);
     painter.setRenderHint(QPainter::Antialiasing);
     for (const Scope& scope : scopes()) {
-        const QRect title(scope.place.left(), scope.place.top() - titleHeight,
-                          scope.place.width(), titleHeight);
+        const QRect title(scope.place.left(), scope.place.top() - titleHeight, scope.place.width(),
+                          titleHeight);
         Type::draw(painter, title, scope.title, Type::text(Type::badge, QFont::Medium),
                    theme.text2);
         paintScope(painter, scope.place, scope.image);

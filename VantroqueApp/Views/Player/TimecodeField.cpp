@@ -36,9 +36,7 @@ QFont trailingFont()
 } // namespace
 
 TimecodeField::TimecodeField(const QString& accessibleName, QWidget* parent)
-    : QWidget(parent),
-      m_timecode(0, FrameRate::television()),
-      m_entry(new QLineEdit(this))
+    : QWidget(parent), m_timecode(0, FrameRate::television()), m_entry(new QLineEdit(this))
 {
     setAccessibleName(accessibleName);
     setFixedHeight(fieldHeight);
@@ -59,8 +57,8 @@ TimecodeField::~TimecodeField() = default;
 
 void TimecodeField::show(const Timecode& timecode, const std::optional<QString>& trailing)
 {
-    const bool resized = trailing != m_trailing
-                         || timecode.text().size() != m_timecode.text().size();
+    const bool resized =
+        trailing != m_trailing || timecode.text().size() != m_timecode.text().size();
     m_timecode = timecode;
     m_trailing = trailing;
     setAccessibleDescription(timecode.text());
@@ -175,7 +173,7 @@ void TimecodeField::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const bool wrong = looksWrong();
-    painter.setPen(wrong       ? QPen(theme.text2, 1, Qt::DashLine)
+    painter.setPen(wrong         ? QPen(theme.text2, 1, Qt::DashLine)
                    : isEditing() ? QPen(theme.accent, 1)
                                  : QPen(theme.hairline, 1));
     painter.setBrush(wrong ? theme.pressed : theme.readout);

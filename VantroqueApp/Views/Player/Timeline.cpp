@@ -137,9 +137,9 @@ void Timeline::paintPlayhead(QPainter& painter) const
     painter.setPen(Qt::NoPen);
     painter.setBrush(color);
     painter.drawRect(QRectF(x - 0.75, 1, 1.5, height() - 2));
-    painter.drawPolygon(QPolygonF({QPointF(x - half, 1), QPointF(x + half, 1),
-                                   QPointF(x + half, headHeight - 3), QPointF(x, headHeight + 1),
-                                   QPointF(x - half, headHeight - 3)}));
+    painter.drawPolygon(
+        QPolygonF({QPointF(x - half, 1), QPointF(x + half, 1), QPointF(x + half, headHeight - 3),
+                   QPointF(x, headHeight + 1), QPointF(x - half, headHeight - 3)}));
 }
 
 bool Timeline::event(QEvent* event)

@@ -123,9 +123,8 @@ void TransportKeys::unregister(const QUuid& id)
 
 const TransportActions* TransportKeys::actionsFor(const QWidget& view) const
 {
-    const auto found = std::ranges::find_if(m_registrations, [&](const Registration& each) {
-        return each.window == view.window();
-    });
+    const auto found = std::ranges::find_if(
+        m_registrations, [&](const Registration& each) { return each.window == view.window(); });
     return found == m_registrations.end() ? nullptr : &found->actions;
 }
 

@@ -52,9 +52,9 @@ TransportRow::TransportRow(PlayerController& player, QWidget* parent)
       m_scopes(tool(u"scopes"_s, u"Scopes"_s, u"Measure the picture on screen"_s, this))
 {
     setFixedHeight(usualHeight);
-    auto* more = tool(u"more"_s, {},
-                      u"Captions, and the picture on its own. Drop an .srt on the picture to add it"_s,
-                      this);
+    auto* more = tool(
+        u"more"_s, {},
+        u"Captions, and the picture on its own. Drop an .srt on the picture to add it"_s, this);
     more->setAccessibleName(u"More"_s);
     more->setMenu(new MoreMenu(player, more));
     m_zoom->setMenu(new ZoomMenu(player.zoom(), m_zoom));
