@@ -6,6 +6,10 @@
 
 #include <QImage>
 
+#include <chrono>
+#include <csignal>
+#include <thread>
+
 // Reports and notes on paper.
 
 namespace vantroque {
@@ -68,8 +72,9 @@ protected:
 
     TestFolder m_folder;
 
-private:
     Cli::ProfilesFolder m_profiles;
+
+private:
     TestFolder m_data;
     ScopedVariable m_home{"XDG_DATA_HOME", m_data.path()};
 };
@@ -139,6 +144,30 @@ TEST_F(PdfCommand, AFullDiskLeavesTheOldFile)
     EXPECT_EQ(result.status, 2) << result.err.toStdString();
     EXPECT_EQ(contents(out()), "old");
     EXPECT_THAT(m_folder.names(), ElementsAre("out.pdf"));
+}
+
+TEST_F(PdfCommand, AKillAtAnyMomentLeavesTheOldFileOrTheNewOne)
+{
+    const fs::path film = m_folder.write("film.mp4", contents(Clips::plain()));
+    for (const int frame : {2, 5, 8})
+        note(film, u"look"_s, frame);
+    const Words words = Words{"pdf"} + m_profiles.words()
+                        + Words{"--skip-signal", "-o", out().native(), film.native()};
+    const auto begun = std::chrono::steady_clock::now();
+    ASSERT_NE(Cli::run(words).status, 2);
+    const auto whole = std::chrono::steady_clock::now() - begun;
+    constexpr int kills = 16;
+    for (int i = 0; i < kills; ++i) {
+        m_folder.write("out.pdf", "old");
+        Program writer(Cli::command(words));
+        std::this_thread::sleep_for(whole * i / kills);
+        writer.signal(SIGKILL);
+        writer.wait();
+        if (contents(out()) != "old") {
+            EXPECT_EQ(runProgram({"qpdf", "--check", out().native()}).status, 0);
+        }
+        EXPECT_THAT(m_folder.names(), ElementsAre("film.mp4", "out.pdf")) << "after kill " << i;
+    }
 }
 
 TEST_F(PdfCommand, CaptionsAreToldAndDrawnOnTheFramesOfComments)
