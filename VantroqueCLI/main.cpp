@@ -130,7 +130,7 @@ QByteArray usage()
            + "-o never replaces a file that is read, and one that is called like media only with\n"
              "--overwrite.\n\n"
              "Exit status: 0 every file was analysed and none fails a platform, 1 some file fails\n"
-             "one, 2 some file could not be analysed or the call was wrong. Put \"--\" ahead of "
+             "one, 2 some file could not be analysed or the call was wrong. Put \"--\" before "
              "file\n"
              "names that begin with a hyphen.\n";
 }

@@ -195,7 +195,7 @@ TEST(LeaderTone, TheLongestLeaderOfAllProfilesCounts)
     measured(heard({{2, 2.04}, {4, 6}}), {withLeader(1, 1), withLeader(), withLeader(1, 2)});
     EXPECT_EQ(tools.runs(), 1U);
     measured(heard({{2, 2.04}, {4, 6}}), {withLeader(), withLeader(10, 5)});
-    EXPECT_EQ(tools.runs(), 1U) << "two islands ahead of that one's end";
+    EXPECT_EQ(tools.runs(), 1U) << "two islands before that one's end";
 }
 
 // Whether at all.

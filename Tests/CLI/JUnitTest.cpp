@@ -73,7 +73,7 @@ std::vector<Suite> suites(const ProgramRun& run)
         found.push_back(readSuite(xml));
     }
     EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
-    EXPECT_TRUE(xml.readNext() == QXmlStreamReader::EndDocument) << "more behind the root";
+    EXPECT_TRUE(xml.readNext() == QXmlStreamReader::EndDocument) << "more after the root";
     return found;
 }
 

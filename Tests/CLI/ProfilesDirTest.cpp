@@ -1,5 +1,8 @@
 #include "CLI/Cli.h"
 #include "Support/Clips.h"
+#include "Support/Media.h"
+
+#include <algorithm>
 
 // Profiles that cannot be read: the problem is told and the files are analysed all the same.
 
@@ -7,6 +10,7 @@ namespace vantroque {
 namespace {
 
 using namespace Qt::StringLiterals;
+using Media::operator+;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -41,6 +45,35 @@ protected:
 
     const TestFolder m_folder;
 };
+
+/// A bare ad is asked about a leader that only a profile describes which is installed and not
+/// chosen.
+TEST(ProfilesDirLeaders, OfProfilesThatAreNotChosenCount)
+{
+    const Cli::ProfilesFolder profiles;
+    Profile bare = Cli::containerProfile("bare", ProfileGroup::digital, "mp4");
+    bare.content.emplace();
+    bare.content->slate = SlatePolicy::forbidden;
+    profiles.add(bare);
+    const auto film = Media::make(
+        {"moving slate of four seconds.mp4",
+         std::vector<std::string>{"-f", "lavfi", "-i", "testsrc2=s=160x90:r=25:d=8", "-vf",
+                                  "drawbox=color=black:t=fill:enable='gte(t,4)*lt(t,6)'"}
+             + Clips::x264()});
+    const auto padding = [&] {
+        const auto run = Cli::run({"check", "--format", "json", "--profiles-dir",
+                                   profiles.path().native(), "--profile", "bare", film.native()});
+        const auto rows = Cli::checked(run).at(0).report->profiles.at(0).checks;
+        return std::ranges::find(rows, u"padding"_s, &CheckResult::id)->verdict;
+    };
+    EXPECT_EQ(padding(), Verdict::pass);
+    Profile master = Cli::containerProfile("master", ProfileGroup::broadcast, "mxf");
+    master.content.emplace();
+    master.content->slateSeconds = 4;
+    master.content->slateBlackSeconds = 2;
+    profiles.add(master);
+    EXPECT_EQ(padding(), Verdict::warn);
+}
 
 TEST_F(ProfilesDir, Missing)
 {

@@ -273,7 +273,7 @@ TEST(CaptionParser, ReadsTheTimesOfALine)
 {
     EXPECT_THAT(timing(u"00:00:01,040 --> 00:00:02,960"), Optional(TimeSpan{1.04, 2.96}));
     EXPECT_THAT(timing(u"\t0:01-->0:02 "), Optional(TimeSpan{1, 2}));
-    EXPECT_THAT(timing(u"0:05 --> 0:02"), Optional(TimeSpan{5, 2})) << "start behind end";
+    EXPECT_THAT(timing(u"0:05 --> 0:02"), Optional(TimeSpan{5, 2})) << "start after end";
 }
 
 TEST(CaptionParser, ALineThatIsNoTimesIsNone)

@@ -113,7 +113,7 @@ std::optional<CaptionTrack> extract(const EmbeddedCaptionSource& source, const f
     return EmbeddedCaptions::extract(source, FileUrl::fromPath(media));
 }
 
-/// A file of ten seconds with this caption file in a stream of that codec behind the picture.
+/// A file of ten seconds with this caption file in a stream of that codec after the picture.
 fs::path muxed(const std::string& name, const std::string& extension, const QByteArray& captions,
                const std::string& codec)
 {

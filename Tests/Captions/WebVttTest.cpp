@@ -40,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Case{"alone", "WEBVTT\n\n"}, Case{"a blank", "WEBVTT \n\n"}, Case{"a tab", "WEBVTT\t\n\n"},
         Case{"a title", "WEBVTT - Spot 30s\n\n"},
-        Case{"a title behind a tab", "WEBVTT\tSpot 30s\n\n"},
+        Case{"a title after a tab", "WEBVTT\tSpot 30s\n\n"},
         Case{"an arrow in the title", "WEBVTT one --> two\n\n"},
         Case{"times in the title", "WEBVTT 00:00:09.000 --> 00:00:10.000\n\n"},
         Case{"no empty line", "WEBVTT\n"}, Case{"a line of blanks", "WEBVTT\n \t\n"},

@@ -331,6 +331,17 @@ TEST(ContentChecks, BlackThatEndsTheProfilesOwnLeaderIsAskedAbout)
     EXPECT_EQ(contentRows(rule, withGap(12, 13.4)).at(0).verdict, Verdict::pass);
 }
 
+TEST(ContentChecks, BlackThatEndsTheLeaderOfAnInstalledProfileIsAskedAbout)
+{
+    ContentRule rule = policy(SlatePolicy::forbidden);
+    rule.installedLeaders = {{4, 2}, {12, 3}};
+    EXPECT_EQ(contentRows(rule, withGap(12, 15)).at(0).verdict, Verdict::warn);
+    EXPECT_EQ(contentRows(rule, withGap(4, 6)).at(0).verdict, Verdict::warn);
+    EXPECT_EQ(contentRows(rule, withGap(9, 11)).at(0).verdict, Verdict::pass);
+    EXPECT_EQ(contentRows(policy(SlatePolicy::forbidden), withGap(12, 15)).at(0).verdict,
+              Verdict::pass);
+}
+
 TEST(ContentChecks, BlackToTheEndIsATailAndNoLeader)
 {
     MediaInfo media = withGap(5, 6.96);

@@ -436,7 +436,7 @@ TEST_F(Restoring, AFileThatRunsAlreadyIsNotQueuedByItsVerification)
     m_folder.write("a.mp4", "another cut");
     std::filesystem::remove(m_b.path());
     restart();
-    ASSERT_TRUE(soon([&] { return states().contains(u"missing"_s); })) << "behind the other";
+    ASSERT_TRUE(soon([&] { return states().contains(u"missing"_s); })) << "after the other";
     EXPECT_THAT(states(), ElementsAre(u"running"_s, u"missing"_s));
     m_held.letGo();
     ASSERT_TRUE(soonIdle());

@@ -132,11 +132,11 @@ TEST_F(Workers, TheMailboxDeliversWhileACallRunsALoopOfItsOwn)
         order << u"outer ends"_s;
     });
     mailbox.post([&] {
-        order << u"behind it"_s;
+        order << u"after it"_s;
         mailbox.post([&] { order << u"posted meanwhile"_s; });
     });
     ASSERT_TRUE(soon([&] { return order.size() == 4; }));
-    EXPECT_THAT(order, ElementsAre(u"outer begins"_s, u"behind it"_s, u"posted meanwhile"_s,
+    EXPECT_THAT(order, ElementsAre(u"outer begins"_s, u"after it"_s, u"posted meanwhile"_s,
                                    u"outer ends"_s));
 }
 

@@ -52,6 +52,22 @@ TEST(HostileFrames, ImpossibleSizesDrawNothing)
     EXPECT_EQ(drawn({}), none);
 }
 
+TEST(HostileFrames, AThinnedFrameHasSamplesOfTheWholeAndNoOthers)
+{
+    ScopeFrame frame = frameOf({}, 8, 4);
+    for (std::size_t i = 0; i < frame.y.size(); ++i)
+        frame.y[i] = static_cast<std::uint8_t>(i);
+    const ScopeFrame small = frame.thinned(4);
+    EXPECT_EQ(small.y, (std::vector<std::uint8_t>{0, 2, 4, 6, 16, 18, 20, 22}));
+    EXPECT_EQ(small.width, 4);
+    EXPECT_EQ(small.height, 2);
+    EXPECT_EQ(drawn(small), all);
+    EXPECT_EQ(frame.thinned(8), frame);
+    EXPECT_EQ(frame.thinned(0), frame);
+    EXPECT_EQ(claiming(most, most).thinned(320), claiming(most, most));
+    EXPECT_EQ(claiming(400, -1).thinned(320), claiming(400, -1));
+}
+
 TEST(HostileFrames, APlaneThatIsShorterThanItsPictureDrawsNothing)
 {
     for (const auto plane : {&ScopeFrame::y, &ScopeFrame::cb, &ScopeFrame::cr}) {

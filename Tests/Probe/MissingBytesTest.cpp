@@ -57,7 +57,7 @@ TEST(MissingBytes, AreCountedWhereTheContainerHasALength)
     EXPECT_EQ(missing(withoutTail(Clips::withLatin1Title(), 300)), 300);
     EXPECT_EQ(missing(withoutTail(Clips::transportStream(), 8)), 8);
     EXPECT_GT(missing(withoutTail(Clips::mpeg2InMxf(), 20)), 0) << "inside of its footer";
-    EXPECT_GT(missing(withoutTail(Clips::mpeg2InMxf(), 20'000)), 0) << "ahead of its footer";
+    EXPECT_GT(missing(withoutTail(Clips::mpeg2InMxf(), 20'000)), 0) << "before its footer";
 }
 
 TEST(MissingBytes, OfAnIndexCountAndOfMediaThatAnIndexDoesNotAskForDoNot)

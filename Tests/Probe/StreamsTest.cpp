@@ -100,13 +100,13 @@ TEST(Subtitles, WithoutAnyTheListIsEmptyAndNotAbsent)
 TEST(CoverArt, ThePictureBehindItIsTheFilesPicture)
 {
     const auto plain = probed(Clips::plain());
-    const auto behind = probed(Clips::coverAhead(Clips::plain()));
-    EXPECT_EQ(behind.video->codec, plain.video->codec);
-    EXPECT_EQ(behind.video->width, plain.video->width);
-    EXPECT_EQ(behind.video->frameCount, plain.video->frameCount);
-    EXPECT_EQ(behind.video->bitratePerSecondKbps, plain.video->bitratePerSecondKbps);
-    EXPECT_EQ(behind.video->hrd, plain.video->hrd);
-    EXPECT_EQ(behind.audio, plain.audio);
+    const auto covered = probed(Clips::coverAhead(Clips::plain()));
+    EXPECT_EQ(covered.video->codec, plain.video->codec);
+    EXPECT_EQ(covered.video->width, plain.video->width);
+    EXPECT_EQ(covered.video->frameCount, plain.video->frameCount);
+    EXPECT_EQ(covered.video->bitratePerSecondKbps, plain.video->bitratePerSecondKbps);
+    EXPECT_EQ(covered.video->hrd, plain.video->hrd);
+    EXPECT_EQ(covered.audio, plain.audio);
 }
 
 TEST(StartTimecodeOfFile, QuickTimeHasItOnAStream)

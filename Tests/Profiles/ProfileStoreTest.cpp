@@ -62,6 +62,34 @@ TEST(ProfileStore, ProfilesComeByGroupAndThenByName)
                 ElementsAre(u"first"_s, u"second"_s, u"antenna"_s, u"advice"_s));
 }
 
+TEST(ProfileStore, AProfileKnowsTheLeadersOfAllThatAreLoadedWithIt)
+{
+    const TestFolder folder;
+    const auto add = [&folder](const char* name, double slate, double black) {
+        Profile profile;
+        profile.id = QString::fromLatin1(name);
+        profile.content.emplace();
+        if (slate > 0) {
+            profile.content->slateSeconds = slate;
+            profile.content->slateBlackSeconds = black;
+        }
+        folder.write(name + std::string(".json"), Json::write(profile).value());
+    };
+    add("a", 0, 0);
+    add("b", 4, 2);
+    add("c", 4, 2);
+    add("d", 12, 3);
+    folder.write("e.json", profileText(u"e"_s));
+    const auto profiles = ProfileStore::loadFrom(folder.path()).value();
+    for (const Profile& profile : profiles) {
+        if (profile.content) {
+            EXPECT_THAT(profile.content->installedLeaders,
+                        ElementsAre(LeaderLengths{4, 2}, LeaderLengths{12, 3}));
+        }
+    }
+    EXPECT_FALSE(profiles.back().content);
+}
+
 TEST(ProfileStore, NamesCompareByCodePointAndEqualOnesKeepTheOrderOfTheFiles)
 {
     const TestFolder folder;

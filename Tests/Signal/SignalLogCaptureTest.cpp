@@ -110,7 +110,7 @@ TEST(CapturedLog, OfABlackStartAndAHeldPicture)
     EXPECT_THAT(*info.blackRuns, ElementsAre(TimeSpan{0, 0.5}));
     EXPECT_EQ(info.headBlackSeconds, 0.5);
     EXPECT_EQ(info.tailBlackSeconds, 0);
-    EXPECT_EQ(info.headFreezeSeconds, 0) << "it begins behind the black";
+    EXPECT_EQ(info.headFreezeSeconds, 0) << "it begins after the black";
     EXPECT_EQ(info.activePicture, (CropRect{64, 64, 0, 0})) << "black has none";
     EXPECT_EQ(info.interlacedRatio, 0);
     EXPECT_EQ(info.cadence->duplicateCount, 14) << "no dump tells that the picture is held";

@@ -140,7 +140,7 @@ Path plain()
 
 Path indexBehind()
 {
-    return remuxed("index-behind.mp4", {plain()}, {});
+    return remuxed("index-at-the-end.mp4", {plain()}, {});
 }
 
 Path largeMediaAtom()
@@ -284,10 +284,10 @@ Path withLatin1Title()
 
 Path coverAhead(const Path& clip)
 {
-    const fs::path behind = remuxed("cover-" + clip.filename().native(), {clip, cover()},
-                                    {"-map", "0", "-map", "1", "-disposition:v:1", "attached_pic"});
-    return Media::make("ahead-" + behind.filename().native(), {behind.native()},
-                       [&](const fs::path& target) { write(target, tagsAhead(contents(behind))); });
+    const fs::path after = remuxed("cover-" + clip.filename().native(), {clip, cover()},
+                                   {"-map", "0", "-map", "1", "-disposition:v:1", "attached_pic"});
+    return Media::make("first-" + after.filename().native(), {after.native()},
+                       [&](const fs::path& target) { write(target, tagsAhead(contents(after))); });
 }
 
 Path hrd(Declared declared)

@@ -80,6 +80,7 @@ std::optional<TimeSpan> leaderBlack(const ContentRule& rule, const MediaInfo& me
     constexpr double allowance = 0.5 + 1e-6;
     constexpr double tailEdge = 0.1;
     auto layouts = Leader::layoutsInUse();
+    layouts.insert(layouts.end(), rule.installedLeaders.begin(), rule.installedLeaders.end());
     if (rule.slateSeconds && rule.slateBlackSeconds)
         layouts.push_back({*rule.slateSeconds, *rule.slateBlackSeconds});
     const double tail = pictureSeconds(media) - tailEdge;

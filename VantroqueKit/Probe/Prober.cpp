@@ -154,7 +154,7 @@ void takePackets(const Result<PacketStats>& stats, bool areFields, const Stream&
     // The index of a file whose fragments follow knows of the first one alone.
     if (areFields || video.frameCount.value_or(-1) < stats->packetCount)
         video.frameCount = stats->packetCount;
-    // An edit list may begin inside the stream. What lies ahead of it is decoded and not shown.
+    // An edit list may begin inside the stream. What lies before it is decoded and not shown.
     if (asDouble(stream.start_time).value_or(-1) >= 0)
         video.frameCount = std::max<std::int64_t>(*video.frameCount - stats->aheadOfZero, 0);
 }

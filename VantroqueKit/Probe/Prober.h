@@ -73,7 +73,7 @@ std::optional<HDRMetadata> hdrMetadata(const std::filesystem::path& ffprobe, con
 /// The same from ffprobe's frame list.
 std::optional<HDRMetadata> hdrMetadata(const QByteArray& framesJson);
 
-/// Whether the index of a QuickTime or MP4 file stands ahead of its media (ISO/IEC 14496-12). Reads
+/// Whether the index of a QuickTime or MP4 file stands before its media (ISO/IEC 14496-12). Reads
 /// 16 bytes an atom; nothing when neither is found among the first 64.
 std::optional<bool> moovBeforeMdat(const FileUrl& url);
 

@@ -81,6 +81,21 @@ Result<Profile> read(const fs::path& file)
     return profile;
 }
 
+/// A file for one platform may be the master of another, also of one that nobody chose.
+void shareLeaders(std::vector<Profile>& profiles)
+{
+    std::vector<LeaderLengths> leaders;
+    for (const Profile& profile : profiles)
+        if (const auto& content = profile.content;
+            content && content->slateSeconds && content->slateBlackSeconds)
+            if (const LeaderLengths leader{*content->slateSeconds, *content->slateBlackSeconds};
+                std::ranges::find(leaders, leader) == leaders.end())
+                leaders.push_back(leader);
+    for (Profile& profile : profiles)
+        if (profile.content)
+            profile.content->installedLeaders = leaders;
+}
+
 bool precedes(const Profile& a, const Profile& b)
 {
     if (a.group != b.group)
@@ -134,6 +149,7 @@ Result<std::vector<Profile>> loadFrom(const fs::path& directory)
     for (const fs::path& file : TRY(profileFiles(directory)))
         profiles.push_back(TRY(read(file)));
     std::ranges::stable_sort(profiles, precedes);
+    shareLeaders(profiles);
     return profiles;
 }
 

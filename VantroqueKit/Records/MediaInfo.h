@@ -65,7 +65,7 @@ struct VideoStreamInfo {
     std::optional<QString> colorPrimaries;
     std::optional<int> bitDepth;
     std::optional<HDRMetadata> hdr;
-    /// Its place among the file's video streams, where cover art stands ahead of it.
+    /// Its place among the file's video streams, where cover art stands before it.
     std::optional<int> position;
     std::optional<int> rotation; ///< Degrees by which a player turns the picture, unless 0.
 

@@ -124,6 +124,15 @@ struct DurationRule {
 enum class SlatePolicy { forbidden, required, optional };
 VANTROQUE_ENUM_NAMES(SlatePolicy, forbidden, required, optional)
 
+/// The leader of a broadcast master, in seconds: a slate, then black, then the ad.
+struct LeaderLengths {
+    double slate = 0;
+    double black = 0;
+
+    double end() const { return slate + black; }
+    bool operator==(const LeaderLengths&) const = default;
+};
+
 struct ContentRule {
     std::optional<SlatePolicy> slate;
     std::optional<QString> slateLayout; ///< The layout in words.
@@ -139,6 +148,8 @@ struct ContentRule {
     std::optional<double> textSafeFraction;
     std::optional<double> textRejectFraction;
     std::optional<std::vector<QString>> textClearOfZones; ///< Ids of `PlatformZoneCatalog`.
+    /// Those of all profiles that were loaded together with this one; no part of the record.
+    std::vector<LeaderLengths> installedLeaders = {};
 
     VANTROQUE_RECORD(ContentRule, slate, slateLayout, slateSeconds, slateBlackSeconds,
                      slateMuteRequired, slateTwoPopAllowed, slateTwoPopMaxDbFS, slateMustShow,

@@ -24,6 +24,10 @@ struct ScopeFrame {
     static std::optional<ScopeFrame> fromYuv444(std::string_view data, int width, int height,
                                                 bool fullRange, ColorMatrix matrix);
 
+    /// No wider than so many columns; one whose planes are too short stays as it is. Real samples,
+    /// none blended: a scope must not show levels that the picture does not have.
+    ScopeFrame thinned(int columns) const;
+
     bool operator==(const ScopeFrame&) const = default;
 };
 

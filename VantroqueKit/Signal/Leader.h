@@ -8,13 +8,7 @@
 /// The leader of a broadcast master: a slate, then black, then the ad.
 namespace vantroque::Leader {
 
-/// Seconds of slate, then of black.
-struct Layout {
-    double slate = 0;
-    double black = 0;
-
-    double end() const { return slate + black; }
-};
+using Layout = LeaderLengths;
 
 /// The leaders of the profiles that ship with this program.
 const std::vector<Layout>& layoutsInUse();

@@ -69,15 +69,15 @@ TextRegion narrowEdges(const TextRegion& region, const MediaInfo& media, double 
         const ToolContext::Scope scope(context);
         return framesFrom(before, region.start - before, "head");
     });
-    const auto behind = framesFrom(region.end, after - region.end, "tail");
+    const auto tail = framesFrom(region.end, after - region.end, "tail");
     auto all = inFront.get();
     const std::vector<double> head = times(all);
     // Here the text stands for sure, so that a recognizer that remembers gets to know it.
-    const bool isAtEnd = !behind.empty() && holdsText(behind.front().file, recognizer);
-    all.insert(all.end(), behind.begin(), behind.end());
-    return TextPlacement::narrowed(region, head, times(behind), [&](double time) {
+    const bool isAtEnd = !tail.empty() && holdsText(tail.front().file, recognizer);
+    all.insert(all.end(), tail.begin(), tail.end());
+    return TextPlacement::narrowed(region, head, times(tail), [&](double time) {
         noteUnit();
-        if (!behind.empty() && time == behind.front().time)
+        if (!tail.empty() && time == tail.front().time)
             return isAtEnd;
         const auto frame = std::ranges::find(all, time, &Frame::time);
         return frame != all.end() && holdsText(frame->file, recognizer);

@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <QTransform>
 
-#include <algorithm>
 #include <cmath>
 
 namespace vantroque::LivePictures {
@@ -15,32 +14,6 @@ namespace {
 
 /// Samples of this width are enough for the scopes, and cost a tenth of a preview.
 constexpr int scopesWidth = 320;
-
-/// Real samples, none blended: a scope must not show levels that the picture does not have.
-ScopeFrame thinned(const ScopeFrame& frame)
-{
-    if (frame.width <= scopesWidth)
-        return frame;
-    ScopeFrame small{.width = scopesWidth,
-                     .height = std::max(frame.height * scopesWidth / frame.width, 1),
-                     .y = {},
-                     .cb = {},
-                     .cr = {},
-                     .fullRange = frame.fullRange,
-                     .matrix = frame.matrix};
-    const auto take = [&](const std::vector<std::uint8_t>& from, std::vector<std::uint8_t>& to) {
-        to.reserve(static_cast<std::size_t>(small.width) * static_cast<std::size_t>(small.height));
-        for (int row = 0; row < small.height; ++row)
-            for (int column = 0; column < small.width; ++column)
-                to.push_back(from[static_cast<std::size_t>(row * frame.height / small.height)
-                                      * static_cast<std::size_t>(frame.width)
-                                  + static_cast<std::size_t>(column * frame.width / small.width)]);
-    };
-    take(frame.y, small.y);
-    take(frame.cb, small.cb);
-    take(frame.cr, small.cr);
-    return small;
-}
 
 /// Upright and undistorted, as large as fits.
 QImage fitted(const QImage& picture, const Shape& shape, QSize stage)
@@ -94,7 +67,7 @@ Images draw(const ScopeFrame& frame, const Shape& shape, QSize place, double rat
                   .parade = {}};
     if (images.picture.isNull())
         return images;
-    const ScopeFrame samples = thinned(frame);
+    const ScopeFrame samples = frame.thinned(scopesWidth);
     images.waveform = ScopeRenderer::waveform(samples, waveformSize.width(), waveformSize.height());
     images.vectorscope = ScopeRenderer::vectorscope(samples, vectorscopeSize);
     images.parade = ScopeRenderer::parade(samples, paradeSize.width(), paradeSize.height());
