@@ -1,7 +1,9 @@
 // ScopesBenchmark: how long each scope takes for the small frames that the analysis shows and for
-// one in full HD. They are drawn up to 30 times a second.
+// one in full HD, and how long a decoder's planes take on their way to the screen. They are drawn
+// up to 30 times a second, the planes as often as there are frames.
 
 #include "Base/Numbers.h"
+#include "Picture/FrameImage.h"
 #include "Picture/ScopeRenderer.h"
 
 #include <algorithm>
@@ -19,12 +21,25 @@ struct Scope {
     std::function<QImage(const ScopeFrame&)> draw;
 };
 
+/// With samples of the frame at random for its chroma.
+QImage fromPlanes(const ScopeFrame& frame)
+{
+    return FrameImage::of({.width = frame.width,
+                           .height = frame.height,
+                           .luma = frame.y.data(),
+                           .lumaStride = frame.width,
+                           .chroma = frame.cb.data(),
+                           .chromaStride = frame.width},
+                          frame.matrix, frame.fullRange);
+}
+
 const std::vector<Scope> scopes{
     {"waveform", [](const ScopeFrame& frame) { return ScopeRenderer::waveform(frame, 256, 128); }},
     {"parade", [](const ScopeFrame& frame) { return ScopeRenderer::parade(frame, 384, 128); }},
     {"vectorscope", [](const ScopeFrame& frame) { return ScopeRenderer::vectorscope(frame, 128); }},
     {"out of range", ScopeRenderer::outOfRangeImage},
     {"picture", ScopeRenderer::picture},
+    {"planes", fromPlanes},
 };
 
 ScopeFrame noise(int width, int height)

@@ -214,6 +214,20 @@ TEST_F(Captions, ChosenWhileATrackIsBeingReadWin)
     EXPECT_FALSE(captions().captionsExtracting());
 }
 
+TEST_F(Captions, ThatAreDroppedBeforeTheReviewWasReadWin)
+{
+    const PlayedFile film = subtitled();
+    openReviewed(film);
+    captions().loadCaptions(sidecar("old.srt", "1\n00:00:01,000 --> 00:00:02,000\nold\n"));
+    ASSERT_TRUE(soon([&] { return captions().captionsURL().has_value(); }));
+    open(film, m_film.maker());
+    captions().loadCaptions(sidecar("film.srt", words));
+    ASSERT_TRUE(soon([&] { return captions().captions() != nullptr; }));
+    ASSERT_TRUE(soon([&] { return captions().isIdle() && m_book.isIdle(); }));
+    EXPECT_THAT(texts(1), ElementsAre(u"Quux first"_s));
+    EXPECT_FALSE(captions().captionsExtracting());
+}
+
 TEST_F(Captions, RemovingThemLeavesThoseOfTheMedia)
 {
     const PlayedFile film = subtitled();

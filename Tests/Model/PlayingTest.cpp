@@ -464,6 +464,8 @@ TEST_F(Playing, AnEngineThatFailsLeavesStillsAndSaysSo)
     EXPECT_EQ(numberOnScreen(), 5) << "the last picture stays";
     EXPECT_FALSE(m_film.isSounding);
     EXPECT_FALSE(player().isReady());
+    EXPECT_TRUE(soon([&] { return m_film.engines == 0; })) << "it holds much memory";
+    EXPECT_EQ(numberOnScreen(), 5);
     EXPECT_EQ(PlayerController::stepperHelp(), u"Playback isn't available for this format"_s);
     EXPECT_EQ(PlayerController::stepperNote(),
               u"This format cannot play here. It steps frame by frame instead. Stills and guides "

@@ -123,6 +123,8 @@ void PlayerCaptions::loadCaptions(const FileUrl& from)
 
 void PlayerCaptions::restoreCaptions(const std::optional<FileUrl>& remembered)
 {
+    if (m_wish > 0)
+        return; // The operator was quicker.
     if (!remembered)
         return showFirstEmbeddedIfAny();
     m_url = remembered;

@@ -4,6 +4,8 @@
 #include "VantroqueApp/Model/Playback/EngineFrames.h"
 #include "VantroqueApp/Model/Playback/StillStepper.h"
 
+#include <QTimer>
+
 #include <algorithm>
 
 namespace vantroque {
@@ -86,7 +88,7 @@ void PlayerController::connectSubjects()
 
 void PlayerController::use(std::unique_ptr<FrameSource> frames)
 {
-    m_failed = std::exchange(m_frames, std::move(frames));
+    m_frames = std::move(frames);
     connect(m_frames.get(), &FrameSource::shownChanged, this, &PlayerController::pictureChanged);
     connect(m_frames.get(), &FrameSource::readyChanged, this, &PlayerController::modeChanged);
     connect(m_frames.get(), &FrameSource::failed, this, &PlayerController::fallBackToStills);
@@ -99,6 +101,12 @@ void PlayerController::fallBackToStills()
 {
     if (std::exchange(m_usesFrameStepper, true))
         return;
+    if (m_frames) {
+        m_lastOfFailed = m_frames->shown();
+        m_failed = std::move(m_frames);
+        // It is the one that calls, and holds much memory.
+        QTimer::singleShot(0, this, [this] { m_failed.reset(); });
+    }
     use(std::make_unique<StillStepper>(m_file));
     m_shuttle.playbackEnded();
     Q_EMIT modeChanged();
@@ -107,8 +115,7 @@ void PlayerController::fallBackToStills()
 /// Of an engine that failed the last picture stays, until there is a still.
 const std::optional<ShownFrame>& PlayerController::shown() const
 {
-    const bool stays = m_failed && !m_frames->shown();
-    return (stays ? m_failed : m_frames)->shown();
+    return m_frames->shown() ? m_frames->shown() : m_lastOfFailed;
 }
 
 QString PlayerController::stepperHelp()

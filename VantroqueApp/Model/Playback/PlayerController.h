@@ -118,7 +118,8 @@ private:
     Report m_report;
     Desktop& m_desktop;
     bool m_usesFrameStepper = false;
-    std::unique_ptr<FrameSource> m_failed; ///< Stays, since it tells of its failure itself.
+    std::unique_ptr<FrameSource> m_failed; ///< While it tells of its failure.
+    std::optional<ShownFrame> m_lastOfFailed;
     std::unique_ptr<FrameSource> m_frames; ///< Null only while this is made.
     Playhead m_playhead;
     ShuttleEngine m_shuttle;
