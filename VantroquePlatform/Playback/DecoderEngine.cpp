@@ -45,6 +45,11 @@ DecoderEngine::DecoderEngine(PlaybackSource source, Settings settings)
 {
     m_watch.setInterval(m_settings.pingEvery);
     QObject::connect(&m_watch, &QTimer::timeout, &m_context, [this] { watch(); });
+    m_change.setSingleShot(true);
+    QObject::connect(&m_change, &QTimer::timeout, &m_context, [this] {
+        if (stateChanged)
+            stateChanged();
+    });
     start();
 }
 
@@ -67,11 +72,7 @@ void DecoderEngine::start()
 void DecoderEngine::change(State state)
 {
     m_state = state;
-    // Never from within a call of the owner.
-    QTimer::singleShot(0, &m_context, [this] {
-        if (stateChanged)
-            stateChanged();
-    });
+    m_change.start(0); // Never from within a call of the owner.
 }
 
 void DecoderEngine::fail(const QString& problem)

@@ -92,6 +92,7 @@ private:
     std::optional<DecoderProcess> m_process;
     std::unique_ptr<QSocketNotifier> m_notifier;
     QTimer m_watch;
+    QTimer m_change; ///< Tells of another state.
     QElapsedTimer m_lastDeath;
     bool m_hasOpened = false; ///< The decoder that runs now.
 
