@@ -5,6 +5,7 @@
 #include "Playback/SoundRing.h"
 #include "VantroquePlay/Libav.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -49,7 +50,7 @@ private:
 
     std::string m_path;
     AVIOInterruptCB m_interrupt;
-    double m_pictureStart = 0;
+    std::atomic<double> m_pictureStart = 0;
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::optional<Playing> m_order; ///< Without a ring: no more sound.

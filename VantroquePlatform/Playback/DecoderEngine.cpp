@@ -64,7 +64,7 @@ void DecoderEngine::start()
     m_notifier = std::make_unique<QSocketNotifier>(m_process->socket(), QSocketNotifier::Read);
     QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context,
                      [this] { readAll(); });
-    m_hasOpened = m_pingIsOut = false;
+    m_hasOpened = m_hasAnswered = m_pingIsOut = false;
     m_unanswered = m_withoutProgress = 0;
     m_watch.start();
 }
@@ -254,6 +254,7 @@ bool DecoderEngine::takePong(const Told& told)
     if (told.token != m_ping || !std::exchange(m_pingIsOut, false))
         return false;
     m_unanswered = 0;
+    m_hasAnswered = true;
     const bool waitsForRoom = m_memory && m_memory->ofDecoder() == 0;
     const bool isGettingOn = told.progress != std::exchange(m_progress, told.progress);
     m_withoutProgress = isGettingOn || waitsForRoom ? 0 : m_withoutProgress + 1;
@@ -267,7 +268,10 @@ void DecoderEngine::watch()
         m_unanswered = m_withoutProgress = 0;
         return;
     }
-    if (m_pingIsOut && ++m_unanswered >= m_settings.silentPings)
+    // To be loaded from a slow disk takes longer than to answer.
+    constexpr int start = 10;
+    const int most = m_settings.silentPings * (m_hasAnswered ? 1 : start);
+    if (m_pingIsOut && ++m_unanswered >= most)
         return die(QStringLiteral("the decoder does not answer"));
     if (!std::exchange(m_pingIsOut, true))
         send({.kind = Order::Kind::ping, .token = ++m_ping});

@@ -95,6 +95,7 @@ private:
     QTimer m_change; ///< Tells of another state.
     QElapsedTimer m_lastDeath;
     bool m_hasOpened = false; ///< The decoder that runs now.
+    bool m_hasAnswered = false;
 
     std::shared_ptr<SlotMemory> m_memory;
     FrameShelf m_shelf;
