@@ -1,7 +1,9 @@
-// DecodingFlips COUNT [CLIP...]: flips so many random bytes, one at a time, in each of the small
-// clips of the damage tests, and tells how many of them are found. What is silent is decoded once
-// more: a flip that changes nothing of what is shown or heard has nothing to be found. Takes hours,
-// so that the clips take turns and the table is printed every fifty rounds.
+// DecodingFlips [AFTER+]COUNT [CLIP...]: flips so many random bytes, one at a time, in each of the
+// small clips of the damage tests, and tells how many of them are found. What is silent is decoded
+// once more: a flip that changes nothing of what is shown or heard has nothing to be found. Takes
+// hours, so that the clips take turns and the table is printed every fifty rounds. "300+700" leaves
+// out the first 300 flips, which an earlier run has made: the flips of a clip are the same each
+// time.
 
 #include "Base/Files.h"
 #include "Base/Numbers.h"
@@ -76,15 +78,15 @@ public:
 
     void flip()
     {
-        std::uniform_int_distribution<qsizetype> position(0, m_whole.size() - 1);
-        std::uniform_int_distribution<int> change(1, 255);
+        const auto [at, by] = next();
         QByteArray bytes = m_whole;
-        const qsizetype at = position(m_chance);
-        bytes[at] = static_cast<char>(bytes[at] ^ change(m_chance));
+        bytes[at] = static_cast<char>(bytes[at] ^ by);
         if (!Files::writeAtomically(m_file, bytes))
             throw std::runtime_error("cannot write " + m_file.native());
         m_tally.add(outcome(m_file, m_shownIntact));
     }
+
+    void skip() { next(); }
 
     void print(int count) const
     {
@@ -94,6 +96,15 @@ public:
     }
 
 private:
+    /// Where, and which bits.
+    std::pair<qsizetype, int> next()
+    {
+        std::uniform_int_distribution<qsizetype> position(0, m_whole.size() - 1);
+        std::uniform_int_distribution<int> change(1, 255);
+        const qsizetype at = position(m_chance);
+        return {at, change(m_chance)};
+    }
+
     DamagedClips::Clip m_clip;
     fs::path m_file;
     QByteArray m_whole;
@@ -107,10 +118,13 @@ private:
 int main(int argc, char** argv)
 {
     const std::vector<std::string> words(argv + 1, argv + argc);
-    const int count = words.empty() ? 0 : std::atoi(words.front().c_str());
+    const std::string counts = words.empty() ? std::string() : words.front();
+    const auto plus = counts.find('+');
+    const int after = plus == std::string::npos ? 0 : std::atoi(counts.c_str());
+    const int count = std::atoi(counts.substr(plus + 1).c_str()); // npos + 1 is 0
     const auto scratch = ScratchFolder::make();
     if (count < 1 || !scratch) {
-        std::cerr << "usage: DecodingFlips COUNT [CLIP...]\n";
+        std::cerr << "usage: DecodingFlips [AFTER+]COUNT [CLIP...]\n";
         return 2;
     }
     std::vector<Flips> clips;
@@ -118,6 +132,9 @@ int main(int argc, char** argv)
         if (words.size() == 1
             || std::find(words.begin() + 1, words.end(), clip.file) != words.end())
             clips.emplace_back(clip, scratch->path());
+    for (int i = 0; i < after; ++i)
+        for (Flips& each : clips)
+            each.skip();
     constexpr int untilTable = 50;
     for (int round = 1; round <= count; ++round) {
         for (Flips& each : clips)
