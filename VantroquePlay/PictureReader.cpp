@@ -16,6 +16,13 @@ namespace vantroque {
 
 namespace {
 
+/// Beyond any time or number of a film, and not at the ends of 64 bits.
+std::int64_t wholeOf(double value)
+{
+    constexpr double most = 4e18;
+    return Numbers::roundedToInt(std::clamp(value, -most, most));
+}
+
 /// A broken file may complain about every packet, and at its end without an end.
 constexpr int mostTroubles = 1000;
 
@@ -52,17 +59,24 @@ Result<void> PictureReader::open(AVFrame& first)
     return {};
 }
 
+// A file may state any time: these never overflow.
+
 std::int64_t PictureReader::numberAt(std::int64_t time) const
 {
-    return Numbers::roundedToInt(static_cast<double>(time - m_firstTime)
-                                 * av_q2d(m_stream->time_base) * m_rate.perSecond());
+    const double since = static_cast<double>(time) - static_cast<double>(m_firstTime);
+    return wholeOf(since * av_q2d(m_stream->time_base) * m_rate.perSecond());
 }
 
 std::int64_t PictureReader::timeOf(std::int64_t number) const
 {
     // A time between two frames, late enough to hold all that is rounded to the number.
     const double seconds = (static_cast<double>(number) + 0.4) / m_rate.perSecond();
-    return m_firstTime + Numbers::roundedToInt(seconds / av_q2d(m_stream->time_base));
+    return later(m_firstTime, seconds);
+}
+
+std::int64_t PictureReader::later(std::int64_t time, double seconds) const
+{
+    return wholeOf(static_cast<double>(time) + seconds / av_q2d(m_stream->time_base));
 }
 
 std::int64_t PictureReader::numberOf(const AVFrame& picture) const
@@ -93,9 +107,10 @@ bool PictureReader::readPacket()
     }
 }
 
-bool PictureReader::findKey(std::int64_t time, std::int64_t earlier)
+/// Enters the file at a time and reads on to a key frame, which must be shown by `time`.
+bool PictureReader::findKey(std::int64_t time, std::int64_t enteredAt)
 {
-    if (av_seek_frame(m_file.get(), m_index, time - earlier, AVSEEK_FLAG_BACKWARD) < 0)
+    if (av_seek_frame(m_file.get(), m_index, enteredAt, AVSEEK_FLAG_BACKWARD) < 0)
         return false;
     while (readPacket())
         if ((m_packet->flags & AV_PKT_FLAG_KEY) != 0 && m_packet->pts != AV_NOPTS_VALUE)
@@ -103,12 +118,16 @@ bool PictureReader::findKey(std::int64_t time, std::int64_t earlier)
     return false;
 }
 
+bool PictureReader::isStream() const
+{
+    return (m_file.get()->iformat->flags & AVFMT_TS_DISCONT) != 0;
+}
+
 void PictureReader::toStart()
 {
     m_entryTime = INT64_MIN;
     // Clocks of streams may jump, but their first byte stays the first.
-    const bool isStream = (m_file.get()->iformat->flags & AVFMT_TS_DISCONT) != 0;
-    if (isStream && av_seek_frame(m_file.get(), m_index, 0, AVSEEK_FLAG_BYTE) >= 0)
+    if (isStream() && av_seek_frame(m_file.get(), m_index, 0, AVSEEK_FLAG_BYTE) >= 0)
         return;
     std::int64_t start = m_stream->start_time == AV_NOPTS_VALUE ? 0 : m_stream->start_time;
     if (const AVIndexEntry* const entry = avformat_index_get_entry(m_stream, 0))
@@ -125,10 +144,11 @@ void PictureReader::seek(std::int64_t number)
     m_lastKey = -1;
     m_lastTime.reset();
     const std::int64_t time = timeOf(number);
-    const auto second = static_cast<std::int64_t>(1 / av_q2d(m_stream->time_base));
-    // Files without an index are entered too late, often by one group of pictures.
-    for (const int seconds : {0, 1, 3, 10})
-        if (number > 0 && findKey(time, seconds * second)) {
+    // Files without an index are entered at any packet, and the next key frame lies up to one group
+    // of pictures after that.
+    const double group = static_cast<double>(m_longestGroup) / m_rate.perSecond();
+    for (const double seconds : {isStream() ? group : 0, group + 1, group + 3, group + 10})
+        if (number > 0 && findKey(time, later(time, -seconds))) {
             m_hasPacket = true;
             m_entryTime = m_packet->pts;
             m_entry = std::max<std::int64_t>(numberAt(m_entryTime), 0);
@@ -166,8 +186,7 @@ bool PictureReader::takeTime(AVFrame& picture)
     std::int64_t time = picture.best_effort_timestamp;
     // Programme streams state the time of some pictures only.
     if (time == AV_NOPTS_VALUE && m_lastTime)
-        time = *m_lastTime
-               + Numbers::roundedToInt(1 / (m_rate.perSecond() * av_q2d(m_stream->time_base)));
+        time = later(*m_lastTime, 1 / m_rate.perSecond());
     if (time == AV_NOPTS_VALUE)
         return false;
     picture.pts = time;
@@ -235,9 +254,9 @@ void PictureReader::readIndex()
             m_longestGroup = std::max(m_longestGroup, number - *last);
         last = number;
     }
-    if (last && m_stream->duration > 0)
-        m_longestGroup =
-            std::max(m_longestGroup, numberAt(m_firstTime + m_stream->duration) - *last);
+    const double seconds = static_cast<double>(m_stream->duration) * av_q2d(m_stream->time_base);
+    if (last && seconds > 0)
+        m_longestGroup = std::max(m_longestGroup, numberAt(later(m_firstTime, seconds)) - *last);
 }
 
 int PictureReader::quarterTurns() const

@@ -55,8 +55,10 @@ public:
 private:
     std::int64_t numberAt(std::int64_t time) const;
     std::int64_t timeOf(std::int64_t number) const;
+    std::int64_t later(std::int64_t time, double seconds) const;
     bool readPacket();
-    bool findKey(std::int64_t time, std::int64_t earlier);
+    bool findKey(std::int64_t time, std::int64_t enteredAt);
+    bool isStream() const;
     void toStart();
     bool send(std::int64_t from, Decode decode);
     bool takeTime(AVFrame& picture);
