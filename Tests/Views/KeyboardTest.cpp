@@ -128,7 +128,7 @@ TEST_F(Keyboard, MenusOpenByTheirLettersAndByF10AndEscapeClosesThem)
         QTest::keyClick(the<QMenuBar>(), Qt::Key_Escape);
     };
     opens(Qt::Key_F, Qt::AltModifier, u"Add Files"_s);
-    opens(Qt::Key_V, Qt::AltModifier, u"Appearance"_s);
+    opens(Qt::Key_V, Qt::AltModifier, u"Full Screen Picture"_s);
     opens(Qt::Key_F10, {}, u"Add Files"_s);
     EXPECT_EQ(QApplication::focusWidget(), the<FileListView>());
 }

@@ -14,7 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int buttonHeight = 30;
-constexpr int inset = 11;
 constexpr int signSize = 16;
 constexpr int chevron = 12;
 constexpr int gap = 8;
@@ -38,20 +37,29 @@ void ToolButton::setPlain()
     update();
 }
 
-void ToolButton::setCompact(bool compact)
+void ToolButton::setParts(Parts parts)
 {
-    m_compact = compact;
+    m_parts = parts;
     updateGeometry();
     update();
+}
+
+int ToolButton::inset() const
+{
+    constexpr int edged = 11;
+    constexpr int plain = 8;
+    constexpr int tight = 6;
+    return m_parts != Parts::all ? tight : m_plain ? plain : edged;
 }
 
 QSize ToolButton::sizeHint() const
 {
     const QFontMetrics metrics(Type::text(Type::body, QFont::Medium));
-    const bool hasWords = !m_compact && !text().isEmpty();
-    const int words = hasWords ? gap + metrics.horizontalAdvance(text()) + 1 : 0;
-    const int opens = menu() != nullptr && !text().isEmpty() ? gap + chevron : 0;
-    return {inset + signSize + words + opens + inset, buttonHeight};
+    const int icon = hasIcon() ? signSize : 0;
+    const int words = hasWords() ? metrics.horizontalAdvance(text()) + 1 : 0;
+    const int between = hasIcon() && hasWords() ? gap : 0;
+    const int opens = hasChevron() ? gap + chevron : 0;
+    return {inset() + icon + between + words + opens + inset(), buttonHeight};
 }
 
 void ToolButton::paintEvent(QPaintEvent*)
@@ -65,15 +73,20 @@ void ToolButton::paintEvent(QPaintEvent*)
     painter.setBrush(open ? theme.pressed : isEnabled() && underMouse() ? theme.hover : still);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
     const QColor ink = isEnabled() ? theme.text1 : theme.text3;
-    const int top = (height() - signSize) / 2;
-    Icons::draw(painter, QRectF(inset, top, signSize, signSize), m_icon, ink);
-    if (!m_compact)
-        Type::draw(painter, rect().adjusted(inset + signSize + gap, 0, 0, 0), text(),
+    int left = inset();
+    if (hasIcon()) {
+        const int top = (height() - signSize) / 2;
+        Icons::draw(painter, QRectF(left, top, signSize, signSize), m_icon, ink);
+        left += signSize + gap;
+    }
+    if (hasWords())
+        Type::draw(painter, rect().adjusted(left, 0, 0, 0), text(),
                    Type::text(Type::body, QFont::Medium), ink);
-    if (menu() != nullptr && !text().isEmpty())
-        Icons::draw(painter,
-                    QRectF(width() - inset - chevron, (height() - chevron) / 2.0, chevron, chevron),
-                    u"chev"_s, isEnabled() ? theme.text2 : theme.text3);
+    if (hasChevron())
+        Icons::draw(
+            painter,
+            QRectF(width() - inset() - chevron, (height() - chevron) / 2.0, chevron, chevron),
+            u"chev"_s, isEnabled() ? theme.text2 : theme.text3);
 }
 
 } // namespace vantroque

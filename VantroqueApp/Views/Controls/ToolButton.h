@@ -13,8 +13,9 @@ public:
 
     /// Without an edge, for a row of tools.
     void setPlain();
-    /// Only the icon, for want of room.
-    void setCompact(bool compact);
+    enum class Parts { all, icon, words };
+    /// What is left for want of room.
+    void setParts(Parts parts);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -23,9 +24,14 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    int inset() const;
+    bool hasIcon() const { return m_parts != Parts::words; }
+    bool hasWords() const { return m_parts != Parts::icon && !text().isEmpty(); }
+    bool hasChevron() const { return m_parts == Parts::all && menu() != nullptr && hasWords(); }
+
     const QString m_icon;
     bool m_plain = false;
-    bool m_compact = false;
+    Parts m_parts = Parts::all;
 };
 
 } // namespace vantroque

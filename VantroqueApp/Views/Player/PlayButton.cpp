@@ -1,6 +1,5 @@
 #include "VantroqueApp/Views/Player/PlayButton.h"
 
-#include "VantroqueApp/Views/Style/Icons.h"
 #include "VantroqueApp/Views/Style/Theme.h"
 
 #include <QPainter>
@@ -26,7 +25,7 @@ void PlayButton::setPlaying(bool playing)
 void PlayButton::paintEvent(QPaintEvent*)
 {
     constexpr double radius = 6;
-    constexpr double sign = 16;
+    constexpr double sign = 9;
     const Theme& theme = Theme::current();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -36,8 +35,15 @@ void PlayButton::paintEvent(QPaintEvent*)
     painter.drawRoundedRect(rect(), radius, radius);
     QRectF icon(0, 0, sign, sign);
     icon.moveCenter(QRectF(rect()).center());
-    Icons::draw(painter, icon, m_playing ? u"stop"_s : u"play"_s,
-                isEnabled() ? theme.window : theme.text3);
+    const QColor ink = isEnabled() ? theme.window : theme.text3;
+    // Round joins make the corners soft.
+    painter.setPen(QPen(ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(ink);
+    if (m_playing)
+        return painter.drawRect(icon.adjusted(1, 1, -1, -1));
+    painter.drawPolygon(
+        QPolygonF({icon.topLeft() + QPointF(1, 0), icon.bottomLeft() + QPointF(1, 0),
+                   QPointF(icon.right() + 1, icon.center().y())}));
 }
 
 } // namespace vantroque

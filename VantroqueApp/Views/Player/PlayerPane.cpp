@@ -12,6 +12,7 @@
 #include "VantroqueApp/Views/Style/Type.h"
 
 #include <QLabel>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -43,6 +44,7 @@ PlayerPane::PlayerPane(PlayerController& player, UserDefaults& defaults, QWidget
       m_note(Type::label(PlayerController::stepperNote(), Type::caption, QFont::Normal,
                          Type::Ink::text2, this)),
       m_scopes(new ScopesPanel(player.scopes())),
+      m_scopesArea(new QScrollArea(this)),
       m_bottom(new QBoxLayout(QBoxLayout::RightToLeft)),
       m_share(storedShare(defaults)),
       m_fullScreen(std::make_unique<PictureFullScreen>(player, *m_picture))
@@ -62,7 +64,13 @@ PlayerPane::PlayerPane(PlayerController& player, UserDefaults& defaults, QWidget
     layout->addWidget(m_note);
     layout->addWidget(handle());
     m_bottom->setSpacing(0);
-    m_bottom->addWidget(m_scopes);
+    // Where all of them are on, a low window has no room for the column.
+    m_scopesArea->setWidget(m_scopes);
+    m_scopesArea->setWidgetResizable(true);
+    m_scopesArea->setFrameShape(QFrame::NoFrame);
+    m_scopesArea->setFocusPolicy(Qt::NoFocus);
+    m_scopesArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_bottom->addWidget(m_scopesArea);
     m_bottom->addStretch(1);
     layout->addLayout(m_bottom, 1);
     connect(m_picture, &PictureView::focusChanged, this, &PlayerPane::pictureFocusChanged);
@@ -74,7 +82,11 @@ PlayerPane::PlayerPane(PlayerController& player, UserDefaults& defaults, QWidget
     showMode();
 }
 
-PlayerPane::~PlayerPane() = default;
+/// The picture loses the keyboard as it goes, when there is nobody left to hear of it.
+PlayerPane::~PlayerPane()
+{
+    m_picture->disconnect(this);
+}
 
 QWidget* PlayerPane::handle()
 {
@@ -130,7 +142,11 @@ void PlayerPane::fit()
     const bool narrow = width() < roomy;
     m_scopes->setOrientation(narrow ? Qt::Horizontal : Qt::Vertical);
     m_bottom->setDirection(narrow ? QBoxLayout::TopToBottom : QBoxLayout::RightToLeft);
-    m_scopes->setVisible(m_scopes->hasScopes());
+    m_scopesArea->setVisible(m_scopes->hasScopes());
+    m_scopesArea->setMinimumSize(narrow ? QSize(0, m_scopes->minimumHeight())
+                                        : QSize(m_scopes->minimumWidth(), 0));
+    m_scopesArea->setMaximumSize(narrow ? QSize(QWIDGETSIZE_MAX, m_scopes->minimumHeight())
+                                        : QSize(m_scopes->minimumWidth(), QWIDGETSIZE_MAX));
 }
 
 void PlayerPane::resizeEvent(QResizeEvent* event)

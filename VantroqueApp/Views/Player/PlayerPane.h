@@ -10,6 +10,7 @@
 
 class QBoxLayout;
 class QLabel;
+class QScrollArea;
 
 namespace vantroque {
 
@@ -54,6 +55,7 @@ private:
     PictureView* m_picture;
     QLabel* m_note;
     ScopesPanel* m_scopes;
+    QScrollArea* m_scopesArea;
     QBoxLayout* m_bottom;
     std::optional<double> m_share; ///< Of the picture in the height, as the operator chose it.
     int m_dragFrom = 0;

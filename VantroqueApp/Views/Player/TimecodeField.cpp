@@ -47,7 +47,6 @@ TimecodeField::TimecodeField(const QString& accessibleName, QWidget* parent)
     m_entry->setObjectName(u"timecodeEntry"_s);
     m_entry->setContextMenuPolicy(Qt::NoContextMenu);
     m_entry->hide();
-    connect(m_entry, &QLineEdit::returnPressed, this, &TimecodeField::commit);
     connect(m_entry, &QLineEdit::textChanged, this, qOverload<>(&QWidget::update));
     m_entry->installEventFilter(this);
     showHelp();
@@ -145,6 +144,17 @@ void TimecodeField::commit()
         m_onSeek(*time);
 }
 
+/// Taken here, or the field would begin anew with the key that ended it.
+bool TimecodeField::pressInEntry(int key)
+{
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: commit(); return true;
+    case Qt::Key_Escape: endEditing(); return true;
+    default: return false;
+    }
+}
+
 /// While it is edited: Escape, and presses and focus elsewhere, end that.
 bool TimecodeField::eventFilter(QObject* watched, QEvent* event)
 {
@@ -158,10 +168,8 @@ bool TimecodeField::eventFilter(QObject* watched, QEvent* event)
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
             endEditing();
-    } else if (watched == m_entry && event->type() == QEvent::KeyPress
-               && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-        endEditing();
-        return true;
+    } else if (watched == m_entry && event->type() == QEvent::KeyPress) {
+        return pressInEntry(static_cast<QKeyEvent*>(event)->key());
     }
     return false;
 }

@@ -42,6 +42,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    bool pressInEntry(int key);
     void commit();
     void endEditing();
     void showHelp();

@@ -115,12 +115,16 @@ void Timeline::paintMarks(QPainter& painter) const
     const Theme& theme = Theme::dark();
     const auto& selectedEvent = m_player.focus().selectedEventID();
     const auto& selectedNote = m_player.focus().selectedCommentID();
-    for (const SignalEvent& event : m_marks.events) {
-        const bool selected = event.id == selectedEvent;
-        painter.setPen(selected ? QPen(theme.text1, 1.5) : QPen(Qt::NoPen));
-        painter.setBrush(event.verdict == Verdict::info ? theme.text2 : theme.of(event.verdict));
-        painter.drawRoundedRect(m_marks.spanOf(event), radius, radius);
-    }
+    // What is worse lies on top, and an edge parts what touches.
+    for (const Verdict verdict : {Verdict::info, Verdict::pass, Verdict::warn, Verdict::fail})
+        for (const SignalEvent& event : m_marks.events) {
+            if (event.verdict != verdict)
+                continue;
+            const bool selected = event.id == selectedEvent;
+            painter.setPen(QPen(selected ? theme.text1 : theme.ground, selected ? 1.5 : 1));
+            painter.setBrush(verdict == Verdict::info ? theme.text2 : theme.of(verdict));
+            painter.drawRoundedRect(m_marks.spanOf(event), radius, radius);
+        }
     for (const ReviewComment& comment : m_marks.comments) {
         painter.setPen(QPen(theme.ground, 1));
         painter.setBrush(comment.id == selectedNote ? theme.accent : theme.text1);

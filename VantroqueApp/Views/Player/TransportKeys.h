@@ -24,6 +24,9 @@ public:
     void registerActions(const QUuid& id, QWidget& window, TransportActions actions);
     void unregister(const QUuid& id);
 
+    /// What the window of a view offers; null where that is nothing.
+    const TransportActions* actionsFor(const QWidget& view) const;
+
     /// K is held down, which makes J and L slow.
     bool kHeld() const { return m_kHeld; }
     /// While above 0 no key is taken, but for undo and redo.
@@ -42,7 +45,6 @@ private:
     };
 
     TransportKeys() = default;
-    const TransportActions* actionsFor(const QWidget& view) const;
     bool handle(const QWidget& window, const QKeyEvent& event, const TransportActions& actions);
     bool press(const QKeyEvent& event, const TransportActions& actions);
     bool pressLetter(const QKeyEvent& event, const TransportActions& actions);

@@ -52,25 +52,23 @@ TransportRow::TransportRow(PlayerController& player, QWidget* parent)
       m_scopes(tool(u"scopes"_s, u"Scopes"_s, u"Measure the picture on screen"_s, this))
 {
     setFixedHeight(usualHeight);
-    auto* more = tool(
-        u"more"_s, {},
-        u"Captions, and the picture on its own. Drop an .srt on the picture to add it"_s, this);
-    more->setAccessibleName(u"More"_s);
-    more->setMenu(new MoreMenu(player, more));
+    m_more = tool(u"more"_s, {},
+                  u"Captions, and the picture on its own. Drop an .srt on the picture to add it"_s,
+                  this);
+    m_more->setAccessibleName(u"More"_s);
+    m_more->setMenu(new MoreMenu(player, m_more));
     m_zoom->setMenu(new ZoomMenu(player.zoom(), m_zoom));
     m_guides->setMenu(new GuidesMenu(player.file(), player.guides(), m_guides));
     m_scopes->setMenu(new ScopesMenu(player.scopes(), m_scopes));
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(12, 0, 8, 0);
     layout->setSpacing(8);
     for (QWidget* left : std::initializer_list<QWidget*>{m_play, m_time, m_speed, m_dropped})
         layout->addWidget(left);
     layout->addStretch(1);
-    auto* tools = new QHBoxLayout;
-    tools->setSpacing(4);
-    for (ToolButton* right : {m_zoom, m_guides, m_scopes, more})
-        tools->addWidget(right);
-    layout->addLayout(tools);
+    m_tools = new QHBoxLayout;
+    for (ToolButton* right : {m_zoom, m_guides, m_scopes, m_more})
+        m_tools->addWidget(right);
+    layout->addLayout(m_tools);
 
     m_time->setOnSeek([&player](const Timecode& time) { player.seek(time.frame()); });
     connect(m_play, &QAbstractButton::clicked, &player, &PlayerController::togglePlay);
@@ -123,8 +121,12 @@ void TransportRow::showZoom()
 void TransportRow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    m_guides->setCompact(width() < wordsFrom);
-    m_scopes->setCompact(width() < wordsFrom);
+    const bool roomy = width() >= wordsFrom;
+    layout()->setContentsMargins(roomy ? 12 : 8, 0, roomy ? 8 : 4, 0);
+    m_tools->setSpacing(roomy ? 4 : 0);
+    m_zoom->setParts(roomy ? ToolButton::Parts::all : ToolButton::Parts::words);
+    for (ToolButton* button : {m_guides, m_scopes, m_more})
+        button->setParts(roomy ? ToolButton::Parts::all : ToolButton::Parts::icon);
     showTime();
     showSpeed();
 }

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class QHBoxLayout;
 class QLabel;
 
 namespace vantroque {
@@ -38,6 +39,8 @@ private:
     ToolButton* m_zoom;
     ToolButton* m_guides;
     ToolButton* m_scopes;
+    ToolButton* m_more = nullptr;
+    QHBoxLayout* m_tools = nullptr;
 };
 
 } // namespace vantroque

@@ -27,7 +27,9 @@ QByteArray recolored(const QString& name, const QColor& color)
 {
     static const QRegularExpression stroke(u"(stroke|fill)=\"#[0-9A-Fa-f]{6}\""_s);
     QString svg = QString::fromUtf8(source(name));
-    return svg.replace(stroke, uR"(\1="%1")"_s.arg(color.name())).toUtf8();
+    return svg.replace(stroke, uR"(\1="%1")"_s.arg(color.name()))
+        .replace(u"currentColor"_s, color.name())
+        .toUtf8();
 }
 
 QPixmap rendered(const QByteArray& svg, int size, double ratio)

@@ -130,14 +130,21 @@ QString styleSheet(const Theme& theme)
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QString sheet = QString::fromUtf8(file.readAll());
-    const std::map<QString, QColor> roles{
-        {u"@window"_s, theme.window},     {u"@sidebar"_s, theme.sidebar},
-        {u"@card"_s, theme.card},         {u"@hairline"_s, theme.hairline},
-        {u"@edge"_s, theme.controlEdge},  {u"@text1"_s, theme.text1},
-        {u"@text2"_s, theme.text2},       {u"@text3"_s, theme.text3},
-        {u"@accent"_s, theme.accent},     {u"@onAccent"_s, theme.onAccent},
-        {u"@selected"_s, theme.selected}, {u"@hover"_s, theme.hover},
-        {u"@pressed"_s, theme.pressed},   {u"@accentDown"_s, theme.accent.darker(112)}};
+    const std::map<QString, QColor> roles{{u"@window"_s, theme.window},
+                                          {u"@sidebar"_s, theme.sidebar},
+                                          {u"@card"_s, theme.card},
+                                          {u"@hairline"_s, theme.hairline},
+                                          {u"@edge"_s, theme.controlEdge},
+                                          {u"@text1"_s, theme.text1},
+                                          {u"@text2"_s, theme.text2},
+                                          {u"@text3"_s, theme.text3},
+                                          {u"@accent"_s, theme.accent},
+                                          {u"@onAccent"_s, theme.onAccent},
+                                          {u"@selected"_s, theme.selected},
+                                          {u"@hover"_s, theme.hover},
+                                          {u"@pressed"_s, theme.pressed},
+                                          {u"@badge"_s, theme.badge},
+                                          {u"@accentDown"_s, theme.accent.darker(112)}};
     // The longer name first: one may begin with another.
     for (auto role = roles.rbegin(); role != roles.rend(); ++role)
         sheet.replace(role->first, role->second.name());

@@ -3,6 +3,7 @@
 #include "VantroqueApp/Views/Controls/ElidedLabel.h"
 #include "VantroqueApp/Views/Controls/MenuHeading.h"
 #include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Player/TransportKeys.h"
 #include "VantroqueApp/Views/Style/Type.h"
 #include "VantroqueApp/Views/Window/HelpPage.h"
 #include "VantroqueApp/Views/Window/ProfilesMenu.h"
@@ -93,11 +94,27 @@ QMenuBar* Header::menuBar()
     file->addAction(u"Quit"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &Header::quitPressed);
     QMenu* view = bar->addMenu(u"&View"_s);
     view->setAccessibleName(u"View"_s);
+    addFullScreen(*view);
     addAppearanceMenu(*view);
     addHelpMenu(*bar);
     // The desktop's key for menus, beside Alt.
     new QShortcut(Qt::Key_F10, this, [bar, file] { bar->setActiveAction(file->menuAction()); });
     return bar;
+}
+
+/// What the player in this window does, where there is one.
+void Header::addFullScreen(QMenu& view)
+{
+    const auto offered = [this] {
+        const TransportActions* actions = TransportKeys::shared().actionsFor(*this);
+        return actions != nullptr ? actions->fullScreen : nullptr;
+    };
+    QAction* action = view.addAction(u"Full Screen Picture"_s, this, [offered] {
+        if (const auto open = offered())
+            open();
+    });
+    connect(&view, &QMenu::aboutToShow, action,
+            [action, offered] { action->setEnabled(offered() != nullptr); });
 }
 
 void Header::addHelpMenu(QMenuBar& bar)

@@ -31,6 +31,7 @@ Q_SIGNALS:
 
 private:
     QMenuBar* menuBar();
+    void addFullScreen(QMenu& view);
     void addAppearanceMenu(QMenu& view);
     static void addHelpMenu(QMenuBar& bar);
     QMenu* exportMenu();

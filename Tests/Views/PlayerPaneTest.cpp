@@ -1,0 +1,309 @@
+#include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Player/PictureFullScreen.h"
+#include "VantroqueApp/Views/Player/PlayButton.h"
+#include "VantroqueApp/Views/Player/ScopesPanel.h"
+#include "VantroqueApp/Views/Player/TransportRow.h"
+#include "VantroqueApp/Views/Player/VerticalDragCatcher.h"
+#include "Views/PaintedWords.h"
+#include "Views/PaneFixture.h"
+
+#include <QLabel>
+#include <QMenu>
+
+namespace vantroque {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+class PlayerPaneTest : public PaneTest {
+protected:
+    ToolButton& tool(const QString& name)
+    {
+        for (ToolButton* button : pane().findChildren<ToolButton*>())
+            if (button->accessibleName().startsWith(name))
+                return *button;
+        throw std::logic_error("no tool of that name");
+    }
+    static QStringList entries(QMenu& menu)
+    {
+        Q_EMIT menu.aboutToShow();
+        QStringList texts;
+        for (const QAction* action : menu.actions())
+            if (!action->isSeparator())
+                texts << action->text();
+        return texts;
+    }
+    void choose(QMenu& menu, const QString& text)
+    {
+        Q_EMIT menu.aboutToShow();
+        for (QAction* action : menu.actions())
+            if (action->text() == text)
+                return action->trigger();
+        FAIL() << text.toStdString();
+    }
+    void dragHandle(int by)
+    {
+        auto& handle = *pane().findChild<VerticalDragCatcher*>();
+        const QPoint from = handle.rect().center();
+        QTest::mousePress(&handle, Qt::LeftButton, {}, from);
+        QTest::mouseMove(&handle, from + QPoint(0, by));
+        QTest::mouseRelease(&handle, Qt::LeftButton, {}, from + QPoint(0, by));
+        QApplication::processEvents();
+    }
+    FullScreenPicture* fullScreen()
+    {
+        for (QWidget* window : QApplication::topLevelWidgets())
+            if (auto* found = qobject_cast<FullScreenPicture*>(window); found && found->isVisible())
+                return found;
+        return nullptr;
+    }
+};
+
+TEST_F(PlayerPaneTest, ThePictureFillsTheWidthAndTheRestKeepsItsRoom)
+{
+    openPane({}, {720, 852});
+    EXPECT_EQ(picture().height(), 360) << "twice as wide as high";
+    pane().resize(720, 600);
+    EXPECT_TRUE(soon([&] { return picture().height() == 290; })) << picture().height();
+}
+
+TEST_F(PlayerPaneTest, TheShareOfThePictureIsDraggedAndRemembered)
+{
+    openPane();
+    dragHandle(-100);
+    const int chosen = picture().height();
+    EXPECT_NEAR(chosen, 260, 2);
+    closePane();
+    openPane();
+    EXPECT_NEAR(picture().height(), chosen, 1);
+    dragHandle(-5000);
+    EXPECT_EQ(picture().height(), 120) << "it never goes away";
+    dragHandle(5000);
+    EXPECT_EQ(picture().height(), pane().height() - 310) << "nor does what is below";
+    QTest::mouseDClick(pane().findChild<VerticalDragCatcher*>(), Qt::LeftButton);
+    EXPECT_EQ(picture().height(), 360);
+    closePane();
+    openPane();
+    EXPECT_EQ(picture().height(), 360);
+}
+
+TEST_F(PlayerPaneTest, TheHandleIsMovedByTheKeyboardToo)
+{
+    openPane();
+    pane().findChild<VerticalDragCatcher*>()->setFocus();
+    key(Qt::Key_Up);
+    EXPECT_EQ(picture().height(), 344);
+    key(Qt::Key_Down);
+    EXPECT_EQ(picture().height(), 360);
+}
+
+TEST_F(PlayerPaneTest, InTheSmallestWindowNothingOfTheTransportIsCutOff)
+{
+    openPane({}, {420, 652});
+    // The longest words that it has.
+    QTest::keyPress(&picture(), Qt::Key_K);
+    key(Qt::Key_J);
+    QTest::keyRelease(&picture(), Qt::Key_K);
+    player().zoom().setZoom(1.2); // of 16 pixels, "3150%"
+    QApplication::processEvents();
+    EXPECT_THAT(paintedWords(pane()), Contains(u"0.25x rev"_s));
+    const auto& row = *pane().findChild<TransportRow*>();
+    for (const QWidget* widget : row.findChildren<QWidget*>()) {
+        if (widget->isVisible() && widget->parentWidget() == &row) {
+            EXPECT_TRUE(row.rect().contains(widget->geometry()))
+                << widget->accessibleName().toStdString();
+            EXPECT_GE(widget->width(), widget->minimumSizeHint().width())
+                << widget->accessibleName().toStdString();
+        }
+    }
+    EXPECT_THAT(paintedWords(tool(u"Guides"_s)), IsEmpty()) << "an icon";
+    pane().resize(700, 652);
+    QApplication::processEvents();
+    EXPECT_THAT(paintedWords(tool(u"Guides"_s)), ElementsAre(u"Guides"_s));
+}
+
+TEST_F(PlayerPaneTest, ThePlayButtonAndTheSpeedFollowTheShuttle)
+{
+    openPane();
+    auto& play = *pane().findChild<PlayButton*>();
+    EXPECT_EQ(play.toolTip(), u"Play or stop  (space).  J K L shuttles"_s);
+    QTest::mouseClick(&play, Qt::LeftButton);
+    EXPECT_EQ(rate(), 1);
+    EXPECT_EQ(play.accessibleName(), u"Stop"_s);
+    EXPECT_THAT(paintedWords(pane()), Not(Contains(u"1x"_s)));
+    key(Qt::Key_L);
+    EXPECT_THAT(paintedWords(pane()), Contains(u"2x"_s));
+    key(Qt::Key_J);
+    key(Qt::Key_J);
+    key(Qt::Key_J);
+    EXPECT_THAT(paintedWords(pane()), Contains(u"4x rev"_s));
+    key(Qt::Key_K);
+    EXPECT_EQ(play.accessibleName(), u"Play"_s);
+}
+
+TEST_F(PlayerPaneTest, AFileThatIsShownAsStillsSaysSo)
+{
+    openPane();
+    auto& play = *pane().findChild<PlayButton*>();
+    EXPECT_TRUE(play.isEnabled());
+    m_film.become(PlaybackEngine::State::failed);
+    ASSERT_TRUE(soon([&] { return player().usesFrameStepper(); }));
+    QApplication::processEvents();
+    EXPECT_FALSE(play.isEnabled());
+    EXPECT_EQ(play.toolTip(), u"Playback isn't available for this format"_s);
+    QStringList said;
+    for (const QLabel* label : pane().findChildren<QLabel*>())
+        if (label->isVisible())
+            said << label->text();
+    EXPECT_THAT(said, Contains(u"This format cannot play here. It steps frame by frame instead. "
+                               u"Stills and guides work as usual."_s));
+}
+
+TEST_F(PlayerPaneTest, TheZoomMenuMarksWhereItIs)
+{
+    openPane();
+    QMenu& menu = *tool(u"Zoom"_s).menu();
+    EXPECT_EQ(tool(u"Zoom"_s).toolTip(), u"Zoom the picture for a closer look"_s);
+    EXPECT_THAT(entries(menu),
+                ElementsAre(u"Fit"_s, u"Double-click the picture to zoom to a spot. Drag to move "
+                                      u"around."_s))
+        << "16 pixels are enlarged as they are";
+    EXPECT_TRUE(menu.actions().front()->isChecked());
+    key(Qt::Key_Equal, Qt::ControlModifier);
+    EXPECT_NE(tool(u"Zoom"_s).text(), u"Fit"_s);
+    choose(menu, u"Fit"_s);
+    EXPECT_EQ(player().zoom().zoom().scale, 1);
+    EXPECT_EQ(tool(u"Zoom"_s).text(), u"Fit"_s);
+}
+
+TEST_F(PlayerPaneTest, TheGuidesMenuHasWhatThePictureCanHave)
+{
+    VideoSummary upright = video();
+    upright.width = 1080;
+    upright.height = 1920;
+    upright.activePicture = CropRect{.width = 1080, .height = 1600, .x = 0, .y = 160};
+    showPane(open(upright));
+    QMenu& menu = *tool(u"Guides"_s).menu();
+    QStringList wanted{u"Safe areas (90% / 93%)"_s, u"Thirds and center"_s,
+                       u"Detected picture area"_s, u"Platform UI"_s};
+    for (const PlatformZone& zone : player().guides().zones())
+        wanted << zone.name + u" safe zone"_s;
+    wanted << u"4:5 feed crop"_s;
+    EXPECT_GT(wanted.size(), 5);
+    EXPECT_EQ(entries(menu), wanted);
+    choose(menu, u"Safe areas (90% / 93%)"_s);
+    choose(menu, wanted[4]);
+    EXPECT_TRUE(player().guides().guideOptions().safeAreas);
+    EXPECT_EQ(player().guides().guideOptions().platformZoneIDs.size(), 1);
+    choose(menu, wanted[4]);
+    EXPECT_TRUE(player().guides().guideOptions().platformZoneIDs.empty());
+    closePane();
+    showPane(open());
+    EXPECT_THAT(entries(*tool(u"Guides"_s).menu()),
+                ElementsAre(u"Safe areas (90% / 93%)"_s, u"Thirds and center"_s));
+}
+
+TEST_F(PlayerPaneTest, ScopesThatAreOnStandUnderTheirTitles)
+{
+    openPane();
+    auto& scopes = *pane().findChild<ScopesPanel*>();
+    EXPECT_FALSE(scopes.isVisible());
+    QMenu& menu = *tool(u"Scopes"_s).menu();
+    EXPECT_THAT(entries(menu), ElementsAre(u"Waveform"_s, u"RGB parade"_s, u"Vectorscope"_s,
+                                           u"Highlight out-of-range picture"_s));
+    choose(menu, u"Highlight out-of-range picture"_s);
+    EXPECT_FALSE(scopes.isVisible()) << "that lies on the picture";
+    choose(menu, u"Waveform"_s);
+    choose(menu, u"Vectorscope"_s);
+    QApplication::processEvents();
+    EXPECT_TRUE(scopes.isVisible());
+    EXPECT_THAT(paintedWords(scopes), ElementsAre(u"Waveform"_s, u"Vectorscope"_s));
+    EXPECT_LT(scopes.width(), 200) << "a column";
+    pane().resize(500, 652);
+    QApplication::processEvents();
+    EXPECT_GT(scopes.width(), 400) << "a row";
+    EXPECT_LT(scopes.height(), 140);
+}
+
+TEST_F(PlayerPaneTest, TheMoreMenuTellsOfCaptions)
+{
+    openPane();
+    QMenu& menu = *tool(u"More"_s).menu();
+    EXPECT_EQ(tool(u"More"_s).toolTip(),
+              u"Captions, and the picture on its own. Drop an .srt on the picture to add it"_s);
+    EXPECT_THAT(entries(menu),
+                ElementsAre(u"Export Still"_s, u"Export Clean Still"_s, u"Show Captions"_s,
+                            u"Add Captions"_s, u"Remove Captions"_s));
+    const auto captions =
+        m_folder.write("words.srt", "1\n00:00:01,000 --> 00:00:03,000\nMorning comes\n");
+    player().captions().loadCaptions(FileUrl::fromPath(captions));
+    ASSERT_TRUE(soon([&] { return player().captions().captions() != nullptr; }));
+    EXPECT_THAT(entries(menu),
+                ElementsAre(u"Export Still"_s, u"Export Clean Still"_s, u"Show Captions"_s,
+                            u"Replace Captions"_s, u"Remove Captions"_s,
+                            u"1 cue, 00:00:01:00 to 00:00:03:00"_s));
+    choose(menu, u"Remove Captions"_s);
+    EXPECT_THAT(entries(menu), Contains(u"Add Captions"_s));
+}
+
+TEST_F(PlayerPaneTest, WhatWasDoneIsToldOverThePicture)
+{
+    openPane();
+    player().setExportMessage(u"Saved still.png"_s);
+    EXPECT_THAT(paintedWords(picture()), Contains(u"Saved still.png"_s));
+    player().setExportMessage({});
+    EXPECT_THAT(paintedWords(picture()), Not(Contains(u"Saved still.png"_s)));
+}
+
+TEST_F(PlayerPaneTest, CtrlFShowsThePictureOnTheWholeScreenUntilEscape)
+{
+    openPane();
+    key(Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(soon([&] { return fullScreen() != nullptr && fullScreen()->isActiveWindow(); }));
+    EXPECT_TRUE(
+        soon([&] { return fullScreen()->geometry() == fullScreen()->screen()->geometry(); }));
+    const QSizeF large = player().zoom().zoom().viewportSize;
+    EXPECT_EQ(large, QSizeF(fullScreen()->size()));
+    player().seek(42);
+    QTest::keyClick(fullScreen()->focusWidget(), Qt::Key_Right);
+    EXPECT_EQ(frame(), 43) << "its keys are those of the player";
+    QTest::keyClick(fullScreen()->focusWidget(), Qt::Key_Escape);
+    EXPECT_TRUE(soon([&] { return fullScreen() == nullptr; }));
+    EXPECT_TRUE(soon([&] { return player().zoom().zoom().viewportSize == picture().size(); }));
+    EXPECT_TRUE(soon([&] { return picture().hasFocus(); }));
+}
+
+TEST_F(PlayerPaneTest, FullScreensTransportHidesItselfAndComesBackWithThePointer)
+{
+    openPane();
+    key(Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(soon([&] { return fullScreen() != nullptr; }));
+    auto* transport = fullScreen()->findChild<QWidget*>(u"fullScreenTransport"_s);
+    EXPECT_TRUE(transport->isVisible());
+    EXPECT_TRUE(soon([&] { return !transport->isVisible(); }));
+    EXPECT_EQ(fullScreen()->cursor().shape(), Qt::BlankCursor);
+    QTest::mouseMove(fullScreen()->focusWidget(), QPoint(300, 200));
+    EXPECT_TRUE(soon([&] { return transport->isVisible(); }));
+    closePane(); // the whole of it goes at once
+    EXPECT_EQ(fullScreen(), nullptr);
+}
+
+TEST_F(PlayerPaneTest, EveryControlHasANameAndIsReachedByTheKeyboard)
+{
+    openPane({finding(20, 40, u"Too bright"_s)});
+    QStringList reached;
+    const QWidget* begin = pane().focusWidget();
+    do {
+        reached << pane().focusWidget()->accessibleName();
+        key(Qt::Key_Tab);
+    } while (pane().focusWidget() != begin && reached.size() < 20);
+    EXPECT_THAT(reached,
+                ElementsAre(u"Picture"_s, u"Timeline"_s, u"Play"_s, u"Timecode"_s, u"Zoom, Fit"_s,
+                            u"Guides"_s, u"Scopes"_s, u"More"_s, u"Height of the picture"_s));
+}
+
+} // namespace
+} // namespace vantroque
