@@ -82,7 +82,10 @@ void FrameServer::enter(std::int64_t number)
 
 void FrameServer::beginAtKey(Order& want)
 {
-    enter(want.last);
+    // The first key frame of the stretch, when there is one, so that whole groups are decoded.
+    const std::int64_t group = m_reader.longestGroup();
+    const bool hasKey = group > 0 && group <= want.last - want.first + 1;
+    enter(hasKey ? want.first + group - 1 : want.last);
     want.first = std::max(want.first, std::min(m_reader.entry(), want.last));
 }
 

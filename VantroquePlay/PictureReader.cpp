@@ -47,7 +47,10 @@ Result<void> PictureReader::open(AVFrame& first)
     m_stream = m_file.stream(m_index);
     m_file.readOnly(m_index);
     m_decoder->thread_count = threads();
-    m_decoder->thread_type = FF_THREAD_FRAME | FF_THREAD_SLICE;
+    // Threads that each decode a frame run ahead, in vain where single frames are wanted.
+    const bool hasSlices = (m_decoder->codec->capabilities & AV_CODEC_CAP_SLICE_THREADS) != 0;
+    m_decoder->thread_type =
+        hasOnlyKeys() && hasSlices ? FF_THREAD_SLICE : FF_THREAD_FRAME | FF_THREAD_SLICE;
     if (const int error = avcodec_open2(m_decoder.get(), m_decoder->codec, nullptr); error < 0)
         return tl::unexpected(libavError(error));
 
