@@ -26,6 +26,7 @@ QLabel* chip(const QString& accessibleName, QWidget* parent)
     label->setFont(Type::mono(Type::caption, QFont::Medium));
     label->setAccessibleName(accessibleName);
     label->setProperty("chip", true);
+    label->setFixedHeight(24);
     label->hide();
     return label;
 }
