@@ -9,6 +9,8 @@
 
 #include <QApplication>
 
+#include <stdexcept>
+
 namespace vantroque {
 
 /// The pane of a player whose engine and clock are in the hands of the test, in a window of its

@@ -10,6 +10,8 @@
 #include <QLabel>
 #include <QMenu>
 
+#include <stdexcept>
+
 namespace vantroque {
 namespace {
 
