@@ -200,6 +200,20 @@ QString errorOf(const QString& name)
                : error;
 }
 
+/// An inverted passage, a dip to black, and a frame of black.
+void addEvents(SignalInfo& signal)
+{
+    FrameCadence cadence;
+    cadence.interiorBlackRuns = {{10, 11}, {20, 20.04}};
+    signal.cadence = cadence;
+    StereoPhase phase;
+    phase.outOfPhaseRuns = {{2, 5}};
+    phase.audibleSeconds = 30;
+    phase.meanCorrelation = 0.4;
+    phase.minWindowCorrelation = -0.9;
+    signal.phase = phase;
+}
+
 MediaInfo mediaOf(const FileUrl& url, const QString& name)
 {
     MediaInfo found = media(url, name.startsWith(u"fail"_s) || name.startsWith(u"long"_s));
@@ -216,6 +230,8 @@ MediaInfo mediaOf(const FileUrl& url, const QString& name)
         series.rms.resize(24, series.rms.front());
         series.peak.resize(24, series.peak.front());
     }
+    if (name.contains(u"events"_s))
+        addEvents(*found.signal);
     return found;
 }
 

@@ -14,8 +14,8 @@ std::vector<Profile> profiles(int count = 6);
 /// An engine whose outcome follows the file's name: "fail...", "warn...", "long..." fails in very
 /// long words, "left..." is silent on the right, "sound..." has no picture, "bad..." cannot be
 /// analysed (for a reason of several lines: "bad-lines"), "run..." goes on until `release`, all
-/// others pass. What follows on "run" says how far it comes until then and with what, as in
-/// "run-surround" or "run-text".
+/// others pass. One with "events" in its name has findings on the timeline. What follows on "run"
+/// says how far it comes until then and with what, as in "run-surround" or "run-text".
 class SceneEngine {
 public:
     AnalysisEngine engine();

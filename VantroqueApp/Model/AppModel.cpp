@@ -21,6 +21,7 @@ AppModel::AppModel(UserDefaults& defaults, Desktop& desktop, const AnalysisEngin
                    PlaybackEngineMaker makeEngine)
     : m_defaults(defaults),
       m_appearance(defaults),
+      m_noteAuthor(defaults),
       m_profiles(defaults, std::move(profiles)),
       m_queue(m_files, m_profiles, engine),
       m_rescorer(m_files, m_profiles, engine),

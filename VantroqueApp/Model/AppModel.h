@@ -3,6 +3,7 @@
 #include "VantroqueApp/Model/Analyzing/AnalysisQueue.h"
 #include "VantroqueApp/Model/Analyzing/Rescorer.h"
 #include "VantroqueApp/Model/Choices/AppearanceChoice.h"
+#include "VantroqueApp/Model/Choices/NoteAuthor.h"
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
 #include "VantroqueApp/Model/Exports/Exports.h"
 #include "VantroqueApp/Model/Files/Comparison.h"
@@ -32,6 +33,7 @@ public:
 
     UserDefaults& defaults() { return m_defaults; }
     AppearanceChoice& appearance() { return m_appearance; }
+    NoteAuthor& noteAuthor() { return m_noteAuthor; }
     ProfileChoice& profiles() { return m_profiles; }
     FileList& files() { return m_files; }
     Comparison& comparison() { return m_comparison; }
@@ -57,6 +59,7 @@ private:
 
     UserDefaults& m_defaults;
     AppearanceChoice m_appearance;
+    NoteAuthor m_noteAuthor;
     ProfileChoice m_profiles;
     FileList m_files;
     Comparison m_comparison{m_files};

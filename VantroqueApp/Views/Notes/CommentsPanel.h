@@ -1,0 +1,62 @@
+#pragma once
+
+#include "VantroqueApp/Model/Choices/NoteAuthor.h"
+#include "VantroqueApp/Model/Playback/PlayerController.h"
+
+#include <QWidget>
+
+class QGridLayout;
+class QLabel;
+class QStackedWidget;
+
+namespace vantroque {
+
+class NoteComposer;
+class NoteTabs;
+class SignOffLine;
+class TimedList;
+
+/// What there is to say of the open file: the decision on it, the operator's notes and the findings
+/// by time, and where a note is written.
+class CommentsPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    /// Both must outlive it.
+    CommentsPanel(PlayerController& player, const NoteAuthor& author, QWidget* parent = nullptr);
+
+    /// Puts the keyboard where a note is typed.
+    void beginNote();
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void layOut();
+    void arrange();
+    void connectPlayer();
+    void connectParts();
+    void refreshNotes();
+    void refreshDetected();
+    void showSelected();
+    void showPage();
+    void goToNote(const QString& key);
+    void goToEvent(const QString& key);
+
+    PlayerController& m_player;
+    const NoteAuthor& m_author;
+    QLabel* m_heading;
+    NoteTabs* m_tabs;
+    SignOffLine* m_signOff;
+    QGridLayout* m_top;
+    TimedList* m_notes;
+    TimedList* m_detected;
+    QWidget* m_noNotes;
+    QWidget* m_nothingDetected;
+    QStackedWidget* m_pages;
+    NoteComposer* m_composer;
+};
+
+} // namespace vantroque
