@@ -275,11 +275,11 @@ TEST_F(Comments, ALongNoteShowsItsFirstLinesUntilItIsLookedAt)
 TEST_F(Comments, FitIntoASmallPanel)
 {
     open();
-    panel().resize(320, 128);
+    panel().resize(360, 128);
     EXPECT_TRUE(soon([&] { return panel().height() == 128; }));
     QApplication::processEvents();
-    for (const QString& name :
-         {u"Approve"_s, u"Needs revisions"_s, u"Notes 0"_s, u"Detected 0"_s}) {
+    for (const QString& name : {u"Mark the file Approved"_s, u"Mark the file Needs revisions"_s,
+                                u"Notes 0"_s, u"Detected 0"_s}) {
         const auto& each = button(name);
         EXPECT_TRUE(panel().rect().contains(QRect(each.mapTo(&panel(), QPoint()), each.size())))
             << name.toStdString();

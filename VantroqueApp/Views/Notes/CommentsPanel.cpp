@@ -87,6 +87,7 @@ void CommentsPanel::layOut()
     for (QWidget* page : {static_cast<QWidget*>(m_notes), static_cast<QWidget*>(m_detected),
                           m_noNotes, m_nothingDetected})
         m_pages->addWidget(page);
+    m_pages->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
     auto* line = new QFrame;
     line->setObjectName(u"hairline"_s);
     line->setFixedHeight(1);
@@ -101,8 +102,8 @@ void CommentsPanel::layOut()
         return row;
     };
     auto* layout = new QVBoxLayout(this);
-    layout->setSizeConstraint(QLayout::SetNoConstraint); // the list gives way
-    layout->setContentsMargins(side - bleed, 10, side - bleed, 12);
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
+    layout->setContentsMargins(side - bleed, 8, side - bleed, 12);
     layout->setSpacing(0);
     layout->addLayout(m_top);
     layout->addSpacing(6);
@@ -146,7 +147,7 @@ void CommentsPanel::beginNote()
 
 QSize CommentsPanel::minimumSizeHint() const
 {
-    constexpr int leastWidth = 320;
+    constexpr int leastWidth = 360;
     return {leastWidth, leastHeight};
 }
 
@@ -165,7 +166,9 @@ void CommentsPanel::arrange()
         m_top->removeWidget(each);
     m_heading->setVisible(!tight);
     m_signOff->setOneLine(tight);
-    m_composer->setTight(tight);
+    constexpr int aboveList = 60;
+    constexpr int listShare = 2; // half of what is left
+    m_composer->setRoom(tight ? height() - aboveList : (height() - aboveList) / listShare);
     if (tight) {
         m_top->addWidget(m_signOff, 0, 0);
         m_top->addWidget(m_tabs, 0, 1);

@@ -14,18 +14,20 @@ using namespace Qt::StringLiterals;
 MarkButton::MarkButton(QString icon, const QString& help, QWidget* parent)
     : QAbstractButton(parent), m_sign(std::move(icon))
 {
-    name(help);
+    constexpr QSize size(28, 28);
+    begin(help, size);
 }
 
 MarkButton::MarkButton(AnnotationStroke::Ink ink, QWidget* parent)
     : QAbstractButton(parent), m_sign(ink)
 {
-    name(AnnotationStroke::displayName(ink));
+    constexpr QSize size(22, 28);
+    begin(AnnotationStroke::displayName(ink), size);
 }
 
-void MarkButton::name(const QString& help)
+void MarkButton::begin(const QString& help, const QSize& size)
 {
-    setFixedSize(size, size);
+    setFixedSize(size);
     setToolTip(help);
     setAccessibleName(help);
     setFocusPolicy(Qt::TabFocus);
@@ -61,7 +63,7 @@ void MarkButton::paintIcon(QPainter& painter, const QString& icon) const
     painter.setPen(Qt::NoPen);
     painter.setBrush(fill);
     painter.drawRoundedRect(rect(), radius, radius);
-    const double inset = (size - iconSize) / 2.0;
+    const double inset = (width() - iconSize) / 2.0;
     Icons::draw(painter, QRectF(inset, inset, iconSize, iconSize), icon,
                 isChecked()   ? theme.accent
                 : isEnabled() ? theme.text2
@@ -74,7 +76,7 @@ void MarkButton::paintInk(QPainter& painter, AnnotationStroke::Ink ink) const
     constexpr double disc = 6.5;
     constexpr double ring = 9.5;
     const Theme& theme = Theme::current();
-    const QPointF middle(size / 2.0, size / 2.0);
+    const QPointF middle(width() / 2.0, height() / 2.0);
     if (isChecked() || underMouse()) {
         painter.setPen(QPen(isChecked() ? theme.text1 : theme.controlEdge, 1.5));
         painter.setBrush(Qt::NoBrush);

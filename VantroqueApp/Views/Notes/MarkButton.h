@@ -17,16 +17,14 @@ public:
     MarkButton(QString icon, const QString& help, QWidget* parent = nullptr);
     explicit MarkButton(AnnotationStroke::Ink ink, QWidget* parent = nullptr);
 
-    QSize sizeHint() const override { return {size, size}; }
+    QSize sizeHint() const override { return minimumSize(); }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    static constexpr int size = 28;
-
-    void name(const QString& help);
+    void begin(const QString& help, const QSize& size);
     void paintIcon(QPainter& painter, const QString& icon) const;
     void paintInk(QPainter& painter, AnnotationStroke::Ink ink) const;
 

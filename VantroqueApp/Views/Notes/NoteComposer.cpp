@@ -2,6 +2,7 @@
 
 #include "VantroqueApp/Views/Notes/MarkButton.h"
 #include "VantroqueApp/Views/Notes/NoteField.h"
+#include "VantroqueApp/Views/Notes/RowText.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
 #include <QBoxLayout>
@@ -9,6 +10,7 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
+#include <algorithm>
 #include <array>
 
 namespace vantroque {
@@ -108,7 +110,7 @@ QWidget* NoteComposer::toolRow()
     auto* row = new QWidget(this);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(4);
+    layout->setSpacing(2);
     layout->addWidget(markings());
     layout->addWidget(m_undo);
     layout->addStretch();
@@ -140,15 +142,19 @@ QWidget* NoteComposer::markings()
     auto* box = new QWidget;
     auto* layout = new QHBoxLayout(box);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(8);
+    layout->setSpacing(4);
     layout->addWidget(group(u"Draw on this frame"_s, toolButtons));
     layout->addWidget(group(u"Marker color"_s, inkButtons));
     return box;
 }
 
-void NoteComposer::setTight(bool tight)
+void NoteComposer::setRoom(int height)
 {
-    m_isTight = tight;
+    constexpr int usual = 112; ///< Of a few lines with the tools below them.
+    constexpr int besideText = 48;
+    m_isTight = height < usual;
+    constexpr int most = 5;
+    m_field->setMostLines(std::clamp((height - besideText) / RowText::lineHeight, 1, most));
     follow();
 }
 

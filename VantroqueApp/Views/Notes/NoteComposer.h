@@ -21,8 +21,8 @@ public:
     explicit NoteComposer(Notebook& notebook, QWidget* parent = nullptr);
 
     NoteField& field() { return *m_field; }
-    /// Little room: the tools show only while a note is written.
-    void setTight(bool tight);
+    /// How high it may become. Where that is little, the tools show only while a note is written.
+    void setRoom(int height);
 
 Q_SIGNALS:
     void saveRequested();

@@ -1,6 +1,6 @@
 #include "VantroqueApp/Views/Notes/NoteField.h"
 
-#include "VantroqueApp/Views/Style/Type.h"
+#include "VantroqueApp/Views/Notes/RowText.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QKeyEvent>
@@ -17,13 +17,17 @@ NoteField::NoteField(QWidget* parent) : QPlainTextEdit(parent)
 {
     setAccessibleName(u"Leave a note on this frame"_s);
     setPlaceholderText(u"Leave a note on this frame"_s);
-    setFont(Type::text(Type::body));
+    setFont(RowText::fontFor({}));
     setTabChangesFocus(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     document()->setDocumentMargin(0);
     connect(document()->documentLayout(), &QAbstractTextDocumentLayout::documentSizeChanged, this,
             &NoteField::fit);
+    connect(this, &QPlainTextEdit::textChanged, this, [this] {
+        if (const QFont needed = RowText::fontFor(toPlainText()); needed != font())
+            setFont(needed);
+    });
     fit();
 }
 

@@ -4,6 +4,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <limits>
 
 namespace vantroque {
@@ -35,7 +36,7 @@ QString start(const QString& text, int width)
 } // namespace
 
 RowText::RowText(const QString& text, int width, Extent extent)
-    : m_font(Type::text(Type::body)), m_width(width)
+    : m_font(fontFor(text)), m_width(width)
 {
     const bool isBrief = extent == Extent::brief;
     const QString shown = isBrief ? start(text, width) : text;
@@ -51,6 +52,21 @@ RowText::RowText(const QString& text, int width, Extent extent)
     const bool isCut = line.textStart() + line.textLength() < last.text().size();
     if (isCut || at <= shown.size() || shown.size() < text.size())
         endEarly(mostLines);
+}
+
+QFont RowText::fontFor(const QString& text)
+{
+    constexpr QChar joiner(0x200D);
+    constexpr QChar asPicture(0xFE0F);
+    QFont font = Type::text(Type::body);
+    const auto isOfEmoji = [&](QChar each) {
+        return each.isSurrogate() || each == joiner || each == asPicture;
+    };
+    if (std::ranges::any_of(text, isOfEmoji)) {
+        font.setFamilies({u"Inter"_s, u"Noto Sans"_s, u"Noto Color Emoji"_s});
+        font.setStyleStrategy(QFont::PreferDefault);
+    }
+    return font;
 }
 
 void RowText::add(const QString& paragraph, int mostLines)

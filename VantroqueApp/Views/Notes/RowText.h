@@ -21,6 +21,9 @@ public:
 
     RowText(const QString& text, int width, Extent extent);
 
+    /// In which a text that somebody wrote is set. Emoji are joined of parts, so they are shaped.
+    static QFont fontFor(const QString& text);
+
     int height() const { return m_lines * lineHeight; }
     void draw(QPainter& painter, const QPointF& place, const QColor& color) const;
 

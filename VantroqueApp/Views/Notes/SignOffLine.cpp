@@ -75,6 +75,7 @@ QPushButton* SignOffLine::decisionButton(Decision decision, const QString& icon)
                                u"Mark the file "_s + ReviewSignOff::label(decision));
     made->setIcon(Icons::tool(icon, 14));
     made->setIconSize({14, 14});
+    made->setAccessibleName(made->text());
     made->setCheckable(true);
     connect(made, &QPushButton::clicked, this, [this, decision] {
         Q_EMIT decided(decision);
@@ -110,19 +111,24 @@ bool SignOffLine::fits(int width) const
     for (const QPushButton* each : {m_approve, m_revise, m_clear})
         if (!each->isHidden())
             needed += each->sizeHint().width() + gap;
-    return m_oneLine || needed <= width;
+    return needed <= width;
 }
 
 int SignOffLine::heightForWidth(int width) const
 {
-    return fits(width) ? lineHeight : 2 * lineHeight;
+    return m_oneLine || fits(width) ? lineHeight : 2 * lineHeight;
 }
 
 void SignOffLine::arrange()
 {
     m_approve->setChecked(m_decision == Decision::approved);
     m_revise->setChecked(m_decision == Decision::needsRevisions);
-    const bool oneLine = fits(width());
+    m_approve->setText(ReviewSignOff::actionLabel(Decision::approved));
+    m_revise->setText(ReviewSignOff::actionLabel(Decision::needsRevisions));
+    const bool oneLine = m_oneLine || fits(width());
+    if (m_oneLine && !fits(width())) // their signs say it as well
+        for (QPushButton* each : {m_approve, m_revise})
+            each->setText({});
     m_layout->setDirection(oneLine ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     m_layout->setSpacing(oneLine ? gap : 2);
     setFixedHeight(heightForWidth(width()));
