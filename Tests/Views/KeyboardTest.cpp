@@ -85,11 +85,27 @@ TEST_F(Keyboard, TabGoesFromTheListToTheReportToThePlayerAndToTheHeader)
 {
     openList();
     // The file is shown as stills, so there is no play button to press.
-    const QStringList order{
-        u"Files"_s,    u"Drop more files"_s, u"Clear All"_s,    u"Platforms"_s,
-        u"Picture"_s,  u"Timeline"_s,        u"Timecode"_s,     u"Zoom, Fit"_s,
-        u"Guides"_s,   u"Scopes"_s,          u"More"_s,         u"Height of the picture"_s,
-        u"Add File"_s, u"Profiles"_s,        u"Export Report"_s};
+    const QStringList order{u"Files"_s,
+                            u"Drop more files"_s,
+                            u"Clear All"_s,
+                            u"Platforms"_s,
+                            u"Picture"_s,
+                            u"Timeline"_s,
+                            u"Timecode"_s,
+                            u"Zoom, Fit"_s,
+                            u"Guides"_s,
+                            u"Scopes"_s,
+                            u"More"_s,
+                            u"Height of the picture"_s,
+                            u"Notes 0"_s,
+                            u"Approve"_s,
+                            u"Needs revisions"_s,
+                            u"Leave a note on this frame"_s,
+                            u"Pointer"_s,
+                            u"Red"_s,
+                            u"Add File"_s,
+                            u"Profiles"_s,
+                            u"Export Report"_s};
     EXPECT_EQ(walk(), order);
     QStringList back = walk(Qt::Key_Backtab);
     std::reverse(back.begin() + 1, back.end());
@@ -184,7 +200,7 @@ TEST_F(Keyboard, WithoutAPlayerSpaceAndArrowsOpenRowsOfAReport)
     openList();
     const auto* file = model().files().selected();
     ReportSections sections;
-    sections.show(*file->report(), model().profiles().profiles(), true);
+    sections.show(file->report()->allRows(), model().profiles().profiles(), true);
     sections.QWidget::show();
     sections.setCurrentIndex(sections.model()->index(1, 0));
     const QStringList before = rows(sections);

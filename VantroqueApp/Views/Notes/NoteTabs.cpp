@@ -39,6 +39,8 @@ void NoteTabs::setCounts(int notes, int detected)
 {
     m_notes->setText(u"Notes %1"_s.arg(notes));
     m_detected->setText(u"Detected %1"_s.arg(detected));
+    for (QPushButton* each : {m_notes, m_detected})
+        each->setAccessibleName(each->text());
 }
 
 bool NoteTabs::showsDetected() const

@@ -45,6 +45,17 @@ QRect measuredRect(const QRect& row)
     return {left, row.top(), row.right() - inset - chevron - textGap - left, checkHeight};
 }
 
+/// The place that a row points at, at the end of it; returns what is left for what was measured.
+QRect drawMoment(QPainter& painter, const QRect& room, const QString& time)
+{
+    if (time.isEmpty())
+        return room;
+    const QFont font = Type::mono(Type::caption, QFont::Medium);
+    Type::draw(painter, room, time, font, Theme::current().accent,
+               Qt::AlignRight | Qt::AlignVCenter);
+    return room.adjusted(0, 0, -QFontMetrics(font).horizontalAdvance(time) - textGap, 0);
+}
+
 /// What stands under an open check, laid out for a width.
 struct Details {
     Details(const CheckResult& check, int width)
@@ -150,7 +161,8 @@ void paintCheck(QPainter& painter, const QRect& row, const QModelIndex& index, b
     Type::draw(painter,
                QRect(row.left() + indent, line.top(), titleWidth(row.width()) - 8, line.height()),
                check.title, Type::text(Type::body), theme.text1);
-    Type::draw(painter, measuredRect(row), check.measured, Type::text(Type::body),
+    const QRect measured = drawMoment(painter, measuredRect(row), rows.momentTime(index));
+    Type::draw(painter, measured, check.measured, Type::text(Type::body),
                open ? theme.text1 : theme.text2);
     drawChevron(painter, line, open);
     if (!open)

@@ -1,5 +1,7 @@
 #include "VantroqueApp/Views/Report/ReportRows.h"
 
+#include "Base/Timecode.h"
+#include "Check/RowMoments.h"
 #include "Profiles/SpecFreshness.h"
 #include "VantroqueApp/Views/Style/Icons.h"
 
@@ -27,9 +29,10 @@ QString freshnessOf(const ProfileReport& report, const std::vector<Profile>& pro
 
 } // namespace
 
-void ReportRows::show(const FileReport& report, const std::vector<Profile>& profiles, bool fresh)
+void ReportRows::show(std::vector<ProfileReport> reports, const std::vector<Profile>& profiles,
+                      bool fresh)
 {
-    auto reports = report.allRows();
+    m_profiles = &profiles;
     if (!fresh && reports == m_reports)
         return;
     beginResetModel();
@@ -46,6 +49,27 @@ void ReportRows::show(const FileReport& report, const std::vector<Profile>& prof
     }
     refill();
     endResetModel();
+}
+
+void ReportRows::setEvents(std::vector<SignalEvent> events, double frameRate)
+{
+    m_events = std::move(events);
+    m_frameRate = frameRate;
+}
+
+std::optional<SignalEvent> ReportRows::moment(const QModelIndex& index) const
+{
+    const CheckResult* result = check(index);
+    if (result == nullptr || m_events.empty())
+        return std::nullopt;
+    const auto profile = std::ranges::find(*m_profiles, report(index).profileID, &Profile::id);
+    return RowMoments::of(*result, profile == m_profiles->end() ? nullptr : &*profile, m_events);
+}
+
+QString ReportRows::momentTime(const QModelIndex& index) const
+{
+    const auto event = moment(index);
+    return event ? Timecode(event->frame, m_frameRate).text() : QString();
 }
 
 void ReportRows::refill()
@@ -145,6 +169,8 @@ QString ReportRows::text(const QModelIndex& index) const
     QStringList parts{Icons::word(verdict(index))};
     if (const CheckResult* result = check(index)) {
         parts << result->title << result->measured;
+        if (const QString time = momentTime(index); !time.isEmpty())
+            parts << u"at %1"_s.arg(time);
         if (isOpen(index)) {
             parts << u"Expected: %1"_s.arg(result->expected);
             if (result->fix)

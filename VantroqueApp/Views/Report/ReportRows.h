@@ -20,7 +20,10 @@ public:
     using QAbstractListModel::QAbstractListModel;
 
     /// `fresh`: another file than before, of which nothing was opened yet.
-    void show(const FileReport& report, const std::vector<Profile>& profiles, bool fresh);
+    /// `profiles` must stay until the next call.
+    void show(std::vector<ProfileReport> reports, const std::vector<Profile>& profiles, bool fresh);
+    /// Where checks may point at; frames count at `frameRate`.
+    void setEvents(std::vector<SignalEvent> events, double frameRate);
     void toggle(const QModelIndex& index);
     bool isOpen(const QModelIndex& index) const { return m_open.contains(key(index)); }
 
@@ -31,6 +34,10 @@ public:
     /// Null for the row of a platform itself.
     const CheckResult* check(const QModelIndex& index) const;
     Verdict verdict(const QModelIndex& index) const;
+    /// Where a check points at that does not pass.
+    std::optional<SignalEvent> moment(const QModelIndex& index) const;
+    /// Its time code; empty without one.
+    QString momentTime(const QModelIndex& index) const;
     /// How long ago the platform's values were compared with their source. Empty for what is no
     /// platform.
     QString freshnessLine(const QModelIndex& index) const;
@@ -46,6 +53,9 @@ private:
 
     std::vector<ProfileReport> m_reports;
     std::vector<QString> m_freshness; ///< One a report.
+    const std::vector<Profile>* m_profiles = nullptr;
+    std::vector<SignalEvent> m_events;
+    double m_frameRate = 0;
     std::vector<Row> m_rows;
     QSet<QString> m_open;
 };

@@ -26,20 +26,36 @@ ReportSections::ReportSections(QWidget* parent)
     setVerticalScrollMode(ScrollPerPixel);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    connect(this, &QListView::clicked, this, &ReportSections::toggle);
+    connect(this, &QListView::clicked, this, &ReportSections::press);
 }
 
-void ReportSections::show(const FileReport& report, const std::vector<Profile>& profiles,
+void ReportSections::show(std::vector<ProfileReport> reports, const std::vector<Profile>& profiles,
                           bool fresh)
 {
     const bool keeps = !fresh && currentIndex().isValid();
     const QString current = keeps ? m_rows->key(currentIndex()) : QString();
-    m_rows->show(report, profiles, fresh);
+    m_rows->show(std::move(reports), profiles, fresh);
     fitRows();
     if (keeps && !currentIndex().isValid()) {
         const QSignalBlocker quiet(this); // the operator may look elsewhere by now
         setCurrentIndex(m_rows->indexOf(current));
     }
+}
+
+void ReportSections::setEvents(std::vector<SignalEvent> events, double frameRate)
+{
+    m_rows->setEvents(std::move(events), frameRate);
+    viewport()->update();
+}
+
+void ReportSections::press(const QModelIndex& index)
+{
+    if (!index.isValid())
+        return;
+    const auto moment = m_rows->moment(index);
+    toggle(index);
+    if (moment)
+        Q_EMIT momentChosen(*moment);
 }
 
 void ReportSections::toggle(const QModelIndex& index)
@@ -82,7 +98,7 @@ void ReportSections::keyPressEvent(QKeyEvent* event)
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-    case Qt::Key_Space: return toggle(index);
+    case Qt::Key_Space: return press(index);
     case Qt::Key_Right: return open ? void() : toggle(index);
     case Qt::Key_Left: return open ? toggle(index) : void();
     default: QListView::keyPressEvent(event);

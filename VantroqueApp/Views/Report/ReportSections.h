@@ -17,11 +17,15 @@ class ReportSections : public QListView {
 public:
     explicit ReportSections(QWidget* parent = nullptr);
     /// `fresh`: another file than before.
-    void show(const FileReport& report, const std::vector<Profile>& profiles, bool fresh);
+    void show(std::vector<ProfileReport> reports, const std::vector<Profile>& profiles, bool fresh);
+    /// Where rows may point at; frames count at `frameRate`.
+    void setEvents(std::vector<SignalEvent> events, double frameRate);
 
 Q_SIGNALS:
     /// The keyboard came to a row.
     void rowShown(const QRect& row);
+    /// A row that points there was pressed.
+    void momentChosen(const vantroque::SignalEvent& event);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -30,6 +34,7 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
+    void press(const QModelIndex& index);
     void toggle(const QModelIndex& index);
     void open(const QModelIndex& index);
     void fitRows();

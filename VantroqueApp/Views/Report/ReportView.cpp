@@ -1,9 +1,9 @@
 #include "VantroqueApp/Views/Report/ReportView.h"
 
 #include "Profiles/LoudnessTarget.h"
-#include "Signal/ChannelAnalyzer.h"
 #include "VantroqueApp/Views/Instruments/ChannelMeters.h"
 #include "VantroqueApp/Views/Instruments/LoudnessMeter.h"
+#include "VantroqueApp/Views/Report/ChannelReadings.h"
 #include "VantroqueApp/Views/Report/MeasurementCards.h"
 #include "VantroqueApp/Views/Report/ReportSections.h"
 #include "VantroqueApp/Views/Report/SummaryHeader.h"
@@ -23,30 +23,6 @@ constexpr int padding = 20;
 constexpr int figuresWidth = 400;
 constexpr int besideFrom = 880; ///< Width of the pane from which there are two columns.
 constexpr int widestColumn = 720;
-
-/// The loudest moment of each channel: the highest of its history, or what is known of the whole.
-std::vector<ChannelMeters::Channel> loudestMoments(const MediaInfo& media)
-{
-    std::vector<ChannelMeters::Channel> channels;
-    if (!media.signal || !media.audio)
-        return channels;
-    const auto& series = media.signal->channelSeries;
-    const auto& levels = media.signal->channelLevels;
-    const std::size_t count = series ? series->rms.size() : levels ? levels->size() : 0;
-    const auto names = ChannelNames::names(media.audio->measuredLayout(), static_cast<int>(count));
-    for (std::size_t i = 0; i < count; ++i) {
-        ChannelMeters::Channel channel{.name = names.at(i)};
-        if (series && !series->rms[i].empty()) {
-            channel.rms = std::ranges::max(series->rms[i]);
-            channel.peak = std::ranges::max(series->peak[i]);
-        } else if (levels && i < levels->size()) {
-            channel.rms = (*levels)[i].rmsDb.value_or(ChannelMeters::silence);
-            channel.peak = (*levels)[i].peakDb.value_or(ChannelMeters::silence);
-        }
-        channels.push_back(channel);
-    }
-    return channels;
-}
 
 } // namespace
 
@@ -82,29 +58,71 @@ ReportView::ReportView(const ProfileChoice& profiles, QWidget* parent)
     m_layout->addWidget(m_sections, 0, Qt::AlignTop);
     m_layout->addStretch(1);
     setWidget(m_page);
+    connect(m_sections, &ReportSections::momentChosen, this, [this](const SignalEvent& event) {
+        if (m_player != nullptr)
+            m_player->goTo(event);
+    });
     connect(m_sections, &ReportSections::rowShown, this, [this](const QRect& row) {
         const QPoint top = m_sections->mapTo(m_page, row.topLeft());
         ensureVisible(top.x(), top.y() + row.height() / 2, 0, row.height() / 2 + 8);
     });
 }
 
+void ReportView::setPlayer(PlayerController* player)
+{
+    m_ties = std::make_unique<QObject>();
+    m_player = player;
+    if (player != nullptr) {
+        connect(player, &PlayerController::eventsChanged, m_ties.get(),
+                [this] { showSections(false); });
+        const auto readChannels = [this] { showChannels(); };
+        connect(&player->playhead(), &Playhead::moved, m_ties.get(), readChannels);
+        connect(&player->shuttle(), &ShuttleEngine::changed, m_ties.get(), readChannels);
+    }
+    if (m_report) {
+        showSections(false);
+        showChannels();
+    }
+}
+
 void ReportView::show(const FileAnalysis& file)
 {
-    const FileReport& report = *file.report();
+    m_report = std::get<FileAnalysis::Done>(file.status).report;
+    m_media = file.media;
+    const FileReport& report = *m_report;
     m_summary->show(report);
     m_cards->show(report, file.media.get(), m_profiles.enabledProfiles());
     m_loudness->show(report, LoudnessTarget::across(m_profiles.enabledProfiles()));
-    showChannels(file);
+    showChannels();
     const bool another = std::exchange(m_shown, file.id) != file.id;
-    m_sections->show(report, m_profiles.profiles(), another);
+    showSections(another);
     if (another)
         verticalScrollBar()->setValue(0);
 }
 
-void ReportView::showChannels(const FileAnalysis& file)
+/// The platforms, and what is said of the captions that the player shows.
+void ReportView::showSections(bool fresh)
 {
-    auto channels =
-        file.media ? loudestMoments(*file.media) : std::vector<ChannelMeters::Channel>();
+    std::vector<ProfileReport> reports = m_report->allRows();
+    if (m_player != nullptr)
+        if (auto captions = m_player->captions().captionSection())
+            reports.push_back(*std::move(captions));
+    m_sections->show(std::move(reports), m_profiles.profiles(), fresh);
+    if (m_player != nullptr)
+        m_sections->setEvents(m_player->detectedEvents(),
+                              m_player->file().workingRate().perSecond());
+    else
+        m_sections->setEvents({}, 0);
+}
+
+/// While it plays, what is heard.
+void ReportView::showChannels()
+{
+    std::vector<ChannelMeters::Channel> channels;
+    const bool moves = m_player != nullptr && m_player->shuttle().state().rate != 0;
+    if (m_media)
+        channels = moves ? ChannelReadings::at(*m_media, m_player->currentSeconds())
+                         : ChannelReadings::loudest(*m_media);
     m_channels->setVisible(!channels.empty());
     m_channels->setChannels(std::move(channels));
 }

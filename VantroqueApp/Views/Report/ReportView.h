@@ -2,8 +2,11 @@
 
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
 #include "VantroqueApp/Model/Files/FileAnalysis.h"
+#include "VantroqueApp/Model/Playback/PlayerController.h"
 
 #include <QScrollArea>
+
+#include <memory>
 
 class QBoxLayout;
 
@@ -24,12 +27,17 @@ public:
     explicit ReportView(const ProfileChoice& profiles, QWidget* parent = nullptr);
     /// `file` has a report.
     void show(const FileAnalysis& file);
+    /// The player of that file: its captions are reported as well, rows that point at a moment go
+    /// there, and the channels show what it plays. Null where none is open; it must stay until
+    /// then.
+    void setPlayer(PlayerController* player);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void showChannels(const FileAnalysis& file);
+    void showSections(bool fresh);
+    void showChannels();
 
     const ProfileChoice& m_profiles;
     QWidget* m_page;
@@ -41,6 +49,10 @@ private:
     ChannelMeters* m_channels;
     ReportSections* m_sections;
     QUuid m_shown;
+    std::shared_ptr<const FileReport> m_report;
+    std::shared_ptr<const MediaInfo> m_media;
+    PlayerController* m_player = nullptr;
+    std::unique_ptr<QObject> m_ties; ///< To the player.
 };
 
 } // namespace vantroque

@@ -1,6 +1,7 @@
 #include "VantroqueApp/Views/Window/DetailPane.h"
 
 #include "VantroqueApp/Views/Analyzing/AnalyzingView.h"
+#include "VantroqueApp/Views/Notes/CommentsPanel.h"
 #include "VantroqueApp/Views/Player/PlayerPane.h"
 #include "VantroqueApp/Views/Report/ReportView.h"
 #include "VantroqueApp/Views/Window/MessagePane.h"
@@ -22,8 +23,8 @@ constexpr int widestReport = 560;
 } // namespace
 
 DetailPane::DetailPane(const FileList& list, const AnalysisQueue& queue,
-                       const ProfileChoice& profiles, OpenPlayer& player, UserDefaults& defaults,
-                       QWidget* parent)
+                       const ProfileChoice& profiles, OpenPlayer& player, const NoteAuthor& author,
+                       UserDefaults& defaults, QWidget* parent)
     : QStackedWidget(parent),
       m_list(list),
       m_queue(queue),
@@ -32,6 +33,7 @@ DetailPane::DetailPane(const FileList& list, const AnalysisQueue& queue,
       m_desk(new QSplitter(Qt::Horizontal, this)),
       m_report(new ReportView(profiles, m_desk)),
       m_openPlayer(player),
+      m_author(author),
       m_defaults(defaults)
 {
     setObjectName(u"detail"_s);
@@ -42,11 +44,7 @@ DetailPane::DetailPane(const FileList& list, const AnalysisQueue& queue,
     m_desk->setChildrenCollapsible(false);
     m_report->setMinimumWidth(narrowestReport);
     connect(m_desk, &QSplitter::splitterMoved, this, [this] { m_ownReport = true; });
-    connect(&player, &OpenPlayer::playerAboutToGo, this, [this] {
-        delete m_player;
-        m_player = nullptr;
-        shareRoom();
-    });
+    connect(&player, &OpenPlayer::playerAboutToGo, this, &DetailPane::dropPlayer);
     connect(&player, &OpenPlayer::playerChanged, this, &DetailPane::showPlayer);
     const auto ifSelected = [this](const QUuid& id) {
         if (id == m_list.selectedAnalysisID())
@@ -85,12 +83,22 @@ void DetailPane::showReport(const FileAnalysis& file)
     m_report->show(file);
 }
 
+void DetailPane::dropPlayer()
+{
+    m_report->setPlayer(nullptr);
+    delete m_player;
+    m_player = nullptr;
+    shareRoom();
+}
+
 void DetailPane::showPlayer()
 {
     PlayerController* player = m_openPlayer.player();
     if (player == nullptr)
         return;
     m_player = new PlayerPane(*player, m_defaults, m_desk);
+    m_player->setBelow(new CommentsPanel(*player, m_author));
+    m_report->setPlayer(player);
     m_desk->addWidget(m_player);
     m_desk->setStretchFactor(0, 0);
     m_desk->setStretchFactor(1, 1);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VantroqueApp/Model/Analyzing/AnalysisQueue.h"
+#include "VantroqueApp/Model/Choices/NoteAuthor.h"
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
 #include "VantroqueApp/Model/Files/FileList.h"
 #include "VantroqueApp/Model/Playback/OpenPlayer.h"
@@ -21,7 +22,8 @@ class DetailPane : public QStackedWidget {
 public:
     /// All that is given must outlive it.
     DetailPane(const FileList& list, const AnalysisQueue& queue, const ProfileChoice& profiles,
-               OpenPlayer& player, UserDefaults& defaults, QWidget* parent = nullptr);
+               OpenPlayer& player, const NoteAuthor& author, UserDefaults& defaults,
+               QWidget* parent = nullptr);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -29,6 +31,7 @@ protected:
 private:
     static int reportWidth(int room);
     void showPlayer();
+    void dropPlayer();
     void shareRoom();
     void refresh();
     void showReport(const FileAnalysis& file);
@@ -42,6 +45,7 @@ private:
     ReportView* m_report;
     PlayerPane* m_player = nullptr; ///< Of the open player.
     OpenPlayer& m_openPlayer;
+    const NoteAuthor& m_author;
     UserDefaults& m_defaults;
     bool m_ownReport = false; ///< The operator chose its width.
     /// What the report was made of. None after another choice of platforms, which it shows as well.

@@ -67,7 +67,8 @@ QSplitter* MainWindow::files()
     splitter->setFocusProxy(&m_sidebar->files());
     setTabOrder(&m_sidebar->files(), &m_sidebar->well());
     splitter->addWidget(new DetailPane(m_model.files(), m_model.queue(), m_model.profiles(),
-                                       m_model.openPlayer(), m_model.defaults(), splitter));
+                                       m_model.openPlayer(), m_model.noteAuthor(),
+                                       m_model.defaults(), splitter));
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
     m_sidebar->setMinimumWidth(Sidebar::narrowest);
