@@ -19,8 +19,8 @@ public:
         m_timer.setSingleShot(once);
         // A copy, since the tick may let go of all of this.
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
-            const auto tick = m_tick;
-            tick();
+            const auto call = m_tick;
+            call();
         });
         m_timer.start();
     }
