@@ -42,6 +42,7 @@ bool runUntil(const std::function<bool()>& condition)
 
 DecoderEngine::Settings Playing::silent()
 {
+    needApplication();
     DecoderEngine::Settings settings;
     settings.sound = [](const SoundOutput::Fill&) { return nullptr; };
     return settings;
