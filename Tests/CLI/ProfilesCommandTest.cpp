@@ -118,7 +118,10 @@ TEST_F(ProfilesCommand, TellsHowOldEachIs)
 
 TEST(InstalledProfiles, AreFoundByTheProgram)
 {
-    const auto shipped = ProfileStore::loadFrom(VANTROQUE_SHIPPED_PROFILES).value();
+    auto shipped = ProfileStore::loadFrom(VANTROQUE_SHIPPED_PROFILES).value();
+    for (Profile& profile : shipped)
+        if (profile.content)
+            profile.content->installedLeaders.clear(); // Not told: they are those of the others.
     EXPECT_EQ(listed<Profile>(Cli::run({"profiles", "--format", "json"})), shipped);
 }
 
