@@ -94,8 +94,8 @@ TEST_F(OnScreen, FromNothingToASavedReportWithTheKeyboardAlone)
     m_screen.press({"Return"});
     ASSERT_TRUE(soonAnalysed(1));
     ASSERT_TRUE(m_screen.soonActive(window));
-    m_screen.press({"shift+Tab", "space"}); // from the list to Export Report
-    m_screen.press({"Down", "Return"});
+    m_screen.press({"shift+Tab", "Return"});            // from the list to Export Report
+    m_screen.press({"Down", "Down", "Down", "Return"}); // This File as Text
     ASSERT_TRUE(m_screen.soonActive(window, "Save"));
     m_screen.press({"ctrl+a"});
     m_screen.type(report.native());
