@@ -3,12 +3,11 @@
 #include "Support/Clips.h"
 #include "Support/FakeTools.h"
 #include "Support/Media.h"
+#include "Tools/ProcessTable.h"
 
 #include <QImage>
 
-#include <chrono>
 #include <csignal>
-#include <thread>
 
 // Reports and notes on paper.
 
@@ -146,28 +145,45 @@ TEST_F(PdfCommand, AFullDiskLeavesTheOldFile)
     EXPECT_THAT(m_folder.names(), ElementsAre("out.pdf"));
 }
 
-TEST_F(PdfCommand, AKillAtAnyMomentLeavesTheOldFileOrTheNewOne)
+TEST_F(PdfCommand, AKillWhileItIsWrittenLeavesTheOldFileOrTheNewOne)
 {
     const fs::path film = m_folder.write("film.mp4", contents(Clips::plain()));
     for (const int frame : {2, 5, 8})
         note(film, u"look"_s, frame);
     const Words words = Words{"pdf"} + m_profiles.words()
                         + Words{"--skip-signal", "-o", out().native(), film.native()};
-    const auto begun = std::chrono::steady_clock::now();
-    ASSERT_NE(Cli::run(words).status, 2);
-    const auto whole = std::chrono::steady_clock::now() - begun;
-    constexpr int kills = 16;
-    for (int i = 0; i < kills; ++i) {
+    const TestFolder scratch;
+    const ProgramOptions options{.environment = {{"TMPDIR", scratch.path().native()}}};
+    ASSERT_NE(Cli::run(words, options).status, 2);
+    const auto whole = fs::file_size(out());
+    // What the pages take in the making, wherever in the scratch folder that is.
+    const auto written = [&] {
+        std::uintmax_t bytes = 0;
+        std::error_code gone;
+        for (fs::recursive_directory_iterator each(scratch.path(), gone), end; !gone && each != end;
+             each.increment(gone))
+            if (const auto size = each->path().extension() == ".pdf" ? each->file_size(gone) : 0;
+                !gone)
+                bytes = std::max(bytes, size);
+        return bytes;
+    };
+    constexpr unsigned kills = 16;
+    unsigned inTheMiddle = 0;
+    for (unsigned i = 0; i < kills; ++i) {
         m_folder.write("out.pdf", "old");
-        Program writer(Cli::command(words));
-        std::this_thread::sleep_for(whole * i / kills);
+        Program writer(Cli::command(words), options);
+        EXPECT_TRUE(
+            comesTrue([&] { return written() > whole * i / kills || !isRunning(writer.id()); }));
         writer.signal(SIGKILL);
-        writer.wait();
+        inTheMiddle += writer.wait().status == 128 + SIGKILL ? 1 : 0;
         if (contents(out()) != "old") {
             EXPECT_EQ(runProgram({"qpdf", "--check", out().native()}).status, 0);
         }
         EXPECT_THAT(m_folder.names(), ElementsAre("film.mp4", "out.pdf")) << "after kill " << i;
+        for (const auto& left : fs::directory_iterator(scratch.path()))
+            fs::remove_all(left); // which the next start would
     }
+    EXPECT_GT(inTheMiddle, kills / 2) << "the kills must meet the writer";
 }
 
 TEST_F(PdfCommand, CaptionsAreToldAndDrawnOnTheFramesOfComments)

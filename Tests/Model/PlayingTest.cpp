@@ -427,26 +427,6 @@ TEST_F(Playing, ArrowsStepFromRest)
     EXPECT_TRUE(soonOnScreen(0));
 }
 
-TEST_F(Playing, TheFileMayHoldFewerFramesThanItStates)
-{
-    m_film.hasAll = false;
-    open();
-    player().seek(99);
-    m_film.last = 96;
-    m_film.arrive(96);
-    ASSERT_TRUE(soonOnScreen(96));
-    EXPECT_EQ(frame(), 96) << "the number is that of the picture";
-    EXPECT_EQ(player().lastFrameIndex(), 96);
-    player().seek(98);
-    EXPECT_EQ(frame(), 96);
-    m_film.hasAll = true;
-    player().seek(90);
-    player().togglePlay();
-    m_clock.pass(1);
-    EXPECT_EQ(frame(), 96);
-    EXPECT_EQ(rate(), 0);
-}
-
 TEST_F(Playing, AnEngineThatFailsLeavesStillsAndSaysSo)
 {
     open();
@@ -481,64 +461,6 @@ TEST_F(Playing, AnEngineThatFailsAtOnceLeavesStills)
     m_film.become(State::failed);
     EXPECT_TRUE(player().usesFrameStepper());
     EXPECT_FALSE(player().shown());
-}
-
-TEST_F(Playing, ATurnedPictureIsShownUpright)
-{
-    m_film.quarterTurns = 1;
-    open();
-    ASSERT_TRUE(soonOnScreen(0));
-    EXPECT_EQ(player().shown()->picture.size(), QSize(8, 16));
-}
-
-TEST_F(Playing, APictureThatIsNoneLeavesTheOneBefore)
-{
-    open();
-    ASSERT_TRUE(soonOnScreen(0));
-    m_film.width = 0;
-    player().seek(1);
-    m_film.width = 16;
-    player().seek(2);
-    EXPECT_TRUE(soonOnScreen(2));
-}
-
-TEST_F(Playing, AFilmWithoutLengthHasOneFrame)
-{
-    for (const double seconds : {0.0, -1.0, 0.01, std::numeric_limits<double>::quiet_NaN()}) {
-        open(video(25, seconds));
-        EXPECT_EQ(player().lastFrameIndex(), 0) << seconds;
-        player().seek(20);
-        EXPECT_EQ(frame(), 0);
-        EXPECT_TRUE(soonOnScreen(0));
-        player().togglePlay();
-        m_clock.pass(1);
-        EXPECT_EQ(rate(), 0);
-        EXPECT_EQ(frame(), 0);
-    }
-}
-
-TEST_F(Playing, AnyRateIsPlayedInItsOwnFrames)
-{
-    for (const double frameRate : {0.5, 24000.0 / 1001, 60.0, 240.0}) {
-        open(video(frameRate, 20));
-        player().togglePlay();
-        m_clock.pass(10.0001);
-        EXPECT_EQ(frame(), static_cast<std::int64_t>(10.0001 * frameRate)) << frameRate;
-        EXPECT_NEAR(player().currentSeconds(), static_cast<double>(frame()) / frameRate, 1e-9);
-    }
-}
-
-TEST_F(Playing, WithoutARateFramesAreCountedAt25)
-{
-    for (const double none : {0.0, -3.0, std::numeric_limits<double>::quiet_NaN()}) {
-        open(video(none, 2));
-        EXPECT_EQ(player().lastFrameIndex(), 49);
-        player().togglePlay();
-        m_clock.pass(1);
-        EXPECT_EQ(frame(), 25);
-        EXPECT_EQ(player().timecode().text(), u"00:00:01:00"_s);
-        EXPECT_EQ(m_film.opened.back().rate, FrameRate::television());
-    }
 }
 
 TEST_F(Playing, ClosingStopsItAll)

@@ -2,9 +2,8 @@
 
 namespace vantroque::ThreadPriority {
 
-/// What this thread does from now on, and the tools that it starts, gives way to what
-/// somebody waits for, above all the decode. It takes what processors that leaves, and is not
-/// undone.
+/// From now on this thread, and the tools that it starts, run only on processors that are not
+/// needed for what somebody waits for, above all the decode. Cannot be undone.
 void giveWay();
 
 } // namespace vantroque::ThreadPriority

@@ -9,9 +9,9 @@
 
 namespace vantroque {
 
-/// What a decoder is asked for next, so that the frames around a playhead are at hand. It fills
-/// ahead of the playhead in the direction in which that travels. Backwards, it asks for stretches
-/// that begin at a key frame, since decoding begins there.
+/// What a decoder is asked for next, so that the frames around a playhead are at hand: first those
+/// that it travels to. Backwards, it asks for stretches that begin at a key frame, since decoding
+/// begins there.
 class FillPlan {
 public:
     struct Request {

@@ -1,7 +1,6 @@
 #include "VantroqueApp/Model/Playback/PlayerCaptions.h"
 
 #include "Captions/CaptionLoader.h"
-#include "Captions/CaptionReport.h"
 #include "Captions/EmbeddedCaptions.h"
 #include "Check/CaptionEvents.h"
 #include "VantroqueApp/Model/Background/UntilStopped.h"
@@ -10,12 +9,31 @@ namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-/// What came of reading a source: captions, spelled and shifted to the picture, or why not.
+/// Captions over the picture, with what is said of them. Long ones take a while, so that all of it
+/// is made where they are read.
+struct PlayerCaptions::Checked {
+    CaptionCheck check;
+    std::vector<SignalEvent> events;
+};
+
+/// What came of reading a source: captions, or why not.
 struct PlayerCaptions::Read {
-    std::shared_ptr<const CaptionTrack> track;
-    std::optional<CaptionSpelling> spelling = {};
+    std::shared_ptr<const Checked> checked;
     CaptionLoader::Problem problem = CaptionLoader::Problem::unreadable;
 };
+
+/// In the background.
+std::shared_ptr<const PlayerCaptions::Checked>
+PlayerCaptions::checked(const LoadedCaptions& captions, const PlayedFile& file,
+                        SpellChecker& speller)
+{
+    const double duration = file.video.durationSeconds;
+    const double rate = file.workingRate().perSecond();
+    Checked made{CaptionCheck::of(captions, file.url, duration, rate, speller), {}};
+    if (made.check.spelling)
+        made.events = CaptionEvents::events(*made.check.spelling, made.check.track, rate, duration);
+    return std::make_shared<const Checked>(std::move(made));
+}
 
 PlayerCaptions::PlayerCaptions(const PlayedFile& file, SpellChecker& speller)
     : m_file(file),
@@ -30,9 +48,24 @@ PlayerCaptions::~PlayerCaptions()
     m_stopExtraction.request_stop();
 }
 
+const CaptionTrack* PlayerCaptions::captions() const
+{
+    return m_checked ? &m_checked->check.track : nullptr;
+}
+
+const CaptionHealth* PlayerCaptions::captionHealth() const
+{
+    return m_checked ? &m_checked->check.health : nullptr;
+}
+
+std::optional<CaptionSpelling> PlayerCaptions::captionSpelling() const
+{
+    return m_checked ? m_checked->check.spelling : std::nullopt;
+}
+
 bool PlayerCaptions::hasAnyCaptionSource() const
 {
-    return m_captions || m_url || !m_embedded.empty();
+    return m_checked || m_url || !m_embedded.empty();
 }
 
 void PlayerCaptions::setCaptionsShown(bool shown)
@@ -43,62 +76,41 @@ void PlayerCaptions::setCaptionsShown(bool shown)
 
 std::vector<CaptionCue> PlayerCaptions::activeCues(double seconds) const
 {
-    if (!m_shown || !m_captions)
+    if (!m_shown || !m_checked)
         return {};
-    return m_captions->cues(seconds);
+    return m_checked->check.track.cues(seconds);
 }
 
 std::optional<ProfileReport> PlayerCaptions::captionSection() const
 {
-    if (!m_captions || !m_source)
-        return std::nullopt;
-    const auto* sidecar = std::get_if<FileUrl>(&*m_source);
-    const QString title = sidecar != nullptr
-                              ? sidecar->fileName()
-                              : EmbeddedCaptions::title(std::get<EmbeddedCaptionSource>(*m_source));
-    return CaptionReport::section(CaptionHealth::of(*m_captions, m_file.video.durationSeconds),
-                                  title, m_file.workingRate().perSecond(), m_spelling);
+    return m_checked ? std::optional(m_checked->check.section) : std::nullopt;
 }
 
 std::vector<SignalEvent> PlayerCaptions::captionEvents() const
 {
-    if (!m_captions || !m_spelling)
-        return {};
-    return CaptionEvents::events(*m_spelling, *m_captions, m_file.workingRate().perSecond(),
-                                 m_file.video.durationSeconds);
+    return m_checked ? m_checked->events : std::vector<SignalEvent>();
 }
 
 void PlayerCaptions::readSidecar(const FileUrl& url, std::function<void(const Read&)> then)
 {
-    m_sidecars.run(untilStopped(m_stopSidecars.get_token(),
-                                [url, media = m_file.url, duration = m_file.video.durationSeconds,
-                                 &speller = m_speller]() -> Read {
-                                    const auto loaded = CaptionLoader::load(url);
-                                    if (!loaded)
-                                        return {.track = nullptr, .problem = loaded.error()};
-                                    const auto track = std::make_shared<const CaptionTrack>(
-                                        loaded->autoShifted(duration));
-                                    return {.track = track,
-                                            .spelling = CaptionSpelling::of(
-                                                *track, speller, std::nullopt,
-                                                CaptionSpelling::nameWords(media))};
-                                }),
-                   [this, wish = ++m_wish, then = std::move(then)](const Read& read) {
-                       if (wish == m_wish)
-                           then(read);
-                   });
-}
-
-void PlayerCaptions::take(const Read& read)
-{
-    m_captions = read.track;
-    m_spelling = read.spelling;
+    m_sidecars.run(
+        untilStopped(m_stopSidecars.get_token(),
+                     [url, file = m_file, &speller = m_speller]() -> Read {
+                         const auto track = CaptionLoader::load(url);
+                         if (!track)
+                             return {.checked = nullptr, .problem = track.error()};
+                         return {.checked = checked({*track, url.fileName(), {}}, file, speller)};
+                     }),
+        [this, wish = ++m_wish, then = std::move(then)](const Read& read) {
+            if (wish == m_wish)
+                then(read);
+        });
 }
 
 void PlayerCaptions::takeSidecar(const FileUrl& url, const Read& read)
 {
     stopExtracting();
-    take(read);
+    m_checked = read.checked;
     m_source = url;
     m_url = url;
     m_missing = false;
@@ -107,7 +119,7 @@ void PlayerCaptions::takeSidecar(const FileUrl& url, const Read& read)
 void PlayerCaptions::loadCaptions(const FileUrl& from)
 {
     readSidecar(from, [this, from](const Read& read) {
-        if (read.track) {
+        if (read.checked) {
             takeSidecar(from, read);
             m_shown = true;
             Q_EMIT changed();
@@ -129,7 +141,7 @@ void PlayerCaptions::restoreCaptions(const std::optional<FileUrl>& remembered)
         return showFirstEmbeddedIfAny();
     m_url = remembered;
     readSidecar(*remembered, [this, url = *remembered](const Read& read) {
-        if (read.track) {
+        if (read.checked) {
             takeSidecar(url, read);
         } else {
             m_missing = true;
@@ -144,8 +156,7 @@ void PlayerCaptions::removeCaptions()
 {
     ++m_wish;
     stopExtracting();
-    m_captions.reset();
-    m_spelling.reset();
+    m_checked.reset();
     m_source.reset();
     m_url.reset();
     m_missing = false;
@@ -176,25 +187,21 @@ void PlayerCaptions::showEmbedded(const EmbeddedCaptionSource& source)
     m_extracting = true;
     m_extractions.run(
         untilStopped(m_stopExtraction.get_token(),
-                     [source, media = m_file.url, duration = m_file.video.durationSeconds,
-                      &speller = m_speller]() -> Read {
-                         const auto read = EmbeddedCaptions::extract(source, media);
-                         if (!read)
+                     [source, file = m_file, &speller = m_speller]() -> Read {
+                         const auto track = EmbeddedCaptions::extract(source, file.url);
+                         if (!track)
                              return {};
-                         const auto track =
-                             std::make_shared<const CaptionTrack>(read->autoShifted(duration));
-                         const auto language = EmbeddedCaptions::language(source);
-                         return {.track = track,
-                                 .spelling = CaptionSpelling::of(
-                                     *track, speller, language, CaptionSpelling::nameWords(media))};
+                         return {.checked = checked({*track, EmbeddedCaptions::title(source),
+                                                     EmbeddedCaptions::language(source)},
+                                                    file, speller)};
                      }),
         [this, source, extraction = m_extraction](const Read& read) {
             if (extraction != m_extraction)
                 return;
             m_extracting = false;
-            take(read);
+            m_checked = read.checked;
             Q_EMIT changed();
-            if (!read.track)
+            if (!read.checked)
                 Q_EMIT message(u"No captions could be read from the %1."_s.arg(
                     EmbeddedCaptions::title(source)));
         });

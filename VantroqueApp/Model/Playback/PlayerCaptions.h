@@ -1,7 +1,6 @@
 #pragma once
 
-#include "Captions/CaptionSpelling.h"
-#include "Captions/CaptionTrack.h"
+#include "Check/CaptionCheck.h"
 #include "Records/EmbeddedCaptionSource.h"
 #include "Records/Report.h"
 #include "VantroqueApp/Model/Background/Tasks.h"
@@ -28,7 +27,8 @@ public:
     ~PlayerCaptions() override;
 
     /// Null while there are none.
-    const CaptionTrack* captions() const { return m_captions.get(); }
+    const CaptionTrack* captions() const;
+    const CaptionHealth* captionHealth() const;
     const std::optional<CaptionSource>& captionSource() const { return m_source; }
     /// The file beside the media that the review remembers, whether or not it is still there.
     const std::optional<FileUrl>& captionsURL() const { return m_url; }
@@ -36,7 +36,7 @@ public:
     void setCaptionsShown(bool shown);
     bool captionsMissing() const { return m_missing; }       ///< The remembered file is gone.
     bool captionsExtracting() const { return m_extracting; } ///< An embedded track is being read.
-    const std::optional<CaptionSpelling>& captionSpelling() const { return m_spelling; }
+    std::optional<CaptionSpelling> captionSpelling() const;
     const std::vector<EmbeddedCaptionSource>& embeddedSources() const { return m_embedded; }
     bool hasAnyCaptionSource() const;
 
@@ -60,10 +60,13 @@ Q_SIGNALS:
     void message(const QString& text);                             ///< For the operator.
 
 private:
+    struct Checked;
     struct Read;
 
+    static std::shared_ptr<const Checked> checked(const LoadedCaptions& captions,
+                                                  const PlayedFile& file, SpellChecker& speller);
+
     void readSidecar(const FileUrl& url, std::function<void(const Read&)> then);
-    void take(const Read& read);
     void takeSidecar(const FileUrl& url, const Read& read);
     void showFirstEmbeddedIfAny();
     void stopExtracting();
@@ -71,10 +74,9 @@ private:
     const PlayedFile m_file;
     const std::vector<EmbeddedCaptionSource> m_embedded;
     SpellChecker& m_speller;
-    std::shared_ptr<const CaptionTrack> m_captions;
+    std::shared_ptr<const Checked> m_checked; ///< Null while there are none.
     std::optional<CaptionSource> m_source;
     std::optional<FileUrl> m_url;
-    std::optional<CaptionSpelling> m_spelling;
     bool m_shown = true;
     bool m_missing = false;
     bool m_extracting = false;

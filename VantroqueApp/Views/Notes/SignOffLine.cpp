@@ -1,5 +1,6 @@
 #include "VantroqueApp/Views/Notes/SignOffLine.h"
 
+#include "Base/Text.h"
 #include "VantroqueApp/Views/Controls/ElidedLabel.h"
 #include "VantroqueApp/Views/Style/Icons.h"
 #include "VantroqueApp/Views/Style/Type.h"
@@ -17,10 +18,10 @@ namespace {
 constexpr int gap = 8;
 constexpr int lineHeight = 26;
 
-QString notSignedOff(std::size_t notes)
+QString notSignedOff(std::ptrdiff_t notes)
 {
     return u"Not signed off. %1 note%2 to answer."_s.arg(QString::number(notes),
-                                                         notes == 1 ? QString() : u"s"_s);
+                                                         Text::plural(notes));
 }
 
 /// "Approved over 2 failing platforms, 22 Nov 2026 14:05"
@@ -91,7 +92,7 @@ void SignOffLine::show(const FileReview* review, bool open)
     m_decision = signOff != nullptr ? std::optional(signOff->decision) : std::nullopt;
     m_words->setText(signOff != nullptr
                          ? decisionLine(*signOff)
-                         : notSignedOff(review != nullptr ? review->comments.size() : 0));
+                         : notSignedOff(review != nullptr ? std::ssize(review->comments) : 0));
     m_words->setToolTip(signOff != nullptr ? signOff->detailLine(QLocale::ShortFormat) : QString());
     for (QPushButton* each : {m_approve, m_revise})
         each->setEnabled(open);

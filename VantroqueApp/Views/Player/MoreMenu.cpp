@@ -1,7 +1,6 @@
 #include "VantroqueApp/Views/Player/MoreMenu.h"
 
 #include "Base/Text.h"
-#include "Captions/CaptionHealth.h"
 #include "Captions/EmbeddedCaptions.h"
 #include "VantroqueApp/Views/Controls/MenuHeading.h"
 
@@ -91,11 +90,9 @@ void MoreMenu::addCaptionStates()
         lines << u"The caption file is no longer where it was"_s;
     if (captions.captionsExtracting())
         lines << u"Reading the captions out of the file"_s;
-    if (const CaptionTrack* track = captions.captions()) {
-        const PlayedFile& file = m_player.file();
-        const auto health = CaptionHealth::of(*track, file.video.durationSeconds);
-        lines << summary(health, file.workingRate());
-        for (const QString& note : health.notes())
+    if (const CaptionHealth* health = captions.captionHealth()) {
+        lines << summary(*health, m_player.file().workingRate());
+        for (const QString& note : health->notes())
             lines << note;
     }
     if (!lines.isEmpty())
