@@ -1,174 +1,9 @@
-#include "Base/SupportFolder.h"
-#include "Review/ReviewStore.h"
-#include "VantroqueApp/Views/Controls/FocusRing.h"
-#include "VantroqueApp/Views/Controls/ToolButton.h"
-#include "VantroqueApp/Views/Report/ReportSections.h"
-#include "VantroqueApp/Views/Report/ReportView.h"
-#include "VantroqueApp/Views/Style/Look.h"
-#include "Views/WindowScenes.h"
-
-#include <QApplication>
-#include <QDragEnterEvent>
-#include <QMenuBar>
-#include <QMimeData>
-#include <QPainter>
-#include <QScrollBar>
-
-#include <iostream>
+#include "Views/PlayerScreenshots.h"
 
 using namespace vantroque;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// One window after the other, each in a state of its own, written as pictures.
-class Studio {
-public:
-    explicit Studio(QString folder) : m_folder(std::move(folder)) {}
-
-    void open(const std::vector<std::string>& names,
-              Result<std::vector<Profile>> profiles = WindowScenes::profiles(),
-              QSize size = {1440, 900})
-    {
-        m_scene = std::make_unique<WindowScenes::SceneEngine>();
-        m_defaults =
-            std::make_unique<UserDefaults>(QString::fromStdString((m_files / "settings").native()));
-        m_model = std::make_unique<AppModel>(*m_defaults, m_desktop, m_scene->engine(), m_speller,
-                                             std::move(profiles));
-        Look::use(m_look);
-        m_window = std::make_unique<MainWindow>(*m_model);
-        m_window->resize(size);
-        m_window->show();
-        std::vector<FileUrl> urls;
-        for (const std::string& name : names)
-            urls.push_back(FileUrl::fromPath(m_files.write(name, name.c_str())));
-        m_model->files().add(urls);
-        if (!QTest::qWaitFor([this] { return isSettled(); }, 60'000))
-            std::cerr << "a file did not come as far as its scene asks\n";
-    }
-    /// One file that is measured.
-    void watch(const std::string& name, QSize size = {1440, 900})
-    {
-        open({name}, WindowScenes::profiles(), size);
-    }
-    /// The program starts again, and the first file of the list is gone meanwhile.
-    void loseFirst()
-    {
-        m_scene->release();
-        m_model->saveWorkspaceNow();
-        std::filesystem::remove(m_model->files().analyses().front().url.path());
-        m_window.reset();
-        m_model.reset();
-        open({});
-        if (!QTest::qWaitFor(
-                [this] { return m_model->files().analyses().front().is<FileAnalysis::Missing>(); }))
-            std::cerr << "the lost file is not missed\n";
-    }
-    void signOff(std::size_t row, ReviewSignOff::Decision decision)
-    {
-        auto review = ReviewStore::loadOrCreate(m_model->files().analyses().at(row).url);
-        if (!review)
-            return;
-        review->signOff =
-            ReviewSignOff{.decision = decision, .decidedAt = QDateTime::currentDateTimeUtc()};
-        if (ReviewStore::save(*review))
-            m_model->signOffs().refreshAll();
-    }
-    /// Opens the checks of that title.
-    void openChecks(const QString& title)
-    {
-        auto& sections = *m_window->findChild<ReportSections*>();
-        for (int row = sections.model()->rowCount() - 1; row >= 0; --row)
-            if (sections.model()->index(row, 0).data().toString() == title)
-                Q_EMIT sections.clicked(sections.model()->index(row, 0));
-    }
-    void select(std::size_t row)
-    {
-        m_model->files().select(m_model->files().analyses().at(row).id);
-    }
-    void close()
-    {
-        m_scene->release();
-        m_window.reset();
-        m_model.reset();
-        std::error_code ignored;
-        std::filesystem::remove_all(SupportFolder::path(), ignored);
-        std::filesystem::remove(m_files / "settings", ignored);
-    }
-    void shoot(const QString& name)
-    {
-        settle();
-        save(m_window->grab(), name);
-    }
-    /// A menu is a window of its own, so it is laid over the picture where it stands on the screen.
-    void shootMenu(const QString& name, QMenu& menu, QWidget& under, int left = 0)
-    {
-        menu.popup(under.mapToGlobal(QPoint(left, under.height() + 4)));
-        settle();
-        QPixmap picture = m_window->grab();
-        QPainter(&picture).drawPixmap(m_window->mapFromGlobal(menu.pos()), menu.grab());
-        save(picture, name);
-        menu.hide();
-    }
-    void inviteDrop()
-    {
-        QMimeData files;
-        files.setUrls({QUrl::fromLocalFile(u"/spot.mov"_s)});
-        QDragEnterEvent enter(m_window->rect().center(), Qt::CopyAction, &files, Qt::LeftButton,
-                              Qt::NoModifier);
-        QApplication::sendEvent(m_window.get(), &enter);
-    }
-    void withdrawDrop()
-    {
-        QDragLeaveEvent leave;
-        QApplication::sendEvent(m_window.get(), &leave);
-    }
-    /// Scrolls the report to its platforms.
-    void showPlatforms()
-    {
-        auto* bar = m_window->findChild<ReportView*>()->verticalScrollBar();
-        settle();
-        bar->setValue(bar->maximum() * 2 / 5);
-    }
-    /// What is drawn on workers comes, and what moves ends.
-    static void settle() { QTest::qWait(settlingMilliseconds); }
-    void use(AppearanceMode look) { m_look = look; }
-    MainWindow& window() { return *m_window; }
-    AppModel& model() { return *m_model; }
-
-private:
-    void save(const QPixmap& picture, const QString& name) const
-    {
-        const QString file = u"%1/%2.png"_s.arg(m_folder, name);
-        if (!picture.save(file))
-            std::cerr << "cannot write " << file.toStdString() << '\n';
-    }
-    bool isSettled() const
-    {
-        return std::ranges::all_of(m_model->files().analyses(), [this](const FileAnalysis& file) {
-            if (file.is<FileAnalysis::Queued>())
-                return m_model->queue().isWorking()
-                       && std::ranges::any_of(
-                           m_model->files().analyses(), [this](const auto& other) {
-                               const auto* progress = m_model->queue().progress(other.id);
-                               return progress != nullptr && progress->mediaSeconds > 0;
-                           });
-            return !file.is<FileAnalysis::Running>()
-                   || m_model->queue().progress(file.id) != nullptr;
-        });
-    }
-
-    static constexpr int settlingMilliseconds = 250;
-    const QString m_folder;
-    TestFolder m_files;
-    FakeDesktop m_desktop;
-    FakeSpellChecker m_speller;
-    AppearanceMode m_look = AppearanceMode::dark;
-    std::unique_ptr<WindowScenes::SceneEngine> m_scene;
-    std::unique_ptr<UserDefaults> m_defaults;
-    std::unique_ptr<AppModel> m_model;
-    std::unique_ptr<MainWindow> m_window;
-};
 
 const std::vector<std::string> files{
     "fail_Northlight_SlowRoast_30s_16x9_v07.mov", "ok_Northlight_SlowRoast_30s_9x16_v05.mp4",
@@ -316,6 +151,7 @@ void shootSizes(Studio& studio, const QString& look)
 
 } // namespace
 
+/// Usage: vantroque-screenshots [FOLDER [SUBJECT]...]. All subjects when none is named.
 int main(int argc, char** argv)
 {
     const TestFolder home;
@@ -324,12 +160,17 @@ int main(int argc, char** argv)
     const FocusRing ring;
     Look::begin();
     Studio studio(argc > 1 ? QString::fromLocal8Bit(argv[1]) : u"."_s);
-    const std::vector<std::pair<AppearanceMode, QString>> looks{
-        {AppearanceMode::dark, u"dark"_s}, {AppearanceMode::light, u"light"_s}};
-    for (const auto& [mode, look] : looks) {
+    const std::vector<std::string> asked(argv + std::min(argc, 2), argv + argc);
+    const std::vector<std::pair<std::string, void (*)(Studio&, const QString&)>> subjects{
+        {"starts", shootStarts},     {"states", shootStates},
+        {"verdicts", shootVerdicts}, {"stages", shootStages},
+        {"menus", shootMenus},       {"extremes", shootExtremes},
+        {"sizes", shootSizes},       {"player", PlayerScreenshots::shoot}};
+    for (const auto& [mode, look] : {std::pair(AppearanceMode::dark, u"dark"_s),
+                                     std::pair(AppearanceMode::light, u"light"_s)}) {
         studio.use(mode);
-        for (const auto shoot : {shootStarts, shootStates, shootVerdicts, shootStages, shootMenus,
-                                 shootExtremes, shootSizes})
-            shoot(studio, look);
+        for (const auto& [subject, shoot] : subjects)
+            if (asked.empty() || std::ranges::count(asked, subject) > 0)
+                shoot(studio, look);
     }
 }

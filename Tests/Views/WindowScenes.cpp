@@ -74,6 +74,8 @@ namespace {
 
 using Stage = AnalysisProgress::Stage;
 
+} // namespace
+
 QImage landscape()
 {
     constexpr QSize size{960, 540};
@@ -102,6 +104,8 @@ QImage landscape()
                      u"Northlight"_s);
     return image;
 }
+
+namespace {
 
 /// To BT.709 in video range.
 ScopeFrame frame(const QImage& image)

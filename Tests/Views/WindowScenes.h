@@ -3,6 +3,8 @@
 #include "Model/ModelFixture.h"
 #include "VantroqueApp/Views/Window/MainWindow.h"
 
+#include <QImage>
+
 namespace vantroque {
 
 /// A window over a model whose analyses say what the scene needs, so that every state can be shown
@@ -31,7 +33,9 @@ private:
 
 /// A spot of half a minute with stereo sound, measured; too loud when asked.
 MediaInfo media(const FileUrl& url, bool tooLoud);
-/// A drawn picture, as a decode previews it.
+/// A drawn picture.
+QImage landscape();
+/// The same, as a decode previews it.
 const ScopeFrame& picture();
 
 } // namespace WindowScenes

@@ -23,6 +23,7 @@ constexpr int side = 16;
 constexpr int bleed = 8; ///< By which rows reach beyond the words above them.
 constexpr int leastHeight = 128;
 constexpr int tightBelow = 216; ///< Height under which heading and decision share a line.
+constexpr int widest = 752;     ///< Longer lines are hard to read.
 
 QString helpOf(const ReviewComment& comment)
 {
@@ -103,7 +104,6 @@ void CommentsPanel::layOut()
     };
     auto* layout = new QVBoxLayout(this);
     layout->setSizeConstraint(QLayout::SetNoConstraint);
-    layout->setContentsMargins(side - bleed, 8, side - bleed, 12);
     layout->setSpacing(0);
     layout->addLayout(m_top);
     layout->addSpacing(6);
@@ -160,6 +160,7 @@ void CommentsPanel::resizeEvent(QResizeEvent* event)
 /// Where there is little height, the decision takes the place of the heading.
 void CommentsPanel::arrange()
 {
+    layout()->setContentsMargins(side - bleed, 8, std::max(side - bleed, width() - widest), 12);
     const bool tight = height() < tightBelow;
     for (QWidget* each : {static_cast<QWidget*>(m_heading), static_cast<QWidget*>(m_tabs),
                           static_cast<QWidget*>(m_signOff)})

@@ -48,7 +48,8 @@ void PictureMessage::place()
     const int wide =
         std::min(QFontMetrics(font()).horizontalAdvance(text()) + 2 * margin + 2, room);
     const int high = heightForWidth(wide);
-    setGeometry((m_picture.width() - wide) / 2, m_picture.height() - high - margin, wide, high);
+    // Away from the captions.
+    setGeometry((m_picture.width() - wide) / 2, margin, wide, high);
     raise();
 }
 

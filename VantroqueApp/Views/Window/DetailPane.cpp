@@ -112,7 +112,7 @@ void DetailPane::showPlayer()
 /// least it needs, then the player again.
 int DetailPane::reportWidth(int room)
 {
-    constexpr int veryWide = 2240; // a window of 2560 less the list
+    constexpr int veryWide = 2200; // what the list leaves of a window of 2560
     if (room >= veryWide)
         return widestReport;
     return std::clamp(room - PlayerPane::roomy, narrowestReport, usualReport);
