@@ -110,9 +110,7 @@ void draw(QPainter& painter, const std::vector<AnnotationStroke>& strokes, const
         const auto [path, width] = line(stroke, picture, scale);
         if (path.isEmpty())
             continue;
-        const QPen pen(color(stroke.ink), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-        Shadow::ofLine(painter, path, pen, 3 * scale, 1);
-        painter.strokePath(path, pen);
+        Shadow::withLine(painter, path, QPen(color(stroke.ink), width), 3 * scale);
     }
     painter.restore();
 }

@@ -5,24 +5,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <numbers>
 #include <vector>
 
 namespace vantroque::Shadow {
 
 namespace {
-
-/// The share of a normal distribution that lies below `x` standard deviations.
-double below(double x)
-{
-    return std::erfc(-x / std::numbers::sqrt2) / 2;
-}
-
-/// How dark the blurred line is at a distance from its middle.
-double darkness(double distance, double width, double deviation)
-{
-    return below((distance + width / 2) / deviation) - below((distance - width / 2) / deviation);
-}
 
 /// One box of a blur along a line of samples, `step` apart; outside there is nothing.
 void blurLine(std::uint8_t* first, std::ptrdiff_t step, int count, int radius,
@@ -74,38 +61,6 @@ int boxRadius(double deviation)
 }
 
 } // namespace
-
-void ofLine(QPainter& painter, const QPainterPath& path, const QPen& pen, double blur,
-            double opacity)
-{
-    constexpr int rings = 8;
-    const double deviation = blur / 2;
-    const double width = pen.widthF();
-    const double reach = width / 2 + 2 * deviation;
-    if (!(deviation > 0))
-        return;
-    painter.setBrush(Qt::NoBrush);
-    double drawn = 0; // how dark the rings together are where this one is drawn
-    for (int ring = 0; ring < rings; ++ring) {
-        const double half = reach * (rings - ring) / rings;
-        const double aim = opacity * darkness(half - reach / rings / 2, width, deviation);
-        QColor color(Qt::black);
-        color.setAlphaF(static_cast<float>(1 - (1 - aim) / (1 - drawn)));
-        drawn = aim;
-        QPen wide(pen);
-        wide.setColor(color);
-        wide.setWidthF(2 * half);
-        wide.setCapStyle(Qt::RoundCap);
-        wide.setJoinStyle(Qt::RoundJoin);
-        if (pen.style() == Qt::CustomDashLine) { // is told in widths of the pen
-            QList<qreal> dashes = pen.dashPattern();
-            for (qreal& dash : dashes)
-                dash *= width / (2 * half);
-            wide.setDashPattern(dashes);
-        }
-        painter.strokePath(path, wide);
-    }
-}
 
 void ofDrawing(QPainter& painter, const QRectF& bounds, double blur, double opacity,
                const std::function<void(QPainter&)>& draw)

@@ -9,10 +9,13 @@
 /// `blur` is twice the standard deviation of the blur.
 namespace vantroque::Shadow {
 
-/// What lies under a line. It is built of strokes of growing width, so that its cost is that of the
-/// line and not of the area around it.
+/// What lies under a line with round ends. Its cost is that of the line and not of the area around
+/// it.
 void ofLine(QPainter& painter, const QPainterPath& path, const QPen& pen, double blur,
             double opacity);
+
+/// The line as well, whose ends and turns are round: no more work than its shadow alone.
+void withLine(QPainter& painter, const QPainterPath& path, const QPen& pen, double blur);
 
 /// What lies under anything within `bounds`: `draw` draws it, in whatever colours.
 void ofDrawing(QPainter& painter, const QRectF& bounds, double blur, double opacity,
