@@ -8,6 +8,7 @@
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
 #include "Profiles/ProfileStore.h"
+#include "Support/FakeSpellChecker.h"
 #include "Support/Watchdog.h"
 #include "VantroqueApp/Views/Files/FileListView.h"
 #include "VantroqueApp/Views/Report/ReportSections.h"
@@ -100,7 +101,7 @@ class Session {
 public:
     Session(const std::filesystem::path& folder, const std::vector<Profile>& profiles)
         : m_defaults(QString::fromStdString((folder / "settings").native())),
-          m_model(m_defaults, m_desktop, AnalysisEngine::real(nullptr), profiles),
+          m_model(m_defaults, m_desktop, AnalysisEngine::real(nullptr), m_speller, profiles),
           m_window(m_model),
           m_list(*m_window.findChild<FileListView*>())
     {
@@ -213,6 +214,7 @@ private:
 
     UserDefaults m_defaults;
     NoDesktop m_desktop;
+    FakeSpellChecker m_speller;
     AppModel m_model;
     MainWindow m_window;
     FileListView& m_list;
