@@ -260,6 +260,31 @@ TEST(PlayedSound, GoesOnWhenTheDecoderIsReplaced)
     EXPECT_TRUE(crankTo(0.9));
 }
 
+/// A card that is pulled out asks for nothing more.
+TEST(PlayedSound, OfACardThatGoesAwayHoldsNothingUp)
+{
+    Cranked loudspeakers;
+    Playing player(clicking("pcm.mov", x264 + Words{"-c:a", "pcm_s24le"}), 25,
+                   through(loudspeakers));
+    player.opened();
+    player.engine().startSound(0.25);
+    ASSERT_TRUE(runUntil([&] {
+        if (loudspeakers.isRunning())
+            loudspeakers.crank();
+        goRound();
+        return player.engine().soundSeconds().value_or(0) > 0.25;
+    }));
+    EXPECT_TRUE(runUntil([&] {
+        QTimer::singleShot(10, [] {});
+        return !player.engine().soundSeconds();
+    }));
+    EXPECT_EQ(player.shown(30, 1), 30);
+    EXPECT_EQ(player.engine().state(), PlaybackEngine::State::ready);
+    player.engine().stopSound();
+    player.engine().startSound(0.5);
+    EXPECT_EQ(player.engine().soundSeconds(), 0.5) << "the next start tries again";
+}
+
 /// A feed that the test fills as a decoder does.
 class Feed : public testing::Test {
 protected:
@@ -301,6 +326,18 @@ TEST_F(Feed, IsHeardOneChunkAfterItIsTaken)
     EXPECT_THAT(heard(30ms), Optional(testing::DoubleNear(10.01, 1e-9)));
     // A device that stalls does not let the picture run on.
     EXPECT_THAT(heard(500ms), Optional(testing::DoubleNear(10.02, 1e-9)));
+}
+
+TEST_F(Feed, OfADeviceThatHasGoneAwayIsGivenUp)
+{
+    m_ring->at(480) = m_ring->at(960) = {0.5F, 0.5F};
+    m_ring->written = 4800;
+    fill(480, 0ms);
+    EXPECT_EQ(fill(480, 1990ms)[0].left, 0.5F) << "late, and still there";
+    EXPECT_THAT(heard(3980ms), Optional(testing::DoubleNear(10.01, 1e-9)));
+    EXPECT_EQ(heard(4000ms), std::nullopt) << "the picture goes on without it";
+    EXPECT_EQ(fill(480, 4000ms)[0].left, 0) << "what comes back now would be late";
+    EXPECT_EQ(heard(4005ms), std::nullopt);
 }
 
 TEST_F(Feed, IsSilentWhereNothingHasCome)

@@ -10,6 +10,15 @@
 
 namespace vantroque {
 
+namespace {
+
+void silence(std::span<SoundRing::Pair> pairs)
+{
+    std::ranges::fill(pairs, SoundRing::Pair());
+}
+
+} // namespace
+
 Result<std::shared_ptr<SoundFeed>> SoundFeed::make(double startSeconds)
 {
     FileDescriptor descriptor = TRY(SharedMemory::make("vantroque-sound", sizeof(SoundRing)));
@@ -26,9 +35,18 @@ SoundFeed::~SoundFeed()
     ::munmap(m_ring, sizeof(SoundRing));
 }
 
+/// Under the mutex.
+bool SoundFeed::isLost(Clock::time_point now) const
+{
+    return m_isLost || (m_taken > 0 && now - m_at > longestRest);
+}
+
 void SoundFeed::fill(std::span<SoundRing::Pair> pairs, Clock::time_point now)
 {
     const std::scoped_lock lock(m_mutex);
+    m_isLost = isLost(now);
+    if (m_isLost)
+        return silence(pairs);
     const std::uint64_t there = m_ring->written.load(std::memory_order_acquire) - m_taken;
     // More than fits is a lie.
     const std::uint64_t count =
@@ -40,7 +58,7 @@ void SoundFeed::fill(std::span<SoundRing::Pair> pairs, Clock::time_point now)
         const SoundRing::Pair pair = m_ring->at(m_taken + i);
         pairs[i] = {level(pair.left), level(pair.right)};
     }
-    std::ranges::fill(pairs.subspan(count), SoundRing::Pair());
+    silence(pairs.subspan(count));
     // What was taken last time begins to be heard now.
     m_heard = m_soon;
     m_soon = static_cast<double>(m_taken);
@@ -58,7 +76,7 @@ double SoundFeed::takenSeconds() const
 std::optional<double> SoundFeed::heardSeconds(Clock::time_point now) const
 {
     const std::scoped_lock lock(m_mutex);
-    if (m_taken == 0)
+    if (m_taken == 0 || isLost(now))
         return std::nullopt;
     constexpr double perSecond = SoundRing::samplesPerSecond;
     const double since = std::chrono::duration<double>(now - m_at).count() * perSecond;

@@ -14,7 +14,8 @@
 namespace vantroque {
 
 /// Sound from one moment on: takes it from the ring that the decoder fills, and tells what is heard
-/// by when it was taken. Any thread.
+/// by when it was taken. A device that asks for nothing for a while has gone away: it gets silence
+/// from then on, since its sound would come late. Any thread.
 class SoundFeed {
 public:
     using Clock = std::chrono::steady_clock;
@@ -28,8 +29,11 @@ public:
     const FileDescriptor& descriptor() const { return m_descriptor; }
     /// Fills with what has come so far, and with silence.
     void fill(std::span<SoundRing::Pair> pairs, Clock::time_point now);
-    /// What is heard, from the moment on when the first of it was taken.
+    /// What is heard, from the moment on when the first of it was taken; nothing once the device
+    /// has gone away.
     std::optional<double> heardSeconds(Clock::time_point now) const;
+    /// So long a device may rest.
+    static constexpr std::chrono::seconds longestRest{2};
     /// Where what was taken ends.
     double takenSeconds() const;
     double startSeconds() const { return m_startSeconds; }
@@ -37,6 +41,8 @@ public:
     bool hasEnded() const { return m_ring->hasEnded != 0; }
 
 private:
+    bool isLost(Clock::time_point now) const;
+
     SoundFeed(FileDescriptor descriptor, SoundRing* ring, double startSeconds)
         : m_descriptor(std::move(descriptor)), m_ring(ring), m_startSeconds(startSeconds)
     {
@@ -47,6 +53,7 @@ private:
     double m_startSeconds;
     mutable std::mutex m_mutex; ///< Of what follows.
     std::uint64_t m_taken = 0;  ///< The ring's own count could be changed by the decoder.
+    bool m_isLost = false;      ///< The device has gone away.
     double m_heard = 0;         ///< Pairs that had been heard at `m_at`,
     double m_soon = 0;          ///< and those that will have been when more is asked for.
     Clock::time_point m_at;
