@@ -258,6 +258,20 @@ TEST_F(Notes, OfAFileThatCannotBeReadThereAreNone)
     EXPECT_EQ(notes().review(), nullptr);
 }
 
+TEST_F(Notes, WhatIsDecidedWhileTheFileIsStillBeingReadIsKept)
+{
+    open();
+    ASSERT_FALSE(notes().isOpen());
+    player().setSignOff(ReviewSignOff::Decision::approved);
+    notes().setCaptionsPath(anyFile("words.srt"));
+    ASSERT_TRUE(soon([&] { return notes().review() != nullptr; }));
+    ASSERT_TRUE(soonWritten());
+    ASSERT_TRUE(stored()->signOff);
+    EXPECT_EQ(stored()->signOff->decision, ReviewSignOff::Decision::approved);
+    EXPECT_TRUE(stored()->captionsPath);
+    EXPECT_TRUE(notes().review()->signOff) << "and seen";
+}
+
 TEST_F(Notes, ADecisionHoldsWhatTheCheckSaid)
 {
     auto report = std::make_shared<FileReport>();

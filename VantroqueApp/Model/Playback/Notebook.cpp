@@ -5,6 +5,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <utility>
 
 namespace vantroque {
 
@@ -28,9 +29,9 @@ void Notebook::findFingerprint()
     m_tasks.run([url = m_file.url] { return ReviewStore::fingerprint(url); },
                 [this](const Result<QString>& fingerprint) {
                     if (fingerprint)
-                        open(*fingerprint);
-                    else
-                        Q_EMIT opened();
+                        return open(*fingerprint);
+                    m_early.clear();
+                    Q_EMIT opened();
                 });
 }
 
@@ -39,6 +40,8 @@ Notebook::~Notebook() = default;
 void Notebook::open(const QString& fingerprint)
 {
     m_fingerprint = fingerprint;
+    for (ReviewBook::Edit& edit : std::exchange(m_early, {}))
+        persist(std::move(edit));
     m_book.read(fingerprint, [self = QPointer(this)](const ReviewBook::Review& review) {
         if (!self)
             return;
@@ -56,8 +59,11 @@ void Notebook::take(const ReviewBook::Review& review)
 /// Changes what the review is by then.
 void Notebook::persist(ReviewBook::Edit edit)
 {
-    if (!m_fingerprint)
+    if (!m_fingerprint) {
+        if (!m_tasks.isIdle()) // it will be known
+            m_early.push_back(std::move(edit));
         return;
+    }
     m_book.change(
         *m_fingerprint, m_file.url,
         [edit = std::move(edit), width = m_file.video.width,

@@ -78,6 +78,7 @@ private:
     const PlayedFile m_file;
     ReviewBook& m_book;
     std::optional<QString> m_fingerprint;
+    std::vector<ReviewBook::Edit> m_early; ///< That were made before it was known.
     ReviewBook::Review m_review;
     AnnotationTool m_tool = AnnotationTool::pointer;
     AnnotationStroke::Ink m_ink = AnnotationStroke::Ink::red;
