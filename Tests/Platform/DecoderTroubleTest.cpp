@@ -17,6 +17,7 @@
 namespace vantroque {
 namespace {
 
+using Media::operator+;
 using State = PlaybackEngine::State;
 using testing::IsEmpty;
 namespace fs = std::filesystem;
@@ -210,6 +211,7 @@ TEST_F(BadFiles, FailInWords)
           m_folder.write("list.m3u8", "#EXTM3U\n#EXTINF:1,\n" + QByteArray(clip().c_str())),
           m_folder.write("list.ffconcat",
                          "ffconcat version 1.0\nfile " + QByteArray(clip().c_str())),
+          m_folder.write("unknown.mp4", QByteArray(m_bytes).replace("avc1", "zzzz")),
           m_folder / "missing.mp4", m_folder.path(), Clips::wav()}) {
         Playing player(file);
         EXPECT_EQ(player.opened(), State::failed) << file;
@@ -242,8 +244,10 @@ TEST_F(BadFiles, WithChangedBytesDoNoHarm)
 
 TEST_F(BadFiles, ThatShrinkWhileTheyPlayEndSooner)
 {
+    // Larger than what is read at once.
+    const auto padded = x264 + std::vector<std::string>{"-muxrate", "4M"};
     const fs::path file =
-        m_folder.write("shrinks.ts", contents(NumberedClip::make("cut.ts", "25", x264)));
+        m_folder.write("shrinks.ts", contents(NumberedClip::make("padded.ts", "25", padded)));
     auto settings = Playing::silent();
     settings.mostSlots = 6;
     Playing player(file, 25, settings);
@@ -251,6 +255,7 @@ TEST_F(BadFiles, ThatShrinkWhileTheyPlayEndSooner)
     fs::resize_file(file, fs::file_size(file) / 2);
     player.engine().aim(45, 0);
     ASSERT_TRUE(runUntil([&] { return !player.engine().isDecoding(); }));
+    EXPECT_LT(player.engine().lastFrame().value_or(49), 40);
     EXPECT_EQ(player.shown(3), 3);
     fs::remove(file);
     EXPECT_EQ(player.shown(14), 14);
