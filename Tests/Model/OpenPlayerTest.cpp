@@ -6,6 +6,8 @@
 namespace vantroque {
 namespace {
 
+using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 class OpeningPlayer : public ModelTest {
@@ -125,6 +127,24 @@ TEST_F(OpeningPlayer, IsNoneForAFileWithoutAPicture)
     ASSERT_NE(model().files().selectedReport(), nullptr);
     EXPECT_EQ(sync(), nullptr);
     EXPECT_EQ(m_film.engines, 0);
+}
+
+TEST_F(OpeningPlayer, KnowsWhetherThePictureIsOfHighDynamicRange)
+{
+    m_makeEngine = m_film.maker();
+    start();
+    const auto hdr = [&](const FileUrl& url) {
+        model().files().add({url});
+        EXPECT_TRUE(soonIdle());
+        model().files().select(model().files().analyses().back().id);
+        EXPECT_NE(sync(), nullptr);
+        return model().player()->file().hdr;
+    };
+    EXPECT_EQ(hdr(file("pq.mp4", Clips::hdr10Bt2020())), u"PQ"_s);
+    EXPECT_THAT(model().player()->notes(), ElementsAre(u"HDR (PQ), shown without tone mapping"_s));
+    EXPECT_EQ(hdr(file("hlg.mp4", Clips::hlg())), u"HLG"_s);
+    EXPECT_EQ(hdr(file("sdr.mp4", Clips::tenBit())), std::nullopt);
+    EXPECT_THAT(model().player()->notes(), IsEmpty());
 }
 
 TEST_F(OpeningPlayer, TheFirstCaptionFileThatIsAddedIsForIt)

@@ -7,6 +7,7 @@
 #include "Views/PaintedWords.h"
 #include "Views/PaneFixture.h"
 
+#include <QAccessible>
 #include <QLabel>
 #include <QMenu>
 #include <QWindow>
@@ -163,6 +164,30 @@ TEST_F(PlayerPaneTest, AFileThatIsShownAsStillsSaysSo)
             said << label->text();
     EXPECT_THAT(said, Contains(u"This format cannot play here. It steps frame by frame instead. "
                                u"Stills and guides work as usual."_s));
+}
+
+TEST_F(PlayerPaneTest, APictureOfHighDynamicRangeIsLabelledAsShownUnmapped)
+{
+    m_makeEngine = m_film.maker();
+    start();
+    const auto said = [&](const FileUrl& url) {
+        closePane();
+        model().files().add({url});
+        EXPECT_TRUE(soonIdle());
+        model().files().select(model().files().analyses().back().id);
+        model().openPlayer().syncPlayer();
+        showPane(*model().player());
+        QStringList names;
+        for (QLabel* label : pane().findChildren<QLabel*>())
+            if (label->isVisible())
+                names << QAccessible::queryAccessibleInterface(label)->text(QAccessible::Name);
+        return names.filter(u"HDR"_s);
+    };
+    EXPECT_THAT(said(file("pq.mp4", Clips::hdr10Bt2020())),
+                ElementsAre(u"HDR (PQ), shown without tone mapping"_s));
+    EXPECT_THAT(said(file("hlg.mp4", Clips::hlg())),
+                ElementsAre(u"HDR (HLG), shown without tone mapping"_s));
+    EXPECT_THAT(said(file("sdr.mp4", Clips::tenBit())), IsEmpty());
 }
 
 TEST_F(PlayerPaneTest, TheZoomMenuMarksWhereItIs)

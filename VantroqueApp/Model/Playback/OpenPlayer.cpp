@@ -4,6 +4,8 @@
 
 namespace vantroque {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The report of a file that has a picture to play; null for any other.
@@ -15,13 +17,21 @@ PlayerController::Report playable(const FileAnalysis* entry)
     return done->report;
 }
 
+std::optional<QString> hdrOf(const VideoStreamInfo& video)
+{
+    if (!video.isHDR())
+        return std::nullopt;
+    return video.colorTransfer == u"smpte2084"_s ? u"PQ"_s : u"HLG"_s;
+}
+
 PlayedFile fileOf(const FileAnalysis& entry, const VideoSummary& video)
 {
-    const bool hasPicture = entry.media && entry.media->video;
-    return {.url = entry.url,
-            .video = video,
-            .fingerprint = entry.fingerprint,
-            .stream = hasPicture ? entry.media->video->position.value_or(0) : 0};
+    PlayedFile file{.url = entry.url, .video = video, .fingerprint = entry.fingerprint};
+    if (entry.media && entry.media->video) {
+        file.stream = entry.media->video->position.value_or(0);
+        file.hdr = hdrOf(*entry.media->video);
+    }
+    return file;
 }
 
 } // namespace

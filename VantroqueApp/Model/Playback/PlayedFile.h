@@ -21,6 +21,8 @@ struct PlayedFile {
     /// Of the content; nothing where it is not known yet.
     std::optional<QString> fingerprint = {};
     int stream = 0; ///< The picture's, counted from 0 over the streams that are pictures.
+    /// "PQ" or "HLG": how a picture of high dynamic range codes its light.
+    std::optional<QString> hdr = {};
 
     /// In which frames are counted: 25 where the file states no rate.
     FrameRate workingRate() const;

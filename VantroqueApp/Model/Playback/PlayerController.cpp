@@ -129,6 +129,16 @@ QString PlayerController::stepperNote()
            u"work as usual."_s;
 }
 
+QStringList PlayerController::notes() const
+{
+    QStringList notes;
+    if (m_usesFrameStepper)
+        notes << stepperNote();
+    if (m_file.hdr)
+        notes << u"HDR (%1), shown without tone mapping"_s.arg(*m_file.hdr);
+    return notes;
+}
+
 void PlayerController::setReport(Report report)
 {
     if (m_report == report)

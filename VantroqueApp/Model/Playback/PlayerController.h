@@ -63,6 +63,8 @@ public:
     /// In which words that is told: on the play button, and beside it.
     static QString stepperHelp();
     static QString stepperNote();
+    /// What the operator must know of how the file is shown.
+    QStringList notes() const;
     /// It can be played at real time.
     bool isReady() const { return m_frames->canPlay(1); }
 

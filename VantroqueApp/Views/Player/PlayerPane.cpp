@@ -41,8 +41,7 @@ PlayerPane::PlayerPane(PlayerController& player, UserDefaults& defaults, QWidget
       m_player(player),
       m_defaults(defaults),
       m_picture(new PictureView(player, this)),
-      m_note(Type::label(PlayerController::stepperNote(), Type::caption, QFont::Normal,
-                         Type::Ink::text2, this)),
+      m_note(Type::label({}, Type::caption, QFont::Normal, Type::Ink::text2, this)),
       m_scopes(new ScopesPanel(player.scopes())),
       m_scopesArea(new QScrollArea(this)),
       m_bottom(new QBoxLayout(QBoxLayout::RightToLeft)),
@@ -118,7 +117,9 @@ void PlayerPane::setBelow(QWidget* below)
 
 void PlayerPane::showMode()
 {
-    m_note->setVisible(m_player.usesFrameStepper());
+    const QStringList notes = m_player.notes();
+    m_note->setText(notes.join(u'\n'));
+    m_note->setVisible(!notes.isEmpty());
 }
 
 /// As high as the picture is when it fills the width.
