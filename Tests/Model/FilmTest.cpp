@@ -1,8 +1,4 @@
-#include "Model/PlayerFixture.h"
-
-#include "Platform/NumberedClip.h"
-#include "Platform/Playing.h"
-#include "Probe/Prober.h"
+#include "Model/FilmFixture.h"
 
 #include <csignal>
 #include <random>
@@ -15,65 +11,6 @@ namespace {
 using Media::operator+;
 namespace fs = std::filesystem;
 using Arguments = std::vector<std::string>;
-
-/// On the picture as the window gets it.
-std::optional<int> numberOn(const QImage& picture)
-{
-    const QImage grey = picture.convertToFormat(QImage::Format_Grayscale8);
-    return NumberedClip::numberIn({.width = grey.width(),
-                                   .height = grey.height(),
-                                   .luma = grey.constBits(),
-                                   .lumaStride = grey.bytesPerLine()});
-}
-
-class Film : public PlayerTest {
-protected:
-    PlayerController& openFilm(const fs::path& path)
-    {
-        const FileUrl url = FileUrl::fromPath(path);
-        const auto media = Prober::probe(url, Prober::Captions::leftOut);
-        EXPECT_TRUE(media) << media.error().description.toStdString();
-        const auto report = Analyzer::report(*media, {});
-        return open(
-            {.url = url, .video = *report.video, .stream = media->video->position.value_or(0)},
-            maker());
-    }
-    PlaybackEngineMaker maker()
-    {
-        return [this](const PlaybackSource& source) {
-            auto engine = std::make_unique<DecoderEngine>(source, Playing::silent());
-            m_engine = engine.get();
-            return engine;
-        };
-    }
-    bool soonReady()
-    {
-        return soon([&] { return player().isReady() || player().usesFrameStepper(); });
-    }
-    /// Until the frame on screen is the one that the player stands on, and then whether the picture
-    /// says so as well.
-    bool soonAgrees()
-    {
-        return soon([&] { return player().shown() && player().shown()->frame == frame(); })
-               && numberOn(player().shown()->picture) == frame();
-    }
-
-    /// Plays some frames or to the end. The clock is that of the sound until it is known that there
-    /// is none.
-    bool soonPlayedOn()
-    {
-        player().togglePlay();
-        const std::int64_t end = frame() + 5;
-        const bool hasPlayed = soon([&] {
-            m_clock.pass(1.0 / 25);
-            return rate() == 0 || frame() == end;
-        });
-        player().shuttle().stop();
-        return hasPlayed;
-    }
-
-    DecoderEngine* m_engine = nullptr;
-};
 
 struct Kind {
     std::string name;
@@ -118,26 +55,11 @@ INSTANTIATE_TEST_SUITE_P(
         return name;
     });
 
-fs::path plainFilm()
-{
-    return NumberedClip::make("desk-h264.mp4", "25",
-                              {"-c:v", "libx264", "-preset", "veryfast", "-g", "24", "-bf", "2"});
-}
-
 /// On the machine's own clock. Of a loaded machine frames may be dropped, but none is lost count
 /// of.
 TEST_F(Film, RunsToItsEndAndCountsWhatItDropped)
 {
-    SystemClock clock;
-    const FileUrl url = FileUrl::fromPath(plainFilm());
-    m_player =
-        std::make_unique<PlayerController>(PlayedFile{.url = url, .video = video(25, 2)}, nullptr,
-                                           PlayerSurroundings{.defaults = m_settings,
-                                                              .reviews = m_book,
-                                                              .desktop = m_desktop,
-                                                              .clock = clock,
-                                                              .speller = m_speller,
-                                                              .makeEngine = maker()});
+    openInRealTime({.url = FileUrl::fromPath(plainFilm()), .video = video(25, 2)});
     ASSERT_TRUE(soonReady());
     ASSERT_TRUE(soon([&] { return player().shown().has_value(); }));
     std::set<std::int64_t> seen{0};
