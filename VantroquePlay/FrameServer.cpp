@@ -37,7 +37,9 @@ void FrameServer::run()
     opened.width = m_opened.width;
     opened.height = m_opened.height;
     opened.sampleBits = m_opened.sampleBits;
-    opened.quarterTurns = m_reader.quarterTurns();
+    const Orientation orientation = m_reader.orientation();
+    opened.isFlipped = orientation.isFlipped ? 1 : 0;
+    opened.quarterTurns = orientation.quarterTurns;
     m_desk.tell(opened);
     for (std::uint64_t served = 0;;) {
         Order want = m_desk.newerThan(served);

@@ -262,20 +262,25 @@ void PictureReader::readIndex()
         m_longestGroup = std::max(m_longestGroup, numberAt(later(m_firstTime, seconds)) - *last);
 }
 
-int PictureReader::quarterTurns() const
+Orientation PictureReader::orientation() const
 {
     std::array<std::int32_t, 9> matrix{};
     std::size_t bytes = 0;
     const std::uint8_t* const data =
         av_stream_get_side_data(m_stream, AV_PKT_DATA_DISPLAYMATRIX, &bytes);
     if (data == nullptr || bytes < sizeof matrix)
-        return 0;
+        return {};
     std::memcpy(matrix.data(), data, sizeof matrix);
     const double degrees = av_display_rotation_get(matrix.data()); // Counterclockwise.
     if (!std::isfinite(degrees))
-        return 0;
+        return {};
     const std::int64_t turns = Numbers::roundedToInt(-degrees / 90);
-    return static_cast<int>((turns % 4 + 4) % 4);
+    // A mirror turns the way from the right to what is below around.
+    const auto product = [&](std::size_t i, std::size_t j) {
+        return static_cast<double>(matrix[i]) * matrix[j];
+    };
+    return {.isFlipped = product(0, 4) < product(1, 3),
+            .quarterTurns = static_cast<int>((turns % 4 + 4) % 4)};
 }
 
 bool PictureReader::hasOnlyKeys() const

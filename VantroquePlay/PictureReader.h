@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/FrameRate.h"
+#include "Records/Orientation.h"
 #include "VantroquePlay/MediaFile.h"
 
 #include <cstdint>
@@ -44,7 +45,7 @@ public:
     std::optional<std::int64_t> keyBefore(std::int64_t number) const;
     /// Frames of the longest group of pictures that is known of; 0 when none is.
     std::int64_t longestGroup() const { return m_longestGroup; }
-    int quarterTurns() const;
+    Orientation orientation() const;
     /// When the first picture is shown, in the file's own time.
     double startSeconds() const
     {

@@ -64,7 +64,7 @@ public:
     static int numberIn(const QImage& picture) { return qGreen(picture.pixel(0, 0)); }
 
     State state = State::ready;
-    int quarterTurns = 0;
+    Orientation orientation;
     int width = 16;
     int height = 8;
     bool hasAll = true; ///< Every frame is at hand; otherwise those that have arrived.
@@ -101,7 +101,7 @@ public:
     }
 
     State state() const override { return m_film.state; }
-    int quarterTurns() const override { return m_film.quarterTurns; }
+    Orientation orientation() const override { return m_film.orientation; }
     void aim(std::int64_t frame, double rate) override { m_film.aims.emplace_back(frame, rate); }
     std::shared_ptr<const PlayedFrame> frame(std::int64_t number) const override
     {

@@ -31,7 +31,7 @@ TEST_F(UnusualFilms, MayHoldFewerFramesThanTheyState)
 
 TEST_F(UnusualFilms, ThatAreTurnedAreShownUpright)
 {
-    m_film.quarterTurns = 1;
+    m_film.orientation.quarterTurns = 1;
     open();
     ASSERT_TRUE(soonOnScreen(0));
     EXPECT_EQ(player().shown()->picture.size(), QSize(8, 16));

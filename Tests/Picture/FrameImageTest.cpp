@@ -189,17 +189,25 @@ TEST(FrameImage, OfNothingIsNull)
     }
 }
 
-TEST(FrameImage, TurnsClockwise)
+TEST(FrameImage, IsFlippedAndThenTurnedClockwise)
 {
     QImage image(3, 2, QImage::Format_RGB32);
     image.fill(Qt::black);
     image.setPixelColor(0, 0, Qt::red);
-    EXPECT_EQ(FrameImage::turned(image, 0), image);
-    const QImage right = FrameImage::turned(image, 1);
-    EXPECT_EQ(right.size(), QSize(2, 3));
-    EXPECT_EQ(right.pixelColor(1, 0), QColor(Qt::red));
-    EXPECT_EQ(FrameImage::turned(image, 2).pixelColor(2, 1), QColor(Qt::red));
-    EXPECT_EQ(FrameImage::turned(image, 3).pixelColor(0, 2), QColor(Qt::red));
+    const auto isRed = [&](bool flipped, int turns, QPoint at) {
+        const QImage shown =
+            FrameImage::oriented(image, {.isFlipped = flipped, .quarterTurns = turns});
+        EXPECT_EQ(shown.size(), turns % 2 == 0 ? QSize(3, 2) : QSize(2, 3));
+        return shown.pixelColor(at) == QColor(Qt::red);
+    };
+    EXPECT_EQ(FrameImage::oriented(image, {}), image);
+    EXPECT_TRUE(isRed(false, 1, {1, 0}));
+    EXPECT_TRUE(isRed(false, 2, {2, 1}));
+    EXPECT_TRUE(isRed(false, 3, {0, 2}));
+    EXPECT_TRUE(isRed(true, 0, {0, 1}));
+    EXPECT_TRUE(isRed(true, 1, {0, 0}));
+    EXPECT_TRUE(isRed(true, 2, {2, 0}));
+    EXPECT_TRUE(isRed(true, 3, {1, 2}));
 }
 
 } // namespace

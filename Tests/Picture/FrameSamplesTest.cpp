@@ -121,18 +121,23 @@ TEST(FrameSamples, AreAbsentOfWhatIsNoSuchPicture)
     EXPECT_FALSE(sampled(picture, 2, 2));
 }
 
-TEST(FrameSamples, OfATurnedPictureStandAsItIsShown)
+TEST(FrameSamples, StandAsThePictureIsShown)
 {
     const Counting planes(3, 2); // 0 1 2 over 3 4 5
-    const auto turned = [&](int turns, int width, int height) {
-        return FrameSamples::ofTurned(planes.picture(), turns, width, height, false,
-                                      ColorMatrix::bt709)
+    const auto turned = [&](int turns, int width, int height, bool flipped = false) {
+        return FrameSamples::ofShown(planes.picture(),
+                                     {.isFlipped = flipped, .quarterTurns = turns}, width, height,
+                                     false, ColorMatrix::bt709)
             .value_or(ScopeFrame());
     };
     EXPECT_THAT(turned(0, 3, 2).y, ElementsAre(0, 1, 2, 3, 4, 5));
     EXPECT_THAT(turned(1, 2, 3).y, ElementsAre(3, 0, 4, 1, 5, 2));
     EXPECT_THAT(turned(2, 3, 2).y, ElementsAre(5, 4, 3, 2, 1, 0));
     EXPECT_THAT(turned(3, 2, 3).y, ElementsAre(2, 5, 1, 4, 0, 3));
+    EXPECT_THAT(turned(0, 3, 2, true).y, ElementsAre(3, 4, 5, 0, 1, 2));
+    EXPECT_THAT(turned(1, 2, 3, true).y, ElementsAre(0, 3, 1, 4, 2, 5));
+    EXPECT_THAT(turned(2, 3, 2, true).y, ElementsAre(2, 1, 0, 5, 4, 3));
+    EXPECT_THAT(turned(3, 2, 3, true).y, ElementsAre(5, 2, 4, 1, 3, 0));
     EXPECT_EQ(turned(1, 2, 3).width, 2);
     EXPECT_EQ(turned(1, 2, 3).height, 3);
 }

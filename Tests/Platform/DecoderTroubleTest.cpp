@@ -67,10 +67,11 @@ TEST_P(Lies, EndInFailureWithoutHarm)
 
 INSTANTIATE_TEST_SUITE_P(OfManyKinds, Lies,
                          testing::Values("ends", "ends-later", "crashes", "is-silent", "hangs",
-                                         "width", "no-width", "turns", "twice", "early", "short",
-                                         "kind", "pong", "floods", "slot", "slot-of-the-window",
-                                         "size", "height", "bits", "number", "huge-number", "range",
-                                         "token", "no-token", "extended", "end", "failed-later"),
+                                         "width", "no-width", "turns", "flipped", "twice", "early",
+                                         "short", "kind", "pong", "floods", "slot",
+                                         "slot-of-the-window", "size", "height", "bits", "number",
+                                         "huge-number", "range", "token", "no-token", "extended",
+                                         "end", "failed-later"),
                          [](const auto& lie) {
                              std::string name = lie.param;
                              std::ranges::replace(name, '-', '_');

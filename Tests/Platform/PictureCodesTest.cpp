@@ -1,3 +1,4 @@
+#include "Picture/FrameSamples.h"
 #include "Platform/NumberedClip.h"
 #include "Platform/Playing.h"
 #include "Support/Media.h"
@@ -169,37 +170,64 @@ TEST(PictureSize, OfOddSidesRoundsChromaUp)
     EXPECT_EQ(packed(frame->picture).size(), 33 * 17 + 34 * 9);
 }
 
-/// How often ffmpeg turns the pictures of that file clockwise.
-int turnsByFFmpeg(const fs::path& file)
-{
-    const QByteArray upright = rawOf(file, "gray");
-    for (const int turns : {0, 1, 2, 3}) {
-        const std::array<std::string, 4> filters{
-            "null", "transpose=clock", "transpose=clock,transpose=clock", "transpose=cclock"};
-        const auto turned =
-            runProgram({"ffmpeg", "-v", "error", "-noautorotate", "-i", file.native(), "-vf",
-                        filters[static_cast<std::size_t>(turns)], "-frames:v", "1", "-f",
-                        "rawvideo", "-pix_fmt", "gray", "-"});
-        if (turned.out == upright)
-            return turns;
-    }
-    return -1;
-}
+/// The first two rows of a display matrix, without what moves the picture.
+struct DisplayMatrix {
+    std::string name;
+    std::int8_t a, b, c, d;
+};
 
-TEST(Turns, AreThoseOfTheFile)
+/// A clip whose track header asks for that matrix.
+fs::path displayed(const DisplayMatrix& matrix)
 {
     const auto level = NumberedClip::make("level.mp4", "25", x264, "0.2");
-    for (const int turns : {0, 1, 2, 3}) {
-        const std::string degrees = std::to_string(90 * turns);
-        const auto turned = Media::make(
-            {"turned-" + degrees + ".mp4",
-             {"-i", level.native(), "-c", "copy", "-metadata:s:v:0", "rotate=" + degrees}});
-        Playing player(turned);
-        ASSERT_EQ(player.opened(), PlaybackEngine::State::ready);
-        EXPECT_EQ(player.engine().quarterTurns(), turnsByFFmpeg(turned));
-        EXPECT_EQ(player.engine().quarterTurns() % 2, turns % 2);
-    }
+    return Media::make(
+        "displayed-" + matrix.name + ".mp4", {level.native(), "1"}, [&](const fs::path& path) {
+            QByteArray bytes = contents(level);
+            constexpr int beforeMatrix = 44; // from the name of the box on
+            const auto begin = bytes.indexOf("tkhd") + beforeMatrix;
+            const std::array<std::pair<int, std::int8_t>, 4> entries{
+                {{0, matrix.a}, {4, matrix.b}, {12, matrix.c}, {16, matrix.d}}};
+            // Whole numbers are the upper two of four bytes.
+            for (const auto& [at, value] : entries)
+                bytes.replace(begin + at, 4,
+                              QByteArray::fromRawData(value == 0   ? "\0\0\0\0"
+                                                      : value == 1 ? "\0\1\0\0"
+                                                                   : "\xff\xff\0\0",
+                                                      4));
+            std::ofstream(path, std::ios::binary).write(bytes.constData(), bytes.size());
+        });
 }
+
+class Displayed : public testing::TestWithParam<DisplayMatrix> {};
+
+TEST_P(Displayed, IsAsFFmpegTurnsAndMirrorsIt)
+{
+    const fs::path clip = displayed(GetParam());
+    Playing player(clip);
+    const auto frame = player.frame(0);
+    ASSERT_NE(frame, nullptr);
+    const Orientation orientation = player.engine().orientation();
+    const int wide = frame->picture.width;
+    const int high = frame->picture.height;
+    const auto shown =
+        FrameSamples::ofShown(frame->picture, orientation, orientation.isOnItsSide() ? high : wide,
+                              orientation.isOnItsSide() ? wide : high, false, ColorMatrix::bt601);
+    ASSERT_TRUE(shown);
+    const auto byFFmpeg = runProgram({"ffmpeg", "-v", "error", "-i", clip.native(), "-vf",
+                                      "extractplanes=y", "-frames:v", "1", "-f", "rawvideo", "-"});
+    EXPECT_EQ(std::string(shown->y.begin(), shown->y.end()), byFFmpeg.out.toStdString());
+}
+
+INSTANTIATE_TEST_SUITE_P(OfAllKinds, Displayed,
+                         testing::Values(DisplayMatrix{"level", 1, 0, 0, 1},
+                                         DisplayMatrix{"right", 0, 1, -1, 0},
+                                         DisplayMatrix{"over", -1, 0, 0, -1},
+                                         DisplayMatrix{"left", 0, -1, 1, 0},
+                                         DisplayMatrix{"mirrored", -1, 0, 0, 1},
+                                         DisplayMatrix{"upside_down", 1, 0, 0, -1},
+                                         DisplayMatrix{"transposed", 0, 1, 1, 0},
+                                         DisplayMatrix{"transposed_over", 0, -1, -1, 0}),
+                         [](const auto& each) { return each.param.name; });
 
 } // namespace
 } // namespace vantroque

@@ -24,12 +24,13 @@ void tell(const Told& told, std::size_t bytes = sizeof(Told))
         ::_exit(EXIT_SUCCESS);
 }
 
-Told opened(int width = layout.width, int turns = 0)
+Told opened(int width = layout.width, int turns = 0, int flipped = 0)
 {
     return {.kind = Told::Kind::opened,
             .width = width,
             .height = layout.height,
             .sampleBits = layout.sampleBits,
+            .isFlipped = flipped,
             .quarterTurns = turns};
 }
 
@@ -99,6 +100,7 @@ const std::map<std::string, std::function<void()>> lies{
     {"width", [] { tell(opened(1 << 20)); }},
     {"no-width", [] { tell(opened(0)); }},
     {"turns", [] { tell(opened(layout.width, 4)); }},
+    {"flipped", [] { tell(opened(layout.width, 0, 2)); }},
     {"twice",
      [] {
          tell(opened());

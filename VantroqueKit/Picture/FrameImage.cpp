@@ -203,11 +203,13 @@ QImage of(const BiPlanarPicture& picture, ColorMatrix matrix, bool fullRange)
     return image;
 }
 
-QImage turned(const QImage& image, int quarterTurns)
+QImage oriented(const QImage& image, const Orientation& orientation)
 {
-    if (quarterTurns % 4 == 0)
-        return image;
-    return image.transformed(QTransform().rotate(90.0 * (quarterTurns % 4)));
+    QImage shown = orientation.isFlipped ? image.mirrored(false, true) : image;
+    constexpr double quarter = 90;
+    if (orientation.quarterTurns != 0)
+        shown = shown.transformed(QTransform().rotate(quarter * orientation.quarterTurns));
+    return shown;
 }
 
 } // namespace vantroque::FrameImage

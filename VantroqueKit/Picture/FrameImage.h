@@ -2,6 +2,7 @@
 
 #include "Records/BiPlanarPicture.h"
 #include "Records/ColorMatrix.h"
+#include "Records/Orientation.h"
 
 #include <QImage>
 
@@ -13,7 +14,7 @@ namespace vantroque::FrameImage {
 /// than an image may be, or without planes.
 QImage of(const BiPlanarPicture& picture, ColorMatrix matrix, bool fullRange);
 
-/// Turned clockwise by so many times 90 degrees.
-QImage turned(const QImage& image, int quarterTurns);
+/// The stored picture as it is shown.
+QImage oriented(const QImage& image, const Orientation& orientation);
 
 } // namespace vantroque::FrameImage

@@ -47,21 +47,28 @@ void sample(const BiPlanarPicture& picture, ScopeFrame& frame)
     }
 }
 
-/// The samples of a plane in the order in which the turned picture has them.
-Plane turned(const Plane& plane, int width, int height, int quarterTurns)
+/// The samples of a plane in the order in which the picture is shown.
+Plane shown(const Plane& plane, int width, int height, const Orientation& orientation)
 {
     Plane result;
     result.reserve(plane.size());
     const auto at = [&](int x, int y) {
-        return plane[static_cast<std::size_t>(y) * static_cast<std::size_t>(width)
+        const int row = orientation.isFlipped ? height - 1 - y : y;
+        return plane[static_cast<std::size_t>(row) * static_cast<std::size_t>(width)
                      + static_cast<std::size_t>(x)];
     };
-    const bool isOnItsSide = quarterTurns % 2 != 0;
+    const auto sample = [&](int x, int y) {
+        switch (orientation.quarterTurns) {
+        case 1: return at(y, height - 1 - x);
+        case 2: return at(width - 1 - x, height - 1 - y);
+        case 3: return at(width - 1 - y, x);
+        default: return at(x, y);
+        }
+    };
+    const bool isOnItsSide = orientation.isOnItsSide();
     for (int y = 0; y < (isOnItsSide ? width : height); ++y)
         for (int x = 0; x < (isOnItsSide ? height : width); ++x)
-            result.push_back(quarterTurns == 1   ? at(y, height - 1 - x)
-                             : quarterTurns == 2 ? at(width - 1 - x, height - 1 - y)
-                                                 : at(width - 1 - y, x));
+            result.push_back(sample(x, y));
     return result;
 }
 
@@ -89,19 +96,18 @@ std::optional<ScopeFrame> of(const BiPlanarPicture& picture, int width, int heig
     return frame;
 }
 
-std::optional<ScopeFrame> ofTurned(const BiPlanarPicture& picture, int quarterTurns, int width,
-                                   int height, bool fullRange, ColorMatrix matrix)
+std::optional<ScopeFrame> ofShown(const BiPlanarPicture& picture, const Orientation& orientation,
+                                  int width, int height, bool fullRange, ColorMatrix matrix)
 {
-    const int turns = (quarterTurns % 4 + 4) % 4;
-    if (turns == 0)
+    if (orientation.isUpright())
         return of(picture, width, height, fullRange, matrix);
-    const bool isOnItsSide = turns % 2 != 0;
+    const bool isOnItsSide = orientation.isOnItsSide();
     auto frame =
         of(picture, isOnItsSide ? height : width, isOnItsSide ? width : height, fullRange, matrix);
     if (!frame)
         return frame;
     for (Plane* plane : {&frame->y, &frame->cb, &frame->cr})
-        *plane = turned(*plane, frame->width, frame->height, turns);
+        *plane = shown(*plane, frame->width, frame->height, orientation);
     frame->width = width;
     frame->height = height;
     return frame;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Records/BiPlanarPicture.h"
+#include "Records/Orientation.h"
 #include "Records/ScopeFrame.h"
 
 #include <optional>
@@ -13,8 +14,8 @@ namespace vantroque::FrameSamples {
 /// empty, when planes are missing, or for another depth.
 std::optional<ScopeFrame> of(const BiPlanarPicture& picture, int width, int height, bool fullRange,
                              ColorMatrix matrix);
-/// Of the picture turned clockwise by so many times 90 degrees.
-std::optional<ScopeFrame> ofTurned(const BiPlanarPicture& picture, int quarterTurns, int width,
-                                   int height, bool fullRange, ColorMatrix matrix);
+/// Of the picture as it is shown.
+std::optional<ScopeFrame> ofShown(const BiPlanarPicture& picture, const Orientation& orientation,
+                                  int width, int height, bool fullRange, ColorMatrix matrix);
 
 } // namespace vantroque::FrameSamples

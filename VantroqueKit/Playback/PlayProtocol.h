@@ -57,6 +57,7 @@ struct Told {
     std::int32_t width = 0;
     std::int32_t height = 0;
     std::int32_t sampleBits = 0;
+    std::int32_t isFlipped = 0; ///< 1 when it is, as in `Orientation`.
     std::int32_t quarterTurns = 0;
     std::array<char, 128> words{}; ///< Ends with a zero.
 };

@@ -4,6 +4,7 @@
 #include "Base/FrameRate.h"
 #include "Records/BiPlanarPicture.h"
 #include "Records/ColorMatrix.h"
+#include "Records/Orientation.h"
 
 #include <cstdint>
 #include <functional>
@@ -54,8 +55,8 @@ public:
     virtual ~PlaybackEngine() = default;
 
     virtual State state() const = 0;
-    /// How often the picture is turned clockwise by 90 degrees to be shown: 0 to 3. Once ready.
-    virtual int quarterTurns() const = 0;
+    /// How the pictures of its frames are to be shown. Once ready.
+    virtual Orientation orientation() const = 0;
     /// Called after each change of the state, and never from within a call of the engine's owner.
     std::function<void()> stateChanged;
     /// Called when a frame that was aimed at, or one near it, has come to hand.

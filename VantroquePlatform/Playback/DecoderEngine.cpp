@@ -168,7 +168,8 @@ bool DecoderEngine::take(const Told& told)
 bool DecoderEngine::takeOpened(const Told& told)
 {
     const PictureLayout layout = layoutOf(told);
-    if (m_hasOpened || !layout.isPossible() || told.quarterTurns < 0 || told.quarterTurns > 3)
+    if (m_hasOpened || !layout.isPossible() || told.quarterTurns < 0 || told.quarterTurns > 3
+        || told.isFlipped < 0 || told.isFlipped > 1)
         return false;
     const std::size_t slots = std::min(mostMemory / layout.bytes(), m_settings.mostSlots);
     if (slots < fewestSlots) {
@@ -182,7 +183,7 @@ bool DecoderEngine::takeOpened(const Told& told)
     }
     m_hasOpened = true;
     m_memory = *std::move(memory);
-    m_quarterTurns = told.quarterTurns;
+    m_orientation = {.isFlipped = told.isFlipped == 1, .quarterTurns = told.quarterTurns};
     m_plan.emplace(m_source.rate, static_cast<int>(slots));
     m_plan->setLongestGroup(told.group);
     if (m_lastFrame)

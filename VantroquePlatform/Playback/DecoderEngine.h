@@ -40,7 +40,7 @@ public:
     ~DecoderEngine() override;
 
     State state() const override { return m_state; }
-    int quarterTurns() const override { return m_quarterTurns; }
+    Orientation orientation() const override { return m_orientation; }
     void aim(std::int64_t frame, double rate) override;
     std::shared_ptr<const PlayedFrame> frame(std::int64_t number) const override;
     std::shared_ptr<const PlayedFrame> nearest(std::int64_t number,
@@ -102,7 +102,7 @@ private:
     std::optional<FillPlan> m_plan; ///< Once it is known how many frames there is room for.
     std::int64_t m_frame = 0;
     double m_rate = 0;
-    int m_quarterTurns = 0;
+    Orientation m_orientation;
     std::optional<std::int64_t> m_lastFrame;
     std::int64_t m_extendable = -1; ///< The frame of the newest want that may yet be extended.
 

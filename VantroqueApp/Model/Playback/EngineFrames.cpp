@@ -84,8 +84,10 @@ void EngineFrames::take(const Frame& frame)
     m_taken = frame;
     m_pictures.run(
         [frame, matrix = m_file.video.matrix.value_or(ColorMatrix::bt709),
-         fullRange = m_file.video.fullRange.value_or(false), turns = m_engine->quarterTurns()] {
-            return FrameImage::turned(FrameImage::of(frame->picture, matrix, fullRange), turns);
+         fullRange = m_file.video.fullRange.value_or(false),
+         orientation = m_engine->orientation()] {
+            return FrameImage::oriented(FrameImage::of(frame->picture, matrix, fullRange),
+                                        orientation);
         },
         [this, frame](const QImage& picture) {
             if (picture.isNull())
@@ -100,9 +102,10 @@ FrameSource::Sampling EngineFrames::sampling(QSize size) const
     if (!m_onScreen)
         return nullptr;
     return [frame = m_onScreen, size, matrix = m_file.video.matrix.value_or(ColorMatrix::bt709),
-            fullRange = m_file.video.fullRange.value_or(false), turns = m_engine->quarterTurns()] {
-        return FrameSamples::ofTurned(frame->picture, turns, size.width(), size.height(), fullRange,
-                                      matrix);
+            fullRange = m_file.video.fullRange.value_or(false),
+            orientation = m_engine->orientation()] {
+        return FrameSamples::ofShown(frame->picture, orientation, size.width(), size.height(),
+                                     fullRange, matrix);
     };
 }
 
