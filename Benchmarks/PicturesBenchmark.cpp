@@ -92,18 +92,30 @@ int main(int argc, char** argv)
     QImage picture(hd, QImage::Format_RGB32);
     picture.fill(Qt::darkCyan);
     const Overlay overlay = fullOverlay();
-    const auto draw = [&](OverlayCache& cache) {
-        QPainter painter(&picture);
-        cache.draw(painter, overlay, QRectF(QPointF(), QSizeF(hd)), 2);
+    const OverlayPlace place{
+        .picture = QRectF({}, QSizeF(hd)), .visible = QRect({}, hd), .scale = 2};
+    const auto drawAnew = [&](OverlayCache& cache) {
+        const auto orders = cache.missing(overlay, place);
+        std::vector<OverlayCache::Drawn> layers;
+        for (const auto& [layer, part] : orders.layers)
+            layers.push_back({layer, OverlayLayer(part, place)});
+        cache.take(layers);
     };
-    tell("overlay of 1920x1080 drawn anew",
+    const auto lay = [&](OverlayCache& cache) {
+        QPainter painter(&picture);
+        cache.draw(painter, overlay, place);
+    };
+    tell("overlay of 1920x1080 drawn anew, in the background",
          median(5,
                 [&] {
                     OverlayCache cold;
-                    draw(cold);
+                    lay(cold);
+                    drawAnew(cold);
                 }),
          "no aim");
     OverlayCache warm;
-    tell("overlay of 1920x1080 once drawn", median(31, [&] { draw(warm); }), "under 4");
+    tell("overlay of 1920x1080 before it is drawn", median(31, [&] { lay(warm); }), "under 4");
+    drawAnew(warm);
+    tell("overlay of 1920x1080 once drawn", median(31, [&] { lay(warm); }), "under 4");
     return 0;
 }

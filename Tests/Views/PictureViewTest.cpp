@@ -1,5 +1,6 @@
 #include "Views/PaneFixture.h"
 
+#include "Draw/FramePainter.h"
 #include "VantroqueApp/Views/Player/DrawnStroke.h"
 
 #include <QDropEvent>
@@ -35,6 +36,36 @@ protected:
                          {});
         QApplication::sendEvent(&picture(), &move);
         QTest::mouseRelease(&picture(), button, {}, to);
+    }
+    /// All that lies on the picture in the end.
+    QImage whole()
+    {
+        EXPECT_TRUE(soon([&] { return picture().isOverlayWhole(); }));
+        return seen();
+    }
+    /// What shows at once.
+    QImage seen() { return picture().grab().toImage().convertToFormat(QImage::Format_RGB32); }
+    /// The same drawn at once.
+    QImage drawnOn(QImage ground, const Overlay& overlay)
+    {
+        QPainter painter(&ground);
+        FramePainter::draw(painter, overlay, picture().pictureRect(),
+                           player().zoom().zoom().pictureSize.height()
+                               / FramePainter::referenceRows);
+        return ground;
+    }
+    /// How far two pictures are apart where they are furthest.
+    static int difference(const QImage& one, const QImage& other)
+    {
+        int most = 0;
+        for (int y = 0; y < one.height(); ++y)
+            for (int x = 0; x < one.width(); ++x) {
+                const QColor a = one.pixelColor(x, y);
+                const QColor b = other.pixelColor(x, y);
+                most = std::max({most, std::abs(a.red() - b.red()), std::abs(a.green() - b.green()),
+                                 std::abs(a.blue() - b.blue())});
+            }
+        return most;
     }
     bool drop(const QString& file)
     {
@@ -189,6 +220,56 @@ TEST_F(PictureViewTest, TakesADroppedCaptionFileAndLeavesMediaToTheWindow)
     ASSERT_TRUE(drop(QString::fromStdString(captions.native())));
     EXPECT_TRUE(soon([&] { return player().captions().captions() != nullptr; }));
     EXPECT_EQ(player().overlay().captions.size(), 1);
+}
+
+constexpr int rounding = 4; // Layers are blended once more.
+
+TEST_F(PictureViewTest, WhatLiesOnThePictureIsThereInTheEndAtAnyZoom)
+{
+    openPane();
+    ASSERT_TRUE(soonOnScreen(0));
+    for (const double zoom : {1.0, 3.0}) {
+        player().zoom().setZoom(zoom, QPointF(0.5, 0.5));
+        player().guides().setGuideOptions({});
+        const QImage clean = whole();
+        player().guides().setGuideOptions({.safeAreas = true, .thirds = true});
+        EXPECT_FALSE(picture().isOverlayWhole());
+        const QImage expected = drawnOn(clean, player().overlay());
+        EXPECT_GT(difference(expected, clean), 50);
+        EXPECT_LE(difference(whole(), expected), rounding);
+    }
+    player().guides().setGuideOptions({});
+    EXPECT_TRUE(picture().isOverlayWhole()) << "what is gone is gone at once";
+}
+
+TEST_F(PictureViewTest, AStrokeIsThereFromTheHandThatDrewItOn)
+{
+    openPane();
+    ASSERT_TRUE(soonOnScreen(0));
+    const QImage clean = whole();
+    player().notebook().setTool(AnnotationTool::arrow);
+    drag(at(0.2, 0.3), at(0.6, 0.7));
+    Overlay strokes;
+    strokes.strokes = player().notebook().draftStrokes();
+    ASSERT_THAT(strokes.strokes, SizeIs(1));
+    const QImage expected = drawnOn(clean, strokes);
+    EXPECT_GT(difference(expected, clean), 50);
+    EXPECT_LE(difference(seen(), expected), rounding) << "before its layer is drawn";
+    EXPECT_LE(difference(whole(), expected), rounding) << "and after";
+    player().notebook().undoDraftStroke();
+    EXPECT_EQ(difference(seen(), clean), 0);
+}
+
+TEST_F(PictureViewTest, GoesWhileItIsDrawnOn)
+{
+    for (int time = 0; time < 3; ++time) {
+        openPane();
+        ASSERT_TRUE(soonOnScreen(0));
+        player().guides().setGuideOptions({.safeAreas = true, .thirds = true});
+        seen();
+        EXPECT_FALSE(picture().isOverlayWhole());
+        closePane();
+    }
 }
 
 } // namespace

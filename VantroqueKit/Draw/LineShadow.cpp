@@ -155,7 +155,7 @@ public:
 
 private:
     static constexpr int side = 64;
-    using Square = std::array<std::uint16_t, side * side>;
+    using Square = std::array<std::uint16_t, std::size_t{side} * side>;
 
     void addRow(const QLineF& line, int y, int left, int right)
     {
@@ -189,14 +189,14 @@ private:
 
     std::uint16_t* at(int x, int y)
     {
-        const int column = x - m_area.left();
-        const int row = y - m_area.top();
-        auto& square = m_squares[static_cast<std::size_t>(row / side * m_columns + column / side)];
+        const auto column = static_cast<std::size_t>(x - m_area.left());
+        const auto row = static_cast<std::size_t>(y - m_area.top());
+        auto& square = m_squares[row / side * static_cast<std::size_t>(m_columns) + column / side];
         if (!square) {
             square = std::make_unique<Square>();
             square->fill(m_profile.step(std::numeric_limits<double>::max()));
         }
-        return square->data() + row % side * side + column % side;
+        return &(*square)[row % side * side + column % side];
     }
 
     QRect m_area;

@@ -30,6 +30,16 @@ std::optional<FileUrl> captionFile(const QMimeData& dragged)
     return file && CaptionLoader::isSidecar(*file) ? file : std::nullopt;
 }
 
+std::vector<OverlayCache::Drawn> drawn(const OverlayCache::Orders& orders,
+                                       const std::stop_token& end)
+{
+    std::vector<OverlayCache::Drawn> layers;
+    for (const auto& [layer, overlay] : orders.layers)
+        if (!end.stop_requested())
+            layers.push_back({layer, OverlayLayer(overlay, orders.place)});
+    return layers;
+}
+
 } // namespace
 
 PictureView::PictureView(PlayerController& player, QWidget* parent)
@@ -53,6 +63,11 @@ PictureView::PictureView(PlayerController& player, QWidget* parent)
         update();
     });
     showCursor();
+}
+
+PictureView::~PictureView()
+{
+    m_end.request_stop();
 }
 
 void PictureView::setResting(bool resting)
@@ -96,22 +111,57 @@ void PictureView::paintEvent(QPaintEvent*)
                               !m_player.zoom().showsActualPixels());
         painter.drawImage(picture, shown->picture);
     }
-    paintOverlay(painter, picture);
+    paintOverlay(painter);
 }
 
-/// Lines and labels keep their width on the screen, however close one looks.
-void PictureView::paintOverlay(QPainter& painter, const QRectF& picture)
+Overlay PictureView::overlay() const
 {
-    if (picture.isEmpty())
-        return;
-    painter.setRenderHint(QPainter::Antialiasing);
-    const double scale = m_player.zoom().zoom().pictureSize.height() / FramePainter::referenceRows;
     Overlay overlay = m_player.overlay();
     const auto& draft = m_player.notebook().draftStrokes();
     overlay.strokes.insert(overlay.strokes.end(), draft.begin(), draft.end());
-    m_overlays.draw(painter, overlay, picture, scale);
+    return overlay;
+}
+
+/// Lines and labels keep their width on the screen, however close one looks.
+OverlayPlace PictureView::overlayPlace() const
+{
+    const QRectF picture = pictureRect();
+    return {.picture = picture,
+            .visible = picture.toAlignedRect() & rect(),
+            .scale = m_player.zoom().zoom().pictureSize.height() / FramePainter::referenceRows,
+            .pixelRatio = devicePixelRatioF()};
+}
+
+bool PictureView::isOverlayWhole() const
+{
+    return m_overlays.missing(overlay(), overlayPlace()).layers.empty();
+}
+
+void PictureView::paintOverlay(QPainter& painter)
+{
+    const OverlayPlace place = overlayPlace();
+    if (place.visible.isEmpty())
+        return;
+    painter.setRenderHint(QPainter::Antialiasing);
+    const Overlay overlay = this->overlay();
+    m_overlays.draw(painter, overlay, place);
     if (m_stroke)
-        AnnotationRenderer::draw(painter, {*m_stroke}, picture, scale);
+        AnnotationRenderer::draw(painter, {*m_stroke}, place.picture, place.scale);
+    drawInBackground(m_overlays.missing(overlay, place));
+}
+
+void PictureView::drawInBackground(OverlayCache::Orders orders)
+{
+    if (m_ordered == orders)
+        return;
+    m_ordered = std::move(orders);
+    if (m_ordered.layers.empty())
+        return;
+    m_drawing.run([orders = m_ordered, end = m_end.get_token()] { return drawn(orders, end); },
+                  [this](const std::vector<OverlayCache::Drawn>& layers) {
+                      m_overlays.take(layers);
+                      update();
+                  });
 }
 
 void PictureView::showCursor()

@@ -1,26 +1,32 @@
 #pragma once
 
 #include "Draw/OverlayCache.h"
+#include "VantroqueApp/Model/Background/LatestOnly.h"
 #include "VantroqueApp/Model/Playback/PlayerController.h"
 
 #include <QWidget>
 
 #include <optional>
+#include <stop_token>
 
 namespace vantroque {
 
-/// The frame on screen with what lies on it, through zoom and pan. It is drawn on, and takes
-/// caption files that are dropped on it.
+/// The frame on screen with what lies on it, through zoom and pan. What lies on it is drawn in the
+/// background and shows as soon as it is there. It is drawn on, and takes caption files that are
+/// dropped on it.
 class PictureView : public QWidget {
     Q_OBJECT
 
 public:
     explicit PictureView(PlayerController& player, QWidget* parent = nullptr);
+    ~PictureView() override;
 
     /// Where the picture stands, which may be beyond the edges.
     QRectF pictureRect() const;
     /// Another view shows this player meanwhile.
     void setResting(bool resting);
+    /// Everything that lies on the picture now is drawn, and shows when this is next painted.
+    bool isOverlayWhole() const;
 
 Q_SIGNALS:
     void focusChanged(bool focused);
@@ -45,7 +51,10 @@ private:
         QPointF pan;   ///< Of the picture by then.
     };
 
-    void paintOverlay(QPainter& painter, const QRectF& picture);
+    void paintOverlay(QPainter& painter);
+    Overlay overlay() const;
+    OverlayPlace overlayPlace() const;
+    void drawInBackground(OverlayCache::Orders orders);
     void takeRoom();
     void showCursor();
     QPointF placeIn(QPointF viewport) const;
@@ -55,9 +64,12 @@ private:
 
     PlayerController& m_player;
     OverlayCache m_overlays;
+    OverlayCache::Orders m_ordered; ///< The last that were.
     bool m_resting = false;
     std::optional<Drag> m_drag;
     std::optional<AnnotationStroke> m_stroke; ///< That follows the pointer.
+    std::stop_source m_end;
+    LatestOnly m_drawing; ///< Ends first.
 };
 
 } // namespace vantroque
