@@ -1,3 +1,4 @@
+#include "Captions/EmbeddedCaptions.h"
 #include "VantroqueApp/Views/Controls/ToolButton.h"
 #include "VantroqueApp/Views/Player/PictureFullScreen.h"
 #include "VantroqueApp/Views/Player/PlayButton.h"
@@ -17,6 +18,7 @@
 namespace vantroque {
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -275,6 +277,40 @@ TEST_F(PlayerPaneTest, TheMoreMenuTellsOfCaptions)
                             u"1 cue, 00:00:01:00 to 00:00:03:00"_s));
     choose(menu, u"Remove Captions"_s);
     EXPECT_THAT(entries(menu), Contains(u"Add Captions"_s));
+}
+
+TEST_F(PlayerPaneTest, TheMoreMenuTellsWhatBecomesOfCaptions)
+{
+    const QString reading = u"Reading the captions out of the file"_s;
+    const EmbeddedCaptionSource english{
+        .streamIndex = 2, .codec = u"subrip"_s, .language = u"eng"_s};
+    const EmbeddedCaptionSource german{
+        .streamIndex = 3, .codec = u"subrip"_s, .language = u"ger"_s};
+    VideoSummary summary = video();
+    summary.embeddedCaptions = {english, german};
+    showPane(
+        open({.url = file("subtitled.mkv", Clips::subtitled()), .video = summary}, m_film.maker()));
+    QMenu& menu = *tool(u"More"_s).menu();
+    choose(menu, EmbeddedCaptions::title(german));
+    EXPECT_THAT(entries(menu), Contains(reading));
+    ASSERT_TRUE(soon([&] { return player().captions().captions() != nullptr; }));
+    EXPECT_THAT(entries(menu),
+                AllOf(Contains(EmbeddedCaptions::title(english)),
+                      Contains(EmbeddedCaptions::title(german)), Not(Contains(reading))));
+    for (const QAction* action : menu.actions())
+        if (action->text() == EmbeddedCaptions::title(german))
+            EXPECT_TRUE(action->isChecked());
+
+    closePane();
+    showPane(open(playedFile(), m_film.maker()));
+    bool isOpen = false;
+    QObject::connect(&player().notebook(), &Notebook::opened, m_player.get(),
+                     [&] { isOpen = true; });
+    ASSERT_TRUE(soon([&] { return isOpen; }));
+    player().captions().restoreCaptions(FileUrl::fromPath("/nowhere/words.srt"));
+    ASSERT_TRUE(soon([&] { return player().captions().captionsMissing(); }));
+    EXPECT_THAT(entries(*tool(u"More"_s).menu()),
+                Contains(u"The caption file is no longer where it was"_s));
 }
 
 TEST_F(PlayerPaneTest, WhatWasDoneIsToldOverThePicture)

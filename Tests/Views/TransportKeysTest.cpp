@@ -166,6 +166,18 @@ TEST_F(TransportKeysTest, RestWhileAnythingIsEntered)
     EXPECT_THAT(m_done, ElementsAre(u"backward"_s));
 }
 
+TEST_F(TransportKeysTest, AnotherWindowLetsGoOfK)
+{
+    offer(actions());
+    QTest::keyPress(m_view, Qt::Key_K);
+    ASSERT_TRUE(TransportKeys::shared().kHeld());
+    QWidget dialog;
+    dialog.show();
+    dialog.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, 60'000));
+    EXPECT_FALSE(TransportKeys::shared().kHeld());
+}
+
 TEST_F(TransportKeysTest, WhileANoteIsWrittenArrowsAndLettersAreNotTaken)
 {
     offer(actions());

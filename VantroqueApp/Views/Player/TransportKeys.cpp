@@ -130,6 +130,9 @@ const TransportActions* TransportKeys::actionsFor(const QWidget& view) const
 
 bool TransportKeys::eventFilter(QObject* watched, QEvent* event)
 {
+    // It may be let go of in another window.
+    if (event->type() == QEvent::WindowDeactivate)
+        m_kHeld = false;
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
     if (!isKey || !watched->isWidgetType())
         return false;
