@@ -3,6 +3,7 @@
 #include "App/SessionManager.h"
 #include "VantroqueApp/SingleInstance.h"
 
+#include <algorithm>
 #include <csignal>
 
 namespace vantroque {
@@ -80,6 +81,23 @@ TEST_F(OnScreen, ALaterStartBringsTheWindowToTheFront)
     m_screen.press({"alt+F4"});
     EXPECT_TRUE(comesTrue([&] { return !isRunning(window.id()); }));
     EXPECT_TRUE(isRunning(above.id()));
+}
+
+TEST_F(OnScreen, APlayerNeedsNoOpenGL)
+{
+    const ScopedVariable none("QT_XCB_GL_INTEGRATION", "none");
+    const Path film = file("film.mp4");
+    Program window = open({film});
+    ASSERT_TRUE(m_screen.soonActive(window));
+    ASSERT_TRUE(soonAnalysed(1));
+    EXPECT_TRUE(comesTrue([&] {
+        return std::ranges::any_of(processesNaming(film.native()), [](pid_t process) {
+            return processFile(process, "cmdline").contains("vantroque-play");
+        });
+    }));
+    m_screen.press({"alt+F4"});
+    EXPECT_EQ(window.wait().status, 0);
+    EXPECT_TRUE(leftNothing(film));
 }
 
 TEST_F(OnScreen, FromNothingToASavedReportWithTheKeyboardAlone)
