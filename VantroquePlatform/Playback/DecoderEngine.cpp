@@ -194,8 +194,8 @@ bool DecoderEngine::takeOpened(const Told& told)
          m_memory->descriptor());
     if (m_state == State::opening)
         change(State::ready);
-    if (const auto feed = m_sound.feed())
-        startSound(m_sound.seconds().value_or(feed->startSeconds()));
+    if (const auto heard = m_sound.seconds())
+        startSound(*heard); // A device that has gone away is left alone.
     m_plan->aim(m_frame, m_rate);
     fill();
     return true;
@@ -271,7 +271,7 @@ void DecoderEngine::watch()
     }
     // To be loaded from a slow disk takes longer than to answer.
     constexpr int start = 10;
-    const int most = m_settings.silentPings * (m_hasAnswered ? 1 : start);
+    const int most = m_settings.silentPings * (m_hasOpened || m_hasAnswered ? 1 : start);
     if (m_pingIsOut && ++m_unanswered >= most)
         return die(QStringLiteral("the decoder does not answer"));
     if (!std::exchange(m_pingIsOut, true))
