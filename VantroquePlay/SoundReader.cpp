@@ -92,10 +92,18 @@ void SoundReader::seek(double seconds)
     m_hasPacket = std::ranges::any_of(std::vector{0.3, 2.0, 10.0}, [&](double earlier) {
         return entersBefore(seconds, earlier);
     });
-    if (m_hasPacket)
+    if (!m_hasPacket)
+        toStart();
+}
+
+void SoundReader::toStart()
+{
+    // Streams can be read from any byte on; of other files that is no place to enter.
+    const bool isStream = (m_file.get()->iformat->flags & AVFMT_TS_DISCONT) != 0;
+    if (isStream && av_seek_frame(m_file.get(), -1, 0, AVSEEK_FLAG_BYTE) >= 0)
         return;
-    if (av_seek_frame(m_file.get(), -1, 0, AVSEEK_FLAG_BYTE) < 0)
-        av_seek_frame(m_file.get(), -1, 0, AVSEEK_FLAG_BACKWARD);
+    if (av_seek_frame(m_file.get(), -1, 0, AVSEEK_FLAG_BACKWARD) < 0)
+        avformat_seek_file(m_file.get(), -1, INT64_MIN, 0, INT64_MAX, 0);
 }
 
 std::vector<SoundReader::Pair> SoundReader::next()
@@ -169,7 +177,10 @@ void SoundReader::add(Track& track, const AVFrame& frame)
         if (track.position == 0 || std::abs(stated - track.position) > tolerance)
             from = stated;
     }
+    const bool isFar = from - track.position > longestGap;
     fillTo(track, from);
+    if (isFar)
+        return; // Its time has not come; a part of it is missed rather than heard too early.
     const std::int64_t late = std::clamp<std::int64_t>(track.position - from, 0, made);
     const auto first = static_cast<std::size_t>(late) * channels;
     const auto last = static_cast<std::size_t>(made) * channels;

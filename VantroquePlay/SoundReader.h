@@ -46,6 +46,7 @@ private:
     int channelsOfTrack() const { return m_tracks.size() == 2 ? 1 : 2; }
     bool readPacket();
     bool entersBefore(double seconds, double earlier);
+    void toStart();
     void read();
     void decode(Track& track, const AVPacket* packet);
     void add(Track& track, const AVFrame& frame);

@@ -96,7 +96,7 @@ const Words x264{"-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p
 
 /// Plays from there and returns the seconds of the file that a click is heard at. The loudspeakers
 /// begin with what is there, so the first chunks may be silent; `soundSeconds` tells by how much.
-std::optional<double> heardClick(const fs::path& file, double from)
+std::optional<double> heardClick(const fs::path& file, double from, double until = 3)
 {
     Cranked loudspeakers;
     Playing player(file, 25, through(loudspeakers));
@@ -114,7 +114,7 @@ std::optional<double> heardClick(const fs::path& file, double from)
         const auto loud = std::ranges::find_if(loudspeakers.heard, isLoud);
         at = before + static_cast<double>(loud - loudspeakers.heard.begin()) / 48000;
         goRound();
-        return loud != loudspeakers.heard.end() || at > 3;
+        return loud != loudspeakers.heard.end() || at > until;
     });
     return isHeard ? std::optional(at) : std::nullopt;
 }
@@ -139,12 +139,29 @@ TEST(PlayedSound, IsThatOfThePicture)
 
 TEST(PlayedSound, BeginsWithSilenceWhereItComesLate)
 {
-    const auto file = Media::make(
-        {"late-sound.mov", NumberedClip::input("25", "2")
-                               + Words{"-itsoffset", "0.6", "-f", "lavfi", "-i",
-                                       "aevalsrc='if(between(t,0.4,0.42),0.5,0)':s=48000:d=1"}
-                               + x264 + Words{"-c:a", "pcm_s16le"}});
-    expectClick(file);
+    const auto late = [](const std::string& name, const std::string& codec) {
+        return Media::make(
+            {name, NumberedClip::input("25", "2")
+                       + Words{"-itsoffset", "0.6", "-f", "lavfi", "-i",
+                               "aevalsrc='if(between(t,0.4,0.42),0.5,0)':s=48000:d=1"}
+                       + x264 + Words{"-c:a", codec}});
+    };
+    expectClick(late("late-sound.mov", "pcm_s16le"));
+    expectClick(late("late-sound.mkv", "pcm_s16le"));
+    expectClick(late("late-sound.mp4", "aac"));
+    expectClick(late("late-sound.ts", "mp2"));
+}
+
+TEST(PlayedSound, IsNotHeardTooEarlyWhereItComesVeryLate)
+{
+    const auto file =
+        Media::make({"very-late-sound.mkv", NumberedClip::input("25", "1")
+                                                + Words{"-itsoffset", "25", "-f", "lavfi", "-i",
+                                                        "aevalsrc='0.5':s=48000:d=1"}
+                                                + x264 + Words{"-c:a", "pcm_s16le"}});
+    const auto click = heardClick(file, 0, 26);
+    ASSERT_TRUE(click);
+    EXPECT_NEAR(*click, 25, 0.2);
 }
 
 /// The loudest that is heard on each side of a file whose sound is that expression.
@@ -278,7 +295,11 @@ TEST(PlayedSound, OfACardThatGoesAwayHoldsNothingUp)
         QTimer::singleShot(10, [] {});
         return !player.engine().soundSeconds();
     }));
+    const pid_t old = player.engine().decoder();
+    ::kill(old, SIGKILL);
+    ASSERT_TRUE(runUntil([&] { return player.engine().decoder() != old; }));
     EXPECT_EQ(player.shown(30, 1), 30);
+    EXPECT_EQ(player.engine().soundSeconds(), std::nullopt) << "nor does another decoder";
     EXPECT_EQ(player.engine().state(), PlaybackEngine::State::ready);
     player.engine().stopSound();
     player.engine().startSound(0.5);
