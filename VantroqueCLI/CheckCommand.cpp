@@ -26,16 +26,21 @@ std::optional<QString> problemWith(const Arguments& arguments)
     if (format != "text" && format != "json" && format != "junit")
         return u"unknown format \"%1\": one of text, json, junit"_s.arg(
             QString::fromStdString(format));
+    if (arguments.has("summary") && format != "text")
+        return u"--summary has the format text only"_s;
     return std::nullopt;
 }
 
-ReportForm formOf(const Arguments& arguments, const OutputTarget& target)
+ReportForm formOf(const Arguments& arguments, const OutputTarget& target,
+                  const std::vector<Profile>& profiles)
 {
     const std::string format = arguments.value("format", "text");
     if (format == "json")
         return CheckReports::json(arguments.has("media"));
     if (format == "junit")
         return CheckReports::junit();
+    if (arguments.has("summary"))
+        return CheckReports::summary(profiles);
     return CheckReports::text(target.name().empty() && Output::isColorTerminal());
 }
 
@@ -67,7 +72,7 @@ Result<ExitStatus> checkAll(const Arguments& arguments)
     ExitStatus status = ExitStatus::passed;
     const auto profiles = TRY(profilesOf(arguments, status));
     const auto captions = TRY(CheckCall::givenCaptions(arguments));
-    ReportWriter report(formOf(arguments, target), target);
+    ReportWriter report(formOf(arguments, target, profiles), target);
     EnchantSpeller speller;
     CheckRun run(arguments, jobs, profiles, [&](std::size_t index, CheckedFile& file) {
         if (file.outcome && captions)

@@ -3,6 +3,7 @@
 #include "Base/Json.h"
 #include "Base/PathText.h"
 #include "Base/Text.h"
+#include "Check/ProblemsText.h"
 #include "Check/TextRenderer.h"
 
 namespace vantroque::CheckReports {
@@ -20,6 +21,7 @@ FileReport displayable(FileReport report)
     const auto clean = [](std::vector<ProfileReport>& rows) {
         for (ProfileReport& profile : rows) {
             profile.profileName = Text::printable(profile.profileName);
+            profile.profileShortName = Text::printable(profile.profileShortName);
             for (CheckResult& row : profile.checks) {
                 row.title = Text::printable(row.title); // captions are titled by their file
                 row.measured = Text::printable(row.measured);
@@ -41,10 +43,12 @@ QString lines(const QString& error)
     return Text::joined(error.trimmed().split(u'\n'), u"\n  "_s, Text::printable);
 }
 
-Result<QByteArray> textOf(const CheckedFile& file, bool color)
+using Renderer = std::function<QString(const FileReport&)>;
+
+QByteArray textOf(const CheckedFile& file, const Renderer& render)
 {
     if (file.outcome)
-        return TextRenderer::render(displayable(file.outcome->report), color).toUtf8();
+        return render(displayable(file.outcome->report)).toUtf8();
     return u"%1    could not be analysed\n  %2\n"_s
         .arg(Text::printable(file.path()), lines(file.outcome.error().description))
         .toUtf8();
@@ -73,9 +77,20 @@ Result<QByteArray> jsonOf(const CheckedFile& file, bool withMedia)
 
 ReportForm text(bool color)
 {
-    return {{}, TextRenderer::separator().toUtf8(), "\n", [color](const CheckedFile& file) {
-                return textOf(file, color);
+    const Renderer render = [color](const FileReport& report) {
+        return TextRenderer::render(report, color);
+    };
+    return {{}, TextRenderer::separator().toUtf8(), "\n", [render](const CheckedFile& file) {
+                return textOf(file, render);
             }};
+}
+
+ReportForm summary(std::vector<Profile> profiles)
+{
+    const Renderer render = [profiles = std::move(profiles)](const FileReport& report) {
+        return ProblemsText::render(report, profiles);
+    };
+    return {{}, "\n", {}, [render](const CheckedFile& file) { return textOf(file, render); }};
 }
 
 ReportForm json(bool withMedia)

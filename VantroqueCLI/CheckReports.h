@@ -32,6 +32,8 @@ struct ReportForm {
 namespace CheckReports {
 
 ReportForm text(bool color);
+/// Each problem once. `profiles` are those of the reports.
+ReportForm summary(std::vector<Profile> profiles);
 /// `withMedia` adds all that is known of each file.
 ReportForm json(bool withMedia);
 /// One suite a file, one case a row. A failing row is a failure unless it belongs to a

@@ -17,9 +17,9 @@ const std::vector<Command>& commands()
 {
     static const std::vector<Command> all{
         {"check",
-         "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit] [--media]\n"
-         "        [--detail] [--skip-signal] [--captions FILE] [--text-language CODE]...\n"
-         "        [--jobs N] [--verbose] [--profiles-dir DIR]\n"
+         "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit]\n"
+         "        [--summary] [--media] [--detail] [--skip-signal] [--captions FILE]\n"
+         "        [--text-language CODE]... [--jobs N] [--verbose] [--profiles-dir DIR]\n"
          "        [-o FILE] [--overwrite] FILE...",
          "Scores files against the delivery specifications of platforms; the digital ones\n"
          "      unless profiles or groups (digital, broadcast, recommendation) are named.",
@@ -27,6 +27,7 @@ const std::vector<Command>& commands()
           {"group", true},
           {"all", false},
           {"format", true},
+          {"summary", false},
           {"media", false},
           {"detail", false},
           {"skip-signal", false},

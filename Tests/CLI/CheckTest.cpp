@@ -54,6 +54,20 @@ TEST_F(Check, TheTextNamesTheFileAndEachPlatform)
     EXPECT_TRUE(result.out.endsWith('\n'));
 }
 
+TEST_F(Check, TheSummaryTellsEachProblemOnce)
+{
+    const auto result = run({"--all", "--summary", m_clip.native()});
+    EXPECT_EQ(result.status, 1);
+    const std::string text = result.out.toStdString();
+    EXPECT_THAT(text, HasSubstr("plain.mp4    "));
+    EXPECT_THAT(text, HasSubstr("\n  1 problem to fix\n\n    XX Container              1 platform\n"
+                                "       mp4 -> mxf: "));
+    EXPECT_THAT(text, Not(HasSubstr("    ok ")));
+    const auto json = run({"--summary", "--format", "json", m_clip.native()});
+    EXPECT_EQ(json.status, 2);
+    EXPECT_EQ(json.err, "vantroque-cli: --summary has the format text only\n");
+}
+
 TEST_F(Check, FilesAreSetApartByARule)
 {
     const auto result = run({m_clip.native(), Clips::wav().native()});

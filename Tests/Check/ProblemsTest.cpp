@@ -1,0 +1,199 @@
+#include "Builders.h"
+
+#include "Check/ProblemsText.h"
+#include "Check/ShortTexts.h"
+#include <QStringList>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+ProfileReport platform(const QString& name, const std::vector<CheckResult>& checks,
+                       bool advisory = false)
+{
+    ProfileReport report;
+    report.profileID = name.toLower();
+    report.profileName = name + u" Television"_s;
+    report.profileShortName = name;
+    if (advisory)
+        report.advisory = true;
+    report.checks = checks;
+    return report;
+}
+
+FileReport fileOf(const std::vector<ProfileReport>& profiles)
+{
+    FileReport file;
+    file.fileName = u"spot.mp4"_s;
+    file.summaryLine = u"1.2 MB · 30.0s"_s;
+    file.profiles = profiles;
+    return file;
+}
+
+CheckResult loud(const char* expected, const char* fix = nullptr)
+{
+    return row("loudness", "Loudness", Verdict::fail, "-19.6 LKFS (+4.4 LU off target)", expected,
+               fix);
+}
+
+CheckResult check(const char* id, Verdict verdict)
+{
+    return row(id, id, verdict, "found", "wanted");
+}
+
+std::vector<QString> ids(const std::vector<Problem>& problems)
+{
+    std::vector<QString> ids;
+    for (const Problem& problem : problems)
+        ids.push_back(problem.checkID);
+    return ids;
+}
+
+Profile loudnessOf(double target, double tolerance, bool autoNormalized = false)
+{
+    Profile profile = bareProfile();
+    profile.loudness = LoudnessRule{.targetLKFS = target, .toleranceLU = tolerance};
+    if (autoNormalized)
+        profile.loudness->autoNormalized = true;
+    return profile;
+}
+
+TEST(Problems, TellACauseOnceWithThePlatformsThatItCosts)
+{
+    const auto problems = Problems::of(fileOf({platform(u"A"_s, {loud("-24 LKFS ± 2 LU", "turn")}),
+                                               platform(u"B"_s, {loud("-16 LKFS ± 1 LU")}),
+                                               platform(u"C"_s, {loud("-24 LKFS ± 2 LU")})}),
+                                       {});
+    ASSERT_EQ(problems.size(), 1);
+    const Problem& problem = problems.front();
+    EXPECT_EQ(problem.title, u"Loudness"_s);
+    EXPECT_EQ(problem.verdict, Verdict::fail);
+    EXPECT_EQ(problem.whose(), u"3 platforms"_s);
+    ASSERT_EQ(problem.limits.size(), 2);
+    EXPECT_EQ(problem.limits[0].measured, u"-19.6 LKFS"_s);
+    EXPECT_EQ(problem.limits[0].expected, u"-24 LKFS ± 2 LU"_s);
+    EXPECT_EQ(problem.limits[0].fix, u"turn"_s);
+    EXPECT_THAT(problem.limits[0].platforms, ElementsAre(u"A"_s, u"C"_s));
+    EXPECT_THAT(problem.limits[1].platforms, ElementsAre(u"B"_s));
+}
+
+TEST(Problems, StandWorstFirstThenByPlatformsThenByChecks)
+{
+    const auto problems = Problems::of(
+        fileOf({platform(u"A"_s, {check("warns", Verdict::warn), check("one", Verdict::fail),
+                                  check("two", Verdict::fail), check("other", Verdict::fail)}),
+                platform(u"B"_s, {check("warns", Verdict::warn), check("two", Verdict::fail)})}),
+        {});
+    EXPECT_THAT(ids(problems), ElementsAre(u"two"_s, u"one"_s, u"other"_s, u"warns"_s));
+    EXPECT_EQ(Problems::headline(problems), u"3 problems to fix, 1 to review"_s);
+}
+
+TEST(Problems, OfPlatformsOfTwoMindsAreAsBadAsTheWorstAndCountItsPlatforms)
+{
+    const auto problems =
+        Problems::of(fileOf({platform(u"A"_s, {check("bitrate", Verdict::warn)}),
+                             platform(u"B"_s, {check("bitrate", Verdict::warn)}),
+                             platform(u"C"_s, {check("bitrate", Verdict::fail)})}),
+                     {});
+    ASSERT_EQ(problems.size(), 1);
+    EXPECT_EQ(problems[0].verdict, Verdict::fail);
+    EXPECT_THAT(problems[0].platforms(), ElementsAre(u"C"_s));
+    EXPECT_EQ(problems[0].whose(), u"1 platform"_s);
+    ASSERT_EQ(problems[0].limits.size(), 2);
+    EXPECT_EQ(problems[0].limits[0].verdict, Verdict::fail);
+    EXPECT_THAT(problems[0].limits[1].platforms, ElementsAre(u"A"_s, u"B"_s));
+}
+
+TEST(Problems, LeaveOutAdviceAndWhatPasses)
+{
+    const auto problems = Problems::of(
+        fileOf({platform(u"A"_s, {check("passes", Verdict::pass), check("says", Verdict::info)}),
+                platform(u"B"_s, {check("advises", Verdict::fail)}, true)}),
+        {});
+    EXPECT_THAT(problems, IsEmpty());
+    EXPECT_EQ(Problems::headline(problems), QString());
+}
+
+TEST(Problems, OfASectionNameIt)
+{
+    FileReport file = fileOf({platform(u"A"_s, {check("levels", Verdict::warn)})});
+    ProfileReport section =
+        platform(u"x"_s, {check("phase", Verdict::warn), check("levels", Verdict::warn)});
+    section.profileName = u"Picture and sound"_s;
+    file.sections = {section};
+    const auto problems = Problems::of(file, {});
+    ASSERT_THAT(ids(problems), ElementsAre(u"levels"_s, u"phase"_s));
+    EXPECT_EQ(problems[0].whose(), u"1 platform"_s);
+    EXPECT_EQ(problems[1].whose(), u"Picture and sound"_s);
+    EXPECT_EQ(Problems::headline(problems), u"2 to review"_s);
+}
+
+TEST(Problems, PointAtTheMomentOfTheirRow)
+{
+    FileReport file = fileOf({platform(u"A"_s, {check("black-frames", Verdict::fail)})});
+    SignalEvent event;
+    event.kind = SignalEvent::Kind::blackFrame;
+    event.frame = 312;
+    event.verdict = Verdict::fail;
+    file.events = {event};
+    const auto problems = Problems::of(file, {});
+    ASSERT_TRUE(problems.at(0).moment);
+    EXPECT_EQ(problems[0].moment->frame, 312);
+}
+
+TEST(Problems, AreAConflictWhereLoudnessWindowsHaveNothingInCommon)
+{
+    EXPECT_EQ(Problems::conflict({loudnessOf(-24, 2), loudnessOf(-16, 1), loudnessOf(-23, 0.5),
+                                  loudnessOf(-24, 1)}),
+              u"No single file can pass all of these: -24, -23 and -16 LKFS"_s);
+    EXPECT_EQ(Problems::conflict({loudnessOf(-24, 1), loudnessOf(-23, 0)}), std::nullopt)
+        << "they meet at -23";
+    EXPECT_EQ(Problems::conflict({loudnessOf(-24, 2), loudnessOf(-14, 1, true)}), std::nullopt)
+        << "the platform normalizes";
+    Profile advice = loudnessOf(-14, 1);
+    advice.group = ProfileGroup::recommendation;
+    EXPECT_EQ(Problems::conflict({loudnessOf(-24, 2), advice, bareProfile()}), std::nullopt);
+    EXPECT_EQ(Problems::conflict({}), std::nullopt);
+}
+
+TEST(ShortTexts, LeaveOutWhatStandsBesideThem)
+{
+    EXPECT_EQ(ShortTexts::ofMeasured(u"mono (1 ch)"_s), u"mono"_s);
+    EXPECT_EQ(ShortTexts::ofMeasured(u"(slate?)"_s), u"(slate?)"_s);
+    EXPECT_EQ(ShortTexts::ofMeasured(u"\"Sale\" reaches 98% at 00:00:12:08, past 93%."_s),
+              u"\"Sale\" reaches 98%"_s);
+    EXPECT_EQ(ShortTexts::ofExpected(u"≥ 192 kbps"_s), u"192 kbps or more"_s);
+    EXPECT_EQ(ShortTexts::ofExpected(u"≤ -2 dBTP"_s), u"-2 dBTP or less"_s);
+    EXPECT_EQ(ShortTexts::ofExpected(u"mp4 or mov"_s), u"mp4 or mov"_s);
+}
+
+TEST(ProblemsText, HasALineAProblemAndItsLimitsBelowWithEachFixOnce)
+{
+    const FileReport file = fileOf({platform(u"A"_s, {loud("-24 LKFS ± 2 LU", "Turn it down.")}),
+                                    platform(u"B"_s, {loud("-16 LKFS ± 1 LU")}),
+                                    platform(u"C"_s, {check("scan", Verdict::warn)}),
+                                    platform(u"D"_s, {loud("-24 LKFS ± 2 LU", "Turn it down.")})});
+    EXPECT_EQ(ProblemsText::render(file, {loudnessOf(-24, 2), loudnessOf(-16, 1)}),
+              u"spot.mp4    1.2 MB · 30.0s\n"
+              "  Passes 1 of 4 platforms\n"
+              "  1 problem to fix, 1 to review\n"
+              "  No single file can pass all of these: -24 and -16 LKFS\n"
+              "\n"
+              "    XX Loudness               3 platforms\n"
+              "       -19.6 LKFS -> -24 LKFS ± 2 LU: A, D\n"
+              "       fix: Turn it down.\n"
+              "       -19.6 LKFS -> -16 LKFS ± 1 LU: B\n"
+              "    !! scan                   1 platform\n"
+              "       found -> wanted: C\n"_s);
+    EXPECT_EQ(ProblemsText::render(fileOf({platform(u"A"_s, {check("scan", Verdict::pass)})}), {})
+                  .split(u'\n')
+                  .at(2),
+              u"  No problems"_s);
+}
+
+} // namespace
+} // namespace vantroque
