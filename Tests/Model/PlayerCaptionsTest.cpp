@@ -228,6 +228,18 @@ TEST_F(Captions, ThatAreDroppedBeforeTheReviewWasReadWin)
     EXPECT_FALSE(captions().captionsExtracting());
 }
 
+TEST_F(Captions, AWrongFileThatIsDroppedMeanwhileLeavesTheRememberedOnes)
+{
+    openReviewed();
+    captions().loadCaptions(sidecar("film.srt", words));
+    ASSERT_TRUE(soon([&] { return captions().captionsURL().has_value(); }));
+    open();
+    captions().loadCaptions(sidecar("none.srt", "no captions at all"));
+    ASSERT_TRUE(soon([&] { return captions().captions() != nullptr; }));
+    EXPECT_THAT(texts(1), ElementsAre(u"Quux first"_s));
+    EXPECT_TRUE(player().exportMessage()->startsWith(u"No captions found in none.srt."_s));
+}
+
 TEST_F(Captions, RemovingThemLeavesThoseOfTheMedia)
 {
     const PlayedFile film = subtitled();

@@ -91,7 +91,8 @@ std::vector<SignalEvent> PlayerCaptions::captionEvents() const
     return m_checked ? m_checked->events : std::vector<SignalEvent>();
 }
 
-void PlayerCaptions::readSidecar(const FileUrl& url, std::function<void(const Read&)> then)
+void PlayerCaptions::readSidecar(const FileUrl& url, int wish,
+                                 std::function<void(const Read&)> then)
 {
     m_sidecars.run(
         untilStopped(m_stopSidecars.get_token(),
@@ -101,8 +102,8 @@ void PlayerCaptions::readSidecar(const FileUrl& url, std::function<void(const Re
                              return {.checked = nullptr, .problem = track.error()};
                          return {.checked = checked({*track, url.fileName(), {}}, file, speller)};
                      }),
-        [this, wish = ++m_wish, then = std::move(then)](const Read& read) {
-            if (wish == m_wish)
+        [this, wish, then = std::move(then)](const Read& read) {
+            if (wish >= m_granted)
                 then(read);
         });
 }
@@ -118,8 +119,10 @@ void PlayerCaptions::takeSidecar(const FileUrl& url, const Read& read)
 
 void PlayerCaptions::loadCaptions(const FileUrl& from)
 {
-    readSidecar(from, [this, from](const Read& read) {
+    const int wish = ++m_wishes;
+    readSidecar(from, wish, [this, from, wish](const Read& read) {
         if (read.checked) {
+            m_granted = wish;
             takeSidecar(from, read);
             m_shown = true;
             Q_EMIT changed();
@@ -135,12 +138,12 @@ void PlayerCaptions::loadCaptions(const FileUrl& from)
 
 void PlayerCaptions::restoreCaptions(const std::optional<FileUrl>& remembered)
 {
-    if (m_wish > 0)
+    if (m_granted > 0)
         return; // The operator was quicker.
     if (!remembered)
         return showFirstEmbeddedIfAny();
     m_url = remembered;
-    readSidecar(*remembered, [this, url = *remembered](const Read& read) {
+    readSidecar(*remembered, 0, [this, url = *remembered](const Read& read) {
         if (read.checked) {
             takeSidecar(url, read);
         } else {
@@ -154,7 +157,7 @@ void PlayerCaptions::restoreCaptions(const std::optional<FileUrl>& remembered)
 
 void PlayerCaptions::removeCaptions()
 {
-    ++m_wish;
+    m_granted = ++m_wishes;
     stopExtracting();
     m_checked.reset();
     m_source.reset();
@@ -168,7 +171,7 @@ void PlayerCaptions::removeCaptions()
 void PlayerCaptions::showFirstEmbeddedIfAny()
 {
     if (!m_embedded.empty())
-        showEmbedded(m_embedded.front());
+        extract(m_embedded.front());
 }
 
 void PlayerCaptions::stopExtracting()
@@ -181,7 +184,12 @@ void PlayerCaptions::stopExtracting()
 
 void PlayerCaptions::showEmbedded(const EmbeddedCaptionSource& source)
 {
-    ++m_wish;
+    m_granted = ++m_wishes;
+    extract(source);
+}
+
+void PlayerCaptions::extract(const EmbeddedCaptionSource& source)
+{
     stopExtracting();
     m_source = source;
     m_extracting = true;

@@ -66,9 +66,10 @@ private:
     static std::shared_ptr<const Checked> checked(const LoadedCaptions& captions,
                                                   const PlayedFile& file, SpellChecker& speller);
 
-    void readSidecar(const FileUrl& url, std::function<void(const Read&)> then);
+    void readSidecar(const FileUrl& url, int wish, std::function<void(const Read&)> then);
     void takeSidecar(const FileUrl& url, const Read& read);
     void showFirstEmbeddedIfAny();
+    void extract(const EmbeddedCaptionSource& source);
     void stopExtracting();
 
     const PlayedFile m_file;
@@ -80,8 +81,10 @@ private:
     bool m_shown = true;
     bool m_missing = false;
     bool m_extracting = false;
-    int m_wish = 0;       ///< Counts them; a file that is read for an earlier one is dropped.
-    int m_extraction = 0; ///< Likewise.
+    int m_wishes = 0;     ///< Of the operator.
+    int m_granted = 0;    ///< The newest that came true: a file that is read for an earlier one is
+                          ///< dropped.
+    int m_extraction = 0; ///< Counts them likewise.
     std::stop_source m_stopSidecars;
     std::stop_source m_stopExtraction;
     Tasks m_sidecars; ///< These end first.
