@@ -2,10 +2,7 @@
 
 #include "Review/ReviewStore.h"
 
-#include <csignal>
 #include <filesystem>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <thread>
 
 // Reviews with one owner: what several change at the same time, and what becomes of it.
@@ -260,45 +257,6 @@ TEST_F(Book, AFolderThatIsOutOfReachFromTheStartCostsNoStoredNote)
     change(book, withNote(u"new"_s));
     ASSERT_TRUE(soonDone(book));
     EXPECT_THAT(texts(stored()), ElementsAre(u"old"_s, u"new"_s));
-}
-
-/// Adds notes, whose number stands in the captions path as well, until it is killed.
-[[noreturn]] void writeUntilKilled(const QString& key, const FileUrl& url)
-{
-    ReviewBook book;
-    for (int i = 1;; ++i) {
-        book.change(
-            key, url,
-            [i](FileReview& review) {
-                withNote(QString(i * 37 % 5000, u'x'))(review);
-                review.captionsPath = QString::number(review.comments.size());
-            },
-            nullptr);
-        book.waitUntilWritten();
-    }
-}
-
-TEST_F(Book, AKillLeavesTheOldReviewOrTheNewOne)
-{
-    std::set<qsizetype> lengths;
-    for (int kill = 0; kill < 10; ++kill) {
-        const qsizetype before = texts(stored()).size();
-        const pid_t writer = ::fork();
-        ASSERT_NE(writer, -1);
-        if (writer == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-            writeUntilKilled(m_key, m_url);
-        }
-        const bool wrote = soon([&] { return texts(stored()).size() > before + kill; });
-        ::kill(writer, SIGKILL);
-        ASSERT_EQ(::waitpid(writer, nullptr, 0), writer);
-        ASSERT_TRUE(wrote);
-        const auto review = stored();
-        ASSERT_TRUE(review);
-        EXPECT_EQ(review->captionsPath, QString::number(review->comments.size()));
-        lengths.insert(texts(review).size());
-    }
-    EXPECT_THAT(lengths, SizeIs(10));
 }
 
 TEST_F(Book, ADecisionInTheBookIsShownByTheList)
