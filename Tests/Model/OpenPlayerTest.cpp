@@ -176,6 +176,55 @@ TEST_F(OpeningPlayer, ASignOffOfThePlayerShowsInTheList)
     EXPECT_EQ(entry(0).signOff->decision, ReviewSignOff::Decision::approved);
 }
 
+/// Half a note on frame 20: words, and a drawing.
+NoteDraft halfANote()
+{
+    return {.text = u"half a th"_s,
+            .strokes = {{.id = QUuid::createUuid(), .points = {{0.1, 0.1}, {0.2, 0.2}}}},
+            .tool = AnnotationTool::pen,
+            .ink = AnnotationStroke::Ink::amber,
+            .isComposing = true};
+}
+
+TEST_F(OpeningPlayer, ANoteInTheMakingWaitsForTheNextPlayerOfItsFile)
+{
+    startWith({"a.mp4", "b.mp4"});
+    const NoteDraft draft = halfANote();
+    sync()->seek(20);
+    model().player()->notebook().setDraft(draft);
+    model().files().select(entry(1).id);
+    EXPECT_FALSE(sync()->notebook().hasDraft()) << "another file";
+    model().files().select(entry(0).id);
+    const Notebook& notebook = sync()->notebook();
+    EXPECT_EQ(notebook.draftText(), draft.text);
+    EXPECT_EQ(notebook.draftStrokes(), draft.strokes);
+    EXPECT_EQ(notebook.tool(), draft.tool);
+    EXPECT_EQ(notebook.ink(), draft.ink);
+    EXPECT_TRUE(notebook.isComposing());
+    EXPECT_EQ(model().player()->playhead().frame(), 20) << "the frame that it is about";
+    ASSERT_TRUE(soon([&] { return notebook.isOpen(); }));
+    model().player()->saveComment(std::nullopt);
+    ASSERT_TRUE(soon([&] { return notebook.comments().size() == 1; }));
+    EXPECT_EQ(notebook.comments()[0].frame, 20);
+    model().files().select(entry(1).id);
+    model().files().select(entry(0).id);
+    EXPECT_FALSE(sync()->notebook().hasDraft()) << "it was kept as a note";
+    EXPECT_EQ(model().player()->playhead().frame(), 0);
+}
+
+TEST_F(OpeningPlayer, ANoteInTheMakingOutlivesANewAnalysisOfItsFile)
+{
+    startWith({"a.mp4"});
+    sync()->notebook().setDraft(halfANote());
+    model().files().queueAgain(entry(0).id);
+    ASSERT_EQ(model().player(), nullptr);
+    m_held.release();
+    ASSERT_TRUE(soonIdle());
+    ASSERT_NE(sync(), nullptr);
+    EXPECT_EQ(model().player()->notebook().draftText(), u"half a th"_s);
+    EXPECT_THAT(model().player()->notebook().draftStrokes(), SizeIs(1));
+}
+
 TEST_F(OpeningPlayer, WithoutAnEngineThereAreStills)
 {
     startHeld();

@@ -132,6 +132,34 @@ TEST_F(Comments, LeavingAnEmptyFieldLetsTheKeysPlayAgain)
     EXPECT_TRUE(notebook().isComposing()) << "a note that was begun stays open";
 }
 
+TEST_F(Comments, ANoteThatWasBegunIsStillThereAfterALookAtAnotherFile)
+{
+    open();
+    player().seek(182);
+    QTest::mouseClick(field().viewport(), Qt::LeftButton);
+    QTest::keyClicks(&field(), u"Too d"_s);
+    notebook().addDraftStroke(stroke());
+    m_panel.reset();
+    model().files().add({anyFile("events.mp4")});
+    ASSERT_TRUE(soonIdle());
+    model().files().select(entry(1).id);
+    openPanel();
+    EXPECT_EQ(field().toPlainText(), QString());
+    m_panel.reset();
+    model().files().select(entry(0).id);
+    openPanel();
+    EXPECT_EQ(field().toPlainText(), u"Too d"_s);
+    EXPECT_TRUE(button(u"Save"_s).isEnabled());
+    EXPECT_TRUE(button(u"Undo the last marking"_s).isEnabled());
+    field().setFocus();
+    QTest::keyClicks(&field(), u"ark"_s);
+    QTest::keyClick(&field(), Qt::Key_Return, Qt::ControlModifier);
+    ASSERT_TRUE(soon([&] { return notebook().comments().size() == 1; }));
+    EXPECT_EQ(notebook().comments()[0].text, u"Too dark"_s) << "typing goes on where it was left";
+    EXPECT_EQ(notebook().comments()[0].frame, 182);
+    EXPECT_THAT(notebook().comments()[0].strokes, testing::SizeIs(1));
+}
+
 TEST_F(Comments, TypingReachesNothingButTheNote)
 {
     struct Passed : QObject {

@@ -91,40 +91,46 @@ std::vector<AnnotationStroke> Notebook::strokesAt(std::int64_t frame) const
 
 void Notebook::setTool(AnnotationTool tool)
 {
-    if (std::exchange(m_tool, tool) != tool)
+    if (std::exchange(m_draft.tool, tool) != tool)
         Q_EMIT draftChanged();
 }
 
 void Notebook::setInk(AnnotationStroke::Ink ink)
 {
-    if (std::exchange(m_ink, ink) != ink)
+    if (std::exchange(m_draft.ink, ink) != ink)
         Q_EMIT draftChanged();
 }
 
 void Notebook::setDraftText(const QString& text)
 {
-    if (m_draftText == text)
+    if (m_draft.text == text)
         return;
-    m_draftText = text;
+    m_draft.text = text;
     Q_EMIT draftChanged();
 }
 
 void Notebook::setComposing(bool composing)
 {
-    if (std::exchange(m_isComposing, composing) != composing)
+    if (std::exchange(m_draft.isComposing, composing) != composing)
         Q_EMIT draftChanged();
 }
 
 bool Notebook::hasDraft() const
 {
-    return !m_draftStrokes.empty() || !m_draftText.trimmed().isEmpty();
+    return !m_draft.strokes.empty() || !m_draft.text.trimmed().isEmpty();
+}
+
+void Notebook::setDraft(NoteDraft draft)
+{
+    m_draft = std::move(draft);
+    Q_EMIT draftChanged();
 }
 
 void Notebook::addDraftStroke(const AnnotationStroke& stroke)
 {
-    m_draftStrokes.push_back(stroke);
-    m_undoneStrokes.clear();
-    m_isComposing = true;
+    m_draft.strokes.push_back(stroke);
+    m_draft.undone.clear();
+    m_draft.isComposing = true;
     Q_EMIT draftChanged();
 }
 
@@ -132,8 +138,8 @@ bool Notebook::undoDrawing()
 {
     if (!canUndo())
         return false;
-    m_undoneStrokes.push_back(std::move(m_draftStrokes.back()));
-    m_draftStrokes.pop_back();
+    m_draft.undone.push_back(std::move(m_draft.strokes.back()));
+    m_draft.strokes.pop_back();
     Q_EMIT draftChanged();
     return true;
 }
@@ -142,28 +148,23 @@ bool Notebook::redoDrawing()
 {
     if (!canRedo())
         return false;
-    m_draftStrokes.push_back(std::move(m_undoneStrokes.back()));
-    m_undoneStrokes.pop_back();
+    m_draft.strokes.push_back(std::move(m_draft.undone.back()));
+    m_draft.undone.pop_back();
     Q_EMIT draftChanged();
     return true;
 }
 
 void Notebook::undoDraftStroke()
 {
-    if (m_draftStrokes.empty())
+    if (m_draft.strokes.empty())
         return;
-    m_draftStrokes.pop_back();
+    m_draft.strokes.pop_back();
     Q_EMIT draftChanged();
 }
 
 void Notebook::discardDraft()
 {
-    m_draftStrokes.clear();
-    m_undoneStrokes.clear();
-    m_draftText.clear();
-    m_isComposing = false;
-    m_tool = AnnotationTool::pointer;
-    Q_EMIT draftChanged();
+    setDraft({.ink = m_draft.ink});
 }
 
 std::optional<QUuid> Notebook::saveComment(std::int64_t frame, const std::optional<QString>& author)
@@ -177,10 +178,10 @@ std::optional<QUuid> Notebook::saveComment(std::int64_t frame, const std::option
     const ReviewComment comment{.id = QUuid::createUuid(),
                                 .frame = frame,
                                 .frameRate = m_file.workingRate().perSecond(),
-                                .text = m_draftText.trimmed(),
+                                .text = m_draft.text.trimmed(),
                                 .author = author,
                                 .createdAt = QDateTime::currentDateTimeUtc(),
-                                .strokes = m_draftStrokes};
+                                .strokes = m_draft.strokes};
     persist([comment](FileReview& review) { review.comments.push_back(comment); });
     discardDraft();
     return comment.id;

@@ -2,6 +2,7 @@
 
 #include "Records/FileReview.h"
 #include "VantroqueApp/Model/Background/Tasks.h"
+#include "VantroqueApp/Model/Playback/NoteDraft.h"
 #include "VantroqueApp/Model/Playback/PlayedFile.h"
 #include "VantroqueApp/Model/Review/ReviewBook.h"
 
@@ -11,8 +12,6 @@
 #include <optional>
 
 namespace vantroque {
-
-enum class AnnotationTool { pointer, pen, ellipse, arrow };
 
 /// The operator's notes on the file of one player, and the one that is being written. All changes
 /// go through the book of reviews. Main thread.
@@ -33,15 +32,17 @@ public:
     /// Of the notes at that frame and of those beside it, since a note is often made a frame off.
     std::vector<AnnotationStroke> strokesAt(std::int64_t frame) const;
 
-    AnnotationTool tool() const { return m_tool; }
+    AnnotationTool tool() const { return m_draft.tool; }
     void setTool(AnnotationTool tool);
-    AnnotationStroke::Ink ink() const { return m_ink; }
+    AnnotationStroke::Ink ink() const { return m_draft.ink; }
     void setInk(AnnotationStroke::Ink ink);
-    const std::vector<AnnotationStroke>& draftStrokes() const { return m_draftStrokes; }
-    const QString& draftText() const { return m_draftText; }
+    const std::vector<AnnotationStroke>& draftStrokes() const { return m_draft.strokes; }
+    const QString& draftText() const { return m_draft.text; }
     void setDraftText(const QString& text);
     bool hasDraft() const;
-    bool isComposing() const { return m_isComposing; } ///< The editor is open.
+    const NoteDraft& draft() const { return m_draft; }
+    void setDraft(NoteDraft draft);
+    bool isComposing() const { return m_draft.isComposing; } ///< The editor is open.
     void setComposing(bool composing);
 
     void addDraftStroke(const AnnotationStroke& stroke);
@@ -50,8 +51,8 @@ public:
     bool redoDrawing();
     /// Without a way back.
     void undoDraftStroke();
-    bool canUndo() const { return m_draftText.isEmpty() && !m_draftStrokes.empty(); }
-    bool canRedo() const { return m_draftText.isEmpty() && !m_undoneStrokes.empty(); }
+    bool canUndo() const { return m_draft.text.isEmpty() && !m_draft.strokes.empty(); }
+    bool canRedo() const { return m_draft.text.isEmpty() && !m_draft.undone.empty(); }
 
     /// Keeps the draft as a note on that frame and gives its id. Nothing when it is empty, or when
     /// no notes can be kept.
@@ -80,12 +81,7 @@ private:
     std::optional<QString> m_fingerprint;
     std::vector<ReviewBook::Edit> m_early; ///< That were made before it was known.
     ReviewBook::Review m_review;
-    AnnotationTool m_tool = AnnotationTool::pointer;
-    AnnotationStroke::Ink m_ink = AnnotationStroke::Ink::red;
-    std::vector<AnnotationStroke> m_draftStrokes;
-    std::vector<AnnotationStroke> m_undoneStrokes;
-    QString m_draftText;
-    bool m_isComposing = false;
+    NoteDraft m_draft;
     Tasks m_tasks; ///< Ends first.
 };
 

@@ -60,6 +60,7 @@ void OpenPlayer::syncPlayer()
     drop();
     m_player =
         std::make_unique<PlayerController>(fileOf(*entry, *report->video), report, m_surroundings);
+    giveDraftBack();
     Q_EMIT playerChanged();
 }
 
@@ -81,9 +82,28 @@ void OpenPlayer::drop()
     if (!m_player)
         return;
     setVideoFocused(false);
+    keepDraft();
     Q_EMIT playerAboutToGo();
     m_player.reset();
     Q_EMIT playerChanged();
+}
+
+void OpenPlayer::keepDraft()
+{
+    const Notebook& notebook = m_player->notebook();
+    if (notebook.hasDraft())
+        m_drafts[m_player->file().url.path()] = {.draft = notebook.draft(),
+                                                 .frame = m_player->playhead().frame()};
+}
+
+/// With the frame that it is about.
+void OpenPlayer::giveDraftBack()
+{
+    auto kept = m_drafts.extract(m_player->file().url.path());
+    if (!kept)
+        return;
+    m_player->notebook().setDraft(std::move(kept.mapped().draft));
+    m_player->seek(kept.mapped().frame);
 }
 
 void OpenPlayer::setVideoFocused(bool focused)

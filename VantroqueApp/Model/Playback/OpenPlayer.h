@@ -5,12 +5,15 @@
 
 #include <QObject>
 
+#include <filesystem>
+#include <map>
 #include <memory>
 
 namespace vantroque {
 
 /// The player of the selected file. It goes when another file is selected or this one has no
-/// report any more. Main thread.
+/// report any more; a note that is being written then waits for the file's next player. Main
+/// thread.
 class OpenPlayer : public QObject {
     Q_OBJECT
 
@@ -35,6 +38,13 @@ Q_SIGNALS:
     void videoFocusedChanged();
 
 private:
+    struct KeptDraft {
+        NoteDraft draft;
+        std::int64_t frame = 0; ///< On which it was written.
+    };
+
+    void keepDraft();
+    void giveDraftBack();
     void dropIfAnother();
     void refreshPlayerReport(const QUuid& id);
     void drop();
@@ -42,6 +52,7 @@ private:
     FileList& m_files;
     const PlayerSurroundings m_surroundings;
     std::unique_ptr<PlayerController> m_player;
+    std::map<std::filesystem::path, KeptDraft> m_drafts; ///< Of files without a player.
     bool m_videoFocused = false;
 };
 

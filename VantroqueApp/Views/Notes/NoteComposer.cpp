@@ -165,6 +165,7 @@ void NoteComposer::follow()
     if (m_field->toPlainText() != m_notebook.draftText()) {
         const QSignalBlocker quiet(m_field);
         m_field->setPlainText(m_notebook.draftText());
+        m_field->moveCursor(QTextCursor::End);
     }
     m_tools->button(static_cast<int>(m_notebook.tool()))->setChecked(true);
     m_inks->button(static_cast<int>(m_notebook.ink()))->setChecked(true);
