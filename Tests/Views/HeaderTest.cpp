@@ -3,7 +3,9 @@
 #include "VantroqueApp/Views/Window/ProfilesMenu.h"
 #include "Views/WindowFixture.h"
 
+#include <QLineEdit>
 #include <QMenuBar>
+#include <QTimer>
 
 namespace vantroque {
 namespace {
@@ -189,6 +191,29 @@ TEST_F(HeaderBar, AddsFilesFromTheMenuWithItsKey)
     ASSERT_NE(add, nullptr);
     EXPECT_EQ(add->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
     EXPECT_NE(the<ToolButton>(u"Add File"_s), nullptr);
+}
+
+TEST_F(HeaderBar, AsksForTheNameOnNotes)
+{
+    open();
+    const auto account = model().noteAuthor().name();
+    const auto answer = [&](const QString& name, Qt::Key key) {
+        QString offered;
+        QTimer::singleShot(0, &window(), [&] {
+            auto* field = QApplication::activeModalWidget()->findChild<QLineEdit*>();
+            offered = field->text();
+            field->setText(name);
+            QTest::keyClick(field, key);
+        });
+        entry(*menuBarsMenu(u"File"_s), u"Name on Notes"_s)->trigger();
+        return offered;
+    };
+    EXPECT_EQ(answer(u" Anna Berg "_s, Qt::Key_Return), account.value_or(QString()));
+    EXPECT_EQ(model().noteAuthor().name(), u"Anna Berg"_s);
+    EXPECT_EQ(answer(u"Somebody else"_s, Qt::Key_Escape), u"Anna Berg"_s);
+    EXPECT_EQ(model().noteAuthor().name(), u"Anna Berg"_s) << "given up";
+    answer({}, Qt::Key_Return);
+    EXPECT_EQ(model().noteAuthor().name(), account);
 }
 
 TEST_F(HeaderBar, ClearAllEmptiesTheList)

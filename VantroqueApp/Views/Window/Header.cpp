@@ -91,6 +91,8 @@ QMenuBar* Header::menuBar()
     file->setAccessibleName(u"File"_s);
     file->addAction(u"Add Files"_s, QKeySequence(QKeySequence::Open), this, &Header::addPressed);
     file->addSeparator();
+    file->addAction(u"Name on Notes"_s, this, &Header::namePressed);
+    file->addSeparator();
     file->addAction(u"Quit"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &Header::quitPressed);
     QMenu* view = bar->addMenu(u"&View"_s);
     view->setAccessibleName(u"View"_s);

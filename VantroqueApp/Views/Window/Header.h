@@ -27,6 +27,7 @@ public:
 
 Q_SIGNALS:
     void addPressed();
+    void namePressed(); ///< The operator's.
     void quitPressed();
 
 private:

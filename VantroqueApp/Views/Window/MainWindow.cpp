@@ -11,6 +11,7 @@
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QMimeData>
 #include <QScreen>
 #include <QSplitter>
@@ -49,6 +50,7 @@ MainWindow::MainWindow(AppModel& model)
     layout->addWidget(m_header);
     layout->addWidget(m_pages, 1);
     connect(m_header, &Header::addPressed, this, &MainWindow::chooseFiles);
+    connect(m_header, &Header::namePressed, this, &MainWindow::chooseName);
     connect(m_header, &Header::quitPressed, this, &QWidget::close);
     connect(m_well, &DropWell::pressed, this, &MainWindow::chooseFiles);
     connect(m_sidebar, &Sidebar::addPressed, this, &MainWindow::chooseFiles);
@@ -107,6 +109,19 @@ void MainWindow::chooseFiles()
     for (const QString& name : names)
         paths.emplace_back(QFile::encodeName(name).toStdString());
     take(std::move(paths));
+}
+
+void MainWindow::chooseName()
+{
+    NoteAuthor& author = m_model.noteAuthor();
+    bool isChosen = false;
+    const QString name =
+        QInputDialog::getText(this, u"Name on Notes"_s,
+                              u"Your notes are signed with this name. Without one, with that "
+                              u"of your account."_s,
+                              QLineEdit::Normal, author.name().value_or(QString()), &isChosen);
+    if (isChosen)
+        author.setName(name);
 }
 
 void MainWindow::take(std::vector<std::filesystem::path> paths)

@@ -21,6 +21,8 @@ public:
 
     /// The open panel.
     void chooseFiles();
+    /// Asks by which name notes are signed.
+    void chooseName();
     /// Dropped files are still being listed.
     bool isTaking() const { return !m_lister.isIdle(); }
 
