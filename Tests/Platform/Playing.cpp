@@ -12,9 +12,11 @@ namespace vantroque {
 
 namespace {
 
-/// Event loops want one.
+/// Event loops want one, and a test program may have made its own.
 void needApplication()
 {
+    if (QCoreApplication::instance() != nullptr)
+        return;
     static int count = 1;
     static std::array<char, 6> name{"tests"};
     static std::array<char*, 2> arguments{name.data(), nullptr};
