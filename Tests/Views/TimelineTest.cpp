@@ -45,6 +45,19 @@ TEST_F(TimelineTest, FirstAndLastFrameAreItsEnds)
     EXPECT_EQ(marks.frameAt(5000), 99);
 }
 
+TEST_F(TimelineTest, AnotherWidthOnlyLaysOut)
+{
+    openPane({finding(20, 40, u"Too bright"_s)});
+    const TimelineMarks& marks = timeline().marks();
+    const SignalEvent* const gathered = marks.events.data();
+    const double right = marks.line.right();
+    pane().resize(900, 852);
+    ASSERT_TRUE(soon([&] { return marks.line.right() != right; }));
+    EXPECT_EQ(marks.line.right(), timeline().width() - marks.line.left());
+    EXPECT_EQ(marks.placeOf(99), marks.line.right());
+    EXPECT_EQ(marks.events.data(), gathered);
+}
+
 TEST_F(TimelineTest, AFileOfOneFrameHasOnePlace)
 {
     TimelineMarks marks{.last = 0, .line = QRectF(10, 0, 100, 2)};

@@ -67,15 +67,20 @@ void Timeline::refresh()
     m_marks = {.events = m_player.detectedEvents(),
                .comments = m_player.notebook().comments(),
                .last = m_player.lastFrameIndex(),
-               .rate = m_player.file().workingRate(),
-               .line = QRectF(inset, lineTop - 1, width() - 2 * inset, 2)};
+               .rate = m_player.file().workingRate()};
+    layOut();
+}
+
+void Timeline::layOut()
+{
+    m_marks.line = QRectF(inset, lineTop - 1, width() - 2 * inset, 2);
     update();
 }
 
 void Timeline::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    refresh();
+    layOut();
 }
 
 void Timeline::paintEvent(QPaintEvent*)

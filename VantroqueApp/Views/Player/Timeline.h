@@ -32,6 +32,7 @@ protected:
 
 private:
     void refresh();
+    void layOut();
     void paintScale(QPainter& painter) const;
     void paintMarks(QPainter& painter) const;
     void paintPlayhead(QPainter& painter) const;
