@@ -209,6 +209,38 @@ TEST_F(PlayerPaneTest, TheZoomMenuMarksWhereItIs)
     EXPECT_EQ(tool(u"Zoom"_s).text(), u"Fit"_s);
 }
 
+TEST_F(PlayerPaneTest, AToolIsLitWhileThePointerIsOverItAndNotAfterItsMenu)
+{
+    openPane();
+    ToolButton& button = tool(u"Guides"_s);
+    const auto seen = [&] { return button.grab().toImage(); };
+    QCursor::setPos(pane().mapToGlobal(QPoint(5, 5)));
+    const QImage still = seen();
+    const QPointF middle = button.rect().center();
+    QEnterEvent enter(middle, middle, button.mapToGlobal(middle));
+    QApplication::sendEvent(&button, &enter);
+    EXPECT_NE(seen(), still);
+    button.menu()->popup(button.mapToGlobal(QPoint(0, button.height())));
+    button.menu()->close(); // by a press elsewhere
+    EXPECT_EQ(seen(), still);
+}
+
+TEST_F(PlayerPaneTest, TheFullScreenIsOutOfTheWayWhileAnotherProgramIsInFront)
+{
+    openPane();
+    key(Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(soon([&] { return fullScreen() != nullptr; }));
+    const FullScreenPicture* const window = fullScreen();
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(fullScreen(), window) << "from one window to the next the keyboard is nowhere";
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_TRUE(soon([&] { return fullScreen() == nullptr; }));
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(fullScreen(), window);
+    EXPECT_TRUE(window->isFullScreen());
+}
+
 TEST_F(PlayerPaneTest, TheGuidesMenuHasWhatThePictureCanHave)
 {
     VideoSummary upright = video();

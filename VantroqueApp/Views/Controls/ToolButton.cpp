@@ -4,6 +4,7 @@
 #include "VantroqueApp/Views/Style/Theme.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
+#include <QCursor>
 #include <QMenu>
 #include <QPainter>
 
@@ -29,6 +30,16 @@ ToolButton::ToolButton(QString iconName, const QString& text, QWidget* parent)
     setFont(Type::text(Type::body, QFont::Medium));
     setPopupMode(InstantPopup);
     setFocusPolicy(Qt::TabFocus);
+}
+
+/// While its menu is open, a button does not hear that the pointer left it.
+void ToolButton::setMenu(QMenu* menu)
+{
+    QToolButton::setMenu(menu);
+    connect(menu, &QMenu::aboutToHide, this, [this] {
+        setAttribute(Qt::WA_UnderMouse, rect().contains(mapFromGlobal(QCursor::pos())));
+        update();
+    });
 }
 
 void ToolButton::setPlain()

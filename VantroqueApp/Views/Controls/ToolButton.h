@@ -11,6 +11,7 @@ class ToolButton : public QToolButton {
 public:
     ToolButton(QString icon, const QString& text, QWidget* parent = nullptr);
 
+    void setMenu(QMenu* menu);
     /// Without an edge, for a row of tools.
     void setPlain();
     enum class Parts { all, icon, words };

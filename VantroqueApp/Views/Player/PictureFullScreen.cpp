@@ -38,9 +38,11 @@ FullScreenPicture::FullScreenPicture(PlayerController& player, const std::functi
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint),
       m_picture(new PictureView(player, this)),
       m_transport(transport(player, this)),
-      m_rest(new QTimer(this))
+      m_rest(new QTimer(this)),
+      m_leaving(new QTimer(this))
 {
     constexpr int restMilliseconds = 2000;
+    constexpr int betweenWindowsMilliseconds = 100; // the keyboard is nowhere for a moment
     setObjectName(u"fullScreen"_s);
     setWindowTitle(u"Vantroque"_s);
     setAccessibleName(u"Full Screen Picture"_s);
@@ -49,6 +51,11 @@ FullScreenPicture::FullScreenPicture(PlayerController& player, const std::functi
     m_rest->setSingleShot(true);
     m_rest->setInterval(restMilliseconds);
     connect(m_rest, &QTimer::timeout, this, &FullScreenPicture::hideTransport);
+    m_leaving->setSingleShot(true);
+    m_leaving->setInterval(betweenWindowsMilliseconds);
+    connect(m_leaving, &QTimer::timeout, this, &QWidget::hide);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this,
+            &FullScreenPicture::followApplication);
     TransportActions actions = player.transportActions();
     actions.escape = close;
     actions.fullScreen = close;
@@ -92,6 +99,17 @@ void FullScreenPicture::hideTransport()
         return m_rest->start();
     m_transport->hide();
     setCursor(Qt::BlankCursor);
+}
+
+void FullScreenPicture::followApplication(Qt::ApplicationState state)
+{
+    if (state != Qt::ApplicationActive)
+        return m_leaving->start();
+    m_leaving->stop();
+    if (isVisible())
+        return;
+    showFullScreen();
+    activateWindow();
 }
 
 PictureFullScreen::PictureFullScreen(PlayerController& player, PictureView& host)

@@ -13,7 +13,7 @@ namespace vantroque {
 class PictureView;
 
 /// The picture alone on a whole screen. The transport comes when the pointer moves, and goes when
-/// it rests.
+/// it rests. It is out of the way while another program is in front.
 class FullScreenPicture : public QWidget {
     Q_OBJECT
 
@@ -27,10 +27,12 @@ protected:
 private:
     void showTransport();
     void hideTransport();
+    void followApplication(Qt::ApplicationState state);
 
     PictureView* m_picture;
     QWidget* m_transport;
     QTimer* m_rest;
+    QTimer* m_leaving;
 };
 
 /// Opens and closes it over the window of the player. There the picture rests meanwhile.
