@@ -171,6 +171,19 @@ TEST(ShortTexts, LeaveOutWhatStandsBesideThem)
     EXPECT_EQ(ShortTexts::ofExpected(u"mp4 or mov"_s), u"mp4 or mov"_s);
 }
 
+TEST(ShortTexts, ToCopyAreTheArgumentsOfAToolOrTheSentence)
+{
+    EXPECT_EQ(ShortTexts::toCopy(u"Resample to 48 kHz on export (in ffmpeg: -ar 48000)."_s),
+              u"-ar 48000"_s);
+    EXPECT_EQ(ShortTexts::toCopy(u"Adjust the mix by -4.4 dB, or normalize on export (in ffmpeg: "
+                                 "-af loudnorm=I=-24:TP=-2:LRA=7)."_s),
+              u"-af loudnorm=I=-24:TP=-2:LRA=7"_s);
+    EXPECT_EQ(ShortTexts::toCopy(u"Export with CBR. In ffmpeg: -b:v 8.5M -x264-params nal-hrd=cbr. "
+                                 "In Adobe Media Encoder, set Bitrate Encoding to CBR."_s),
+              u"-b:v 8.5M -x264-params nal-hrd=cbr"_s);
+    EXPECT_EQ(ShortTexts::toCopy(u"Adjust the mix by -4.4 dB."_s), u"Adjust the mix by -4.4 dB."_s);
+}
+
 TEST(ProblemsText, HasALineAProblemAndItsLimitsBelowWithEachFixOnce)
 {
     const FileReport file = fileOf({platform(u"A"_s, {loud("-24 LKFS ± 2 LU", "Turn it down.")}),

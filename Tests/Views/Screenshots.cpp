@@ -1,3 +1,4 @@
+#include "VantroqueApp/Views/Report/ProblemsPanel.h"
 #include "Views/PlayerScreenshots.h"
 
 using namespace vantroque;
@@ -38,6 +39,8 @@ void shootStates(Studio& studio, const QString& look)
     studio.inviteDrop();
     studio.shoot(look + u"-dragging"_s);
     studio.withdrawDrop();
+    studio.window().findChild<ProblemsPanel*>()->step(true);
+    studio.shoot(look + u"-problem-open"_s);
     studio.openChecks(u"Loudness"_s);
     studio.shoot(look + u"-report-open"_s);
     studio.model().exports().setExportMessage(u"Saved 2 reports to Vantroque Report.txt"_s);

@@ -4,6 +4,7 @@
 #include "VantroqueApp/Views/Controls/ToolButton.h"
 #include "VantroqueApp/Views/Report/MeasurementCards.h"
 #include "VantroqueApp/Views/Report/ReportSections.h"
+#include "VantroqueApp/Views/Report/ReportView.h"
 #include "Views/PaintedWords.h"
 #include "Views/WindowFixture.h"
 
@@ -12,6 +13,7 @@
 #include <QHelpEvent>
 #include <QMenu>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QToolTip>
 
 #include <map>
@@ -243,7 +245,16 @@ private:
             for (int row = sections->model()->rowCount() - 1; row >= 0; --row)
                 if (rows(*sections)[row].startsWith(u"Fail, Loudness"_s))
                     Q_EMIT sections->clicked(sections->model()->index(row, 0));
-        return window();
+        return scrolledThrough() << rows(*the<FileListView>()); // whose lines are shortened
+    }
+
+    /// The report at its top and at its end.
+    QStringList scrolledThrough()
+    {
+        QStringList words = window();
+        auto* bar = the<ReportView>()->verticalScrollBar();
+        bar->setValue(bar->maximum());
+        return words << window();
     }
 
     /// One file goes on until the test ends.
@@ -254,7 +265,7 @@ private:
             [&] { return model().queue().progress(model().files().analyses()[2].id) != nullptr; }));
         if (scene == Scene::waiting)
             model().files().select(model().files().analyses()[3].id);
-        return window();
+        return window() << rows(*the<FileListView>()); // whose lines are shortened
     }
 
     QStringList signedOff(Scene)

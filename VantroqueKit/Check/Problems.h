@@ -17,6 +17,7 @@ struct Problem {
         QString expected;                ///< Short.
         std::optional<QString> fix;
         std::vector<QString> platforms; ///< Their short names, in the order of the report.
+        bool operator==(const Limit&) const = default;
     };
 
     QString checkID;
@@ -26,6 +27,7 @@ struct Problem {
     /// Of the part of the report that tells of it, when no platform does.
     std::optional<QString> section;
     std::optional<SignalEvent> moment; ///< Where to look.
+    bool operator==(const Problem&) const = default;
 
     /// Which platforms are lost, or only uneasy when none is: those of its own verdict.
     std::vector<QString> platforms() const;

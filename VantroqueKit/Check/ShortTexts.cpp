@@ -25,4 +25,18 @@ QString ofExpected(const QString& expected)
     return expected;
 }
 
+QString toCopy(const QString& fix)
+{
+    static const QRegularExpression option(u" -[a-z]"_s);
+    const auto start = fix.indexOf(option);
+    if (start < 0)
+        return fix;
+    QString arguments = fix.mid(start + 1);
+    if (const auto sentence = arguments.indexOf(u". "_s); sentence >= 0)
+        arguments.truncate(sentence);
+    while (arguments.endsWith(u'.') || arguments.endsWith(u')'))
+        arguments.chop(1);
+    return arguments;
+}
+
 } // namespace vantroque::ShortTexts

@@ -10,4 +10,8 @@ QString ofMeasured(const QString& measured);
 /// Limits in words: "192 kbps or more".
 QString ofExpected(const QString& expected);
 
+/// What an operator takes from a fix to use it: the arguments of the tool where it names any, else
+/// the sentence.
+QString toCopy(const QString& fix);
+
 } // namespace vantroque::ShortTexts

@@ -30,12 +30,13 @@ qsizetype firstOption(const QString& text)
     return text.indexOf(option);
 }
 
-/// From the first option to the end, but for a closing bracket and full stop.
+/// From the first option to the end of the sentence, but for a closing bracket and full stop.
 QTextLayout::FormatRange arguments(const QString& text)
 {
     const auto option = firstOption(text);
     const auto start = option < 0 ? text.size() : option;
-    auto end = text.size();
+    const auto sentence = text.indexOf(u". "_s, start);
+    auto end = sentence < 0 ? text.size() : sentence;
     while (end > start && (text[end - 1] == u'.' || text[end - 1] == u')'))
         --end;
     QTextCharFormat format;

@@ -15,11 +15,12 @@ namespace vantroque {
 class ChannelMeters;
 class LoudnessMeter;
 class MeasurementCards;
+class ProblemsPanel;
 class ReportSections;
 class SummaryHeader;
 
-/// The report of a file: the verdict, the figures, and what each platform says. In a wide pane the
-/// platforms stand beside the figures, else below them.
+/// The report of a file: the verdict, what is wrong, the figures, and what each platform says. In a
+/// wide pane what is wrong and the platforms stand beside the figures.
 class ReportView : public QScrollArea {
     Q_OBJECT
 
@@ -36,14 +37,20 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void connectParts();
+    void arrange(bool beside);
     void showSections(bool fresh);
+    void showProblems(bool fresh);
+    FileReport seen() const;
     void showChannels();
 
     const ProfileChoice& m_profiles;
     QWidget* m_page;
     QWidget* m_figures;
-    QBoxLayout* m_layout;
+    QBoxLayout* m_left;
+    QBoxLayout* m_right;
     SummaryHeader* m_summary;
+    ProblemsPanel* m_problems;
     MeasurementCards* m_cards;
     LoudnessMeter* m_loudness;
     ChannelMeters* m_channels;

@@ -70,12 +70,13 @@ SummaryHeader::SummaryHeader(QWidget* parent)
     layout->addWidget(m_summary);
 }
 
-void SummaryHeader::show(const FileReport& report)
+void SummaryHeader::show(const FileReport& report, const QString& problems)
 {
     constexpr std::size_t maxNamed = 8;
     m_chip->setVerdict(Icons::signOf(report));
     m_headline->setText(report.summaryHeadline());
-    m_subhead->setText(report.summarySubhead(maxNamed));
+    m_subhead->setText(problems);
+    m_subhead->setToolTip(report.summarySubhead(maxNamed));
     m_subhead->setVisible(!m_subhead->text().isEmpty());
     m_note->setText(report.advisoryNote().value_or(QString()));
     m_note->setVisible(!m_note->text().isEmpty());

@@ -14,7 +14,8 @@ class ElidedLabel;
 class SummaryHeader : public QWidget {
 public:
     explicit SummaryHeader(QWidget* parent = nullptr);
-    void show(const FileReport& report);
+    /// `problems` is how many there are, in words.
+    void show(const FileReport& report, const QString& problems);
 
 private:
     class VerdictChip;

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+class QPushButton;
+
+namespace vantroque {
+
+/// A fix, and a button that copies what is of use in it.
+class FixBox : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit FixBox(QString fix, QWidget* parent = nullptr);
+
+protected:
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    int textWidth(int width) const;
+    void copy();
+
+    const QString m_fix;
+    QPushButton* m_copy;
+};
+
+} // namespace vantroque

@@ -1,0 +1,171 @@
+#include "VantroqueApp/Views/Report/ProblemsPanel.h"
+
+#include "VantroqueApp/Views/Report/ProblemLine.h"
+#include "VantroqueApp/Views/Report/ProblemRow.h"
+#include "VantroqueApp/Views/Style/Icons.h"
+#include "VantroqueApp/Views/Style/Type.h"
+
+#include <QBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+
+#include <algorithm>
+#include <set>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QToolButton* button(const QString& icon, const QString& name, const QString& help)
+{
+    constexpr int side = 26;
+    auto* button = new QToolButton;
+    button->setIcon(Icons::tool(icon));
+    button->setAccessibleName(name);
+    button->setToolTip(help);
+    button->setProperty("kind", u"icon"_s);
+    button->setFixedSize(side, side);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+} // namespace
+
+ProblemsPanel::ProblemsPanel(QWidget* parent)
+    : QWidget(parent),
+      m_count(Type::label({}, Type::badge, QFont::Medium, Type::Ink::text1)),
+      m_none(Type::label(u"No problems"_s, Type::body, QFont::Normal, Type::Ink::text2)),
+      m_list(new QVBoxLayout)
+{
+    setAccessibleName(u"Problems"_s);
+    m_count->setObjectName(u"countBadge"_s);
+    m_list->setSpacing(0);
+    m_list->setContentsMargins(0, 0, 0, 0);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addWidget(heading());
+    layout->addWidget(m_none);
+    layout->addLayout(m_list);
+    refill(true);
+}
+
+QWidget* ProblemsPanel::heading()
+{
+    m_copy = button(u"copy"_s, u"Copy the problems"_s, u"Copy the list as text"_s);
+    m_previous = button(u"up"_s, u"Previous problem"_s, u"Previous problem  (Shift+N)"_s);
+    m_next = button(u"chev"_s, u"Next problem"_s, u"Next problem  (N)"_s);
+    connect(m_copy, &QToolButton::clicked, this, &ProblemsPanel::copyRequested);
+    connect(m_previous, &QToolButton::clicked, this, [this] { step(false); });
+    connect(m_next, &QToolButton::clicked, this, [this] { step(true); });
+    constexpr int high = 32;
+    auto* line = new QWidget;
+    line->setFixedHeight(high);
+    auto* layout = new QHBoxLayout(line);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    layout->addWidget(Type::label(u"Problems"_s, Type::heading, QFont::DemiBold, Type::Ink::text1));
+    layout->addWidget(m_count);
+    layout->addStretch();
+    layout->addWidget(m_copy);
+    layout->addSpacing(4);
+    layout->addWidget(m_previous);
+    layout->addWidget(m_next);
+    return line;
+}
+
+void ProblemsPanel::show(std::vector<Problem> problems, double frameRate, bool fresh)
+{
+    if (!fresh && problems == m_problems && frameRate == m_frameRate)
+        return;
+    m_problems = std::move(problems);
+    m_frameRate = frameRate;
+    refill(fresh);
+}
+
+void ProblemsPanel::refill(bool fresh)
+{
+    std::set<QString> open;
+    for (ProblemRow* row : m_rows) {
+        if (row->isOpen() && !fresh)
+            open.insert(row->problem().checkID);
+        row->hide();
+        row->deleteLater(); // one of its buttons may have brought this about
+    }
+    m_rows.clear();
+    if (fresh)
+        m_current.reset();
+    for (const Problem& problem : m_problems) {
+        addRow(problem);
+        m_rows.back()->setOpen(open.contains(problem.checkID));
+    }
+    showCurrent();
+    m_none->setVisible(m_problems.empty());
+    m_count->setText(QString::number(m_problems.size()));
+    for (QWidget* each : {static_cast<QWidget*>(m_count), static_cast<QWidget*>(m_copy),
+                          static_cast<QWidget*>(m_previous), static_cast<QWidget*>(m_next)})
+        each->setVisible(!m_problems.empty());
+}
+
+void ProblemsPanel::addRow(const Problem& problem)
+{
+    auto* row = new ProblemRow(problem, m_frameRate, this);
+    QWidget* before = m_rows.empty() ? static_cast<QWidget*>(m_next) : &m_rows.back()->line();
+    m_list->addWidget(row);
+    setTabOrder(before, &row->line());
+    m_rows.push_back(row);
+    connect(row, &ProblemRow::momentChosen, this, &ProblemsPanel::momentChosen);
+    connect(&row->line(), &ProblemLine::focused, this, [this, row] {
+        m_current = row->problem().checkID;
+        showCurrent();
+        Q_EMIT rowShown(row);
+    });
+    connect(&row->line(), &ProblemLine::left, this, [this](bool downward) {
+        const std::size_t next = downward ? current() + 1 : current() - 1;
+        if (next < m_rows.size())
+            m_rows[next]->line().setFocus(Qt::OtherFocusReason);
+    });
+    row->show();
+}
+
+/// As with the rows of a list, Tab comes to one of them.
+void ProblemsPanel::showCurrent()
+{
+    const std::size_t at = current() < m_rows.size() ? current() : 0;
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        m_rows[i]->line().setFocusPolicy(i == at ? Qt::StrongFocus : Qt::ClickFocus);
+}
+
+std::size_t ProblemsPanel::current() const
+{
+    const auto found = std::ranges::find_if(
+        m_rows, [this](const ProblemRow* row) { return row->problem().checkID == m_current; });
+    return static_cast<std::size_t>(found - m_rows.begin());
+}
+
+void ProblemsPanel::step(bool forward)
+{
+    if (m_rows.empty())
+        return;
+    const std::size_t from = current();
+    const std::size_t last = m_rows.size() - 1;
+    std::size_t to = forward ? 0 : last;
+    if (from <= last) {
+        to = forward ? std::min(from + 1, last) : from - std::min<std::size_t>(from, 1);
+        // The first step from where the keyboard is opens what is there.
+        if (!m_rows[from]->isOpen())
+            to = from;
+        else if (to != from)
+            m_rows[from]->setOpen(false);
+    }
+    ProblemRow& row = *m_rows[to];
+    m_current = row.problem().checkID;
+    showCurrent();
+    row.setOpen(true);
+    row.go();
+    Q_EMIT rowShown(&row);
+}
+
+} // namespace vantroque
