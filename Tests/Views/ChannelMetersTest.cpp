@@ -1,4 +1,5 @@
 #include "VantroqueApp/Views/Instruments/ChannelMeters.h"
+#include "VantroqueApp/Views/Report/ChannelReadings.h"
 
 #include <QApplication>
 #include <QScrollBar>
@@ -72,6 +73,21 @@ TEST_F(ManyChannels, LeaveTheWheelToThePageAtTheirEnd)
     EXPECT_EQ(scrolled(), 14);
     QTest::keyClick(&m_meters, Qt::Key_End);
     EXPECT_FALSE(takesWheel(-120));
+}
+
+TEST(ChannelReadings, OfAStoredHistoryThatLacksPeaksHaveNone)
+{
+    MediaInfo media;
+    media.audio.emplace();
+    media.audio->channels = 2;
+    media.signal.emplace();
+    media.signal->channelSeries = ChannelLevelSeries{10, {{-20, -18}, {-30, -28}}, {{-6}}};
+    const auto loudest = ChannelReadings::loudest(media);
+    ASSERT_EQ(loudest.size(), 2U);
+    EXPECT_EQ(loudest[0].peak, -6);
+    EXPECT_EQ(loudest[1].rms, -28);
+    EXPECT_EQ(loudest[1].peak, ChannelMeters::silence);
+    EXPECT_EQ(ChannelReadings::at(media, 0.15)[0].peak, ChannelMeters::silence);
 }
 
 } // namespace

@@ -38,7 +38,8 @@ std::vector<ChannelMeters::Channel> loudest(const MediaInfo& media)
         ChannelMeters::Channel& channel = channels[i];
         if (series && !series->rms[i].empty()) {
             channel.rms = std::ranges::max(series->rms[i]);
-            channel.peak = std::ranges::max(series->peak[i]);
+            if (i < series->peak.size() && !series->peak[i].empty())
+                channel.peak = std::ranges::max(series->peak[i]);
         } else if (levels && i < levels->size()) {
             channel.rms = (*levels)[i].rmsDb.value_or(ChannelMeters::silence);
             channel.peak = (*levels)[i].peakDb.value_or(ChannelMeters::silence);
