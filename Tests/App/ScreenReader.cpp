@@ -23,7 +23,7 @@ QString taken(char* text)
 
 ScreenReader::ScreenReader() : m_engine(std::make_unique<tesseract::TessBaseAPI>())
 {
-    omp_set_num_threads(1); // its threads wait for each other with all their might
+    omp_set_max_active_levels(0); // its threads wait for each other with all their might
     if (m_engine->Init(nullptr, "eng", tesseract::OEM_LSTM_ONLY) != 0)
         throw std::runtime_error("nobody to read the screen");
     m_engine->SetVariable("debug_file", "/dev/null");
