@@ -1,5 +1,10 @@
 #include "Model/FilmFixture.h"
 
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <limits>
 #include <map>
 #include <mutex>
 #include <thread>

@@ -3,7 +3,9 @@
 
 #include <QElapsedTimer>
 
+#include <algorithm>
 #include <csignal>
+#include <functional>
 #include <malloc.h>
 #include <unistd.h>
 

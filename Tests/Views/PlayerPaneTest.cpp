@@ -330,8 +330,9 @@ TEST_F(PlayerPaneTest, TheMoreMenuTellsWhatBecomesOfCaptions)
                 AllOf(Contains(EmbeddedCaptions::title(english)),
                       Contains(EmbeddedCaptions::title(german)), Not(Contains(reading))));
     for (const QAction* action : menu.actions())
-        if (action->text() == EmbeddedCaptions::title(german))
+        if (action->text() == EmbeddedCaptions::title(german)) {
             EXPECT_TRUE(action->isChecked());
+        }
 
     closePane();
     showPane(open(playedFile(), m_film.maker()));
