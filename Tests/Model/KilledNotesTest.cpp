@@ -5,6 +5,7 @@
 #include "Tools/ProcessTable.h"
 
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <fcntl.h>
 #include <random>
@@ -75,7 +76,7 @@ protected:
         };
         for (int wanted = between(0, 8); wanted > 0; --wanted)
             EXPECT_TRUE(readOne()) << "the writer gave up";
-        for (volatile int spin = between(0, 400'000); spin > 0; spin = spin - 1) {
+        for (std::atomic<int> spin = between(0, 400'000); spin > 0; --spin) {
         }
         writer.kill();
         while (readOne()) {
