@@ -335,10 +335,11 @@ TEST_F(PlayerPaneTest, TheMoreMenuTellsWhatBecomesOfCaptions)
         }
 
     closePane();
-    showPane(open(playedFile(), m_film.maker()));
+    open(playedFile(), m_film.maker());
     bool isOpen = false;
     QObject::connect(&player().notebook(), &Notebook::opened, m_player.get(),
                      [&] { isOpen = true; });
+    showPane(player());
     ASSERT_TRUE(soon([&] { return isOpen; }));
     player().captions().restoreCaptions(FileUrl::fromPath("/nowhere/words.srt"));
     ASSERT_TRUE(soon([&] { return player().captions().captionsMissing(); }));
