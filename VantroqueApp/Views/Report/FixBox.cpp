@@ -40,7 +40,7 @@ FixBox::FixBox(QString fix, QWidget* parent)
     m_copy->setToolTip(u"Copy %1"_s.arg(ShortTexts::toCopy(m_fix)));
     m_copy->setAccessibleName(u"Copy the fix"_s);
     m_copy->setFixedSize(m_copy->sizeHint().width(), buttonHeight); // of the longer word
-    m_copy->setText(u"Copy"_s);
+    offer();
     connect(m_copy, &QPushButton::clicked, this, &FixBox::copy);
 }
 
@@ -49,7 +49,12 @@ void FixBox::copy()
     constexpr int milliseconds = 1500;
     QGuiApplication::clipboard()->setText(ShortTexts::toCopy(m_fix));
     m_copy->setText(u"Copied"_s);
-    QTimer::singleShot(milliseconds, m_copy, [this] { m_copy->setText(u"Copy"_s); });
+    QTimer::singleShot(milliseconds, this, &FixBox::offer);
+}
+
+void FixBox::offer()
+{
+    m_copy->setText(u"Copy"_s);
 }
 
 int FixBox::textWidth(int width) const

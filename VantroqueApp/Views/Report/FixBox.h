@@ -23,6 +23,7 @@ protected:
 private:
     int textWidth(int width) const;
     void copy();
+    void offer();
 
     const QString m_fix;
     QPushButton* m_copy;
