@@ -27,7 +27,10 @@ constexpr int buttonHeight = 26;
 } // namespace
 
 FixBox::FixBox(QString fix, QWidget* parent)
-    : QWidget(parent), m_fix(std::move(fix)), m_copy(new QPushButton(u"Copied"_s, this))
+    : QWidget(parent),
+      m_fix(std::move(fix)),
+      m_copy(new QPushButton(u"Copied"_s, this)),
+      m_copied(new QTimer(this))
 {
     QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);
@@ -41,6 +44,8 @@ FixBox::FixBox(QString fix, QWidget* parent)
     m_copy->setAccessibleName(u"Copy the fix"_s);
     m_copy->setFixedSize(m_copy->sizeHint().width(), buttonHeight); // of the longer word
     offer();
+    m_copied->setSingleShot(true);
+    connect(m_copied, &QTimer::timeout, this, &FixBox::offer);
     connect(m_copy, &QPushButton::clicked, this, &FixBox::copy);
 }
 
@@ -49,7 +54,7 @@ void FixBox::copy()
     constexpr int milliseconds = 1500;
     QGuiApplication::clipboard()->setText(ShortTexts::toCopy(m_fix));
     m_copy->setText(u"Copied"_s);
-    QTimer::singleShot(milliseconds, this, &FixBox::offer);
+    m_copied->start(milliseconds);
 }
 
 void FixBox::offer()

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 class QPushButton;
+class QTimer;
 
 namespace vantroque {
 
@@ -27,6 +28,7 @@ private:
 
     const QString m_fix;
     QPushButton* m_copy;
+    QTimer* m_copied;
 };
 
 } // namespace vantroque
