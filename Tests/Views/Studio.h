@@ -2,8 +2,10 @@
 
 #include "Base/SupportFolder.h"
 #include "Review/ReviewStore.h"
+#include "VantroqueApp/Views/Analyzing/LiveInstruments.h"
 #include "VantroqueApp/Views/Controls/FocusRing.h"
 #include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Player/PictureView.h"
 #include "VantroqueApp/Views/Report/ReportSections.h"
 #include "VantroqueApp/Views/Report/ReportView.h"
 #include "VantroqueApp/Views/Style/Look.h"
@@ -15,6 +17,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
+#include <QVariantAnimation>
 
 #include <iostream>
 
@@ -133,7 +136,17 @@ public:
         bar->setValue(bar->maximum() * 2 / 5);
     }
     /// What is drawn on workers comes, and what moves ends.
-    static void settle() { QTest::qWait(settlingMilliseconds); }
+    void settle() { settle(*m_window); }
+    void settle(QWidget& window)
+    {
+        const auto isStill = [&] {
+            window.grab(); // what is to be drawn in the background is begun by a painting
+            QApplication::processEvents();
+            return isDrawn(window);
+        };
+        if (!QTest::qWaitFor(isStill, 20'000))
+            std::cerr << "the picture does not come to rest\n";
+    }
     void use(AppearanceMode look) { m_look = look; }
     MainWindow& window() { return *m_window; }
     AppModel& model() { return *m_model; }
@@ -141,7 +154,7 @@ public:
     FakeDesktop& desktop() { return m_desktop; }
     void shoot(const QString& name, QWidget& window)
     {
-        settle();
+        settle(window);
         save(window.grab(), name);
     }
 
@@ -170,6 +183,37 @@ private:
         if (!picture.save(file))
             std::cerr << "cannot write " << file.toStdString() << '\n';
     }
+    template<typename Widget, typename Property>
+    static bool all(const QWidget& window, Property property)
+    {
+        return std::ranges::all_of(window.findChildren<Widget*>(), property);
+    }
+    /// Nothing moves, and all that is drawn in the background has come.
+    bool isDrawn(const QWidget& window) const
+    {
+        return all<QVariantAnimation>(window,
+                                      [](const QVariantAnimation* animation) {
+                                          return animation->state() != QAbstractAnimation::Running;
+                                      })
+               && all<LiveInstruments>(
+                   window, [](const auto* live) { return !live->isVisible() || live->isDrawn(); })
+               && all<PictureView>(window,
+                                   [](const auto* picture) {
+                                       return !picture->isVisible() || picture->isOverlayWhole();
+                                   })
+               && (m_model->player() == nullptr || isShown(*m_model->player()));
+    }
+    /// The frame is on screen, with its scopes; one that plays is where it is.
+    static bool isShown(PlayerController& player)
+    {
+        if (player.usesFrameStepper() || player.shuttle().state().rate != 0)
+            return true; // a film of a scene has no frames
+        const ScopeOptions& on = player.scopes().scopeOptions();
+        const ScopeFeed::ScopeImages& images = player.scopes().scopeImages();
+        return player.shown() && player.shown()->frame == player.playhead().frame()
+               && on.waveform == !images.waveform.isNull()
+               && on.outOfRange == !images.zebra.isNull();
+    }
     bool isSettled() const
     {
         return std::ranges::all_of(m_model->files().analyses(), [this](const FileAnalysis& file) {
@@ -185,7 +229,6 @@ private:
         });
     }
 
-    static constexpr int settlingMilliseconds = 250;
     const QString m_folder;
     TestFolder m_files;
     FakeDesktop m_desktop;

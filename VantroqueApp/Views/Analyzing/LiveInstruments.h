@@ -20,6 +20,8 @@ public:
     explicit LiveInstruments(QWidget* parent = nullptr);
     /// Null before the first frame of a file.
     void show(const Frame& frame, const LivePictures::Shape& shape = {});
+    /// What is shown is that frame, and not one before it.
+    bool isDrawn() const { return m_drawing.isIdle(); }
 
     /// Without room for the parade.
     static constexpr int lowestHeight = 176;
