@@ -197,7 +197,7 @@ TEST_F(DeskReview, IsMadeAndIsThereAtTheNextStart)
         quit(window);
     }
     const QImage still(QString::fromStdString(m_still.native()));
-    EXPECT_EQ(DeskWindow::numberIn(still), drawnAt);
+    EXPECT_EQ(numberOn(still), drawnAt);
     EXPECT_GT(DeskWindow::redPoints(still), 0);
     Program window = open();
     ASSERT_TRUE(soonReady(window));

@@ -1,7 +1,6 @@
 #include "App/DeskWindow.h"
 
 #include "Base/Timecode.h"
-#include "Platform/NumberedClip.h"
 #include "Tools/ProcessTable.h"
 
 #include <cmath>
@@ -58,15 +57,6 @@ bool DeskWindow::soonOpen()
         return std::abs(m_picture.height() * 2 - m_picture.width()) <= roughly && numberShown() == 0
                && frameInField() == 0;
     });
-}
-
-std::optional<int> DeskWindow::numberIn(const QImage& picture)
-{
-    const QImage gray = picture.convertToFormat(QImage::Format_Grayscale8);
-    return NumberedClip::numberIn({.width = gray.width(),
-                                   .height = gray.height(),
-                                   .luma = gray.constBits(),
-                                   .lumaStride = gray.bytesPerLine()});
 }
 
 std::optional<int> DeskWindow::frameInField()

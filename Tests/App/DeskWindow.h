@@ -2,6 +2,7 @@
 
 #include "App/Screen.h"
 #include "App/ScreenReader.h"
+#include "Platform/NumberedImage.h"
 
 #include <optional>
 #include <vector>
@@ -20,7 +21,7 @@ public:
     // What is read.
 
     /// The number that the picture carries; nothing while it cannot be told.
-    std::optional<int> numberShown() const { return numberIn(picture()); }
+    std::optional<int> numberShown() const { return numberOn(picture()); }
     /// The frame that the timecode field names.
     std::optional<int> frameInField();
     /// Until picture and field show one frame, and which; nothing when that takes too long.
@@ -33,7 +34,6 @@ public:
     QImage picture() const { return m_screen.picture().copy(m_picture); }
     /// How many points of a picture are drawn on with the red marker.
     static int redPoints(const QImage& picture);
-    static std::optional<int> numberIn(const QImage& picture);
 
     // Where to point.
 

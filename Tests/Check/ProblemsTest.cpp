@@ -1,4 +1,4 @@
-#include "Builders.h"
+#include "Reports.h"
 
 #include "Check/ProblemsText.h"
 #include "Check/ShortTexts.h"
@@ -11,28 +11,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-ProfileReport platform(const QString& name, const std::vector<CheckResult>& checks,
-                       bool advisory = false)
-{
-    ProfileReport report;
-    report.profileID = name.toLower();
-    report.profileName = name + u" Television"_s;
-    report.profileShortName = name;
-    if (advisory)
-        report.advisory = true;
-    report.checks = checks;
-    return report;
-}
-
-FileReport fileOf(const std::vector<ProfileReport>& profiles)
-{
-    FileReport file;
-    file.fileName = u"spot.mp4"_s;
-    file.summaryLine = u"1.2 MB · 30.0s"_s;
-    file.profiles = profiles;
-    return file;
-}
 
 CheckResult loud(const char* expected, const char* fix = nullptr)
 {
@@ -64,9 +42,9 @@ Profile loudnessOf(double target, double tolerance, bool autoNormalized = false)
 
 TEST(Problems, TellACauseOnceWithThePlatformsThatItCosts)
 {
-    const auto problems = Problems::of(fileOf({platform(u"A"_s, {loud("-24 LKFS ± 2 LU", "turn")}),
-                                               platform(u"B"_s, {loud("-16 LKFS ± 1 LU")}),
-                                               platform(u"C"_s, {loud("-24 LKFS ± 2 LU")})}),
+    const auto problems = Problems::of(fileOf({reportOf(u"A"_s, {loud("-24 LKFS ± 2 LU", "turn")}),
+                                               reportOf(u"B"_s, {loud("-16 LKFS ± 1 LU")}),
+                                               reportOf(u"C"_s, {loud("-24 LKFS ± 2 LU")})}),
                                        {});
     ASSERT_EQ(problems.size(), 1);
     const Problem& problem = problems.front();
@@ -84,9 +62,9 @@ TEST(Problems, TellACauseOnceWithThePlatformsThatItCosts)
 TEST(Problems, StandWorstFirstThenByPlatformsThenByChecks)
 {
     const auto problems = Problems::of(
-        fileOf({platform(u"A"_s, {check("warns", Verdict::warn), check("one", Verdict::fail),
+        fileOf({reportOf(u"A"_s, {check("warns", Verdict::warn), check("one", Verdict::fail),
                                   check("two", Verdict::fail), check("other", Verdict::fail)}),
-                platform(u"B"_s, {check("warns", Verdict::warn), check("two", Verdict::fail)})}),
+                reportOf(u"B"_s, {check("warns", Verdict::warn), check("two", Verdict::fail)})}),
         {});
     EXPECT_THAT(ids(problems), ElementsAre(u"two"_s, u"one"_s, u"other"_s, u"warns"_s));
     EXPECT_EQ(Problems::headline(problems), u"3 problems to fix, 1 to review"_s);
@@ -95,9 +73,9 @@ TEST(Problems, StandWorstFirstThenByPlatformsThenByChecks)
 TEST(Problems, OfPlatformsOfTwoMindsAreAsBadAsTheWorstAndCountItsPlatforms)
 {
     const auto problems =
-        Problems::of(fileOf({platform(u"A"_s, {check("bitrate", Verdict::warn)}),
-                             platform(u"B"_s, {check("bitrate", Verdict::warn)}),
-                             platform(u"C"_s, {check("bitrate", Verdict::fail)})}),
+        Problems::of(fileOf({reportOf(u"A"_s, {check("bitrate", Verdict::warn)}),
+                             reportOf(u"B"_s, {check("bitrate", Verdict::warn)}),
+                             reportOf(u"C"_s, {check("bitrate", Verdict::fail)})}),
                      {});
     ASSERT_EQ(problems.size(), 1);
     EXPECT_EQ(problems[0].verdict, Verdict::fail);
@@ -111,8 +89,8 @@ TEST(Problems, OfPlatformsOfTwoMindsAreAsBadAsTheWorstAndCountItsPlatforms)
 TEST(Problems, LeaveOutAdviceAndWhatPasses)
 {
     const auto problems = Problems::of(
-        fileOf({platform(u"A"_s, {check("passes", Verdict::pass), check("says", Verdict::info)}),
-                platform(u"B"_s, {check("advises", Verdict::fail)}, true)}),
+        fileOf({reportOf(u"A"_s, {check("passes", Verdict::pass), check("says", Verdict::info)}),
+                reportOf(u"B"_s, {check("advises", Verdict::fail)}, true)}),
         {});
     EXPECT_THAT(problems, IsEmpty());
     EXPECT_EQ(Problems::headline(problems), QString());
@@ -120,9 +98,9 @@ TEST(Problems, LeaveOutAdviceAndWhatPasses)
 
 TEST(Problems, OfASectionNameIt)
 {
-    FileReport file = fileOf({platform(u"A"_s, {check("levels", Verdict::warn)})});
+    FileReport file = fileOf({reportOf(u"A"_s, {check("levels", Verdict::warn)})});
     ProfileReport section =
-        platform(u"x"_s, {check("phase", Verdict::warn), check("levels", Verdict::warn)});
+        reportOf(u"x"_s, {check("phase", Verdict::warn), check("levels", Verdict::warn)});
     section.profileName = u"Picture and sound"_s;
     file.sections = {section};
     const auto problems = Problems::of(file, {});
@@ -134,7 +112,7 @@ TEST(Problems, OfASectionNameIt)
 
 TEST(Problems, PointAtTheMomentOfTheirRow)
 {
-    FileReport file = fileOf({platform(u"A"_s, {check("black-frames", Verdict::fail)})});
+    FileReport file = fileOf({reportOf(u"A"_s, {check("black-frames", Verdict::fail)})});
     SignalEvent event;
     event.kind = SignalEvent::Kind::blackFrame;
     event.frame = 312;
@@ -186,10 +164,10 @@ TEST(ShortTexts, ToCopyAreTheArgumentsOfAToolOrTheSentence)
 
 TEST(ProblemsText, HasALineAProblemAndItsLimitsBelowWithEachFixOnce)
 {
-    const FileReport file = fileOf({platform(u"A"_s, {loud("-24 LKFS ± 2 LU", "Turn it down.")}),
-                                    platform(u"B"_s, {loud("-16 LKFS ± 1 LU")}),
-                                    platform(u"C"_s, {check("scan", Verdict::warn)}),
-                                    platform(u"D"_s, {loud("-24 LKFS ± 2 LU", "Turn it down.")})});
+    const FileReport file = fileOf({reportOf(u"A"_s, {loud("-24 LKFS ± 2 LU", "Turn it down.")}),
+                                    reportOf(u"B"_s, {loud("-16 LKFS ± 1 LU")}),
+                                    reportOf(u"C"_s, {check("scan", Verdict::warn)}),
+                                    reportOf(u"D"_s, {loud("-24 LKFS ± 2 LU", "Turn it down.")})});
     EXPECT_EQ(ProblemsText::render(file, {loudnessOf(-24, 2), loudnessOf(-16, 1)}),
               u"spot.mp4    1.2 MB · 30.0s\n"
               "  Passes 1 of 4 platforms\n"
@@ -202,7 +180,7 @@ TEST(ProblemsText, HasALineAProblemAndItsLimitsBelowWithEachFixOnce)
               "       -19.6 LKFS -> -16 LKFS ± 1 LU: B\n"
               "    !! scan                   1 platform\n"
               "       found -> wanted: C\n"_s);
-    EXPECT_EQ(ProblemsText::render(fileOf({platform(u"A"_s, {check("scan", Verdict::pass)})}), {})
+    EXPECT_EQ(ProblemsText::render(fileOf({reportOf(u"A"_s, {check("scan", Verdict::pass)})}), {})
                   .split(u'\n')
                   .at(2),
               u"  No problems"_s);

@@ -1,5 +1,5 @@
 #include "Check/TextRenderer.h"
-#include "Builders.h"
+#include "Reports.h"
 
 #include <QStringList>
 
@@ -8,28 +8,6 @@ namespace vantroque {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-ProfileReport reportOf(const QString& name, const std::vector<CheckResult>& checks,
-                       bool advisory = false)
-{
-    ProfileReport report;
-    report.profileID = name.toLower();
-    report.profileName = name;
-    report.profileShortName = name;
-    if (advisory)
-        report.advisory = true;
-    report.checks = checks;
-    return report;
-}
-
-FileReport fileOf(const std::vector<ProfileReport>& profiles)
-{
-    FileReport file;
-    file.fileName = u"spot.mp4"_s;
-    file.summaryLine = u"1.2 MB · 30.0s"_s;
-    file.profiles = profiles;
-    return file;
-}
 
 CheckResult check(Verdict verdict, const char* title = "Container", const char* fix = nullptr)
 {

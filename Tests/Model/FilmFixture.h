@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Model/PlayerFixture.h"
-#include "Platform/NumberedClip.h"
+#include "Platform/NumberedImage.h"
 #include "Platform/Playing.h"
 #include "Probe/Prober.h"
 
@@ -12,16 +12,6 @@ inline std::filesystem::path plainFilm()
 {
     return NumberedClip::make("desk-h264.mp4", "25",
                               {"-c:v", "libx264", "-preset", "veryfast", "-g", "24", "-bf", "2"});
-}
-
-/// On the picture as the window gets it.
-inline std::optional<int> numberOn(const QImage& picture)
-{
-    const QImage grey = picture.convertToFormat(QImage::Format_Grayscale8);
-    return NumberedClip::numberIn({.width = grey.width(),
-                                   .height = grey.height(),
-                                   .luma = grey.constBits(),
-                                   .lumaStride = grey.bytesPerLine()});
 }
 
 /// Players of real files, decoded by the program's own decoder. The pictures carry their numbers.
