@@ -58,7 +58,6 @@ ProblemLine::ProblemLine(const Problem& problem, double frameRate, QWidget* pare
       m_time(problem.moment ? Timecode(problem.moment->frame, frameRate).text() : QString())
 {
     setCheckable(true);
-    setMouseTracking(true);
     setFocusPolicy(Qt::ClickFocus); // Tab comes to one of them
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleName(words(problem, m_time));

@@ -101,6 +101,9 @@ void ReportView::connectParts()
 /// In two columns, or all in one.
 void ReportView::arrange(bool beside)
 {
+    const bool isArranged = m_left->count() > 0;
+    if (isArranged && beside == (m_right->count() > 0))
+        return;
     for (QBoxLayout* column : {m_left, m_right})
         while (QLayoutItem* item = column->takeAt(0))
             delete item;
@@ -148,26 +151,27 @@ void ReportView::show(const FileAnalysis& file)
         verticalScrollBar()->setValue(0);
 }
 
-/// The platforms, and what is said of the captions that the player shows.
+/// What is wrong, and what each platform says.
 void ReportView::showSections(bool fresh)
 {
-    std::vector<ProfileReport> reports = m_report->allRows();
-    if (m_player != nullptr)
-        if (auto captions = m_player->captions().captionSection())
-            reports.push_back(*std::move(captions));
-    m_sections->show(std::move(reports), m_profiles.profiles(), fresh);
-    showProblems(fresh);
-    if (m_player != nullptr)
-        m_sections->setEvents(m_player->detectedEvents(),
-                              m_player->file().workingRate().perSecond());
-    else
-        m_sections->setEvents({}, 0);
+    const FileReport report = seen();
+    auto problems = Problems::of(report, m_profiles.profiles());
+    m_summary->show(report, Problems::headline(problems));
+    const double rate = m_player != nullptr ? m_player->file().workingRate().perSecond()
+                        : report.video      ? report.video->frameRate
+                                            : 0;
+    m_problems->show(std::move(problems), rate, fresh);
+    m_sections->show(report.allRows(), m_profiles.profiles(), fresh);
+    m_sections->setEvents(m_player != nullptr ? *report.events : std::vector<SignalEvent>(), rate);
 }
 
-/// The report with what the player knows besides.
+/// The report with what the player knows besides. A film without a picture has no player that could
+/// go anywhere.
 FileReport ReportView::seen() const
 {
     FileReport report = *m_report;
+    if (!report.video)
+        report.events.reset();
     if (m_player == nullptr)
         return report;
     report.events = m_player->detectedEvents();
@@ -177,17 +181,6 @@ FileReport ReportView::seen() const
         report.sections->push_back(*std::move(captions));
     }
     return report;
-}
-
-void ReportView::showProblems(bool fresh)
-{
-    const FileReport report = seen();
-    auto problems = Problems::of(report, m_profiles.profiles());
-    m_summary->show(report, Problems::headline(problems));
-    const double rate = m_player != nullptr ? m_player->file().workingRate().perSecond()
-                        : report.video      ? report.video->frameRate
-                                            : 0;
-    m_problems->show(std::move(problems), rate, fresh);
 }
 
 /// While it plays, what is heard.

@@ -40,7 +40,6 @@ private:
     void connectParts();
     void arrange(bool beside);
     void showSections(bool fresh);
-    void showProblems(bool fresh);
     FileReport seen() const;
     void showChannels();
 
