@@ -37,11 +37,17 @@ void print(const std::string& name, double value)
 
 class NoDesktop : public Desktop {
 public:
-    std::optional<FileUrl> chooseSaveFile(const QString&) override { return std::nullopt; }
+    std::optional<FileUrl> chooseSaveFile(const SaveQuestion&) override { return std::nullopt; }
+    std::optional<FileUrl> chooseFolder(const QString&, const FileUrl&) override
+    {
+        return std::nullopt;
+    }
+    bool mayReplace(const QStringList&, const FileUrl&) override { return false; }
     std::optional<FileUrl> chooseOpenFile(const QString&, const QStringList&) override
     {
         return std::nullopt;
     }
+    void showInFolder(const FileUrl&) override {}
 };
 
 void measure(const std::vector<Profile>& profiles, const std::filesystem::path& folder)

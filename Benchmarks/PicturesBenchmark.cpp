@@ -4,6 +4,7 @@
 #include "Base/Numbers.h"
 #include "Draw/OverlayCache.h"
 #include "Framing/GuideBuilder.h"
+#include "Picture/FrameDifference.h"
 #include "Picture/ScopeRenderer.h"
 
 #include <QGuiApplication>
@@ -51,6 +52,60 @@ ScopeFrame noise(int width, int height)
     return ScopeFrame::fromYuv444(bytes, width, height, false, ColorMatrix::bt709).value();
 }
 
+/// Decoded planes of noise.
+class Decoded {
+public:
+    Decoded(QSize size, int sampleBits)
+        : m_size(size),
+          m_sampleBits(sampleBits),
+          m_bytes(static_cast<std::size_t>(stride()) * static_cast<std::size_t>(size.height()) * 3
+                  / 2)
+    {
+        std::mt19937 random(static_cast<unsigned>(sampleBits));
+        std::ranges::generate(m_bytes, [&] { return static_cast<std::uint8_t>(random()); });
+    }
+
+    ComparedFrame frame() const
+    {
+        return {.picture = {.width = m_size.width(),
+                            .height = m_size.height(),
+                            .sampleBits = m_sampleBits,
+                            .luma = m_bytes.data(),
+                            .lumaStride = stride(),
+                            .chroma = m_bytes.data() + stride() * m_size.height(),
+                            .chromaStride = stride()}};
+    }
+
+private:
+    std::ptrdiff_t stride() const
+    {
+        return std::ptrdiff_t{m_size.width()} * (m_sampleBits == 10 ? 2 : 1);
+    }
+
+    QSize m_size;
+    int m_sampleBits;
+    std::vector<std::uint8_t> m_bytes;
+};
+
+void tellDifferences()
+{
+    constexpr NormalizedRect whole{0, 0, 1, 1};
+    for (const int bits : {8, 10}) {
+        const Decoded one(hd, bits);
+        const Decoded other(hd, bits);
+        const Decoded smaller({1280, 720}, bits);
+        const std::string of = " of 1920x1080 in " + Numbers::wholeText(bits) + " bits";
+        const auto measured = [&](ComparedFrame b) {
+            return median(15, [&] { FrameDifference::of(one.frame(), b, whole, 4); });
+        };
+        tell(("difference" + of).c_str(), measured(other.frame()), "under 5");
+        ComparedFrame read = other.frame();
+        read.fullRange = true;
+        tell(("difference" + of + " from another range").c_str(), measured(read), "under 33");
+        tell(("difference" + of + " from 1280x720").c_str(), measured(smaller.frame()), "under 33");
+    }
+}
+
 /// All guides of a wide frame, forty strokes as a hand draws them and three cues.
 Overlay fullOverlay()
 {
@@ -88,6 +143,8 @@ int main(int argc, char** argv)
                     ScopeRenderer::outOfRangeImage(frame);
                 }),
          "under 8");
+
+    tellDifferences();
 
     QImage picture(hd, QImage::Format_RGB32);
     picture.fill(Qt::darkCyan);

@@ -3,7 +3,6 @@
 #include "VantroqueApp/SessionEnd.h"
 #include "VantroqueApp/SingleInstance.h"
 #include "VantroqueApp/Views/Controls/FocusRing.h"
-#include "VantroqueApp/Views/Files/DroppedFiles.h"
 #include "VantroqueApp/Views/Style/Look.h"
 #include "VantroqueApp/Views/Window/MainWindow.h"
 #include "VantroqueApp/WidgetDesktop.h"
@@ -12,10 +11,13 @@
 #include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <thread>
 
 using namespace vantroque;
 using namespace Qt::StringLiterals;
@@ -30,12 +32,46 @@ std::vector<std::string> textLanguages(const UserDefaults& defaults)
     return languages.empty() ? std::vector<std::string>{"eng"} : languages;
 }
 
+/// Not looked at yet: a disk may not answer.
+std::vector<FileUrl> places(int count, char** arguments)
+{
+    std::vector<FileUrl> places;
+    for (int i = 1; i < count; ++i)
+        if (const std::filesystem::path path = arguments[i]; !path.empty())
+            places.push_back(FileUrl::fromPath(path));
+    return places;
+}
+
+void take(MainWindow& window, const std::vector<FileUrl>& files)
+{
+    FileLooker::Paths paths;
+    for (const FileUrl& file : files)
+        paths.push_back(file.path());
+    if (!paths.empty())
+        window.take(std::move(paths));
+}
+
 void bringToFront(QWidget& window)
 {
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.show();
     window.raise();
     window.activateWindow();
+}
+
+/// Files that were handed over last are in the list before it is saved, unless they lie on a disk
+/// that does not answer. Nobody else is heard meanwhile: a session manager waits for the answer to
+/// what it asked.
+void finishTaking(const MainWindow& window)
+{
+    constexpr std::chrono::seconds patience{3};
+    constexpr std::chrono::milliseconds pause{2};
+    const QDeadlineTimer end(patience);
+    while (window.isTaking() && !end.hasExpired()) {
+        std::this_thread::sleep_for(pause);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents
+                                        | QEventLoop::ExcludeSocketNotifiers);
+    }
 }
 
 /// The way out. Later starts wait for the end of this process, and find all of it saved.
@@ -68,9 +104,9 @@ int main(int argc, char** argv)
     std::signal(SIGXFSZ, SIG_IGN); // Too large a file is an error like any other.
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Vantroque"_s);
+    QApplication::setApplicationVersion(QStringLiteral(VANTROQUE_VERSION));
     QApplication::setDesktopFileName(u"vantroque"_s);
-    const auto files =
-        DroppedFiles::urls(std::vector<std::filesystem::path>(argv + 1, argv + argc));
+    const auto files = places(argc, argv);
     SingleInstance instance;
     const auto start = instance.start(files);
     if (!start) {
@@ -97,15 +133,19 @@ int main(int argc, char** argv)
     MainWindow window(model);
     QObject::connect(&instance, &SingleInstance::called, &window,
                      [&](const std::vector<FileUrl>& later) {
-                         if (!later.empty())
-                             model.files().add(later);
+                         take(window, later);
                          bringToFront(window);
                      });
     QObject::connect(
         &application, &QGuiApplication::commitDataRequest, &window,
-        [&model] { model.saveWorkspaceNow(); }, Qt::DirectConnection);
+        [&] {
+            finishTaking(window);
+            model.saveWorkspaceNow();
+        },
+        Qt::DirectConnection);
     window.show();
-    if (!files.empty())
-        model.files().add(files);
-    leave(model, QApplication::exec());
+    take(window, files);
+    const int status = QApplication::exec();
+    finishTaking(window);
+    leave(model, status);
 }

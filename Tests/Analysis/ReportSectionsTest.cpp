@@ -63,6 +63,17 @@ TEST(ReportSections, AMeasuredFileWithNothingToPointAtHasAnEmptyList)
     EXPECT_THAT(report(media, {}).events, Optional(IsEmpty()));
 }
 
+TEST(ReportSections, ARowPointsWhereItsEventIs)
+{
+    const auto sections = report(slatedSpot(), {withLeader()}).sections;
+    ASSERT_THAT(sections, Optional(SizeIs(1)));
+    for (const CheckResult& row : sections->front().checks) {
+        const bool isBlack = row.id == u"black-frames"_s;
+        EXPECT_EQ(row.moment, isBlack ? std::optional(CheckMoment{500, 501, {}}) : std::nullopt)
+            << row.id.toStdString();
+    }
+}
+
 TEST(ReportSections, TheLeaderOfTheProfilesIsLeftOut)
 {
     EXPECT_THAT(eventsOf(slatedSpot(), {bareProfile()}),

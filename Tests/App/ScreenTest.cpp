@@ -118,7 +118,7 @@ TEST_F(OnScreen, FromNothingToASavedReportWithTheKeyboardAlone)
     ASSERT_TRUE(m_screen.soonActive(window));
     m_screen.press({"shift+Tab", "Return"});            // from the list to Export Report
     m_screen.press({"Down", "Down", "Down", "Return"}); // This File as Text
-    ASSERT_TRUE(m_screen.soonActive(window, "Save"));
+    ASSERT_TRUE(m_screen.soonActive(window, "Save All Reports as Text"));
     m_screen.press({"ctrl+a"});
     m_screen.type(report.native());
     m_screen.press({"Return"});

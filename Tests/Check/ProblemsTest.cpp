@@ -31,6 +31,14 @@ std::vector<QString> ids(const std::vector<Problem>& problems)
     return ids;
 }
 
+std::vector<QString> names(const std::vector<Problem::Platform>& platforms)
+{
+    std::vector<QString> names;
+    for (const Problem::Platform& platform : platforms)
+        names.push_back(platform.name);
+    return names;
+}
+
 Profile loudnessOf(double target, double tolerance, bool autoNormalized = false)
 {
     Profile profile = bareProfile();
@@ -44,8 +52,7 @@ TEST(Problems, TellACauseOnceWithThePlatformsThatItCosts)
 {
     const auto problems = Problems::of(fileOf({reportOf(u"A"_s, {loud("-24 LKFS ± 2 LU", "turn")}),
                                                reportOf(u"B"_s, {loud("-16 LKFS ± 1 LU")}),
-                                               reportOf(u"C"_s, {loud("-24 LKFS ± 2 LU")})}),
-                                       {});
+                                               reportOf(u"C"_s, {loud("-24 LKFS ± 2 LU")})}));
     ASSERT_EQ(problems.size(), 1);
     const Problem& problem = problems.front();
     EXPECT_EQ(problem.title, u"Loudness"_s);
@@ -55,8 +62,8 @@ TEST(Problems, TellACauseOnceWithThePlatformsThatItCosts)
     EXPECT_EQ(problem.limits[0].measured, u"-19.6 LKFS"_s);
     EXPECT_EQ(problem.limits[0].expected, u"-24 LKFS ± 2 LU"_s);
     EXPECT_EQ(problem.limits[0].fix, u"turn"_s);
-    EXPECT_THAT(problem.limits[0].platforms, ElementsAre(u"A"_s, u"C"_s));
-    EXPECT_THAT(problem.limits[1].platforms, ElementsAre(u"B"_s));
+    EXPECT_THAT(names(problem.limits[0].platforms), ElementsAre(u"A"_s, u"C"_s));
+    EXPECT_THAT(names(problem.limits[1].platforms), ElementsAre(u"B"_s));
 }
 
 TEST(Problems, StandWorstFirstThenByPlatformsThenByChecks)
@@ -64,8 +71,7 @@ TEST(Problems, StandWorstFirstThenByPlatformsThenByChecks)
     const auto problems = Problems::of(
         fileOf({reportOf(u"A"_s, {check("warns", Verdict::warn), check("one", Verdict::fail),
                                   check("two", Verdict::fail), check("other", Verdict::fail)}),
-                reportOf(u"B"_s, {check("warns", Verdict::warn), check("two", Verdict::fail)})}),
-        {});
+                reportOf(u"B"_s, {check("warns", Verdict::warn), check("two", Verdict::fail)})}));
     EXPECT_THAT(ids(problems), ElementsAre(u"two"_s, u"one"_s, u"other"_s, u"warns"_s));
     EXPECT_EQ(Problems::headline(problems), u"3 problems to fix, 1 to review"_s);
 }
@@ -75,23 +81,49 @@ TEST(Problems, OfPlatformsOfTwoMindsAreAsBadAsTheWorstAndCountItsPlatforms)
     const auto problems =
         Problems::of(fileOf({reportOf(u"A"_s, {check("bitrate", Verdict::warn)}),
                              reportOf(u"B"_s, {check("bitrate", Verdict::warn)}),
-                             reportOf(u"C"_s, {check("bitrate", Verdict::fail)})}),
-                     {});
+                             reportOf(u"C"_s, {check("bitrate", Verdict::fail)})}));
     ASSERT_EQ(problems.size(), 1);
     EXPECT_EQ(problems[0].verdict, Verdict::fail);
-    EXPECT_THAT(problems[0].platforms(), ElementsAre(u"C"_s));
+    EXPECT_THAT(names(problems[0].platforms()), ElementsAre(u"C"_s));
     EXPECT_EQ(problems[0].whose(), u"1 platform"_s);
     ASSERT_EQ(problems[0].limits.size(), 2);
     EXPECT_EQ(problems[0].limits[0].verdict, Verdict::fail);
-    EXPECT_THAT(problems[0].limits[1].platforms, ElementsAre(u"A"_s, u"B"_s));
+    EXPECT_THAT(names(problems[0].limits[1].platforms), ElementsAre(u"A"_s, u"B"_s));
+}
+
+TEST(Problems, CountPlatformsThatShareAShortName)
+{
+    ProfileReport one = reportOf(u"A"_s, {check("bitrate", Verdict::fail)});
+    ProfileReport other = reportOf(u"B"_s, {check("bitrate", Verdict::fail)});
+    other.profileShortName = one.profileShortName;
+    const auto problems = Problems::of(fileOf({one, other}));
+    ASSERT_EQ(problems.size(), 1);
+    EXPECT_EQ(problems[0].whose(), u"2 platforms"_s);
+    EXPECT_EQ(problems[0].limits[0].platforms[1].id, u"b"_s);
+}
+
+TEST(Problems, TheVerdictOfACheckIsTheGravestThatAPlatformGives)
+{
+    const auto report = [](Verdict one, Verdict other, bool advisory) {
+        return fileOf({reportOf(u"A"_s, {check("loudness", one)}),
+                       reportOf(u"B"_s, {check("loudness", other)}, advisory)});
+    };
+    const auto of = [&](Verdict one, Verdict other, bool advisory = false) {
+        return Problems::verdictOf(report(one, other, advisory), u"loudness"_s);
+    };
+    EXPECT_EQ(of(Verdict::pass, Verdict::fail), Verdict::fail);
+    EXPECT_EQ(of(Verdict::pass, Verdict::fail, true), Verdict::warn) << "it recommends";
+    EXPECT_EQ(of(Verdict::info, Verdict::pass), Verdict::pass);
+    EXPECT_EQ(of(Verdict::info, Verdict::info), Verdict::info);
+    EXPECT_EQ(Problems::verdictOf(report(Verdict::pass, Verdict::pass, false), u"codec"_s),
+              std::nullopt);
 }
 
 TEST(Problems, LeaveOutAdviceAndWhatPasses)
 {
     const auto problems = Problems::of(
         fileOf({reportOf(u"A"_s, {check("passes", Verdict::pass), check("says", Verdict::info)}),
-                reportOf(u"B"_s, {check("advises", Verdict::fail)}, true)}),
-        {});
+                reportOf(u"B"_s, {check("advises", Verdict::fail)}, true)}));
     EXPECT_THAT(problems, IsEmpty());
     EXPECT_EQ(Problems::headline(problems), QString());
 }
@@ -103,23 +135,27 @@ TEST(Problems, OfASectionNameIt)
         reportOf(u"x"_s, {check("phase", Verdict::warn), check("levels", Verdict::warn)});
     section.profileName = u"Picture and sound"_s;
     file.sections = {section};
-    const auto problems = Problems::of(file, {});
+    const auto problems = Problems::of(file);
     ASSERT_THAT(ids(problems), ElementsAre(u"levels"_s, u"phase"_s));
     EXPECT_EQ(problems[0].whose(), u"1 platform"_s);
     EXPECT_EQ(problems[1].whose(), u"Picture and sound"_s);
     EXPECT_EQ(Problems::headline(problems), u"2 to review"_s);
 }
 
-TEST(Problems, PointAtTheMomentOfTheirRow)
+TEST(Problems, PointAtTheMomentOfTheirGravestRow)
 {
-    FileReport file = fileOf({reportOf(u"A"_s, {check("black-frames", Verdict::fail)})});
-    SignalEvent event;
-    event.kind = SignalEvent::Kind::blackFrame;
-    event.frame = 312;
-    event.verdict = Verdict::fail;
-    file.events = {event};
-    const auto problems = Problems::of(file, {});
-    ASSERT_TRUE(problems.at(0).moment);
+    const auto found = [](Verdict verdict, std::optional<std::int64_t> frame) {
+        CheckResult row = check("text-safe", verdict);
+        if (frame)
+            row.moment = CheckMoment{.frame = *frame, .endFrame = {}, .box = {}};
+        return row;
+    };
+    const auto problems =
+        Problems::of(fileOf({reportOf(u"A"_s, {found(Verdict::warn, 100)}),
+                             reportOf(u"B"_s, {found(Verdict::fail, 312)}),
+                             reportOf(u"C"_s, {found(Verdict::fail, std::nullopt)})}));
+    ASSERT_EQ(problems.size(), 1);
+    ASSERT_TRUE(problems[0].moment);
     EXPECT_EQ(problems[0].moment->frame, 312);
 }
 
@@ -159,7 +195,22 @@ TEST(ShortTexts, ToCopyAreTheArgumentsOfAToolOrTheSentence)
     EXPECT_EQ(ShortTexts::toCopy(u"Export with CBR. In ffmpeg: -b:v 8.5M -x264-params nal-hrd=cbr. "
                                  "In Adobe Media Encoder, set Bitrate Encoding to CBR."_s),
               u"-b:v 8.5M -x264-params nal-hrd=cbr"_s);
+    EXPECT_EQ(ShortTexts::toCopy(u"Re-export audio at 192 kbps or higher (in ffmpeg: -b:a 192k), "
+                                 "or use PCM."_s),
+              u"-b:a 192k"_s);
+    EXPECT_EQ(ShortTexts::toCopy(u"Pad it (in ffmpeg: -vf pad=1920:1080:(ow-iw)/2:0). Then see."_s),
+              u"-vf pad=1920:1080:(ow-iw)/2:0"_s);
+    EXPECT_EQ(ShortTexts::toCopy(u"If the platform pushes back, re-export with -profile:v 3."_s),
+              u"-profile:v 3"_s);
     EXPECT_EQ(ShortTexts::toCopy(u"Adjust the mix by -4.4 dB."_s), u"Adjust the mix by -4.4 dB."_s);
+}
+
+TEST(ShortTexts, AnOptionThatIsOnlySpokenOfIsNotToCopy)
+{
+    const QString fix = u"Re-export with the full mix. In ffmpeg, -shortest or a short bed is the "
+                        "usual cause."_s;
+    EXPECT_TRUE(ShortTexts::arguments(fix).isEmpty());
+    EXPECT_EQ(ShortTexts::toCopy(fix), fix);
 }
 
 TEST(ProblemsText, HasALineAProblemAndItsLimitsBelowWithEachFixOnce)
@@ -184,6 +235,16 @@ TEST(ProblemsText, HasALineAProblemAndItsLimitsBelowWithEachFixOnce)
                   .split(u'\n')
                   .at(2),
               u"  No problems"_s);
+}
+
+TEST(ProblemsText, OfOneProblemIsWhatTheListSaysOfIt)
+{
+    const auto problems =
+        Problems::of(fileOf({reportOf(u"A"_s, {loud("-24 LKFS ± 2 LU", "Turn it down.")})}));
+    ASSERT_EQ(problems.size(), 1);
+    EXPECT_EQ(ProblemsText::render(problems[0], 25), u"    XX Loudness               1 platform\n"
+                                                     "       -19.6 LKFS -> -24 LKFS ± 2 LU: A\n"
+                                                     "       fix: Turn it down.\n"_s);
 }
 
 } // namespace

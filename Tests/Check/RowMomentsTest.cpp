@@ -91,5 +91,40 @@ TEST(RowMoments, OfRunsTheLongestIsTheOneThatTheRowMeasures)
     EXPECT_EQ(frameOf(RowMoments::of(levels, nullptr, events)), 50);
 }
 
+TEST(RowMoments, AReportIsMarkedWithThoseOfItsEventsAndLeadsBackToThem)
+{
+    SignalEvent text = event(SignalEvent::Kind::safeArea, 208, Verdict::fail, 260);
+    text.box = NormalizedRect{0.5, 0.1, 0.48, 0.1};
+    const auto events = std::vector{event(SignalEvent::Kind::blackFrame, 208, Verdict::fail), text};
+    FileReport file;
+    file.events = events;
+    file.profiles.resize(1);
+    file.profiles[0].checks = {row("text-safe", "Text placement", Verdict::fail, "", ""),
+                               row("loudness", "Loudness", Verdict::fail, "", ""),
+                               row("black-frames", "Black frames", Verdict::pass, "", "")};
+    file.sections.emplace(1).front().checks = {row("black-frames", "", Verdict::warn, "", "")};
+    RowMoments::mark(file, {});
+
+    const auto& rows = file.profiles[0].checks;
+    EXPECT_EQ(rows[0].moment, (CheckMoment{208, 260, text.box}));
+    EXPECT_EQ(rows[1].moment, std::nullopt);
+    EXPECT_EQ(rows[2].moment, std::nullopt);
+    const auto black = file.sections->front().checks[0].moment;
+    EXPECT_EQ(black, (CheckMoment{208, {}, {}}));
+    EXPECT_EQ(RowMoments::eventAt(u"text-safe"_s, *rows[0].moment, events), text);
+    EXPECT_EQ(RowMoments::eventAt(u"black-frames"_s, *black, events), events[0]);
+    EXPECT_EQ(RowMoments::eventAt(u"flash-frames"_s, *black, events), std::nullopt);
+}
+
+TEST(RowMoments, AMomentThatACheckGaveItselfStays)
+{
+    CheckResult black = row("black-frames", "Black frames", Verdict::warn, "", "");
+    black.moment = CheckMoment{.frame = 7, .endFrame = {}, .box = {}};
+    ProfileReport report;
+    report.checks = {black};
+    RowMoments::mark(report, nullptr, {event(SignalEvent::Kind::blackFrame, 90, Verdict::warn)});
+    EXPECT_EQ(report.checks[0].moment, black.moment);
+}
+
 } // namespace
 } // namespace vantroque

@@ -42,6 +42,17 @@ TEST(TextRenderer, AReportHasAHeadingItsRowsAndAnEmptyLine)
                                                  u"    -- Loudness               found\n"_s);
 }
 
+TEST(TextRenderer, APlatformOrACheckAloneReadsAsInTheReport)
+{
+    const ProfileReport report =
+        reportOf(u"Test tv"_s, {check(Verdict::fail, "Video codec", "Mend.")}, true);
+    const QString row = u"    !! Video codec            found\n"
+                        u"       expected: wanted\n"
+                        u"       fix: Mend.\n"_s;
+    EXPECT_EQ(TextRenderer::render(report), u"  TEST TV  BELOW\n"_s + row);
+    EXPECT_EQ(TextRenderer::render(report.checks[0], true), row);
+}
+
 TEST(TextRenderer, SectionsFollowTheProfiles)
 {
     FileReport file = fileOf({reportOf(u"One"_s, {})});

@@ -178,6 +178,24 @@ TEST(FindingRing, TheLabelStaysInThePicture)
     }
 }
 
+TEST(FindingRing, TheLabelHasAScaleOfItsOwn)
+{
+    const QSize size(480, 270);
+    const auto tag = [&](double typeScale) {
+        const auto drawn = [&](const QString& label) {
+            Overlay overlay;
+            overlay.finding = Finding{{0.25, 0.25, 0.25, 0.25}, Verdict::warn, label};
+            QImage image = blank(size, Qt::black);
+            QPainter painter(&image);
+            FramePainter::draw(painter, overlay, QRectF({}, size), 0.5, typeScale);
+            return image;
+        };
+        return difference(drawn(u"past 93%"_s), drawn({}));
+    };
+    EXPECT_NEAR(tag(1).height(), 18, 1);
+    EXPECT_NEAR(tag(0.5).height(), 9, 1);
+}
+
 TEST(FindingRing, HasTheColourOfItsVerdict)
 {
     const QSize size(960, 540);

@@ -17,7 +17,7 @@ QImage drawn(const std::vector<Guide>& guides, QSize size, double scale,
              const QColor& background = Qt::black)
 {
     return painted(size, background, [&](QPainter& painter, const QRectF& picture) {
-        GuideRenderer::draw(painter, guides, picture, scale);
+        GuideRenderer::draw(painter, guides, picture, scale, scale);
     });
 }
 
@@ -267,7 +267,7 @@ TEST(GuideRenderer, GuidesStandInThePictureAndNotAtTheCornerOfTheWindow)
     QImage image = blank({300, 200}, Qt::black);
     {
         QPainter painter(&image);
-        GuideRenderer::draw(painter, {line(Kind::rect, {0, 0, 1, 1})}, picture, 0.1);
+        GuideRenderer::draw(painter, {line(Kind::rect, {0, 0, 1, 1})}, picture, 0.1, 0.1);
     }
     EXPECT_EQ(boundsOf(image, [](QRgb pixel) { return qGray(pixel) > 127; }), picture.toRect());
 }

@@ -173,7 +173,7 @@ TEST(HostilePictures, ScalesThatAreNoneDrawNoLines)
         overlay.captions.clear();
         QImage image = blank({320, 180}, Qt::black);
         QPainter painter(&image);
-        FramePainter::draw(painter, overlay, QRectF(0, 0, 320, 180), scale);
+        FramePainter::draw(painter, overlay, QRectF(0, 0, 320, 180), scale, scale);
         painter.end();
         EXPECT_EQ(image, blank({320, 180}, Qt::black)) << scale;
     }

@@ -27,6 +27,7 @@ OverlayPlace placeOf(const QRectF& picture, double ratio)
     return {.picture = picture,
             .visible = picture.toAlignedRect() & QRect({}, window),
             .scale = picture.height() / 540,
+            .typeScale = picture.height() / 540,
             .pixelRatio = ratio};
 }
 

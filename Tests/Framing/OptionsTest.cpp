@@ -60,6 +60,20 @@ TEST_F(Options, OfScopesComeBackEachForItself)
     }
 }
 
+TEST_F(Options, OfScopesAreOtherOnesOnADeskForReviewing)
+{
+    const ScopeOptions all{.waveform = true, .parade = true, .vectorscope = true};
+    EXPECT_EQ(ScopeOptions::load(defaults(), ScopePlace::review), all) << "unless put away";
+    {
+        UserDefaults written = defaults();
+        ScopeOptions{.parade = true, .outOfRange = true}.save(written, ScopePlace::review);
+    }
+    EXPECT_EQ(ScopeOptions::load(defaults(), ScopePlace::review),
+              (ScopeOptions{.parade = true, .outOfRange = true}));
+    EXPECT_EQ(ScopeOptions::load(defaults()), ScopeOptions{.outOfRange = true})
+        << "the hatch lies on the picture in either place";
+}
+
 TEST_F(Options, LieUnderTheirKeys)
 {
     UserDefaults written = defaults();

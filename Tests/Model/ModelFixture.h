@@ -38,11 +38,25 @@ inline Profile loud()
 /// Answers where to save as the test says.
 class FakeDesktop : public Desktop {
 public:
-    std::optional<FileUrl> chooseSaveFile(const QString& proposedName) override
+    std::optional<FileUrl> chooseSaveFile(const SaveQuestion& question) override
     {
-        proposed.push_back(proposedName);
+        proposed.push_back(question.name);
+        questions.push_back(question);
         return answer;
     }
+    std::optional<FileUrl> chooseFolder(const QString& title, const FileUrl& beside) override
+    {
+        questions.push_back({title, beside, {}, {}});
+        return answer;
+    }
+    bool mayReplace(const QStringList& names, const FileUrl& folder) override
+    {
+        replaced << names;
+        if (meanwhile)
+            meanwhile(folder);
+        return letsReplace;
+    }
+    void showInFolder(const FileUrl& file) override { shown.push_back(file); }
     std::optional<FileUrl> chooseOpenFile(const QString& message,
                                           const QStringList& extensions) override
     {
@@ -51,7 +65,12 @@ public:
     }
 
     std::optional<FileUrl> answer;
+    bool letsReplace = false;
+    std::function<void(const FileUrl&)> meanwhile; ///< While the operator thinks about that.
+    QStringList replaced;                          ///< What was asked for.
     std::vector<QString> proposed;
+    std::vector<SaveQuestion> questions;
+    std::vector<FileUrl> shown;
 };
 
 /// Analyses that wait until the test lets them go on. What they find is nothing but the name.
@@ -154,6 +173,7 @@ protected:
             QString::fromStdString((m_folder / "settings").native()));
         m_model = std::make_unique<AppModel>(*m_defaults, m_desktop, std::move(engine), m_speller,
                                              std::move(profiles), m_makeEngine);
+        static_cast<void>(m_model->queue().toolMissing()); // looks at variables that tests set
         return *m_model;
     }
     /// With the stored list.

@@ -193,6 +193,9 @@ TEST_F(PlayerStill, CleanIsTheFrameItself)
     EXPECT_THAT(m_desktop.proposed, ElementsAre(u"film 30s_00-00-00-12.png"_s));
     ASSERT_TRUE(soonTold());
     EXPECT_EQ(player().exportMessage(), u"Saved still.png"_s);
+    EXPECT_EQ(m_desktop.questions.back().beside, player().file().url);
+    player().showSavedStill();
+    EXPECT_EQ(m_desktop.shown, std::vector{*m_desktop.answer});
     const auto frame = FrameExporter::image(player().file().url, 12 / 25.0, "x.png");
     ASSERT_TRUE(frame);
     EXPECT_EQ(contents(m_desktop.answer->path()), *frame);

@@ -4,6 +4,8 @@
 
 #include <QSignalSpy>
 
+#include <future>
+
 // The list as the next start finds it, and what became of its files meanwhile.
 
 namespace vantroque {
@@ -195,11 +197,50 @@ TEST_F(Restoring, WhatAnOlderVersionMeasuredIsMeasuredAfresh)
     prepare();
     change([](Workspace& workspace) { makeOld(workspace.files[0]); });
     restart();
-    EXPECT_THAT(states(), ElementsAre(u"running"_s, u"done"_s));
+    ASSERT_TRUE(soon([&] { return states() == QStringList{u"running"_s, u"done"_s}; }));
     EXPECT_EQ(entry(0).media, nullptr);
     m_held.release();
     ASSERT_TRUE(soonIdle());
     EXPECT_TRUE(entry(0).hasCurrentMedia());
+}
+
+/// A disk of the network that does not answer.
+TEST_F(Restoring, AFileThatGetsNoAnswerKeepsNoOtherFromBeingScored)
+{
+    const FileUrl far = FileUrl::fromPath(m_folder.write("far/c.mp4", "c"));
+    const FileUrl beside = FileUrl::fromPath(m_folder.write("far/d.mp4", "d"));
+    startHeld({plainProfile(u"one"_s), plainProfile(u"two"_s)})
+        .files()
+        .add({far, beside, m_a, m_b});
+    m_held.release(4);
+    ASSERT_TRUE(soonIdle());
+    quit();
+    change([](Workspace& workspace) {
+        for (const std::size_t old : {0U, 1U, 2U})
+            makeOld(workspace.files[old]);
+    });
+    std::promise<void> answer;
+    std::atomic<int> looks = 0;
+    AnalysisEngine engine = m_held.engine();
+    engine.isThere = [&, answered = answer.get_future().share()](const FileUrl& file) {
+        if (file == m_a)
+            return true;
+        ++looks;
+        answered.wait();
+        return AnalysisEngine::exists(file);
+    };
+    start(engine, std::vector{plainProfile(u"one"_s), plainProfile(u"two"_s)});
+    model().profiles().toggle(u"one"_s);
+    EXPECT_TRUE(soon([&] { return model().rescorer().isCurrent(entry(3)); }));
+    EXPECT_THAT(profileIDs(entry(3)), ElementsAre(u"two"_s));
+    EXPECT_TRUE(soon([&] { return states().at(2) == u"running"_s; })) << "it is there";
+    EXPECT_EQ(looks, 1) << "nor is the one beside it asked for meanwhile";
+    EXPECT_THAT(states(), ElementsAre(u"done"_s, u"done"_s, u"running"_s, u"done"_s));
+    answer.set_value();
+    m_held.letGo();
+    ASSERT_TRUE(soonIdle());
+    EXPECT_TRUE(entry(0).hasCurrentMedia());
+    EXPECT_TRUE(entry(1).hasCurrentMedia());
 }
 
 TEST_F(Restoring, WhatAnOlderVersionMeasuredOfAFileThatIsGoneStaysUntilItIsMissed)

@@ -66,7 +66,7 @@ protected:
     }
 
     ScopedFrames m_frames;
-    ScopeFeed m_feed{m_settings, m_clock, {320, 180}};
+    ScopeFeed m_feed{m_settings, m_clock, {320, 180}, ColorMatrix::bt709};
 };
 
 TEST_F(Scopes, AreOffUntilTheyAreAskedFor)
@@ -154,7 +154,7 @@ TEST_F(Scopes, AllOffLeavesNothing)
 TEST_F(Scopes, AreRemembered)
 {
     m_feed.setScopeOptions({.parade = true, .outOfRange = true});
-    const ScopeFeed next(m_settings, m_clock, {320, 180});
+    const ScopeFeed next(m_settings, m_clock, {320, 180}, ColorMatrix::bt709);
     EXPECT_EQ(next.scopeOptions(), (ScopeOptions{.parade = true, .outOfRange = true}));
 }
 

@@ -124,6 +124,34 @@ TEST(Vectorscope, MarksFollowTheMatrix)
     expectCross(vectorscope(frameOf({}, 1, 1, false, ColorMatrix::bt2020), size), 53, 24);
 }
 
+TEST(Vectorscope, BeforeThereIsAFrameItsMarksStand)
+{
+    for (const auto matrix : {ColorMatrix::bt709, ColorMatrix::bt601, ColorMatrix::bt2020}) {
+        auto neutral = vectorscope(frameOf({}, 1, 1, false, matrix), size);
+        neutral.setPixel(64, 64, emptyVectorscope(size, matrix).pixel(64, 64)); // the trace
+        EXPECT_EQ(emptyVectorscope(size, matrix), neutral);
+    }
+    EXPECT_TRUE(emptyVectorscope(0, ColorMatrix::bt709).isNull());
+}
+
+TEST(Vectorscope, NamesTheColoursWhereTheyAreMarked)
+{
+    const auto all = targets(ColorMatrix::bt709);
+    QStringList letters;
+    const auto image = emptyVectorscope(size, ColorMatrix::bt709);
+    for (const Target& target : all) {
+        letters << target.letters;
+        const QPoint place = (target.place * size).toPoint();
+        EXPECT_TRUE(at(image, place.x(), place.y()) == amber
+                    || at(image, place.x() + 1, place.y()) == amber
+                    || at(image, place.x() - 1, place.y()) == amber)
+            << target.letters.toStdString();
+    }
+    EXPECT_EQ(letters.join(u' '), QStringLiteral("R G B Yl Cy Mg"));
+    EXPECT_LT(all[0].place.y(), 0.25) << "red is above";
+    EXPECT_GT(all[2].place.x(), 0.75) << "blue at the right";
+}
+
 TEST(Vectorscope, ATinySquareHoldsWhatFitsInIt)
 {
     const auto image = vectorscope(frameOf({126, 0, 255}, 4, 4), 1);

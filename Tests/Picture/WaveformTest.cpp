@@ -159,6 +159,19 @@ TEST(Waveform, GathersTheColumnsOfAWideFrame)
     EXPECT_EQ(at(image, 1, 63), (Rgba{28 + 2 * 19, 30 + 2 * 20, 35 + 2 * 20, 255}));
 }
 
+TEST(Waveform, BeforeThereIsAFrameItsScaleStands)
+{
+    const auto image = emptyWaveform(256, 128);
+    EXPECT_EQ(image.size(), QSize(256, 128));
+    EXPECT_EQ(at(image, 7, row(100, 128)), green);
+    EXPECT_EQ(at(image, 7, row(0, 128)), green);
+    EXPECT_EQ(at(image, 7, row(50, 128)), background);
+    auto parade = emptyParade(384, 128);
+    EXPECT_EQ(at(parade, 128, row(50, 128)), grey) << "the edge between red and green";
+    EXPECT_EQ(at(parade, 127, row(50, 128)), background);
+    EXPECT_TRUE(emptyWaveform(0, 128).isNull());
+}
+
 TEST(Waveform, ShowsLumaWhateverTheColour)
 {
     EXPECT_EQ(waveform(frameOf({126, 240, 16}, 8, 8), 256, 128),

@@ -250,6 +250,12 @@ TEST(ReviewPDF, NamesInAnyScriptAreText)
     const QString text = printed.text();
     for (const QString& word : {u"日本語"_s, u"한국어"_s, u"Ελληνικά"_s, u"Кириллица"_s})
         EXPECT_TRUE(text.contains(word)) << word.toStdString() << " in " << text.toStdString();
+    // Written from right to left in joined forms, which readers of a PDF put back each their way.
+    const QString letters = text.normalized(QString::NormalizationForm_KC);
+    for (const QChar letter : u"العربية"_s)
+        EXPECT_TRUE(letters.contains(letter)) << text.toStdString();
+    EXPECT_TRUE(printed.told({"pdffonts"}).contains("NotoSansArabic"));
+    EXPECT_TRUE(printed.told({"pdffonts"}).contains("NotoSansCJK"));
 }
 
 TEST(ReviewPDF, TextThatSteersIsShownAsText)

@@ -93,6 +93,7 @@ TEST(SignalLog, AnEmptyOneGivesZerosAndNoSound)
     EXPECT_EQ(info.blackRuns, std::vector<TimeSpan>());
     SignalInfo bare;
     bare.blackRuns.emplace();
+    bare.freezeRuns.emplace();
     EXPECT_EQ(info, bare) << "nothing else is set";
 }
 
@@ -279,6 +280,12 @@ TEST(Freeze, StartsAndDurationsPairInOrder)
         parsed(freeze("0.05", "2") + "[f] lavfi.freezedetect.freeze_start: 8\n").headFreezeSeconds,
         2)
         << "the second is never closed";
+    EXPECT_THAT(*parsed(freeze("1", "2.5") + freeze("5", "4")).freezeRuns,
+                ElementsAre(TimeSpan{1, 3.5}, TimeSpan{5, 9}));
+    EXPECT_THAT(*parsed(freeze("1", "2") + "[f] lavfi.freezedetect.freeze_start: 8\n").freezeRuns,
+                ElementsAre(TimeSpan{1, 3}, TimeSpan{8, 10}))
+        << "the last one lasts to the end";
+    EXPECT_THAT(*parsed("Summary:\n").freezeRuns, IsEmpty());
 }
 
 TEST(Interlace, UndeterminedFramesCountInTheDivisor)

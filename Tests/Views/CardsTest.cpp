@@ -1,5 +1,8 @@
+#include "Check/CheckRow.h"
 #include "VantroqueApp/Views/Report/MeasurementCards.h"
 #include "Views/WindowFixture.h"
+
+#include <QPushButton>
 
 namespace vantroque {
 namespace {
@@ -14,6 +17,14 @@ MediaInfo spot(bool tooLoud = false)
     return WindowScenes::media(FileUrl::fromPath("/spot.mov"), tooLoud);
 }
 
+QPushButton* linkOf(const QWidget& view)
+{
+    for (auto* link : view.findChildren<QPushButton*>())
+        if (link->isVisible())
+            return link;
+    return nullptr;
+}
+
 Profile withTarget()
 {
     Profile profile = bareProfile();
@@ -25,9 +36,9 @@ TEST(Cards, CompareSoundWithTheTarget)
 {
     const auto good = cardsOf(spot(), {withTarget()});
     EXPECT_EQ(good[0], (MeasurementCard{u"Loudness"_s, u"-24.2"_s, u"LKFS"_s, u"target -24 ± 2"_s,
-                                        Verdict::pass}));
+                                        Verdict::pass, u"loudness"_s}));
     EXPECT_EQ(good[1], (MeasurementCard{u"True peak"_s, u"-3.1"_s, u"dBTP"_s, u"ceiling -2"_s,
-                                        Verdict::pass}));
+                                        Verdict::pass, u"true-peak"_s}));
     const auto loud = cardsOf(spot(true), {withTarget()});
     EXPECT_EQ(loud[0].verdict, Verdict::fail);
     EXPECT_EQ(loud[1].verdict, Verdict::fail);
@@ -53,6 +64,66 @@ TEST(Cards, JudgeLumaByWhetherItWouldBeRejected)
     report.measurements->levelsRejectSeconds = 4.5;
     const auto cards = MeasurementCard::of(report, &media, {});
     EXPECT_EQ(cards[2].caption, u"beyond EBU R 103"_s);
+}
+
+TEST(Cards, OfSeveralTargetsLoudnessIsAsBadAsTheWorst)
+{
+    Profile other = withTarget();
+    other.id = u"other"_s;
+    other.loudness->targetLKFS = -16;
+    const auto cards = cardsOf(spot(), {withTarget(), other});
+    EXPECT_EQ(cards[0].verdict, Verdict::fail);
+    EXPECT_EQ(cards[0].caption, u"targets -24 and -16"_s);
+}
+
+TEST(Cards, PointAtTheWorstMomentOfTheirCheck)
+{
+    MediaInfo media = spot();
+    FileReport report = Analyzer::report(media, {});
+    EXPECT_EQ(MeasurementCard::of(report, &media, {})[2].moment, std::nullopt);
+    const CheckMoment moment{308, 350, {}};
+    auto row = CheckRow{u"video-levels"_s, u"Video levels"_s, {}}.warn(u"over"_s);
+    row.moment = moment;
+    report.sections->front().checks.push_back(row);
+    const auto cards = MeasurementCard::of(report, &media, {});
+    EXPECT_EQ(cards[2].moment, moment);
+    EXPECT_EQ(cards[0].moment, std::nullopt);
+}
+
+TEST(Cards, OneWithAWorstMomentOpensToItAndItsLinkGoesThere)
+{
+    MediaInfo media = spot();
+    auto cards = cardsOf(media, {});
+    cards[2].moment = CheckMoment{308, {}, {}};
+    MeasurementCards view;
+    std::vector<std::int64_t> gone;
+    QObject::connect(
+        &view, &MeasurementCards::momentChosen, &view,
+        [&](const QString&, const CheckMoment& moment) { gone.push_back(moment.frame); });
+    for (const bool wide : {false, true}) {
+        view.setWide(wide);
+        view.show(cards, 25, true);
+        view.QWidget::show();
+        EXPECT_EQ(linkOf(view), nullptr);
+        for (auto* card : view.findChildren<QAbstractButton*>())
+            if (card->isCheckable())
+                QTest::keyClick(card, Qt::Key_Return);
+        auto* link = linkOf(view);
+        ASSERT_NE(link, nullptr);
+        EXPECT_EQ(link->text(), u"worst at 00:00:12:08"_s);
+        QTest::mouseClick(link, Qt::LeftButton);
+    }
+    EXPECT_THAT(gone, testing::ElementsAre(308, 308));
+}
+
+TEST(Cards, StandInRowsOrSideBySideWithNothingBetweenThemEmpty)
+{
+    MeasurementCards view;
+    view.show(cardsOf(spot(), {}), 25, true);
+    view.resize(396, 10);
+    EXPECT_EQ(view.sizeHint().height(), 4 * 32);
+    view.setWide(true);
+    EXPECT_EQ(view.sizeHint().height(), 72);
 }
 
 TEST(Cards, NameRangeAndMatrixAndWhatWasAssumed)

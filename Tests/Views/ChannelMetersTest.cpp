@@ -1,5 +1,5 @@
 #include "VantroqueApp/Views/Instruments/ChannelMeters.h"
-#include "VantroqueApp/Views/Report/ChannelReadings.h"
+#include "VantroqueApp/Views/Instruments/ChannelReadings.h"
 
 #include <QApplication>
 #include <QScrollBar>

@@ -1,6 +1,7 @@
 #include "Views/PanelFixture.h"
 
 #include "VantroqueApp/Views/Notes/TimedRowDelegate.h"
+#include "VantroqueApp/Views/Style/Theme.h"
 
 #include <QHelpEvent>
 #include <QToolTip>
@@ -41,6 +42,8 @@ TEST_F(Comments, ANoteIsKeptAtTheFrameThatIsShown)
     EXPECT_TRUE(words().contains(u"Notes 1"_s));
     EXPECT_TRUE(words().contains(u"Not signed off. 1 note to answer."_s));
     EXPECT_EQ(field().toPlainText(), QString());
+    EXPECT_EQ(field().palette().color(QPalette::PlaceholderText), Theme::current().text3)
+        << "a style sheet that gives a colour makes the hint of it half transparent";
     EXPECT_FALSE(notebook().isComposing());
     EXPECT_FALSE(field().hasFocus()) << "the next key is one of transport";
 }
@@ -298,6 +301,17 @@ TEST_F(Comments, ALongNoteShowsItsFirstLinesUntilItIsLookedAt)
     write(40, u"another"_s);
     EXPECT_TRUE(soon([&] { return height() == 4 * RowText::lineHeight + 14; })) << height();
     EXPECT_TRUE(words().filter(u"…"_s).size() == 1);
+}
+
+TEST_F(Comments, KeepNoHeightOfANarrowerPanel)
+{
+    open();
+    write(10, u"Warmer grade on the hills, please, and a little less of it in the valley."_s);
+    notes().resize(220, notes().height());
+    const auto height = [&] { return notes().visualRect(notes().rows().index(0)).height(); };
+    ASSERT_TRUE(soon([&] { return height() > 40; }));
+    notes().resize(600, notes().height());
+    EXPECT_TRUE(soon([&] { return height() < 40; })) << height();
 }
 
 TEST_F(Comments, FitIntoASmallPanel)

@@ -25,7 +25,7 @@ protected:
     static std::vector<std::string> listed(const std::vector<std::filesystem::path>& paths)
     {
         std::vector<std::string> names;
-        for (const FileUrl& file : DroppedFiles::urls(paths))
+        for (const FileUrl& file : DroppedFiles::look(paths).files)
             names.push_back(file.path().filename().native());
         return names;
     }
@@ -48,7 +48,7 @@ TEST_F(Drops, AFolderGivesTheFilesRightInItByName)
     EXPECT_EQ(names(), (QStringList{u"a.mp4"_s, u"b.mp4"_s}));
 }
 
-TEST_F(Drops, WhatIsNoVideoIsIgnoredWithoutAWord)
+TEST_F(Drops, WhatIsNoVideoStaysOutOfTheList)
 {
     open();
     drop({anyFile("notes.txt")});

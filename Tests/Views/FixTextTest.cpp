@@ -1,4 +1,4 @@
-#include "VantroqueApp/Views/Report/FixText.h"
+#include "VantroqueApp/Views/Controls/FixText.h"
 
 #include <QImage>
 #include <QPainter>
@@ -46,6 +46,8 @@ TEST(FixText, DrawsWhatIsToBeTypedStronger)
     const FixText text(u"Normalize on export (in ffmpeg: -af loudnorm=I=-24)."_s, 600);
     EXPECT_GT(columns(text, Qt::blue).first, columns(text, Qt::red).first);
     EXPECT_EQ(columns(FixText(u"Re-export at 1920x1080."_s, 600), Qt::blue).first, -1);
+    EXPECT_EQ(columns(FixText(u"In ffmpeg, -shortest can be the cause."_s, 600), Qt::blue).first,
+              -1);
 }
 
 TEST(FixText, WrapsAndLosesNothing)

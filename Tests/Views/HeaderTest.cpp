@@ -1,8 +1,8 @@
 #include "VantroqueApp/Views/Controls/ToolButton.h"
 #include "VantroqueApp/Views/Style/Theme.h"
-#include "VantroqueApp/Views/Window/ProfilesMenu.h"
 #include "Views/WindowFixture.h"
 
+#include <QClipboard>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QTimer>
@@ -44,7 +44,7 @@ TEST_F(HeaderBar, ExportsTheReportAndMarkers)
               u"Export the QC report and any review notes"_s);
     EXPECT_EQ(entries(menuOf(u"Export Report"_s)),
               (QStringList{u"This File as PDF"_s, u"All Files as PDF"_s, u"This File as Text"_s,
-                           u"Markers for This File"_s, u"Avid Media Composer"_s,
+                           u"Copy Report"_s, u"Markers for This File"_s, u"Avid Media Composer"_s,
                            u"DaVinci Resolve"_s, u"Premiere"_s, u"Comma separated"_s}));
     EXPECT_FALSE(the<ToolButton>(u"Export Report"_s)->isEnabled());
 }
@@ -74,6 +74,17 @@ TEST_F(HeaderBar, TellsBeforehandThatTheTextHoldsAllReports)
               u"Writes this report, and those of all other analysed files, into one file"_s);
 }
 
+TEST_F(HeaderBar, CopiesTheReportOfTheSelectedFileAsText)
+{
+    open();
+    drop({anyFile("ok.mp4"), anyFile("fail.mp4")});
+    ASSERT_TRUE(soonIdle());
+    model().files().select(model().files().analyses()[1].id);
+    entry(menuOf(u"Export Report"_s), u"Copy Report"_s)->trigger();
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(u"fail.mp4    "_s));
+    EXPECT_FALSE(QGuiApplication::clipboard()->text().contains(u"ok.mp4"_s));
+}
+
 TEST_F(HeaderBar, TellsWhyTheTextCannotBeWritten)
 {
     open();
@@ -81,13 +92,37 @@ TEST_F(HeaderBar, TellsWhyTheTextCannotBeWritten)
     ASSERT_TRUE(soonIdle());
     m_desktop.answer = FileUrl::fromPath(m_folder / "nowhere/report.txt");
     entry(menuOf(u"Export Report"_s), u"This File as Text"_s)->trigger();
-    const auto* label = the<QLabel>(u"Last export"_s);
-    ASSERT_TRUE(
-        soon([&] { return label->toolTip().startsWith(u"Could not save the report: "_s); }));
+    ASSERT_TRUE(soon([&] {
+        return model().exports().exportMessage().value_or(QString()).startsWith(
+            u"Could not save the report: "_s);
+    }));
+    EXPECT_TRUE(words().join(u'\n').contains(u"Could not save the report: "_s));
     EXPECT_FALSE(std::filesystem::exists(m_folder / "nowhere"));
     m_desktop.answer = FileUrl::fromPath(m_folder / "report.txt");
     entry(menuOf(u"Export Report"_s), u"This File as Text"_s)->trigger();
     EXPECT_TRUE(soonShows(u"Saved 1 report to report.txt"_s));
+}
+
+TEST_F(HeaderBar, SavesTheMarkersOfSeveralFilesInAFolder)
+{
+    open();
+    drop({anyFile("events_a.mp4"), anyFile("events_b.mp4")});
+    ASSERT_TRUE(soonIdle());
+    const QMenu& menu = menuOf(u"Export Report"_s);
+    auto& list = *the<FileListView>();
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_TRUE(entries(menu).contains(u"Markers, a File for Each"_s));
+    m_desktop.answer = FileUrl::fromPath(m_folder.write("out/ignored", "").parent_path());
+    QAction* csv = entry(menu, u"Comma separated"_s);
+    ASSERT_NE(csv, nullptr);
+    EXPECT_TRUE(csv->isEnabled());
+    csv->trigger();
+    EXPECT_TRUE(soonShows(u"Saved the markers of 2 files to out"_s));
+    EXPECT_TRUE(std::filesystem::exists(m_folder / "out/events_a markers.csv"));
+    EXPECT_TRUE(std::filesystem::exists(m_folder / "out/events_b markers.csv"));
+    QTest::keyClick(&list, Qt::Key_Down);
+    EXPECT_TRUE(entries(menu).contains(u"Markers for This File"_s));
 }
 
 TEST_F(HeaderBar, PrintsAllFilesAndCanGiveThatUp)
@@ -112,18 +147,6 @@ TEST_F(HeaderBar, PrintsAllFilesAndCanGiveThatUp)
     EXPECT_TRUE(entry(menu, u"This File as PDF"_s)->isEnabled());
 }
 
-TEST_F(HeaderBar, ShortensALongMessageAndShowsAllOfItOnHover)
-{
-    open();
-    resizeTo(window().minimumSize());
-    const QString message = u"Saved 3 reports to "_s + QString(300, u'n') + u".txt"_s;
-    model().exports().setExportMessage(message);
-    const auto* label = the<QLabel>(u"Last export"_s);
-    EXPECT_EQ(label->toolTip(), message);
-    EXPECT_EQ(window().width(), window().minimumWidth());
-    EXPECT_LE(label->geometry().right(), the<ToolButton>(u"Add File"_s)->geometry().left());
-}
-
 TEST_F(HeaderBar, HelpOpensThePagesAmongTheResources)
 {
     open();
@@ -139,35 +162,6 @@ TEST_F(HeaderBar, HelpOpensThePagesAmongTheResources)
         EXPECT_TRUE(std::filesystem::exists(
             std::filesystem::path(page.toLocalFile().toStdString()).parent_path() / "help.css"));
     }
-}
-
-TEST_F(HeaderBar, TicksPlatformsByGroupAndStaysOpen)
-{
-    open();
-    auto& menu = *dynamic_cast<ProfilesMenu*>(&menuOf(u"Profiles"_s));
-    const QStringList texts = entries(menu);
-    EXPECT_EQ(texts.first(), u"Digital / CTV"_s);
-    EXPECT_TRUE(texts.contains(u"Broadcast"_s));
-    EXPECT_TRUE(texts.contains(u"Recommendations"_s));
-    EXPECT_EQ(texts.mid(texts.size() - 2), (QStringList{u"Select All"_s, u"Select None"_s}));
-    menu.popup(QPoint(100, 100));
-    QAction* action = entry(menu, u"Harbour Video"_s);
-    ASSERT_TRUE(action->isChecked());
-    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
-    EXPECT_FALSE(model().profiles().enabledProfileIDs().contains(u"harbour-video"_s));
-    EXPECT_FALSE(action->isChecked());
-    EXPECT_TRUE(menu.isVisible());
-    QTest::mouseRelease(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
-    EXPECT_FALSE(action->isChecked()) << "of a press elsewhere";
-    menu.setActiveAction(action);
-    QTest::keyClick(&menu, Qt::Key_Space);
-    EXPECT_TRUE(action->isChecked());
-    EXPECT_TRUE(menu.isVisible());
-    QTest::mouseClick(&menu, Qt::LeftButton, {},
-                      menu.actionGeometry(entry(menu, u"Select None"_s)).center());
-    EXPECT_TRUE(model().profiles().enabledProfileIDs().empty());
-    entry(menu, u"Select All"_s)->trigger();
-    EXPECT_EQ(model().profiles().enabledProfiles().size(), model().profiles().profiles().size());
 }
 
 TEST_F(HeaderBar, TheLookChangesAtOnceAndIsRemembered)

@@ -1,7 +1,10 @@
+#include "VantroqueApp/Views/Controls/FixBox.h"
+#include "VantroqueApp/Views/Files/FilterBar.h"
 #include "VantroqueApp/Views/Files/Sidebar.h"
+#include "VantroqueApp/Views/Report/ProblemsPanel.h"
 #include "VantroqueApp/Views/Report/ReportSections.h"
 #include "VantroqueApp/Views/Report/ReportView.h"
-#include "VantroqueApp/Views/Window/MessagePane.h"
+#include "VantroqueApp/Views/Window/FailedPane.h"
 #include "Views/WindowFixture.h"
 
 #include <QScrollBar>
@@ -68,7 +71,7 @@ TEST_F(Layout, ALongErrorIsShownWholeAndScrolls)
     drop({anyFile("bad-long.mp4")});
     ASSERT_TRUE(soonShows(u"Could not analyze this file"_s));
     resizeTo(window().minimumSize());
-    const auto& pane = *the<MessagePane>();
+    const auto& pane = *the<FailedPane>();
     EXPECT_TRUE(soon([&] { return pane.verticalScrollBar()->maximum() > 0; }));
     for (const QLabel* label : pane.findChildren<QLabel*>())
         EXPECT_GE(label->height(), label->heightForWidth(label->width()))
@@ -83,6 +86,41 @@ TEST_F(Layout, RowsDoNotStretchOverAVeryWideScreen)
     ASSERT_TRUE(soonIdle());
     resizeTo({3840, 2160});
     EXPECT_LE(the<ReportSections>()->width(), 720);
+}
+
+TEST_F(Layout, NothingIsCutWhenTheWindowBecomesNarrower)
+{
+    open();
+    drop({anyFile("fail_events.mp4"), anyFile("bad.mp4")});
+    ASSERT_TRUE(soonIdle());
+    resizeTo({1440, 900});
+    the<ProblemsPanel>()->step(true);
+    QApplication::processEvents();
+    resizeTo({1024, 700});
+    int fixes = 0;
+    for (const QWidget* box : window().findChildren<QWidget*>())
+        if (box->isVisible() && dynamic_cast<const FixBox*>(box) != nullptr) {
+            ++fixes;
+            EXPECT_TRUE(soon([&] { return box->height() >= box->heightForWidth(box->width()); }));
+        }
+    EXPECT_GT(fixes, 0);
+    const QWidget& filter = *the<FilterBar>();
+    EXPECT_GE(filter.height(), filter.heightForWidth(filter.width()));
+    for (const auto* chip : filter.findChildren<QAbstractButton*>(Qt::FindDirectChildrenOnly))
+        EXPECT_TRUE(filter.rect().contains(chip->geometry())) << chip->text().toStdString();
+}
+
+TEST_F(Layout, TheFootOfTheListKeepsItsHeightWhileFilesAreChecked)
+{
+    open();
+    const auto foot = [&] {
+        const auto& below = *window().findChild<QWidget*>(u"sidebarFoot"_s);
+        return window().height() - below.mapTo(&window(), QPoint()).y();
+    };
+    drop({anyFile("run.mp4"), anyFile("wait.mp4")});
+    ASSERT_TRUE(soon([&] { return model().queueRun().isRunning(); }));
+    resizeTo({1440, 900});
+    EXPECT_TRUE(soon([&] { return foot() == 116; })) << foot();
 }
 
 } // namespace

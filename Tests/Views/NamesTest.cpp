@@ -38,11 +38,17 @@ bool isControl(Interface interface)
     }
 }
 
+/// Lines between parts, and the ring that shows where the keyboard is.
+bool isDecoration(const QWidget& widget)
+{
+    return widget.objectName() == u"hairline"_s || widget.objectName() == u"focusRing"_s;
+}
+
 /// A widget that draws itself, and not for mere decoration of one that has a name.
 bool isPicture(Interface interface)
 {
     const auto* widget = qobject_cast<QWidget*>(interface->object());
-    return widget != nullptr && widget->findChildren<QWidget*>().isEmpty()
+    return widget != nullptr && !isDecoration(*widget) && widget->findChildren<QWidget*>().isEmpty()
            && qobject_cast<const QLabel*>(widget) == nullptr
            && qobject_cast<const QScrollBar*>(widget) == nullptr
            && qobject_cast<const QSplitterHandle*>(widget) == nullptr
@@ -133,7 +139,7 @@ TEST_F(Names, AreThereInEveryMenu)
             << menu->title().toStdString() << " in " << menu->parent()->metaObject()->className();
         ++menus;
     }
-    // File, View, Appearance, Help, Profiles, Export Report; Zoom, Guides, Scopes, More
+    // File, View, Appearance, Help, Export Report; Sort; Zoom, Guides, Scopes, More
     EXPECT_EQ(menus, 10);
 }
 
@@ -147,7 +153,8 @@ TEST_F(Names, TellWhatAControlIs)
     };
     EXPECT_EQ(role(the<FileListView>()), QAccessible::List);
     EXPECT_EQ(role(the<ToolButton>(u"Add File"_s)), QAccessible::Button);
-    EXPECT_EQ(role(the<ToolButton>(u"Profiles"_s)), QAccessible::ButtonMenu);
+    EXPECT_EQ(role(the<ToolButton>(u"Export Report"_s)), QAccessible::ButtonMenu);
+    EXPECT_EQ(role(the<ToolButton>(u"Profiles"_s)), QAccessible::CheckBox) << "open or not";
     EXPECT_EQ(role(the<QPushButton>(u"Clear All"_s)), QAccessible::Button);
     EXPECT_EQ(role(the<QMenuBar>()), QAccessible::MenuBar);
 }

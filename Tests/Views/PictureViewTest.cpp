@@ -49,9 +49,9 @@ protected:
     QImage drawnOn(QImage ground, const Overlay& overlay)
     {
         QPainter painter(&ground);
-        FramePainter::draw(painter, overlay, picture().pictureRect(),
-                           player().zoom().zoom().pictureSize.height()
-                               / FramePainter::referenceRows);
+        FramePainter::draw(
+            painter, overlay, picture().pictureRect(),
+            player().zoom().zoom().pictureSize.height() / FramePainter::referenceRows, 1);
         return ground;
     }
     /// How far two pictures are apart where they are furthest.

@@ -1,5 +1,7 @@
 #include "Captions/EmbeddedCaptions.h"
+#include "Support/Media.h"
 #include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Player/DeskInstruments.h"
 #include "VantroqueApp/Views/Player/PictureFullScreen.h"
 #include "VantroqueApp/Views/Player/PlayButton.h"
 #include "VantroqueApp/Views/Player/ScopesPanel.h"
@@ -32,6 +34,14 @@ protected:
             if (button->accessibleName().startsWith(name))
                 return *button;
         throw std::logic_error("no tool of that name");
+    }
+    /// Beside the notes.
+    ScopesPanel& scopesPanel()
+    {
+        for (ScopesPanel* panel : pane().findChildren<ScopesPanel*>())
+            if (!pane().findChild<DeskInstruments*>()->isAncestorOf(panel))
+                return *panel;
+        throw std::logic_error("a pane without scopes");
     }
     static QStringList entries(QMenu& menu)
     {
@@ -271,7 +281,7 @@ TEST_F(PlayerPaneTest, TheGuidesMenuHasWhatThePictureCanHave)
 TEST_F(PlayerPaneTest, ScopesThatAreOnStandUnderTheirTitles)
 {
     openPane();
-    auto& scopes = *pane().findChild<ScopesPanel*>();
+    auto& scopes = scopesPanel();
     EXPECT_FALSE(scopes.isVisible());
     QMenu& menu = *tool(u"Scopes"_s).menu();
     EXPECT_THAT(entries(menu), ElementsAre(u"Waveform"_s, u"RGB parade"_s, u"Vectorscope"_s,
@@ -282,7 +292,10 @@ TEST_F(PlayerPaneTest, ScopesThatAreOnStandUnderTheirTitles)
     choose(menu, u"Vectorscope"_s);
     QApplication::processEvents();
     EXPECT_TRUE(scopes.isVisible());
-    EXPECT_THAT(paintedWords(scopes), ElementsAre(u"Waveform"_s, u"Vectorscope"_s));
+    EXPECT_THAT(paintedWords(scopes),
+                ElementsAre(u"Waveform"_s, u"%"_s, u"100"_s, u"50"_s, u"0"_s, u"Vectorscope"_s,
+                            u"R"_s, u"G"_s, u"B"_s, u"Yl"_s, u"Cy"_s, u"Mg"_s))
+        << "with their scales";
     EXPECT_LT(scopes.width(), 200) << "a column";
     pane().resize(500, 652);
     QApplication::processEvents();
@@ -356,6 +369,29 @@ TEST_F(PlayerPaneTest, WhatWasDoneIsToldOverThePicture)
     EXPECT_THAT(paintedWords(picture()), Not(Contains(u"Saved still.png"_s)));
 }
 
+TEST_F(PlayerPaneTest, AStillThatWasSavedCanBeShownInItsFolder)
+{
+    PlayedFile file = playedFile();
+    file.url = FileUrl::fromPath(
+        Media::make({"still-to-show.mov", {"-f", "lavfi", "-i", "testsrc=s=320x180:r=25:d=1"}}));
+    showPane(open(file, m_film.maker()));
+    m_desktop.answer = FileUrl::fromPath(m_folder / "still.png");
+    player().exportStill(false);
+    const auto show = [&]() -> QAbstractButton* {
+        for (auto* button : m_pane->findChildren<QAbstractButton*>())
+            if (button->text() == u"Show"_s && button->isVisible())
+                return button;
+        return nullptr;
+    };
+    ASSERT_TRUE(soon([&] { return player().exportMessage().has_value(); }));
+    ASSERT_TRUE(player().savedStill()) << player().exportMessage()->toStdString();
+    ASSERT_NE(show(), nullptr);
+    QTest::mouseClick(show(), Qt::LeftButton);
+    EXPECT_EQ(m_desktop.shown, std::vector{*m_desktop.answer});
+    player().setExportMessage(u"Reading the captions"_s);
+    EXPECT_EQ(show(), nullptr);
+}
+
 TEST_F(PlayerPaneTest, CtrlFShowsThePictureOnTheWholeScreenUntilEscape)
 {
     openPane();
@@ -399,9 +435,9 @@ TEST_F(PlayerPaneTest, EveryControlHasANameAndIsReachedByTheKeyboard)
         reached << pane().focusWidget()->accessibleName();
         key(Qt::Key_Tab);
     } while (pane().focusWidget() != begin && reached.size() < 20);
-    EXPECT_THAT(reached,
-                ElementsAre(u"Picture"_s, u"Timeline"_s, u"Play"_s, u"Timecode"_s, u"Zoom, Fit"_s,
-                            u"Guides"_s, u"Scopes"_s, u"More"_s, u"Height of the picture"_s));
+    EXPECT_THAT(reached, ElementsAre(u"Picture"_s, u"Timeline"_s, u"Play"_s, u"Timecode"_s,
+                                     u"Next problem by time"_s, u"Zoom, Fit"_s, u"Guides"_s,
+                                     u"Scopes"_s, u"More"_s, u"Height of the picture"_s));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "VantroqueApp/Views/Player/PictureFullScreen.h"
 #include "VantroqueApp/Views/Player/PictureView.h"
 #include "VantroqueApp/Views/Player/PlayerPane.h"
+#include "VantroqueApp/Views/Window/DetailPane.h"
 #include "VantroquePlatform/Playback/DecoderEngine.h"
 
 #include <QRegularExpression>
@@ -242,6 +243,84 @@ void shootStates(Studio& studio, const QString& look)
     desk.player().shuttle().stop();
     desk.shootFullScreen();
 }
+
+/// One of everything that a timeline can show of a film of six seconds.
+void find(PlayerController& player)
+{
+    using Kind = SignalEvent::Kind;
+    auto report = std::make_shared<FileReport>(*player.report());
+    const auto add = [&](Kind kind, Verdict verdict, std::int64_t frame, std::int64_t end,
+                         const QString& text, std::optional<NormalizedRect> box = {}) {
+        report->events->push_back({u"found-%1-%2"_s.arg(static_cast<int>(kind)).arg(frame), kind,
+                                   frame, end, verdict, text, box});
+    };
+    report->events.emplace();
+    add(Kind::safeZone, Verdict::warn, 20, 34, u"\"Slow roast\" sits under the TikTok controls."_s,
+        NormalizedRect{0.05, 0.8, 0.3, 0.08});
+    add(Kind::safeArea, Verdict::fail, 52, 78,
+        u"\"Northlight\" reaches past the 93% content-safe area. Harbour Video will reject it."_s,
+        NormalizedRect{0.7, 0.1, 0.28, 0.16});
+    add(Kind::captionSpelling, Verdict::warn, 132, 141, u"\"Waek\" is not a word English knows."_s);
+    add(Kind::flashFrame, Verdict::warn, 12, 12, u"Flash frame"_s);
+    add(Kind::levels, Verdict::warn, 38, 46,
+        u"Luma beyond EBU R 103 tolerance on 1.2% of the picture for 0.3 s"_s);
+    add(Kind::duplicateFrame, Verdict::warn, 91, 91, u"Frame repeats the one before it"_s);
+    add(Kind::blackFrame, Verdict::info, 105, 109, u"Dip to black for 0.2 s"_s);
+    add(Kind::phase, Verdict::warn, 83, 97,
+        u"Left and right inverted for 0.6 s: cancels in mono"_s);
+    std::ranges::sort(*report->events, {}, &SignalEvent::frame);
+    auto media = std::make_shared<MediaInfo>(*player.media());
+    media->signal->blackRuns = {{0, 0.08}, {4.2, 4.36}, {5.7, 5.96}};
+    media->signal->freezeRuns = {{4.84, 5.12}};
+    media->signal->audioIslands = {{0.14, 2.58}, {2.68, 5.68}};
+    media->audio->channels = 6;
+    media->audio->channelLayout = u"5.1"_s;
+    std::vector<std::vector<float>> rms;
+    std::vector<std::vector<float>> peak;
+    for (const float level : {-14.F, -15.5F, -11.F, -27.F, -22.5F, -24.F}) {
+        rms.emplace_back(60, level);
+        peak.emplace_back(60, level / 2 + 2.4F);
+    }
+    media->signal->channelSeries = ChannelLevelSeries{.sampleHz = 10, .rms = rms, .peak = peak};
+    player.setReport(std::move(report));
+    player.setMedia(std::move(media));
+}
+
+} // namespace
+
+void shootReview(Studio& studio, const QString& look)
+{
+    Desk desk(studio, look);
+    if (!desk.open(film()))
+        return;
+    desk.notes();
+    find(desk.player());
+    desk.player().guides().setGuideOptions({.safeAreas = true,
+                                            .thirds = false,
+                                            .detectedPicture = false,
+                                            .platformZoneIDs = {},
+                                            .feedCrop = false});
+    desk.seek(40);
+    desk.player().goToProblem(true);
+    desk.seek(52);
+    desk.shoot(u"problem"_s);
+    studio.window().findChild<DetailPane*>()->setReview(true);
+    desk.shoot(u"review"_s);
+    desk.seek(60);
+    for (const QSize size :
+         {QSize(1024, 700), QSize(1200, 760), QSize(1920, 1080), QSize(2560, 1440)}) {
+        studio.window().resize(size);
+        desk.shoot(u"review-"_s + QString::number(size.width()));
+    }
+    studio.window().resize(1440, 900);
+    desk.seek(149);
+    desk.shoot(u"review-end"_s);
+    desk.player().scopes().setScopeOptions({});
+    desk.shoot(u"review-no-scopes"_s);
+    desk.player().scopes().setScopeOptions({.waveform = true, .parade = true, .vectorscope = true});
+}
+
+namespace {
 
 void shootOtherFilms(Studio& studio, const QString& look)
 {

@@ -1,20 +1,38 @@
 #include "VantroqueApp/Views/Instruments/ChannelMeters.h"
 #include "VantroqueApp/Views/Instruments/LoudnessMeter.h"
 #include "VantroqueApp/Views/Report/ReportSections.h"
+#include "VantroqueApp/Views/Report/ReportView.h"
 #include "Views/Animated.h"
+#include "Views/PaintedWords.h"
 #include "Views/WindowFixture.h"
+
+#include <QClipboard>
+#include <QScrollBar>
 
 namespace vantroque {
 namespace {
 
 class ReportPane : public WindowTest {
 protected:
-    ReportSections& report(const std::string& file)
+    ReportSections& report(const std::string& file,
+                           std::vector<Profile> profiles = WindowScenes::profiles())
     {
-        open();
+        open(std::move(profiles));
         drop({anyFile(file)});
         EXPECT_TRUE(soonIdle());
         return *the<ReportSections>();
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+    {
+        QTest::keyClick(window().windowHandle(), key, modifiers);
+    }
+    /// Platforms that all have something that passes.
+    static std::vector<Profile> withCodecs()
+    {
+        auto profiles = WindowScenes::profiles();
+        for (Profile& profile : profiles)
+            profile.audio = AudioRule{.codecs = {u"aac"_s}};
+        return profiles;
     }
     static int rowOf(const QAbstractItemView& view, const QString& start)
     {
@@ -51,7 +69,7 @@ TEST_F(ReportPane, AClickOpensARowWithWhatWasExpectedAndTheFix)
     const QModelIndex index = sections.model()->index(row, 0);
     const int height = sections.visualRect(index).height();
     QTest::mouseClick(sections.viewport(), Qt::LeftButton, {}, sections.visualRect(index).center());
-    EXPECT_TRUE(rows(sections)[row].contains(u"Expected: "_s));
+    EXPECT_TRUE(rows(sections)[row].contains(u"loudnorm"_s)) << "the fix";
     EXPECT_TRUE(soon([&] { return sections.visualRect(index).height() > height; }));
 }
 
@@ -80,6 +98,119 @@ TEST_F(ReportPane, IsAsHighAsItsRows)
     const QModelIndex last = sections.model()->index(sections.model()->rowCount() - 1, 0);
     EXPECT_TRUE(soon([&] { return sections.height() == sections.visualRect(last).bottom() + 1; }))
         << sections.height() << " for " << sections.visualRect(last).bottom();
+}
+
+TEST_F(ReportPane, PlatformsThatRefuseTheFileStandBeforeThoseThatTakeIt)
+{
+    auto& sections = report("fail.mp4");
+    const int harbour = rowOf(sections, u"Fail, Harbour Video"_s);
+    const int quay = rowOf(sections, u"Fail, Quay Social"_s);
+    const int northern = rowOf(sections, u"Pass, Northern Streaming TV"_s);
+    EXPECT_EQ(harbour, 0);
+    EXPECT_LT(harbour, quay);
+    EXPECT_LT(quay, northern) << "though it is the first of the report";
+    EXPECT_TRUE(shows(u"2 fail · 1 pass"_s));
+}
+
+TEST_F(ReportPane, WhatPassesIsFoldedUnderWhatFails)
+{
+    auto& sections = report("fail.mp4", withCodecs());
+    const QStringList before = rows(sections);
+    EXPECT_TRUE(before[1].startsWith(u"Fail, Loudness"_s)) << before[1].toStdString();
+    EXPECT_TRUE(before[2].startsWith(u"Fail, True peak"_s)) << before[2].toStdString();
+    ASSERT_EQ(before[3], u"2 passed, folded"_s) << before.join(u'\n').toStdString();
+    EXPECT_EQ(before.count(u"3 passed, folded"_s), 1) << before.join(u'\n').toStdString();
+    sections.setFocus();
+    sections.setCurrentIndex(sections.model()->index(3, 0));
+    QTest::keyClick(&sections, Qt::Key_Return);
+    EXPECT_EQ(rows(sections).size(), before.size() + 2);
+    EXPECT_EQ(rows(sections)[3], u"2 passed, open"_s);
+    EXPECT_TRUE(rows(sections)[4].startsWith(u"Pass, Audio"_s)) << rows(sections)[4].toStdString();
+    QTest::keyClick(&sections, Qt::Key_Return);
+    EXPECT_EQ(rows(sections), before);
+}
+
+TEST_F(ReportPane, APlatformThatTakesTheFileIsOneLineThatOpensToAllOfItsRows)
+{
+    auto& sections = report("fail.mp4", withCodecs());
+    const int row = rowOf(sections, u"Pass, Northern Streaming TV"_s);
+    const QModelIndex index = sections.model()->index(row, 0);
+    EXPECT_EQ(sections.sizeHintForIndex(index).height(), 32);
+    Q_EMIT sections.clicked(index);
+    EXPECT_TRUE(rows(sections)[row + 1].startsWith(u"Pass, "_s));
+    EXPECT_FALSE(rows(sections)[row + 1].contains(u"folded"_s));
+}
+
+TEST_F(ReportPane, RecommendationsAndTheFileItselfStandBelowThePlatforms)
+{
+    open();
+    std::set<QString> all;
+    for (const Profile& profile : model().profiles().profiles())
+        all.insert(profile.id);
+    model().profiles().setEnabledProfileIDs(all);
+    drop({anyFile("fail.mp4")});
+    ASSERT_TRUE(soonIdle());
+    auto& sections = *the<ReportSections>();
+    const int advice = rowOf(sections, u"Recommendations"_s);
+    ASSERT_GT(advice, 0);
+    EXPECT_TRUE(rows(sections)[advice + 1].contains(u"Upload Advice"_s));
+    const int file = rowOf(sections, u"The file itself"_s);
+    EXPECT_GT(file, advice);
+    EXPECT_TRUE(rows(sections)[file + 1].contains(u"Picture and sound"_s));
+    sections.setFocus();
+    sections.setCurrentIndex(sections.model()->index(advice - 1, 0));
+    QTest::keyClick(&sections, Qt::Key_Down);
+    EXPECT_EQ(sections.currentIndex().row(), advice + 1) << "the heading is no stop";
+}
+
+TEST_F(ReportPane, ExpectedStandsOnTheRowWhereThereIsRoom)
+{
+    auto& sections = report("fail.mp4");
+    const QModelIndex index = sections.model()->index(1, 0);
+    sections.setWide(false);
+    EXPECT_EQ(sections.sizeHintForIndex(index).height(), 44);
+    sections.setWide(true);
+    EXPECT_EQ(sections.sizeHintForIndex(index).height(), 32);
+    auto* pane = the<ReportView>();
+    resizeTo({1600, 900});
+    pane->setMinimumWidth(700);
+    ASSERT_TRUE(soon([&] { return pane->width() >= 700; }));
+    pane->verticalScrollBar()->setValue(pane->verticalScrollBar()->maximum());
+    EXPECT_TRUE(paintedWords(window()).contains(u"Expected: -24 LKFS ± 2 LU"_s));
+}
+
+TEST_F(ReportPane, ARowOrAPlatformIsCopiedAsText)
+{
+    auto& sections = report("fail.mp4");
+    window().activateWindow();
+    sections.setFocus();
+    ASSERT_TRUE(soon([&] { return sections.hasFocus(); }));
+    sections.setCurrentIndex(sections.model()->index(0, 0));
+    press(Qt::Key_C, Qt::ControlModifier);
+    QString text = QGuiApplication::clipboard()->text();
+    EXPECT_TRUE(text.startsWith(u"  HARBOUR VIDEO (spec inferred)  FAIL\n"_s))
+        << text.toStdString();
+    EXPECT_TRUE(text.contains(u"True peak"_s));
+    sections.setCurrentIndex(sections.model()->index(1, 0));
+    press(Qt::Key_C, Qt::ControlModifier);
+    text = QGuiApplication::clipboard()->text();
+    EXPECT_TRUE(text.startsWith(u"    XX Loudness "_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"expected: -24 LKFS ± 2 LU"_s)) << text.toStdString();
+    EXPECT_FALSE(text.contains(u"True peak"_s));
+}
+
+TEST_F(ReportPane, WhatIsOpenIsRememberedOfEachFile)
+{
+    auto& sections = report("fail.mp4");
+    Q_EMIT sections.clicked(sections.model()->index(0, 0));
+    const QStringList closed = rows(sections);
+    drop({anyFile("fail2.mp4")});
+    ASSERT_TRUE(soonIdle());
+    const auto files = model().files().analyses();
+    model().files().select(files[1].id);
+    EXPECT_GT(rows(sections).size(), closed.size());
+    model().files().select(files[0].id);
+    EXPECT_EQ(rows(sections), closed);
 }
 
 TEST_F(ReportPane, AnotherChoiceOfPlatformsRescoresWhatIsShown)

@@ -1,5 +1,8 @@
 #include "VantroqueApp/Views/Report/ProblemsPanel.h"
 #include "Views/PlayerScreenshots.h"
+#include "Views/ProfilesScreenshots.h"
+#include "Views/QueueScreenshots.h"
+#include "Views/ReportScreenshots.h"
 
 using namespace vantroque;
 using namespace Qt::StringLiterals;
@@ -8,7 +11,7 @@ namespace {
 
 const std::vector<std::string> files{
     "fail_Northlight_SlowRoast_30s_16x9_v07.mov", "ok_Northlight_SlowRoast_30s_9x16_v05.mp4",
-    "bad_cutdown_export_final.mxf", "run-surround_Northlight_SlowRoast_60s_16x9_v03.mov",
+    "bad-lines_cutdown_export_final.mov", "run-surround_Northlight_SlowRoast_60s_16x9_v03.mov",
     "wait_Northlight_Bumper_6s_1x1_v02.mp4"};
 
 /// Before anything is analysed, and when nothing can be.
@@ -51,6 +54,10 @@ void shootStates(Studio& studio, const QString& look)
     for (std::size_t i = 0; i < rest.size(); ++i) {
         studio.select(i + 2);
         studio.shoot(look + rest[i]);
+        if (rest[i] != u"-failed"_s)
+            continue;
+        studio.openToolWords();
+        studio.shoot(look + u"-failed-open"_s);
     }
     studio.model().profiles().setEnabledProfileIDs({});
     studio.select(1);
@@ -101,10 +108,6 @@ void shootMenus(Studio& studio, const QString& look)
     for (QAction* action : bar->actions())
         studio.shootMenu(look + u"-menu-"_s + action->menu()->accessibleName().toLower(),
                          *action->menu(), *bar, bar->actionGeometry(action).left());
-    studio.close();
-    studio.open({"ok.mov"}, WindowScenes::profiles(40), {1024, 700});
-    auto* profiles = studio.window().findChildren<ToolButton*>().at(1);
-    studio.shootMenu(look + u"-menu-40-profiles"_s, *profiles->menu(), *profiles);
     studio.close();
 }
 
@@ -165,10 +168,18 @@ int main(int argc, char** argv)
     Studio studio(argc > 1 ? QString::fromLocal8Bit(argv[1]) : u"."_s);
     const std::vector<std::string> asked(argv + std::min(argc, 2), argv + argc);
     const std::vector<std::pair<std::string, void (*)(Studio&, const QString&)>> subjects{
-        {"starts", shootStarts},     {"states", shootStates},
-        {"verdicts", shootVerdicts}, {"stages", shootStages},
-        {"menus", shootMenus},       {"extremes", shootExtremes},
-        {"sizes", shootSizes},       {"player", PlayerScreenshots::shoot}};
+        {"starts", shootStarts},
+        {"states", shootStates},
+        {"verdicts", shootVerdicts},
+        {"stages", shootStages},
+        {"menus", shootMenus},
+        {"extremes", shootExtremes},
+        {"sizes", shootSizes},
+        {"player", PlayerScreenshots::shoot},
+        {"review", PlayerScreenshots::shootReview},
+        {"profiles", ProfilesScreenshots::shoot},
+        {"queue", QueueScreenshots::shoot},
+        {"report", ReportScreenshots::shoot}};
     for (const auto& [mode, look] : {std::pair(AppearanceMode::dark, u"dark"_s),
                                      std::pair(AppearanceMode::light, u"light"_s)}) {
         studio.use(mode);

@@ -74,22 +74,6 @@ TEST_F(States, AFailedFileShowsWhy)
     EXPECT_TRUE(shows(u"ffprobe: moov atom not found"_s));
 }
 
-TEST_F(States, AReasonOfSeveralLinesIsASentenceWithTheToolsWordsBelow)
-{
-    open();
-    drop({anyFile("bad-lines.mp4")});
-    ASSERT_TRUE(soonShows(u"The index of the file is missing: it was cut off."_s));
-    EXPECT_TRUE(shows(u"ffprobe exited with status 1: moov atom not found\n"
-                      "Invalid data found when processing input"_s));
-    auto& list = *the<FileListView>();
-    EXPECT_EQ(rows(list), QStringList{u"bad-lines.mp4, Could not analyze"_s});
-    const QString help = list.model()->index(0, 0).data(Qt::ToolTipRole).toString();
-    EXPECT_EQ(help.section(u'\n', 1), u"Could not analyze\n"
-                                      "The index of the file is missing: it was cut off."_s);
-    model().files().select(std::nullopt);
-    EXPECT_FALSE(words().join(u' ').contains(u"moov"_s)) << "of the file before";
-}
-
 TEST_F(States, AFileScoredAgainstNoPlatformShowsTheSignOfItsSection)
 {
     open();
@@ -103,6 +87,19 @@ TEST_F(States, AFileScoredAgainstNoPlatformShowsTheSignOfItsSection)
     EXPECT_NE(the<QWidget>(u"Warning"_s), nullptr) << "over the report";
 }
 
+TEST_F(States, AFileThatNobodyWasAskedAboutIsNeutral)
+{
+    open();
+    model().profiles().setEnabledProfileIDs({});
+    drop({anyFile("ok.mp4")});
+    ASSERT_TRUE(soonIdle());
+    ASSERT_TRUE(entry(0).report()->profiles.empty());
+    EXPECT_EQ(rows(*the<FileListView>()),
+              QStringList{u"ok.mp4, Information, No platforms selected"_s});
+    EXPECT_EQ(the<QWidget>(u"Pass"_s), nullptr) << "over the report";
+    EXPECT_NE(the<QWidget>(u"Information"_s), nullptr);
+}
+
 TEST_F(States, TheSignOfAFileIsItsBadgeWhereAPlatformWasAsked)
 {
     const auto row = [](Verdict verdict) {
@@ -112,10 +109,13 @@ TEST_F(States, TheSignOfAFileIsItsBadgeWhereAPlatformWasAsked)
     EXPECT_EQ(Icons::signOf(report), Verdict::info) << "nothing was judged";
     report.sections.emplace();
     EXPECT_EQ(Icons::signOf(report), Verdict::info);
-    for (const Verdict verdict : {Verdict::pass, Verdict::warn, Verdict::fail}) {
+    for (const Verdict verdict : {Verdict::warn, Verdict::fail}) {
         report.sections = {row(verdict)};
         EXPECT_EQ(Icons::signOf(report), verdict);
     }
+    report.sections = {row(Verdict::pass)};
+    EXPECT_EQ(Icons::signOf(report), Verdict::info) << "nobody passed it";
+    report.sections = {row(Verdict::fail)};
     EXPECT_EQ(report.summaryVerdict(), Verdict::pass) << "which speaks of platforms alone";
     report.profiles = {row(Verdict::pass)};
     EXPECT_EQ(Icons::signOf(report), Verdict::pass) << "whatever the section says";

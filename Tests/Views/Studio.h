@@ -2,6 +2,7 @@
 
 #include "Base/SupportFolder.h"
 #include "Review/ReviewStore.h"
+#include "VantroqueApp/Views/Analyzing/AnalyzingView.h"
 #include "VantroqueApp/Views/Analyzing/LiveInstruments.h"
 #include "VantroqueApp/Views/Controls/FocusRing.h"
 #include "VantroqueApp/Views/Controls/ToolButton.h"
@@ -16,6 +17,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPainter>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QVariantAnimation>
 
@@ -47,6 +49,8 @@ public:
     {
         showWindow(AnalysisEngine::real(nullptr), WindowScenes::profiles(), player, size);
         add({FileUrl::fromPath(film)});
+        if (!QTest::qWaitFor([this] { return !m_model->queue().isWorking(); }, 60'000))
+            std::cerr << "the film is not analysed\n";
     }
     /// One file that is measured.
     void watch(const std::string& name, QSize size = {1440, 900})
@@ -83,6 +87,12 @@ public:
         for (int row = sections.model()->rowCount() - 1; row >= 0; --row)
             if (sections.model()->index(row, 0).data().toString() == title)
                 Q_EMIT sections.clicked(sections.model()->index(row, 0));
+    }
+    void openToolWords()
+    {
+        for (auto* button : m_window->findChildren<QPushButton*>())
+            if (button->text() == u"Details"_s)
+                button->setChecked(true);
     }
     void select(std::size_t row)
     {
@@ -139,10 +149,14 @@ public:
     void settle() { settle(*m_window); }
     void settle(QWidget& window)
     {
+        // What is laid out anew may be so in several turns.
+        constexpr int turns = 4;
+        int still = 0;
         const auto isStill = [&] {
             window.grab(); // what is to be drawn in the background is begun by a painting
             QApplication::processEvents();
-            return isDrawn(window);
+            still = isDrawn(window) ? still + 1 : 0;
+            return still == turns;
         };
         if (!QTest::qWaitFor(isStill, 20'000))
             std::cerr << "the picture does not come to rest\n";
@@ -188,13 +202,15 @@ private:
     {
         return std::ranges::all_of(window.findChildren<Widget*>(), property);
     }
-    /// Nothing moves, and all that is drawn in the background has come.
+    /// Nothing moves but how far an analysis is, which goes on by the clock, and all that is drawn
+    /// in the background has come.
     bool isDrawn(const QWidget& window) const
     {
-        return all<QVariantAnimation>(window,
-                                      [](const QVariantAnimation* animation) {
-                                          return animation->state() != QAbstractAnimation::Running;
-                                      })
+        const auto rests = [](const QVariantAnimation* animation) {
+            return animation->state() != QAbstractAnimation::Running
+                   || dynamic_cast<const AnalyzingView*>(animation->parent()) != nullptr;
+        };
+        return all<QVariantAnimation>(window, rests)
                && all<LiveInstruments>(
                    window, [](const auto* live) { return !live->isVisible() || live->isDrawn(); })
                && all<PictureView>(window,

@@ -195,8 +195,9 @@ QString errorOf(const QString& name)
 {
     const QString error = u"ffprobe: moov atom not found"_s;
     if (name.startsWith(u"bad-lines"_s))
-        return u"The index of the file is missing: it was cut off.\nffprobe exited with status 1: "
-               "moov atom not found\nInvalid data found when processing input"_s;
+        return u"The index is missing: the file was cut off, or is no media file.\n"
+               "ffprobe exited with status 1: moov atom not found\n"
+               "Invalid data found when processing input\n"_s;
     return name.startsWith(u"bad-long"_s)
                ? error
                      + u". Error opening input: Invalid data found when processing input."_s

@@ -189,7 +189,7 @@ protected:
             {Scene::signedOff, &Words::signedOff},
             {Scene::missing, &Words::missingFile},
             {Scene::rowMenu, &Words::rowMenu},
-            {Scene::platforms, &Words::menu},
+            {Scene::platforms, &Words::platforms},
             {Scene::exports, &Words::menu},
             {Scene::fileMenu, &Words::menu},
             {Scene::viewMenu, &Words::menu},
@@ -248,13 +248,16 @@ private:
         return scrolledThrough() << rows(*the<FileListView>()); // whose lines are shortened
     }
 
-    /// The report at its top and at its end.
+    /// The report from its top to its end.
     QStringList scrolledThrough()
     {
         QStringList words = window();
         auto* bar = the<ReportView>()->verticalScrollBar();
-        bar->setValue(bar->maximum());
-        return words << window();
+        while (bar->value() < bar->maximum()) {
+            bar->setValue(bar->value() + bar->pageStep() / 2);
+            words << window();
+        }
+        return words;
     }
 
     /// One file goes on until the test ends.
@@ -339,16 +342,22 @@ private:
             report.measurements->levelsRejectSeconds = 4;
         MeasurementCards cards;
         cards.resize(400, 200);
-        cards.show(report, &media, profiles);
+        cards.show(MeasurementCard::of(report, &media, profiles), 25, true);
         return paintedWords(cards);
+    }
+
+    QStringList platforms(Scene)
+    {
+        open();
+        the<ToolButton>(u"Profiles"_s)->click();
+        return paintedWords(WindowTest::window());
     }
 
     QStringList menu(Scene scene)
     {
         open();
-        QMenu* menu = scene == Scene::platforms ? the<ToolButton>(u"Profiles"_s)->menu()
-                      : scene == Scene::exports ? the<ToolButton>(u"Export Report"_s)->menu()
-                                                : nullptr;
+        QMenu* menu =
+            scene == Scene::exports ? the<ToolButton>(u"Export Report"_s)->menu() : nullptr;
         const QString title = scene == Scene::fileMenu   ? u"File"_s
                               : scene == Scene::viewMenu ? u"View"_s
                                                          : u"Appearance"_s;

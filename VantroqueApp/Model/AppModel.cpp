@@ -22,7 +22,9 @@ AppModel::AppModel(UserDefaults& defaults, Desktop& desktop, const AnalysisEngin
     : m_defaults(defaults),
       m_appearance(defaults),
       m_noteAuthor(defaults),
+      m_doneNotice(defaults),
       m_profiles(defaults, std::move(profiles)),
+      m_profileSets(defaults, m_profiles),
       m_queue(m_files, m_profiles, engine),
       m_rescorer(m_files, m_profiles, engine),
       m_exports(m_files, m_profiles, m_reviews, desktop, checker),
@@ -47,6 +49,13 @@ void AppModel::connectSubjects()
     connect(&m_queue, &AnalysisQueue::finished, &m_workspace, &WorkspaceKeeper::schedule);
     connect(&m_rescorer, &Rescorer::measuredMore, &m_workspace, &WorkspaceKeeper::schedule);
     connect(&m_verifier, &FileVerifier::verified, &m_workspace, &WorkspaceKeeper::schedule);
+    // The choice of profiles and the reviews may have changed while they were gone.
+    // A turn of its own each, since the list may be long.
+    connect(&m_files, &FileList::broughtBack, &m_rescorer, &Rescorer::rescoreAll,
+            Qt::QueuedConnection);
+    connect(&m_files, &FileList::broughtBack, &m_signOffs, &SignOffs::refreshAll,
+            Qt::QueuedConnection);
+    connect(&m_files, &FileList::broughtBack, &m_files, &FileList::queued, Qt::QueuedConnection);
     connect(&m_workspace, &WorkspaceKeeper::restored, &m_signOffs, &SignOffs::refreshAll);
     connect(&m_workspace, &WorkspaceKeeper::restored, &m_rescorer, &Rescorer::rescoreAll);
     connect(&m_workspace, &WorkspaceKeeper::restored, &m_queue, &AnalysisQueue::pump);

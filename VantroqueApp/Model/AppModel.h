@@ -1,10 +1,12 @@
 #pragma once
 
-#include "VantroqueApp/Model/Analyzing/AnalysisQueue.h"
+#include "VantroqueApp/Model/Analyzing/QueueRun.h"
 #include "VantroqueApp/Model/Analyzing/Rescorer.h"
 #include "VantroqueApp/Model/Choices/AppearanceChoice.h"
+#include "VantroqueApp/Model/Choices/DoneNoticeChoice.h"
 #include "VantroqueApp/Model/Choices/NoteAuthor.h"
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
+#include "VantroqueApp/Model/Choices/ProfileSets.h"
 #include "VantroqueApp/Model/Exports/Exports.h"
 #include "VantroqueApp/Model/Files/Comparison.h"
 #include "VantroqueApp/Model/Files/FileList.h"
@@ -34,12 +36,15 @@ public:
     UserDefaults& defaults() { return m_defaults; }
     AppearanceChoice& appearance() { return m_appearance; }
     NoteAuthor& noteAuthor() { return m_noteAuthor; }
+    DoneNoticeChoice& doneNotice() { return m_doneNotice; }
     ProfileChoice& profiles() { return m_profiles; }
+    ProfileSets& profileSets() { return m_profileSets; }
     FileList& files() { return m_files; }
     Comparison& comparison() { return m_comparison; }
     ReviewBook& reviews() { return m_reviews; }
     SignOffs& signOffs() { return m_signOffs; }
     AnalysisQueue& queue() { return m_queue; }
+    QueueRun& queueRun() { return m_queueRun; }
     Rescorer& rescorer() { return m_rescorer; }
     WorkspaceKeeper& workspace() { return m_workspace; }
     Exports& exports() { return m_exports; }
@@ -60,12 +65,15 @@ private:
     UserDefaults& m_defaults;
     AppearanceChoice m_appearance;
     NoteAuthor m_noteAuthor;
+    DoneNoticeChoice m_doneNotice;
     ProfileChoice m_profiles;
+    ProfileSets m_profileSets;
     FileList m_files;
     Comparison m_comparison{m_files};
     ReviewBook m_reviews;
     SignOffs m_signOffs{m_files, m_reviews};
     AnalysisQueue m_queue;
+    QueueRun m_queueRun{m_files, m_queue};
     Rescorer m_rescorer;
     FileVerifier m_verifier{m_files};
     WorkspaceKeeper m_workspace{m_files};

@@ -2,6 +2,7 @@
 #include "Captions/EmbeddedCaptions.h"
 #include "Check/Checker.h"
 #include "Check/EventOrder.h"
+#include "Check/RowMoments.h"
 #include "Check/SignalChecks.h"
 #include "Check/SignalEvents.h"
 #include "Check/SignalReport.h"
@@ -107,6 +108,7 @@ FileReport report(const MediaInfo& media, const std::vector<Profile>& profiles)
         std::ranges::move(texts, std::back_inserter(events));
         report.events = EventOrder::byFrame(std::move(events));
     }
+    RowMoments::mark(report, kept);
     return report;
 }
 

@@ -3,6 +3,7 @@
 #include "Captions/CaptionReport.h"
 #include "Check/CaptionEvents.h"
 #include "Check/EventOrder.h"
+#include "Check/RowMoments.h"
 
 namespace vantroque {
 
@@ -13,8 +14,11 @@ CaptionCheck CaptionCheck::of(const LoadedCaptions& captions, const FileUrl& nam
     const auto spelling =
         CaptionSpelling::of(track, checker, captions.language, CaptionSpelling::nameWords(name));
     const auto health = CaptionHealth::of(track, duration);
-    return {track, spelling, health,
-            CaptionReport::section(health, captions.title, frameRate, spelling)};
+    ProfileReport section = CaptionReport::section(health, captions.title, frameRate, spelling);
+    if (spelling && frameRate > 0)
+        RowMoments::mark(section, nullptr,
+                         CaptionEvents::events(*spelling, track, frameRate, duration));
+    return {track, spelling, health, std::move(section)};
 }
 
 void CaptionCheck::add(const LoadedCaptions& captions, const FileUrl& media, FileReport& report,

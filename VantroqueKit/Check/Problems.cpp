@@ -2,7 +2,6 @@
 
 #include "Base/Numbers.h"
 #include "Base/Text.h"
-#include "Check/RowMoments.h"
 #include "Check/ShortTexts.h"
 #include "Profiles/LoudnessTarget.h"
 
@@ -20,20 +19,25 @@ bool isProblem(const CheckResult& row)
     return row.verdict == Verdict::fail || row.verdict == Verdict::warn;
 }
 
-/// Failing before warning.
+int gravity(Verdict verdict)
+{
+    switch (verdict) {
+    case Verdict::fail: return 3;
+    case Verdict::warn: return 2;
+    case Verdict::pass: return 1;
+    case Verdict::info: break;
+    }
+    return 0;
+}
+
 bool isGraver(Verdict one, Verdict other)
 {
-    return one == Verdict::fail && other == Verdict::warn;
+    return gravity(one) > gravity(other);
 }
 
 /// Gathers the rows of a report under their checks.
 class Gathering {
 public:
-    Gathering(const FileReport& report, const std::vector<Profile>& profiles)
-        : m_events(report.events.value_or(std::vector<SignalEvent>())), m_profiles(profiles)
-    {
-    }
-
     void add(const ProfileReport& from, bool isPlatform)
     {
         for (const CheckResult& row : from.checks)
@@ -66,12 +70,12 @@ private:
         const bool isWorse = isGraver(row.verdict, problem.verdict);
         if (isWorse)
             problem.verdict = row.verdict;
-        if (isWorse || !problem.moment)
-            if (const auto moment = RowMoments::of(row, profileOf(from), m_events))
-                problem.moment = moment;
+        if (row.moment && (isWorse || !problem.moment))
+            problem.moment = row.moment;
         Problem::Limit& limit = limitOf(problem, row);
-        if (isPlatform && std::ranges::count(limit.platforms, from.profileShortName) == 0)
-            limit.platforms.push_back(from.profileShortName);
+        const Problem::Platform platform{from.profileID, from.profileShortName};
+        if (isPlatform && std::ranges::count(limit.platforms, platform) == 0)
+            limit.platforms.push_back(platform);
     }
     Problem& problemOf(const CheckResult& row)
     {
@@ -98,22 +102,15 @@ private:
                                   .platforms = {}});
         return problem.limits.back();
     }
-    const Profile* profileOf(const ProfileReport& from) const
-    {
-        const auto found = std::ranges::find(m_profiles, from.profileID, &Profile::id);
-        return found == m_profiles.end() ? nullptr : &*found;
-    }
 
-    const std::vector<SignalEvent> m_events;
-    const std::vector<Profile>& m_profiles;
     std::vector<Problem> m_problems;
 };
 
 } // namespace
 
-std::vector<QString> Problem::platforms() const
+std::vector<Problem::Platform> Problem::platforms() const
 {
-    std::vector<QString> all;
+    std::vector<Platform> all;
     for (const Limit& limit : limits)
         if (limit.verdict == verdict)
             all.insert(all.end(), limit.platforms.begin(), limit.platforms.end());
@@ -130,9 +127,9 @@ QString Problem::whose() const
 
 namespace Problems {
 
-std::vector<Problem> of(const FileReport& report, const std::vector<Profile>& profiles)
+std::vector<Problem> of(const FileReport& report)
 {
-    Gathering gathering(report, profiles);
+    Gathering gathering;
     for (const ProfileReport& platform : report.gateProfiles())
         gathering.add(platform, true);
     for (const ProfileReport& section : report.sections.value_or(std::vector<ProfileReport>()))
@@ -150,6 +147,18 @@ QString headline(const std::vector<Problem>& problems)
     if (warning > 0)
         parts << u"%1 to review"_s.arg(warning);
     return parts.join(u", "_s);
+}
+
+std::optional<Verdict> verdictOf(const FileReport& report, const QString& check)
+{
+    std::optional<Verdict> worst;
+    for (const ProfileReport& platform : report.profiles)
+        for (const CheckResult& row : platform.checks) {
+            const Verdict found = ProfileReport::displayVerdict(row.verdict, platform.isAdvisory());
+            if (row.id == check && (!worst || gravity(found) > gravity(*worst)))
+                worst = found;
+        }
+    return worst;
 }
 
 std::optional<QString> conflict(const std::vector<Profile>& profiles)

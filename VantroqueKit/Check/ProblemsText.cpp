@@ -25,8 +25,10 @@ void append(QStringList& lines, const Problem& problem, double frameRate)
                                      problem.whose(), where);
     std::optional<QString> lastFix;
     for (const Problem::Limit& limit : problem.limits) {
-        const QString who =
-            limit.platforms.empty() ? QString() : u": "_s + Text::joined(limit.platforms, u", "_s);
+        const auto name = [](const Problem::Platform& platform) { return platform.name; };
+        const QString who = limit.platforms.empty()
+                                ? QString()
+                                : u": "_s + Text::joined(limit.platforms, u", "_s, name);
         lines << u"       %1 -> %2%3"_s.arg(limit.measured, limit.expected, who);
         if (limit.fix && limit.fix != lastFix)
             lines << u"       fix: "_s + *limit.fix;
@@ -36,9 +38,16 @@ void append(QStringList& lines, const Problem& problem, double frameRate)
 
 } // namespace
 
+QString render(const Problem& problem, double frameRate)
+{
+    QStringList lines;
+    append(lines, problem, frameRate);
+    return lines.join(u'\n') + u'\n';
+}
+
 QString render(const FileReport& report, const std::vector<Profile>& profiles)
 {
-    const auto problems = Problems::of(report, profiles);
+    const auto problems = Problems::of(report);
     QStringList lines{u"%1    %2"_s.arg(report.fileName, report.summaryLine),
                       u"  "_s + report.summaryHeadline()};
     lines << u"  "_s + (problems.empty() ? u"No problems"_s : Problems::headline(problems));

@@ -40,6 +40,11 @@ int gravity(Verdict verdict)
     return 0;
 }
 
+CheckMoment placeOf(const SignalEvent& event)
+{
+    return {event.frame, event.endFrame, event.box};
+}
+
 /// The most of a text that one of the profile's zones covers.
 double covered(const NormalizedRect& text, const Profile* profile)
 {
@@ -81,6 +86,37 @@ std::optional<SignalEvent> of(const CheckResult& row, const Profile* profile,
         if (event.kind == *kind && (best == nullptr || rank(event) > rank(*best)))
             best = &event;
     return best != nullptr ? std::optional(*best) : std::nullopt;
+}
+
+void mark(ProfileReport& report, const Profile* profile, const std::vector<SignalEvent>& events)
+{
+    for (CheckResult& row : report.checks)
+        if (!row.moment)
+            if (const auto event = of(row, profile, events))
+                row.moment = placeOf(*event);
+}
+
+void mark(FileReport& report, const std::vector<Profile>& profiles)
+{
+    if (!report.events)
+        return;
+    for (ProfileReport& platform : report.profiles) {
+        const auto profile = std::ranges::find(profiles, platform.profileID, &Profile::id);
+        mark(platform, profile == profiles.end() ? nullptr : &*profile, *report.events);
+    }
+    if (report.sections)
+        for (ProfileReport& section : *report.sections)
+            mark(section, nullptr, *report.events);
+}
+
+std::optional<SignalEvent> eventAt(const QString& check, const CheckMoment& moment,
+                                   const std::vector<SignalEvent>& events)
+{
+    const auto kind = kindOf(check);
+    const auto found = std::ranges::find_if(events, [&](const SignalEvent& event) {
+        return event.kind == kind && placeOf(event) == moment;
+    });
+    return found == events.end() ? std::nullopt : std::optional(*found);
 }
 
 } // namespace vantroque::RowMoments

@@ -15,4 +15,13 @@ namespace vantroque::RowMoments {
 std::optional<SignalEvent> of(const CheckResult& row, const Profile* profile,
                               const std::vector<SignalEvent>& events);
 
+/// Gives the rows of a report the moments of its events, unless they have one. `profile` as above.
+void mark(ProfileReport& report, const Profile* profile, const std::vector<SignalEvent>& events);
+/// All rows of a file, by its own events. `profiles` are those of the report.
+void mark(FileReport& report, const std::vector<Profile>& profiles);
+
+/// The event at the moment of a row of that check.
+std::optional<SignalEvent> eventAt(const QString& check, const CheckMoment& moment,
+                                   const std::vector<SignalEvent>& events);
+
 } // namespace vantroque::RowMoments

@@ -6,6 +6,23 @@ namespace vantroque::ShortTexts {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Where the bracket ends that `text` begins in.
+qsizetype closingBracket(const QString& text)
+{
+    int depth = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == u'(')
+            ++depth;
+        else if (text[i] == u')' && --depth < 0)
+            return i;
+    }
+    return text.size();
+}
+
+} // namespace
+
 QString ofMeasured(const QString& measured)
 {
     static const QRegularExpression bracket(u"(?<=\\S) \\([^()]*\\)$"_s);
@@ -25,18 +42,28 @@ QString ofExpected(const QString& expected)
     return expected;
 }
 
+QString arguments(const QString& fix)
+{
+    // "-shortest or a short bed is the usual cause" names an option and gives none.
+    static const QRegularExpression given(u"(?:: |with )(-[a-z])"_s);
+    const auto match = given.match(fix);
+    if (!match.hasMatch())
+        return {};
+    const auto start = match.capturedStart(1);
+    const QStringView before = QStringView(fix).first(start);
+    const QString rest = fix.mid(start);
+    if (before.count(u'(') > before.count(u')'))
+        return rest.first(closingBracket(rest));
+    const auto sentence = rest.indexOf(u". "_s);
+    if (sentence >= 0)
+        return rest.first(sentence);
+    return rest.endsWith(u'.') ? rest.chopped(1) : rest;
+}
+
 QString toCopy(const QString& fix)
 {
-    static const QRegularExpression option(u" -[a-z]"_s);
-    const auto start = fix.indexOf(option);
-    if (start < 0)
-        return fix;
-    QString arguments = fix.mid(start + 1);
-    if (const auto sentence = arguments.indexOf(u". "_s); sentence >= 0)
-        arguments.truncate(sentence);
-    while (arguments.endsWith(u'.') || arguments.endsWith(u')'))
-        arguments.chop(1);
-    return arguments;
+    const QString given = arguments(fix);
+    return given.isEmpty() ? fix : given;
 }
 
 } // namespace vantroque::ShortTexts

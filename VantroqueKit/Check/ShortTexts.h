@@ -10,8 +10,9 @@ QString ofMeasured(const QString& measured);
 /// Limits in words: "192 kbps or more".
 QString ofExpected(const QString& expected);
 
-/// What an operator takes from a fix to use it: the arguments of the tool where it names any, else
-/// the sentence.
+/// The arguments of a tool that a fix gives, to be typed as they stand; empty where it gives none.
+QString arguments(const QString& fix);
+/// What an operator takes from a fix to use it: these arguments, else the sentence.
 QString toCopy(const QString& fix);
 
 } // namespace vantroque::ShortTexts

@@ -95,6 +95,20 @@ QString render(const FileReport& report, bool color)
     return lines.join(u'\n');
 }
 
+QString render(const ProfileReport& report)
+{
+    QStringList lines;
+    appendReport(lines, report, false);
+    return lines.join(u'\n');
+}
+
+QString render(const CheckResult& row, bool advisory)
+{
+    QStringList lines;
+    appendRow(lines, row, advisory, false);
+    return lines.join(u'\n') + u'\n';
+}
+
 QString separator()
 {
     return u'\n' + QString(72, u'-') + u"\n\n"_s;

@@ -9,6 +9,12 @@ namespace vantroque::TextRenderer {
 /// terminal.
 QString render(const FileReport& report, bool color);
 
+// What one platform says, or one of its checks, as in the report. Each line ends with a line feed.
+
+QString render(const ProfileReport& report);
+/// `advisory`: of a recommendation.
+QString render(const CheckResult& row, bool advisory);
+
 /// What stands between the texts of several files.
 QString separator();
 

@@ -50,13 +50,15 @@ void drawTag(QPainter& painter, const Finding& finding, const QRectF& ring, cons
 
 } // namespace
 
-void draw(QPainter& painter, const Finding& finding, const QRectF& picture, double scale)
+void draw(QPainter& painter, const Finding& finding, const QRectF& picture, double scale,
+          double typeScale)
 {
     constexpr double width = 2;
     constexpr double room = 4; // between what was found and the ring
     const NormalizedRect box = finding.box.intersected({0, 0, 1, 1});
     // Written so that what is no number is refused.
-    if (!(box.width >= 0 && box.height >= 0 && box.right() <= 1 && box.bottom() <= 1 && scale > 0))
+    if (!(box.width >= 0 && box.height >= 0 && box.right() <= 1 && box.bottom() <= 1 && scale > 0
+          && typeScale > 0))
         return;
     const double outset = room * scale;
     const double inset = width * scale / 2;
@@ -75,7 +77,7 @@ void draw(QPainter& painter, const Finding& finding, const QRectF& picture, doub
     Shadow::ofLine(painter, path, pen, 2 * scale, 0.7);
     painter.strokePath(path, pen);
     if (!finding.label.isEmpty())
-        drawTag(painter, finding, around, picture, scale);
+        drawTag(painter, finding, around, picture, typeScale);
     painter.restore();
 }
 

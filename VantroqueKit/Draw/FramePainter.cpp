@@ -20,7 +20,8 @@ bool isPlace(const QRectF& picture)
 
 } // namespace
 
-void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture, double scale)
+void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture, double scale,
+          double typeScale)
 {
     if (!isPlace(picture))
         return;
@@ -29,16 +30,17 @@ void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture, doub
     if (!overlay.outOfRange.isNull())
         painter.drawImage(picture, overlay.outOfRange);
     CaptionRenderer::draw(painter, overlay.captions, picture);
-    GuideRenderer::draw(painter, overlay.guides, picture, scale);
+    GuideRenderer::draw(painter, overlay.guides, picture, scale, typeScale);
     AnnotationRenderer::draw(painter, overlay.strokes, picture, scale);
     if (overlay.finding)
-        FindingRing::draw(painter, *overlay.finding, picture, scale);
+        FindingRing::draw(painter, *overlay.finding, picture, scale, typeScale);
     painter.restore();
 }
 
 void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture)
 {
-    draw(painter, overlay, picture, picture.height() / referenceRows);
+    const double scale = picture.height() / referenceRows;
+    draw(painter, overlay, picture, scale, scale);
 }
 
 QImage burnIn(const QImage& picture, const Overlay& overlay, QSize pixelSize)

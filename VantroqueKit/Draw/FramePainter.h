@@ -12,8 +12,9 @@ namespace vantroque::FramePainter {
 constexpr double referenceRows = 540;
 
 /// Draws all of it, cut to `picture`: where the picture stands in the painter's coordinates, in the
-/// shape in which it is shown. `scale` is 1 on a picture of 540 rows.
-void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture, double scale);
+/// shape in which it is shown. `scale` is 1 on a picture of 540 rows; labels follow `typeScale`.
+void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture, double scale,
+          double typeScale);
 /// In the picture's own proportion.
 void draw(QPainter& painter, const Overlay& overlay, const QRectF& picture);
 

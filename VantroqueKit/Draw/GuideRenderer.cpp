@@ -106,20 +106,21 @@ QPointF labelOrigin(LabelCorner corner, const QRectF& rect, QSizeF label, double
             isTop ? rect.top() + margin : rect.bottom() - margin - label.height()};
 }
 
-void drawLabel(QPainter& painter, const Guide& guide, QSizeF size, double scale)
+void drawLabel(QPainter& painter, const Guide& guide, QSizeF size, double scale, double typeScale)
 {
     constexpr double leastSize = 4;
     constexpr double mostSize = 400;
     constexpr double shadowOpacity = 0.9;
     constexpr double shadowBlur = 0.3; // of the font's size
-    const double fontSize = 10 * scale;
+    const double fontSize = 10 * typeScale;
     const QRectF rect = snapped(guide.rect, size, scale);
     // Smaller type is not read, and at the least size it would fill a thumbnail.
-    if (fontSize < leastSize || !(rect.width() > 70 * scale && rect.height() > 26 * scale))
+    if (fontSize < leastSize || !(rect.width() > 70 * typeScale && rect.height() > 26 * typeScale))
         return;
     const double drawnSize = std::min(fontSize, mostSize);
     const TextShape shape = labelShape(*guide.label);
-    const QPointF origin = labelOrigin(guide.labelCorner, rect, shape.size() * drawnSize, scale);
+    const QPointF origin =
+        labelOrigin(guide.labelCorner, rect, shape.size() * drawnSize, typeScale);
     const QRectF bounds(origin, shape.size() * drawnSize);
     const auto write = [&](QPainter& onto) {
         shape.fill(onto, origin, drawnSize, color(guide.tint));
@@ -142,9 +143,10 @@ QColor color(Guide::Tint tint)
     return painted(Palette::white);
 }
 
-void draw(QPainter& painter, const std::vector<Guide>& guides, const QRectF& picture, double scale)
+void draw(QPainter& painter, const std::vector<Guide>& guides, const QRectF& picture, double scale,
+          double typeScale)
 {
-    if (!(scale > 0))
+    if (!(scale > 0 && typeScale > 0))
         return;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -153,7 +155,7 @@ void draw(QPainter& painter, const std::vector<Guide>& guides, const QRectF& pic
         drawShape(painter, guide, picture.size(), scale);
     for (const Guide& guide : guides)
         if (guide.label && (guide.kind == Kind::rect || guide.kind == Kind::exclusion))
-            drawLabel(painter, guide, picture.size(), scale);
+            drawLabel(painter, guide, picture.size(), scale, typeScale);
     painter.restore();
 }
 

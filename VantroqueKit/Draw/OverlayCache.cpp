@@ -28,7 +28,7 @@ void OverlayCache::draw(QPainter& painter, const Overlay& overlay, const Overlay
 {
     Overlay hatch;
     hatch.outOfRange = overlay.outOfRange;
-    FramePainter::draw(painter, hatch, place.picture, place.scale);
+    FramePainter::draw(painter, hatch, place.picture, place.scale, place.typeScale);
     m_wanted = layersOf(overlay);
     for (std::size_t i = 0; i < count; ++i) {
         if (m_wanted[i].isEmpty())

@@ -38,7 +38,7 @@ OverlayLayer::OverlayLayer(Overlay overlay, const OverlayPlace& place)
     {
         QPainter painter(&whole);
         painter.translate(-place.visible.topLeft());
-        FramePainter::draw(painter, m_overlay, place.picture, place.scale);
+        FramePainter::draw(painter, m_overlay, place.picture, place.scale, place.typeScale);
     }
     for (int y = 0; y < whole.height(); y += side)
         for (int x = 0; x < whole.width(); x += side) {

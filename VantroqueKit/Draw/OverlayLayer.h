@@ -10,9 +10,10 @@ namespace vantroque {
 
 /// Where on which screen a picture stands.
 struct OverlayPlace {
-    QRectF picture; ///< May reach beyond what can be seen.
-    QRect visible;  ///< The part of it that can.
-    double scale = 0;
+    QRectF picture;       ///< May reach beyond what can be seen.
+    QRect visible;        ///< The part of it that can.
+    double scale = 0;     ///< Of lines; 1 on a picture of 540 rows.
+    double typeScale = 1; ///< Of labels; 1 for type as large as that around the picture.
     double pixelRatio = 1;
     bool operator==(const OverlayPlace&) const = default;
 };

@@ -25,6 +25,10 @@ constexpr bool isDash(int x)
 QImage canvas(const ScopeFrame& frame, int width, int height,
               QImage::Format format = QImage::Format_RGB32, Rgba fill = backgroundColor);
 
+/// The same without a frame.
+QImage emptyCanvas(int width, int height, QImage::Format format = QImage::Format_RGB32,
+                   Rgba fill = backgroundColor);
+
 /// Colours one pixel, or none when the place is outside.
 void set(QImage& image, int x, int y, Rgba color);
 

@@ -4,6 +4,10 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QPointF>
+#include <QString>
+
+#include <vector>
 
 /// Video scopes of one frame. Pure. Levels are in percent of the nominal range, so that limited and
 /// full-range pictures read the same. An empty image, a frame without pixels and one whose planes
@@ -21,6 +25,19 @@ QImage waveform(const ScopeFrame& frame, int width, int height);
 QImage parade(const ScopeFrame& frame, int width, int height);
 /// Cb to the right and Cr upwards in a square, with crosses on the six colours of 75 % bars.
 QImage vectorscope(const ScopeFrame& frame, int size);
+
+/// The scopes as they stand before there is a frame.
+QImage emptyWaveform(int width, int height);
+QImage emptyParade(int width, int height);
+QImage emptyVectorscope(int size, ColorMatrix matrix);
+
+/// One of the six colours of 75 % bars in a vectorscope.
+struct Target {
+    QString letters;
+    QPointF place; ///< From the top left corner, in fractions of the square.
+};
+std::vector<Target> targets(ColorMatrix matrix);
+
 /// A hatch of the frame's size over the pixels that EBU R 103 does not prefer, and another over
 /// those that it does not tolerate; transparent elsewhere.
 QImage outOfRangeImage(const ScopeFrame& frame);

@@ -65,24 +65,40 @@ void drawCross(QImage& image, int x, int y)
     }
 }
 
-void drawTargets(QImage& image, int centre, ColorMatrix matrix)
+/// Chroma, each from -0.5 to 0.5.
+struct Chroma {
+    float cb;
+    float cr;
+};
+
+struct Bar {
+    const char* letters;
+    float r;
+    float g;
+    float b;
+};
+constexpr std::array<Bar, 6> bars{{{"R", 0.75F, 0, 0},
+                                   {"G", 0, 0.75F, 0},
+                                   {"B", 0, 0, 0.75F},
+                                   {"Yl", 0.75F, 0.75F, 0},
+                                   {"Cy", 0, 0.75F, 0.75F},
+                                   {"Mg", 0.75F, 0, 0.75F}}};
+
+Chroma chromaOf(const Bar& bar, ColorMatrix matrix)
 {
-    struct Color {
-        float r;
-        float g;
-        float b;
-    };
-    constexpr std::array<Color, 6> bars{{{0.75F, 0, 0},
-                                         {0, 0.75F, 0},
-                                         {0, 0, 0.75F},
-                                         {0.75F, 0.75F, 0},
-                                         {0, 0.75F, 0.75F},
-                                         {0.75F, 0, 0.75F}}};
     const auto [kb, kr] = weights(matrix);
-    for (const auto [r, g, b] : bars) {
-        const float y = r * kr + g * (1 - kr - kb) + b * kb;
-        drawCross(image, centre + offset((b - y) / (2 * (1 - kb)), image.width()),
-                  centre - offset((r - y) / (2 * (1 - kr)), image.width()));
+    const float y = bar.r * kr + bar.g * (1 - kr - kb) + bar.b * kb;
+    return {(bar.b - y) / (2 * (1 - kb)), (bar.r - y) / (2 * (1 - kr))};
+}
+
+void drawGraticule(QImage& image, ColorMatrix matrix)
+{
+    const int centre = image.width() / 2;
+    drawAxes(image, centre);
+    drawCircle(image, centre);
+    for (const Bar& bar : bars) {
+        const auto [cb, cr] = chromaOf(bar, matrix);
+        drawCross(image, centre + offset(cb, image.width()), centre - offset(cr, image.width()));
     }
 }
 
@@ -104,16 +120,32 @@ int strength(std::size_t pixels)
 
 } // namespace
 
+QImage emptyVectorscope(int size, ColorMatrix matrix)
+{
+    QImage image = emptyCanvas(size, size);
+    drawGraticule(image, matrix);
+    return image;
+}
+
+std::vector<Target> targets(ColorMatrix matrix)
+{
+    std::vector<Target> all;
+    for (const Bar& bar : bars) {
+        const auto [cb, cr] = chromaOf(bar, matrix);
+        all.push_back(
+            {QString::fromLatin1(bar.letters), QPointF(0.5 + cb * diameter, 0.5 - cr * diameter)});
+    }
+    return all;
+}
+
 QImage vectorscope(const ScopeFrame& frame, int size)
 {
     QImage image = canvas(frame, size, size);
     if (image.isNull())
         return {};
-    const int centre = size / 2;
-    drawAxes(image, centre);
-    drawCircle(image, centre);
-    drawTargets(image, centre, frame.matrix);
+    drawGraticule(image, frame.matrix);
 
+    const int centre = size / 2;
     Trace trace(size, size);
     const auto offsets = chromaOffsets(frame, size);
     const auto pixels =

@@ -43,6 +43,15 @@ void drawColumn(QImage& image, int x)
         set(image, x, y, gridColor);
 }
 
+/// With edges between the three colours.
+void drawParadeGraticule(QImage& image)
+{
+    drawGraticule(image);
+    const int third = image.width() / 3;
+    drawColumn(image, third);
+    drawColumn(image, 2 * third);
+}
+
 /// A small frame has few samples in a column, and each must count for more to be seen.
 int strength(const ScopeFrame& frame)
 {
@@ -80,6 +89,20 @@ int row(float level, int height)
                                 : static_cast<int>(std::clamp(position, -farOutside, farOutside));
 }
 
+QImage emptyWaveform(int width, int height)
+{
+    QImage image = emptyCanvas(width, height);
+    drawGraticule(image);
+    return image;
+}
+
+QImage emptyParade(int width, int height)
+{
+    QImage image = emptyCanvas(width, height);
+    drawParadeGraticule(image);
+    return image;
+}
+
 QImage waveform(const ScopeFrame& frame, int width, int height)
 {
     QImage image = canvas(frame, width, height);
@@ -103,9 +126,7 @@ QImage parade(const ScopeFrame& frame, int width, int height)
     const int third = width / 3;
     if (image.isNull() || third < 1)
         return {};
-    drawGraticule(image);
-    drawColumn(image, third);
-    drawColumn(image, 2 * third);
+    drawParadeGraticule(image);
 
     const PercentScale scale(frame.matrix, frame.fullRange);
     Trace reds(third, height);

@@ -20,15 +20,25 @@ namespace vantroque {
 enum class Verdict { pass, warn, fail, info };
 VANTROQUE_ENUM_NAMES(Verdict, pass, warn, fail, info)
 
+/// A place in the file.
+struct CheckMoment {
+    std::int64_t frame = 0;               ///< Counted at the picture's nominal rate.
+    std::optional<std::int64_t> endFrame; ///< Last frame of a passage.
+    std::optional<NormalizedRect> box;    ///< Where in the picture.
+
+    VANTROQUE_RECORD(CheckMoment, frame, endFrame, box)
+};
+
 struct CheckResult {
     QString id; ///< Stable, lower case with hyphens.
     QString title;
     Verdict verdict = Verdict::info;
     QString measured;
     QString expected;
-    std::optional<QString> fix; ///< An instruction to the operator.
+    std::optional<QString> fix;             ///< An instruction to the operator.
+    std::optional<CheckMoment> moment = {}; ///< Where to look.
 
-    VANTROQUE_RECORD(CheckResult, id, title, verdict, measured, expected, fix)
+    VANTROQUE_RECORD(CheckResult, id, title, verdict, measured, expected, fix, moment)
 };
 
 /// What one platform says about a file.

@@ -45,6 +45,7 @@ struct SignalInfo {
     std::optional<CropRect> activePicture;
     std::optional<double> interlacedRatio; ///< Share of sampled frames that are combed.
     std::optional<std::vector<TimeSpan>> blackRuns;
+    std::optional<std::vector<TimeSpan>> freezeRuns;   ///< Black pictures that last among them.
     std::optional<std::vector<TimeSpan>> audioIslands; ///< Sound between silences.
     std::optional<double> leaderToneHz;
     std::optional<double> leaderPopPeakDb; ///< dBFS.
@@ -66,7 +67,7 @@ struct SignalInfo {
     VANTROQUE_RECORD(SignalInfo, pictureStart, pictureEnd, soundStart, soundEnd, integratedLKFS,
                      truePeakDb, loudnessRangeLU, longestSilenceSeconds, headBlackSeconds,
                      tailBlackSeconds, headFreezeSeconds, activePicture, interlacedRatio, blackRuns,
-                     audioIslands, leaderToneHz, leaderPopPeakDb, leaderToneChecked,
+                     freezeRuns, audioIslands, leaderToneHz, leaderPopPeakDb, leaderToneChecked,
                      headSilenceSeconds, slateTextLines, textRegions, textScanAttempted, levels,
                      cadence, phase, channelLevels, channelSeries, lostChannels, audioTracks,
                      detail, decodeHealth)

@@ -185,11 +185,23 @@ void parseBlack(SignalInfo& info, const SignalLog& log, double duration)
     }
 }
 
+/// The frozen passages, in order. One that lasts to the end is never closed.
+std::vector<TimeSpan> freezes(const SignalLog& log, double duration)
+{
+    const auto& starts = log.freezeStarts();
+    const auto& lengths = log.freezeDurations();
+    std::vector<TimeSpan> found;
+    for (std::size_t i = 0; i < std::min(starts.size(), lengths.size()); ++i)
+        found.push_back({starts[i], starts[i] + lengths[i]});
+    if (starts.size() == lengths.size() + 1 && starts.back() < duration)
+        found.push_back({starts.back(), duration});
+    return found;
+}
+
 double headFreeze(const SignalLog& log, double duration)
 {
     const auto& starts = log.freezeStarts();
     const auto& lengths = log.freezeDurations();
-    // A freeze that lasts to the end is never closed.
     if (starts.size() == 1 && lengths.empty())
         return !Numbers::above(starts[0], headEdge) && duration > 0 ? duration - starts[0] : 0;
     double longest = 0;
@@ -452,6 +464,7 @@ SignalInfo parse(const SignalLog& log, double duration, const std::optional<Audi
     parseSilence(info, log, length > 0 ? length : info.soundEnd.value_or(0));
     const double pictureLength = info.pictureEnd.value_or(length);
     parseBlack(info, log, pictureLength);
+    info.freezeRuns = freezes(log, pictureLength);
     info.headFreezeSeconds = headFreeze(log, pictureLength);
     info.interlacedRatio = interlacedRatio(log);
     info.activePicture = log.activePicture();

@@ -76,6 +76,12 @@ const std::vector<KnownWords>& knownWords()
          u"A file would grow larger than is allowed here."_s},
         {[](auto line) { return saysSystem(line, "Permission denied"); },
          u"There is no permission to open it."_s},
+        {[](auto line) {
+             return saysSystem(line, "Input/output error") || saysSystem(line, "Stale file handle")
+                    || saysSystem(line, "Transport endpoint is not connected")
+                    || saysSystem(line, "Host is down");
+         },
+         u"It cannot be read from its disk or network share."_s},
         {[](auto line) { return line.ends_with("moov atom not found"); },
          u"The index is missing: the file was cut off, or is no media file."_s},
         {[](auto line) { return line.ends_with("error reading header metadata"); }, // MXF
@@ -168,16 +174,21 @@ std::optional<QString> sentence(const QString& words)
 QString shown(const QString& words)
 {
     constexpr qsizetype shownLength = 400;
-    QString plain = withoutAddresses(words);
+    const QString plain = withoutAddresses(words);
     if (Text::characterCount(plain) <= shownLength)
         return plain;
-    QString tail = Text::lastCharacters(plain, shownLength);
-    for (const QStringView line : QStringView(plain).split(u'\n'))
+    const QString tail = Text::lastCharacters(plain, shownLength);
+    const QString line = lineThatMatters(plain);
+    return line.isEmpty() || line.size() > shownLength || tail.contains(line) ? tail
+                                                                              : line + u'\n' + tail;
+}
+
+QString lineThatMatters(const QString& words)
+{
+    for (const QStringView line : QStringView(words).split(u'\n'))
         if (matters(line))
-            return line.size() > shownLength || tail.contains(line)
-                       ? tail
-                       : line.toString() + u'\n' + tail;
-    return tail;
+            return line.toString();
+    return {};
 }
 
 } // namespace vantroque::ToolWords

@@ -42,4 +42,7 @@ std::optional<QString> sentence(const QString& words);
 /// line that matters and the end.
 QString shown(const QString& words);
 
+/// The first line that tells of an error; empty when none does.
+QString lineThatMatters(const QString& words);
+
 } // namespace vantroque::ToolWords

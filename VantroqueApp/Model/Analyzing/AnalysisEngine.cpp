@@ -1,5 +1,7 @@
 #include "VantroqueApp/Model/Analyzing/AnalysisEngine.h"
 
+#include <filesystem>
+
 namespace vantroque {
 
 AnalysisEngine AnalysisEngine::real(RecognizerPool* recognizers)
@@ -14,6 +16,12 @@ AnalysisEngine AnalysisEngine::real(RecognizerPool* recognizers)
                 [recognizers](MediaInfo& media, const std::vector<Profile>& profiles) {
                     return Analyzer::rescore(media, profiles, recognizers);
                 }};
+}
+
+bool AnalysisEngine::exists(const FileUrl& file)
+{
+    std::error_code error;
+    return std::filesystem::exists(file.path(), error);
 }
 
 } // namespace vantroque

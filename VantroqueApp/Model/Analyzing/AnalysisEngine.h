@@ -13,9 +13,13 @@ struct AnalysisEngine {
                                              AnalysisProgress&)>
         analyze;
     std::function<Result<FileReport>(MediaInfo&, const std::vector<Profile>&)> rescore;
+    /// Its disk may be one of the network, which does not answer.
+    std::function<bool(const FileUrl&)> isThere = exists;
 
     /// The real one. `recognizers` must outlive it, and may be null.
     static AnalysisEngine real(RecognizerPool* recognizers);
+    /// On the disk.
+    static bool exists(const FileUrl& file);
 };
 
 } // namespace vantroque

@@ -16,6 +16,12 @@ bool isDue(const FileAnalysis& entry)
     return entry.is<FileAnalysis::Queued>() && !entry.hasCurrentMedia();
 }
 
+/// The search may start processes, each of which takes a busy machine longer than a window.
+std::shared_future<bool> isMissing(const char* tool)
+{
+    return std::async(std::launch::async, [tool] { return !FFTool::find(tool); }).share();
+}
+
 } // namespace
 
 AnalysisQueue::AnalysisQueue(FileList& files, const ProfileChoice& choice,
@@ -23,7 +29,8 @@ AnalysisQueue::AnalysisQueue(FileList& files, const ProfileChoice& choice,
     : m_files(files),
       m_choice(choice),
       m_engine(engine),
-      m_toolMissing(!FFTool::find("ffprobe") || !FFTool::find("ffmpeg"))
+      m_probeMissing(isMissing("ffprobe")),
+      m_decoderMissing(isMissing("ffmpeg"))
 {
     connect(&files, &FileList::queued, this, &AnalysisQueue::pump);
     connect(&files, &FileList::listChanged, this, &AnalysisQueue::stopIfGone);
@@ -56,8 +63,10 @@ void AnalysisQueue::pump()
     if (next == m_files.analyses().end())
         return;
     const QUuid id = next->id;
+    const FileUrl url = next->url;
+    Q_EMIT starting();
     m_running = Job{id, {}};
-    m_tasks.run([this, job = *m_running, url = next->url, profiles = m_choice.shared(),
+    m_tasks.run([this, job = *m_running, url, profiles = m_choice.shared(),
                  choice = m_choice.number()] { return analyze(job, url, *profiles, choice); },
                 [this, id](const Outcome& outcome) { finish(id, outcome); });
     m_files.change(id, [](FileAnalysis& entry) { entry.status = FileAnalysis::Running{}; });

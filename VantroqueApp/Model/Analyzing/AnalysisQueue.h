@@ -8,6 +8,7 @@
 
 #include <QObject>
 
+#include <future>
 #include <map>
 #include <stop_token>
 
@@ -28,13 +29,15 @@ public:
     bool isWorking() const { return m_running.has_value(); }
     /// What a running analysis shows, or null.
     const AnalysisProgress::Snapshot* progress(const QUuid& id) const;
-    /// ffprobe or ffmpeg was not found at the start.
-    bool toolMissing() const { return m_toolMissing; }
+    /// ffprobe or ffmpeg was not found at the start. They are looked for in the background; the
+    /// first call waits for that.
+    bool toolMissing() const { return m_probeMissing.get() || m_decoderMissing.get(); }
 
     /// Starts the next file that waits, if none runs.
     void pump();
 
 Q_SIGNALS:
+    void starting(); ///< The next file, of which nothing can have come yet.
     void progressChanged(const QUuid& id);
     /// The entry has its outcome, if it is still in the list.
     void finished(const QUuid& id);
@@ -59,7 +62,8 @@ private:
     FileList& m_files;
     const ProfileChoice& m_choice;
     const AnalysisEngine m_engine;
-    const bool m_toolMissing;
+    const std::shared_future<bool> m_probeMissing;
+    const std::shared_future<bool> m_decoderMissing;
     std::map<QUuid, std::shared_ptr<const AnalysisProgress::Snapshot>> m_progress;
     std::optional<Job> m_running;
     Tasks m_tasks;

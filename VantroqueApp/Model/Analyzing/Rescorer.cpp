@@ -2,7 +2,6 @@
 
 #include "Base/Cancellation.h"
 
-#include <filesystem>
 #include <utility>
 
 namespace vantroque {
@@ -48,10 +47,48 @@ void Rescorer::rescore(const QUuid& id)
     }
     if (entry->canBeScored())
         return score(*entry);
-    // Measured by an older version, so it is measured afresh.
-    std::error_code error;
-    if (entry->is<FileAnalysis::Done>() && !entry->hasCurrentMedia()
-        && std::filesystem::exists(entry->url.path(), error))
+    if (isOfOlderVersion(*entry))
+        queueIfThere(*entry);
+}
+
+/// It was measured by an older version of the program, so it is measured afresh.
+bool Rescorer::isOfOlderVersion(const FileAnalysis& entry)
+{
+    return entry.is<FileAnalysis::Done>() && !entry.hasCurrentMedia();
+}
+
+/// A file may lie on a disk that does not answer, and then so do those beside it: the files of a
+/// folder are looked for one after the other.
+void Rescorer::queueIfThere(const FileAnalysis& entry)
+{
+    const auto folder = entry.url.path().parent_path();
+    auto& sought = m_sought[folder];
+    sought.insert(entry.id);
+    if (sought.size() == 1)
+        lookNext(folder);
+}
+
+void Rescorer::lookNext(const std::filesystem::path& folder)
+{
+    auto& sought = m_sought[folder];
+    while (!sought.empty()) {
+        const QUuid id = *sought.begin();
+        const FileAnalysis* entry = m_files.analysis(id);
+        if (entry != nullptr && isOfOlderVersion(*entry))
+            return m_looks.run(
+                [isThere = m_engine.isThere, url = entry->url] { return isThere(url); },
+                [this, id, folder](bool isThere) { takeLook(id, folder, isThere); });
+        sought.erase(id);
+    }
+    m_sought.erase(folder);
+}
+
+void Rescorer::takeLook(const QUuid& id, const std::filesystem::path& folder, bool isThere)
+{
+    m_sought[folder].erase(id);
+    lookNext(folder);
+    const FileAnalysis* entry = m_files.analysis(id);
+    if (isThere && entry != nullptr && isOfOlderVersion(*entry))
         m_files.queueAgain(id);
 }
 

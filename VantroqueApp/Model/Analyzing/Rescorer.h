@@ -1,12 +1,15 @@
 #pragma once
 
 #include "VantroqueApp/Model/Analyzing/AnalysisEngine.h"
+#include "VantroqueApp/Model/Background/SeparateTasks.h"
 #include "VantroqueApp/Model/Background/Tasks.h"
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
 #include "VantroqueApp/Model/Files/FileList.h"
 
 #include <QObject>
 
+#include <filesystem>
+#include <map>
 #include <optional>
 #include <set>
 #include <stop_token>
@@ -31,8 +34,8 @@ public:
     bool couldNotRescore(const FileAnalysis& entry) const;
     /// What the profiles ask for waits to be measured, or is being measured.
     bool isRescoring(const QUuid& id) const { return m_rescoring.contains(id); }
-    /// Nothing is scored or measured.
-    bool isIdle() const { return m_scorer.isIdle() && m_measurer.isIdle(); }
+    /// Nothing is looked for, scored or measured.
+    bool isIdle() const { return m_looks.isIdle() && m_scorer.isIdle() && m_measurer.isIdle(); }
 
     void rescore(const QUuid& id);
     void rescoreAll();
@@ -55,6 +58,10 @@ private:
     };
 
     void score(const FileAnalysis& entry);
+    static bool isOfOlderVersion(const FileAnalysis& entry);
+    void queueIfThere(const FileAnalysis& entry);
+    void lookNext(const std::filesystem::path& folder);
+    void takeLook(const QUuid& id, const std::filesystem::path& folder, bool isThere);
     void takeScore(const QUuid& id, const std::shared_ptr<const MediaInfo>& media,
                    const FileAnalysis::Done& done);
     bool needsMeasuring(const FileAnalysis& entry) const;
@@ -69,6 +76,9 @@ private:
     const AnalysisEngine m_engine;
     std::set<QUuid> m_rescoring;    ///< To be measured for the present choice.
     std::optional<Job> m_measuring; ///< The one of them at hand.
+    /// Files that are looked for, by their folders.
+    std::map<std::filesystem::path, std::set<QUuid>> m_sought;
+    SeparateTasks m_looks;
     Tasks m_measurer;
     Tasks m_scorer;
 };

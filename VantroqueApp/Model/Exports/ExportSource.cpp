@@ -1,6 +1,7 @@
 #include "VantroqueApp/Model/Exports/ExportSource.h"
 
 #include "Analysis/Analyzer.h"
+#include "Export/MarkerExport.h"
 
 #include <filesystem>
 
@@ -52,6 +53,13 @@ std::optional<FileReport> ExportSource::currentReport() const
     if (profiles)
         return Analyzer::report(*media, *profiles);
     return report ? std::optional(*report) : std::nullopt;
+}
+
+std::vector<Marker> ExportSource::markers() const
+{
+    const auto current = currentReport();
+    return MarkerExport::markers({.review = review.get(), .report = current ? &*current : nullptr},
+                                 media->video ? media->video->nominalFrameRate : 0);
 }
 
 Result<void> guardFilms(const FileUrl& target, const std::vector<FileUrl>& films)

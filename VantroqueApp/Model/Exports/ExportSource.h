@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/Result.h"
+#include "Export/Marker.h"
 #include "Records/MediaInfo.h"
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
 #include "VantroqueApp/Model/Files/FileAnalysis.h"
@@ -31,6 +32,8 @@ struct ExportSource {
 
     /// The report for the platforms that are chosen. Any thread.
     std::optional<FileReport> currentReport() const;
+    /// Findings and notes of a measured file. Any thread.
+    std::vector<Marker> markers() const;
 };
 
 /// A report must never take the place of a film. Fails when `target` leads to one of these files.

@@ -28,28 +28,69 @@ Result<void> written(const QString& text, const FileUrl& target, const std::vect
 
 Exports::Exports(const FileList& files, const ProfileChoice& choice, ReviewBook& book,
                  Desktop& desktop, SpellChecker& checker)
-    : m_files(files), m_choice(choice), m_book(book), m_desktop(desktop), m_pdf(book, checker)
+    : m_files(files),
+      m_choice(choice),
+      m_book(book),
+      m_desktop(desktop),
+      m_pdf(book, checker),
+      m_markerFolder(book, desktop)
 {
 }
 
 void Exports::setExportMessage(const std::optional<QString>& message)
 {
+    m_savedFile.reset();
     m_exportMessage = message;
     Q_EMIT exportMessageChanged();
 }
 
+void Exports::tellSaved(const QString& message, const FileUrl& file, bool isAll)
+{
+    m_isAllSaved = isAll;
+    m_savedFile = file;
+    m_exportMessage = message;
+    Q_EMIT exportMessageChanged();
+}
+
+void Exports::showSavedFile()
+{
+    if (m_savedFile)
+        m_desktop.showInFolder(*m_savedFile);
+}
+
+QString Exports::reader(MarkerExport::Format format)
+{
+    switch (format) {
+    case MarkerExport::Format::avid: return u"Avid Media Composer"_s;
+    case MarkerExport::Format::resolve: return u"DaVinci Resolve"_s;
+    case MarkerExport::Format::premiere: return u"Premiere"_s;
+    case MarkerExport::Format::csv: break;
+    }
+    return u"Comma separated"_s;
+}
+
 void Exports::saveReport()
 {
+    setExportMessage({});
     std::vector<std::shared_ptr<const FileReport>> reports;
+    FileUrl beside;
+    const auto& selected = m_files.selection().ids;
+    const bool takesAll = !m_files.isSeveralSelected();
     for (const FileAnalysis& entry : m_files.analyses())
-        if (const auto* done = std::get_if<FileAnalysis::Done>(&entry.status))
+        if (const auto* done = std::get_if<FileAnalysis::Done>(&entry.status);
+            done != nullptr && (takesAll || selected.contains(entry.id))) {
+            if (reports.empty())
+                beside = entry.url;
             reports.push_back(done->report);
+        }
     if (reports.empty())
-        return;
-    const auto target = m_desktop.chooseSaveFile(u"Vantroque Report.txt"_s);
+        return setExportMessage(u"There is nothing to export yet."_s);
+    const auto target = m_desktop.chooseSaveFile(
+        {takesAll ? u"Save All Reports as Text"_s : u"Save the Selected Reports as Text"_s, beside,
+         u"Vantroque Report.txt"_s, u"Text files"_s});
     if (!target)
         return;
-    // All of them, so that nobody takes it for the one that is shown.
+    // How many, so that nobody takes it for the one that is shown.
     const QString saved = u"Saved %1 report%2 to %3"_s.arg(
         QString::number(reports.size()), Text::plural(std::ssize(reports)), target->fileName());
     m_tasks.run(
@@ -60,22 +101,26 @@ void Exports::saveReport()
                 });
             return written(text, target, films);
         },
-        [this, saved](const Result<void>& outcome) {
-            setExportMessage(
-                outcome ? saved : u"Could not save the report: "_s + outcome.error().description);
+        [this, saved, target = *target](const Result<void>& outcome) {
+            if (outcome)
+                return tellSaved(saved, target);
+            setExportMessage(u"Could not save the report: "_s + outcome.error().description);
         });
 }
 
 void Exports::exportMarkers(MarkerExport::Format format)
 {
+    if (m_files.isSeveralSelected())
+        return exportMarkersOfSeveral(format);
     const FileAnalysis* entry = m_files.selected();
     if (entry == nullptr || entry->report() == nullptr || !entry->media)
         return setExportMessage(u"Analyse a file first."_s);
     if (std::exchange(m_isPreparing, true))
         return;
+    setExportMessage({});
     ExportSource::readReviews(
         m_book, {ExportSource::of(*entry, m_choice)}, [this, format](const auto& sources) {
-            m_tasks.run([source = sources.front()] { return markers(source); },
+            m_tasks.run([source = sources.front()] { return source.markers(); },
                         [this, source = sources.front(), format](const auto& markers) {
                             m_isPreparing = false;
                             askAndWrite(source, format, markers);
@@ -83,12 +128,29 @@ void Exports::exportMarkers(MarkerExport::Format format)
         });
 }
 
-/// In the background.
-std::vector<Marker> Exports::markers(const ExportSource& source)
+void Exports::exportMarkersOfSeveral(MarkerExport::Format format)
 {
-    const auto report = source.currentReport();
-    return MarkerExport::markers({.review = source.review.get(), .report = &*report},
-                                 source.media->video ? source.media->video->nominalFrameRate : 0);
+    auto chosen = sources(Scope::selectedFile);
+    std::erase_if(chosen, [](const ExportSource& source) { return !source.media; });
+    if (chosen.empty())
+        return setExportMessage(u"Analyse a file first."_s);
+    if (std::exchange(m_isPreparing, true))
+        return;
+    setExportMessage({});
+    m_markerFolder.start(std::move(chosen), format, films(m_files), [this](const auto& outcome) {
+        m_isPreparing = false;
+        if (outcome)
+            tellMarkers(*outcome);
+    });
+}
+
+void Exports::tellMarkers(const MarkerFolder::Outcome& outcome)
+{
+    if (outcome.films == 0)
+        return setExportMessage(u"These files have no notes or findings yet."_s);
+    if (outcome.saved.empty())
+        return setExportMessage(outcome.text());
+    tellSaved(outcome.text(), outcome.saved.front(), outcome.failed.empty());
 }
 
 void Exports::askAndWrite(const ExportSource& source, MarkerExport::Format format,
@@ -96,9 +158,10 @@ void Exports::askAndWrite(const ExportSource& source, MarkerExport::Format forma
 {
     if (markers.empty())
         return setExportMessage(u"This file has no notes or findings yet."_s);
-    const auto target =
-        m_desktop.chooseSaveFile(source.url.stem() + MarkerExport::fileSuffix(format) + u'.'
-                                 + MarkerExport::fileExtension(format));
+    const QString extension = MarkerExport::fileExtension(format);
+    const auto target = m_desktop.chooseSaveFile(
+        {u"Save Markers (%1)"_s.arg(reader(format)), source.url,
+         source.url.stem() + MarkerExport::fileSuffix(format) + u'.' + extension, u"Markers"_s});
     if (!target)
         return;
     const QString saved = u"Saved %1 marker%2 to %3"_s.arg(
@@ -110,9 +173,10 @@ void Exports::askAndWrite(const ExportSource& source, MarkerExport::Format forma
                 MarkerExport::write(markers, format, MarkerExport::context(*source.media)), target,
                 films);
         },
-        [this, saved](const Result<void>& outcome) {
-            setExportMessage(
-                outcome ? saved : u"Could not write the markers: "_s + outcome.error().description);
+        [this, saved, target = *target](const Result<void>& outcome) {
+            if (outcome)
+                return tellSaved(saved, target);
+            setExportMessage(u"Could not write the markers: "_s + outcome.error().description);
         });
 }
 
@@ -123,6 +187,10 @@ std::vector<ExportSource> Exports::sources(Scope scope) const
         for (const FileAnalysis& entry : m_files.analyses())
             if (entry.report() != nullptr)
                 sources.push_back(ExportSource::of(entry, m_choice));
+    } else if (m_files.isSeveralSelected()) {
+        for (const FileAnalysis* entry : m_files.allSelected())
+            if (entry->report() != nullptr)
+                sources.push_back(ExportSource::of(*entry, m_choice));
     } else if (const FileAnalysis* entry = m_files.selected()) {
         sources.push_back(ExportSource::of(*entry, m_choice));
     }
@@ -133,14 +201,20 @@ void Exports::exportReviewPDF(Scope scope)
 {
     if (m_pdfProgress)
         return;
+    setExportMessage({});
     auto chosen = sources(scope);
     if (chosen.empty())
         return setExportMessage(scope == Scope::selectedFile
                                     ? u"Select a file to export."_s
                                     : u"There is nothing to export yet."_s);
-    const auto target = m_desktop.chooseSaveFile(scope == Scope::selectedFile
-                                                     ? chosen.front().url.stem() + u" report.pdf"_s
-                                                     : u"Vantroque reports.pdf"_s);
+    const bool isOne = scope == Scope::selectedFile && !m_files.isSeveralSelected();
+    const QString title = isOne                      ? u"Save This File's Report as PDF"_s
+                          : scope == Scope::allFiles ? u"Save All Reports as PDF"_s
+                                                     : u"Save the Selected Reports as PDF"_s;
+    const FileUrl& first = chosen.front().url;
+    const auto target = m_desktop.chooseSaveFile(
+        {title, first, isOne ? first.stem() + u" report.pdf"_s : u"Vantroque reports.pdf"_s,
+         u"PDF documents"_s});
     if (!target)
         return;
     setExportMessage(u"Building the PDF…"_s);
@@ -160,7 +234,7 @@ void Exports::tellPrinted(const Result<void>& outcome, const FileUrl& target)
 {
     setPdfProgress({});
     if (outcome)
-        return setExportMessage(u"Saved %1"_s.arg(target.fileName()));
+        return tellSaved(u"Saved %1"_s.arg(target.fileName()), target);
     setExportMessage(m_pdf.wasCancelled()
                          ? u"The PDF was cancelled."_s
                          : u"Could not export the PDF: "_s + outcome.error().description);

@@ -3,6 +3,7 @@
 #include "Export/MarkerExport.h"
 #include "VantroqueApp/Model/Background/Tasks.h"
 #include "VantroqueApp/Model/Exports/Desktop.h"
+#include "VantroqueApp/Model/Exports/MarkerFolder.h"
 #include "VantroqueApp/Model/Exports/PdfExport.h"
 #include "VantroqueApp/Model/Files/FileList.h"
 
@@ -18,20 +19,30 @@ class Exports : public QObject {
     Q_OBJECT
 
 public:
+    /// Of several selected files those that are analysed.
     enum class Scope { selectedFile, allFiles };
 
     /// All of them must outlive it.
     Exports(const FileList& files, const ProfileChoice& choice, ReviewBook& book, Desktop& desktop,
             SpellChecker& checker);
 
-    /// One line for the operator after an export.
+    /// One line for the operator after an export. It goes when the next one begins.
     const std::optional<QString>& exportMessage() const { return m_exportMessage; }
     void setExportMessage(const std::optional<QString>& message);
+    /// The file that the line says was saved; nothing when it speaks of something else.
+    const std::optional<FileUrl>& savedFile() const { return m_savedFile; }
+    /// Nothing failed beside it.
+    bool isAllSaved() const { return m_savedFile && m_isAllSaved; }
+    /// Shows it in its folder.
+    void showSavedFile();
+    /// The editing system that reads markers of this format, as its users call it.
+    static QString reader(MarkerExport::Format format);
 
-    /// Writes findings and notes of the selected file. While one export of markers is prepared, no
-    /// other begins: each would ask for a place.
+    /// Writes findings and notes of the selected file; those of several, a file each, into a
+    /// folder. While one export of markers is prepared, no other begins: each would ask for a
+    /// place.
     void exportMarkers(MarkerExport::Format format);
-    /// Writes the reports of all analysed files as text.
+    /// Writes the reports of all analysed files as text, or of those among several selected ones.
     void saveReport();
     /// Prints reports and notes. While one document is made, no other begins.
     void exportReviewPDF(Scope scope);
@@ -49,7 +60,9 @@ Q_SIGNALS:
     void pdfProgressChanged();
 
 private:
-    static std::vector<Marker> markers(const ExportSource& source);
+    void tellSaved(const QString& message, const FileUrl& file, bool isAll = true);
+    void exportMarkersOfSeveral(MarkerExport::Format format);
+    void tellMarkers(const MarkerFolder::Outcome& outcome);
     void askAndWrite(const ExportSource& source, MarkerExport::Format format,
                      const std::vector<Marker>& markers);
     std::vector<ExportSource> sources(Scope scope) const;
@@ -61,9 +74,12 @@ private:
     ReviewBook& m_book;
     Desktop& m_desktop;
     std::optional<QString> m_exportMessage;
+    std::optional<FileUrl> m_savedFile;
+    bool m_isAllSaved = true;
     bool m_isPreparing = false;
     std::optional<PdfExport::Progress> m_pdfProgress;
     PdfExport m_pdf;
+    MarkerFolder m_markerFolder;
     Tasks m_tasks;
 };
 

@@ -1,5 +1,7 @@
 #include "VantroqueApp/Model/Playback/FindingFocus.h"
 
+#include "Check/EventWords.h"
+
 #include <algorithm>
 
 namespace vantroque {
@@ -29,7 +31,9 @@ void FindingFocus::select(const SignalEvent& event)
 {
     std::optional<Highlight> highlight;
     if (event.box)
-        highlight = Highlight{.finding = {.box = *event.box, .verdict = event.verdict, .label = {}},
+        highlight = Highlight{.finding = {.box = *event.box,
+                                          .verdict = event.verdict,
+                                          .label = EventWords::atPlace(event)},
                               .first = event.frame,
                               .last = std::max(event.frame, event.endFrame.value_or(event.frame))};
     set(std::nullopt, event.id, std::move(highlight));

@@ -55,11 +55,14 @@ void OpenPlayer::syncPlayer()
     const auto report = playable(entry);
     if (!report)
         return drop();
-    if (m_player && m_player->file().url == entry->url)
-        return m_player->setReport(report);
+    if (m_player && m_player->file().url == entry->url) {
+        m_player->setReport(report);
+        return m_player->setMedia(entry->media);
+    }
     drop();
     m_player =
         std::make_unique<PlayerController>(fileOf(*entry, *report->video), report, m_surroundings);
+    m_player->setMedia(entry->media);
     giveDraftBack();
     Q_EMIT playerChanged();
 }

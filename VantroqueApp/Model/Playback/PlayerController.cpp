@@ -1,32 +1,16 @@
 #include "VantroqueApp/Model/Playback/PlayerController.h"
 
 #include "Base/PathText.h"
-#include "VantroqueApp/Model/Playback/EngineFrames.h"
-#include "VantroqueApp/Model/Playback/StillStepper.h"
-
-#include <QTimer>
+#include "VantroqueApp/Model/Playback/ProblemSteps.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Null where the file cannot even be tried.
-std::unique_ptr<FrameSource> engineFrames(const PlayedFile& file, const PlaybackEngineMaker& make)
-{
-    if (!make)
-        return nullptr;
-    auto engine = make({.url = file.url,
-                        .stream = file.stream,
-                        .rate = file.workingRate(),
-                        .frames = file.video.frameCount.value_or(0),
-                        .matrix = file.video.matrix.value_or(ColorMatrix::bt709),
-                        .fullRange = file.video.fullRange.value_or(false)});
-    return engine ? std::make_unique<EngineFrames>(file, std::move(engine)) : nullptr;
-}
 
 /// Of marks in order of their frames the next one after a frame, or the last one before it.
 template<typename Mark>
@@ -46,11 +30,13 @@ PlayerController::PlayerController(PlayedFile file, Report report,
     : m_file(std::move(file)),
       m_report(std::move(report)),
       m_desktop(surroundings.desktop),
+      m_pictures(m_file, surroundings.makeEngine),
       m_playhead(m_file, surroundings.clock),
       m_shuttle(surroundings.clock),
       m_zoom(m_file.shape()),
       m_guides(m_file, surroundings.defaults),
-      m_scopes(surroundings.defaults, surroundings.clock, m_file.scopeSize()),
+      m_scopes(surroundings.defaults, surroundings.clock, m_file.scopeSize(),
+               m_file.video.matrix.value_or(ColorMatrix::bt709)),
       m_captions(m_file, surroundings.speller),
       m_notebook(m_file, surroundings.reviews),
       m_stills(m_file, surroundings.desktop)
@@ -59,10 +45,7 @@ PlayerController::PlayerController(PlayedFile file, Report report,
     m_shuttle.applyRate = [this](double rate) { return m_playhead.run(rate); };
     m_shuttle.stepFrames = [this](std::int64_t frames) { return m_playhead.walk(frames); };
     connectSubjects();
-    if (auto frames = engineFrames(m_file, surroundings.makeEngine))
-        use(std::move(frames));
-    else
-        fallBackToStills();
+    useSource();
 }
 
 PlayerController::~PlayerController()
@@ -72,6 +55,13 @@ PlayerController::~PlayerController()
 
 void PlayerController::connectSubjects()
 {
+    connect(&m_pictures, &FilmPictures::shownChanged, this, &PlayerController::pictureChanged);
+    connect(&m_pictures, &FilmPictures::readyChanged, this, &PlayerController::modeChanged);
+    connect(&m_pictures, &FilmPictures::sourceChanged, this, [this] {
+        useSource();
+        m_shuttle.playbackEnded();
+        Q_EMIT modeChanged();
+    });
     connect(&m_playhead, &Playhead::ended, &m_shuttle, &ShuttleEngine::playbackEnded);
     connect(&m_notebook, &Notebook::opened, this, [this] {
         const auto& review = m_notebook.review();
@@ -83,39 +73,19 @@ void PlayerController::connectSubjects()
     connect(&m_captions, &PlayerCaptions::changed, this, &PlayerController::eventsChanged);
     connect(&m_captions, &PlayerCaptions::message, this, &PlayerController::setExportMessage);
     connect(&m_notebook, &Notebook::message, this, &PlayerController::setExportMessage);
-    connect(&m_stills, &StillExport::message, this, &PlayerController::setExportMessage);
+    connect(&m_stills, &StillExport::begun, this, [this] { setExportMessage({}); });
+    connect(&m_stills, &StillExport::failed, this, &PlayerController::setExportMessage);
+    connect(&m_stills, &StillExport::saved, this, [this](const FileUrl& still) {
+        m_savedStill = still;
+        m_message = u"Saved "_s + still.fileName();
+        Q_EMIT exportMessageChanged();
+    });
 }
 
-void PlayerController::use(std::unique_ptr<FrameSource> frames)
+void PlayerController::useSource()
 {
-    m_frames = std::move(frames);
-    connect(m_frames.get(), &FrameSource::shownChanged, this, &PlayerController::pictureChanged);
-    connect(m_frames.get(), &FrameSource::readyChanged, this, &PlayerController::modeChanged);
-    connect(m_frames.get(), &FrameSource::failed, this, &PlayerController::fallBackToStills);
-    m_playhead.use(m_frames.get());
-    m_scopes.use(m_frames.get());
-}
-
-/// What cannot be played is stepped through. There is no way back.
-void PlayerController::fallBackToStills()
-{
-    if (std::exchange(m_usesFrameStepper, true))
-        return;
-    if (m_frames) {
-        m_lastOfFailed = m_frames->shown();
-        m_failed = std::move(m_frames);
-        // It is the one that calls, and holds much memory.
-        QTimer::singleShot(0, this, [this] { m_failed.reset(); });
-    }
-    use(std::make_unique<StillStepper>(m_file));
-    m_shuttle.playbackEnded();
-    Q_EMIT modeChanged();
-}
-
-/// Of an engine that failed the last picture stays, until there is a still.
-const std::optional<ShownFrame>& PlayerController::shown() const
-{
-    return m_frames->shown() ? m_frames->shown() : m_lastOfFailed;
+    m_playhead.use(&m_pictures.source());
+    m_scopes.use(&m_pictures.source());
 }
 
 QString PlayerController::stepperHelp()
@@ -132,7 +102,7 @@ QString PlayerController::stepperNote()
 QStringList PlayerController::notes() const
 {
     QStringList notes;
-    if (m_usesFrameStepper)
+    if (usesFrameStepper())
         notes << stepperNote();
     if (m_file.hdr)
         notes << u"HDR (%1), shown without tone mapping"_s.arg(*m_file.hdr);
@@ -146,6 +116,12 @@ void PlayerController::setReport(Report report)
     m_report = std::move(report);
     Q_EMIT reportChanged();
     Q_EMIT eventsChanged();
+}
+
+void PlayerController::setMedia(Media media)
+{
+    if (std::exchange(m_media, std::move(media)) != m_media)
+        Q_EMIT mediaChanged();
 }
 
 Overlay PlayerController::overlay() const
@@ -190,7 +166,8 @@ TransportActions PlayerController::transportActions()
             .fullScreen = nullptr,
             .undo = [this] { return m_notebook.undoDrawing(); },
             .redo = [this] { return m_notebook.redoDrawing(); },
-            .toMark = [this](bool forward) { goToMark(forward); }};
+            .toMark = [this](bool forward) { goToMark(forward); },
+            .toProblem = [this](bool forward) { goToProblem(forward); }};
 }
 
 std::vector<SignalEvent> PlayerController::detectedEvents() const
@@ -237,6 +214,17 @@ void PlayerController::goToMark(bool forward)
         goTo(*event);
 }
 
+void PlayerController::goToProblem(bool forward)
+{
+    const auto problems = ProblemSteps::among(detectedEvents(), lastFrameIndex());
+    const auto stand = ProblemSteps::at(problems, m_focus.selectedEventID(), m_playhead.frame());
+    const auto& to = forward ? stand.next : stand.previous;
+    if (!to)
+        return;
+    m_shuttle.stop();
+    goTo(problems[*to]);
+}
+
 void PlayerController::saveComment(const std::optional<QString>& author)
 {
     if (const auto id = m_notebook.saveComment(m_playhead.frame(), author))
@@ -277,8 +265,15 @@ void PlayerController::presentCaptionsPanel()
 
 void PlayerController::setExportMessage(const std::optional<QString>& message)
 {
+    m_savedStill.reset();
     m_message = message;
     Q_EMIT exportMessageChanged();
+}
+
+void PlayerController::showSavedStill()
+{
+    if (m_savedStill)
+        m_desktop.showInFolder(*m_savedStill);
 }
 
 void PlayerController::tearDown()

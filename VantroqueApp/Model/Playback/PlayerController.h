@@ -2,6 +2,8 @@
 
 #include "Draw/Overlay.h"
 #include "Playback/PlaybackEngine.h"
+#include "Records/MediaInfo.h"
+#include "VantroqueApp/Model/Playback/FilmPictures.h"
 #include "VantroqueApp/Model/Playback/FindingFocus.h"
 #include "VantroqueApp/Model/Playback/Notebook.h"
 #include "VantroqueApp/Model/Playback/PictureGuides.h"
@@ -36,6 +38,7 @@ class PlayerController : public QObject {
 
 public:
     using Report = std::shared_ptr<const FileReport>;
+    using Media = std::shared_ptr<const MediaInfo>;
 
     PlayerController(PlayedFile file, Report report, const PlayerSurroundings& surroundings);
     ~PlayerController() override;
@@ -53,20 +56,23 @@ public:
     /// The newest of the file; may be null.
     const Report& report() const { return m_report; }
     void setReport(Report report);
+    /// What was measured of it; may be null.
+    const Media& media() const { return m_media; }
+    void setMedia(Media media);
 
     /// The frame on screen; nothing until the first came.
-    const std::optional<ShownFrame>& shown() const;
+    const std::optional<ShownFrame>& shown() const { return m_pictures.shown(); }
     /// What lies on it, but for the strokes of the draft.
     Overlay overlay() const;
     /// The file is shown as stills, since it cannot be played.
-    bool usesFrameStepper() const { return m_usesFrameStepper; }
+    bool usesFrameStepper() const { return m_pictures.areStills(); }
     /// In which words that is told: on the play button, and beside it.
     static QString stepperHelp();
     static QString stepperNote();
     /// What the operator must know of how the file is shown.
     QStringList notes() const;
     /// It can be played at real time.
-    bool isReady() const { return m_frames->canPlay(1); }
+    bool isReady() const { return m_pictures.source().canPlay(1); }
 
     double currentSeconds() const { return m_playhead.currentSeconds(); }
     Timecode timecode() const;
@@ -87,6 +93,8 @@ public:
     void goTo(const SignalEvent& event);
     /// To the next finding or note after this frame, or to the last before it, if there is one.
     void goToMark(bool forward);
+    /// To the next place that fails or warns, or to the one before, if there is one.
+    void goToProblem(bool forward);
 
     /// Keeps the draft as a note on this frame, and selects it.
     void saveComment(const std::optional<QString>& author);
@@ -100,6 +108,10 @@ public:
     /// One line over the picture, until another takes its place.
     const std::optional<QString>& exportMessage() const { return m_message; }
     void setExportMessage(const std::optional<QString>& message);
+    /// The still that the line says was saved; nothing when it speaks of something else.
+    const std::optional<FileUrl>& savedStill() const { return m_savedStill; }
+    /// Shows it in its folder.
+    void showSavedStill();
 
     /// Stops all motion and sound.
     void tearDown();
@@ -108,21 +120,19 @@ Q_SIGNALS:
     void pictureChanged(); ///< Another frame is on screen.
     void modeChanged();    ///< It became ready, or is shown as stills.
     void reportChanged();
+    void mediaChanged();
     void eventsChanged();
     void exportMessageChanged();
 
 private:
     void connectSubjects();
-    void use(std::unique_ptr<FrameSource> frames);
-    void fallBackToStills();
+    void useSource();
 
     const PlayedFile m_file;
     Report m_report;
+    Media m_media;
     Desktop& m_desktop;
-    bool m_usesFrameStepper = false;
-    std::unique_ptr<FrameSource> m_failed; ///< While it tells of its failure.
-    std::optional<ShownFrame> m_lastOfFailed;
-    std::unique_ptr<FrameSource> m_frames; ///< Null only while this is made.
+    FilmPictures m_pictures;
     Playhead m_playhead;
     ShuttleEngine m_shuttle;
     PictureZoom m_zoom;
@@ -133,6 +143,7 @@ private:
     FindingFocus m_focus;
     StillExport m_stills;
     std::optional<QString> m_message;
+    std::optional<FileUrl> m_savedStill;
 };
 
 } // namespace vantroque

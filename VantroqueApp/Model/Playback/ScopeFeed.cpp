@@ -25,11 +25,13 @@ ScopeFeed::ScopeImages images(const std::optional<ScopeFrame>& frame, const Scop
 
 } // namespace
 
-ScopeFeed::ScopeFeed(UserDefaults& defaults, PlayerClock& clock, QSize sampleSize)
+ScopeFeed::ScopeFeed(UserDefaults& defaults, PlayerClock& clock, QSize sampleSize,
+                     ColorMatrix matrix)
     : m_defaults(defaults),
       m_clock(clock),
       m_sampleSize(sampleSize),
-      m_options(ScopeOptions::load(defaults))
+      m_matrix(matrix),
+      m_options(ScopeOptions::load(defaults, m_place))
 {
 }
 
@@ -38,7 +40,17 @@ void ScopeFeed::setScopeOptions(const ScopeOptions& options)
     if (m_options == options)
         return;
     m_options = options;
-    m_options.save(m_defaults);
+    m_options.save(m_defaults, m_place);
+    Q_EMIT optionsChanged();
+    startOrStop();
+}
+
+void ScopeFeed::setPlace(ScopePlace place)
+{
+    if (m_place == place)
+        return;
+    m_place = place;
+    m_options = ScopeOptions::load(m_defaults, place);
     Q_EMIT optionsChanged();
     startOrStop();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Picture/ScopeOptions.h"
+#include "Records/ColorMatrix.h"
 #include "VantroqueApp/Model/Background/LatestOnly.h"
 #include "VantroqueApp/Model/Playback/FrameSource.h"
 #include "VantroqueApp/Model/Playback/PlayerClock.h"
@@ -27,12 +28,16 @@ public:
     };
 
     /// `defaults` and `clock` must outlive it.
-    ScopeFeed(UserDefaults& defaults, PlayerClock& clock, QSize sampleSize);
+    ScopeFeed(UserDefaults& defaults, PlayerClock& clock, QSize sampleSize, ColorMatrix matrix);
 
     const ScopeOptions& scopeOptions() const { return m_options; }
     /// Remembers another choice.
     void setScopeOptions(const ScopeOptions& options);
     const ScopeImages& scopeImages() const { return m_images; }
+    /// Each place has a choice of its own.
+    void setPlace(ScopePlace place);
+    /// Of the pictures.
+    ColorMatrix matrix() const { return m_matrix; }
 
     /// Samples another source, which must stay until the next call; null for none.
     void use(const FrameSource* frames);
@@ -48,6 +53,8 @@ private:
     UserDefaults& m_defaults;
     PlayerClock& m_clock;
     const QSize m_sampleSize;
+    const ColorMatrix m_matrix;
+    ScopePlace m_place = ScopePlace::report;
     ScopeOptions m_options;
     ScopeImages m_images;
     const FrameSource* m_frames = nullptr;

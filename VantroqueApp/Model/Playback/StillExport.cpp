@@ -23,7 +23,9 @@ void StillExport::exportStill(std::int64_t frame, const Overlay& overlay)
 {
     const PlayedFile& file = m_times->file();
     const QString time = Timecode(frame, file.workingRate()).fileSafeText();
-    const auto target = m_desktop.chooseSaveFile(file.url.stem() + u'_' + time + u".png"_s);
+    Q_EMIT begun();
+    const auto target = m_desktop.chooseSaveFile(
+        {u"Save Still"_s, file.url, file.url.stem() + u'_' + time + u".png"_s, u"PNG images"_s});
     if (!target)
         return;
     m_tasks.run(
@@ -34,10 +36,11 @@ void StillExport::exportStill(std::int64_t frame, const Overlay& overlay)
                              TRY(StillFrame::image(times->file().url, times->secondsOf(frame),
                                                    times->file().shape(), overlay, "still.png")));
                      }),
-        [this, name = target->fileName()](const Result<void>& written) {
-            Q_EMIT message(written
-                               ? u"Saved "_s + name
-                               : u"Could not export the still: "_s + written.error().description);
+        [this, target = *target](const Result<void>& written) {
+            if (written)
+                Q_EMIT saved(target);
+            else
+                Q_EMIT failed(u"Could not export the still: "_s + written.error().description);
         });
 }
 

@@ -26,7 +26,9 @@ public:
     bool isIdle() const { return m_tasks.isIdle(); }
 
 Q_SIGNALS:
-    void message(const QString& text); ///< How it went, for the operator.
+    void begun();
+    void saved(const vantroque::FileUrl& still);
+    void failed(const QString& message); ///< For the operator.
 
 private:
     const std::shared_ptr<const FrameTimes> m_times;

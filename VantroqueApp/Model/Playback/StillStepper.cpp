@@ -6,8 +6,8 @@
 
 namespace vantroque {
 
-StillStepper::StillStepper(const PlayedFile& file)
-    : m_times(std::make_shared<const FrameTimes>(file))
+StillStepper::StillStepper(const PlayedFile& file, int wide)
+    : m_times(std::make_shared<const FrameTimes>(file)), m_width(wide)
 {
 }
 
@@ -21,9 +21,9 @@ void StillStepper::aim(std::int64_t frame, double)
     if (std::exchange(m_asked, frame) == frame)
         return;
     m_stills.run(untilStopped(m_end.get_token(),
-                              [times = m_times, frame] {
+                              [times = m_times, frame, wide = m_width] {
                                   const auto png = FrameExporter::frameData(
-                                      times->file().url, times->secondsOf(frame), width);
+                                      times->file().url, times->secondsOf(frame), wide);
                                   return png ? QImage::fromData(*png, "PNG") : QImage();
                               }),
                  [this, frame](const QImage& picture) {

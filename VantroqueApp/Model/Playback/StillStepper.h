@@ -16,7 +16,7 @@ public:
     /// Wide enough to judge a picture by, small enough to step through.
     static constexpr int width = 960;
 
-    explicit StillStepper(const PlayedFile& file);
+    explicit StillStepper(const PlayedFile& file, int wide = width);
     ~StillStepper() override;
 
     void aim(std::int64_t frame, double rate) override;
@@ -26,6 +26,7 @@ public:
 
 private:
     const std::shared_ptr<const FrameTimes> m_times;
+    const int m_width;
     std::optional<std::int64_t> m_asked;
     std::stop_source m_end; ///< Stops ffmpeg.
     LatestOnly m_stills;    ///< Ends first.

@@ -26,7 +26,8 @@ struct TransportActions {
     /// They say whether there was something to do.
     std::function<bool()> undo;
     std::function<bool()> redo;
-    std::function<void(bool forward)> toMark; ///< To the finding or note after, or before.
+    std::function<void(bool forward)> toMark;    ///< To the finding or note after, or before.
+    std::function<void(bool forward)> toProblem; ///< To what fails or warns after, or before.
 };
 
 } // namespace vantroque

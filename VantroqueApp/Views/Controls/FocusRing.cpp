@@ -12,6 +12,8 @@
 
 namespace vantroque {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int thickness = 2;
@@ -21,6 +23,7 @@ class Ring : public QWidget {
 public:
     explicit Ring(QWidget* window) : QWidget(window)
     {
+        setObjectName(u"focusRing"_s);
         setAttribute(Qt::WA_TransparentForMouseEvents);
         setAttribute(Qt::WA_NoSystemBackground);
         setFocusPolicy(Qt::NoFocus);

@@ -23,4 +23,11 @@ QAction* add(QMenu& menu, const QString& text)
     return heading;
 }
 
+void setText(QAction& heading, const QString& text)
+{
+    heading.setText(text);
+    auto& shown = static_cast<QWidgetAction&>(heading);
+    static_cast<QLabel*>(shown.defaultWidget())->setText(text);
+}
+
 } // namespace vantroque::MenuHeading

@@ -42,9 +42,28 @@ void ToolButton::setMenu(QMenu* menu)
     });
 }
 
+void ToolButton::setOpens()
+{
+    m_opens = true;
+    setCheckable(true);
+}
+
+/// What opens says when it is open.
+void ToolButton::nextCheckState()
+{
+    if (!m_opens)
+        QToolButton::nextCheckState();
+}
+
 void ToolButton::setPlain()
 {
     m_plain = true;
+    update();
+}
+
+void ToolButton::setAccented()
+{
+    m_accented = true;
     update();
 }
 
@@ -78,12 +97,14 @@ void ToolButton::paintEvent(QPaintEvent*)
     const Theme& theme = Theme::current();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const bool open = isDown() || (menu() != nullptr && menu()->isVisible());
+    const bool open = isDown() || isChecked() || (menu() != nullptr && menu()->isVisible());
     const QColor still = m_plain ? QColor(Qt::transparent) : theme.card;
     painter.setPen(m_plain ? QColor(Qt::transparent) : theme.controlEdge);
     painter.setBrush(open ? theme.pressed : isEnabled() && underMouse() ? theme.hover : still);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
-    const QColor ink = isEnabled() ? theme.text1 : theme.text3;
+    const QColor ink = !isEnabled()          ? theme.text3
+                       : m_accented && !open ? theme.accent
+                                             : theme.text1;
     int left = inset();
     if (hasIcon()) {
         const int top = (height() - signSize) / 2;

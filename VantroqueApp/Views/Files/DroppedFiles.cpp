@@ -12,15 +12,28 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::vector<fs::path> filesIn(const fs::path& folder)
+bool isHidden(const fs::path& file)
 {
+    return file.filename().native().starts_with('.');
+}
+
+void lookInto(const fs::path& folder, Found& found)
+{
+    const QString name = FileUrl::fromPath(folder).fileName();
     std::vector<fs::path> files;
+    std::error_code error;
     std::error_code ignored;
-    for (fs::directory_iterator entry(folder, ignored), end; entry != end; entry.increment(ignored))
-        if (entry->is_regular_file(ignored))
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error))
+        if (entry->is_regular_file(ignored) && !isHidden(entry->path()))
             files.push_back(entry->path());
+    if (error)
+        found.skipped.push_back({name, u"is a folder that cannot be read"_s});
+    else if (files.empty())
+        found.skipped.push_back({name, u"is a folder without files"_s});
     std::ranges::sort(files);
-    return files;
+    for (const fs::path& file : files)
+        found.files.push_back(FileUrl::fromPath(file));
 }
 
 } // namespace
@@ -43,18 +56,25 @@ std::vector<fs::path> paths(const QMimeData& dropped)
     return paths;
 }
 
-std::vector<FileUrl> urls(const std::vector<fs::path>& paths)
+Found look(const std::vector<fs::path>& paths)
 {
-    std::vector<FileUrl> files;
+    Found found;
     std::error_code ignored;
     for (const fs::path& path : paths) {
-        if (fs::is_directory(path, ignored))
-            for (const fs::path& file : filesIn(path))
-                files.push_back(FileUrl::fromPath(file));
-        else if (fs::exists(path, ignored))
-            files.push_back(FileUrl::fromPath(path));
+        const auto type = fs::status(path, ignored).type();
+        const FileUrl file = FileUrl::fromPath(path);
+        if (type == fs::file_type::directory)
+            lookInto(path, found);
+        else if (type == fs::file_type::not_found)
+            found.skipped.push_back({file.fileName(), u"does not exist"_s});
+        else if (type == fs::file_type::none)
+            found.skipped.push_back({file.fileName(), u"cannot be opened"_s});
+        else if (type != fs::file_type::regular)
+            found.skipped.push_back({file.fileName(), u"is not a file"_s});
+        else
+            found.files.push_back(file);
     }
-    return files;
+    return found;
 }
 
 } // namespace vantroque::DroppedFiles

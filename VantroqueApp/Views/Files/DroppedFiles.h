@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/FileUrl.h"
+#include "VantroqueApp/Model/Files/SkippedFile.h"
 
 #include <vector>
 
@@ -13,8 +14,14 @@ namespace vantroque::DroppedFiles {
 bool holdsFiles(const QMimeData& dropped);
 /// The places in it on this machine, in the order of the drop.
 std::vector<std::filesystem::path> paths(const QMimeData& dropped);
-/// The files at these places, in that order: for a folder those right in it, by name. What does not
-/// exist is left out. Names keep their bytes. Blocks while folders are read; any thread.
-std::vector<FileUrl> urls(const std::vector<std::filesystem::path>& paths);
+
+struct Found {
+    std::vector<FileUrl> files;
+    std::vector<SkippedFile> skipped;
+};
+/// The files at these places, in that order: for a folder those right in it, by name, but for
+/// hidden ones. What cannot be looked at is skipped. Names keep their bytes. Blocks as long as a
+/// disk does, which may be for ever; any thread.
+Found look(const std::vector<std::filesystem::path>& paths);
 
 } // namespace vantroque::DroppedFiles

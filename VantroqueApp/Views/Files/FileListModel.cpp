@@ -1,58 +1,194 @@
 #include "VantroqueApp/Views/Files/FileListModel.h"
 
 #include "VantroqueApp/Views/Files/FileRow.h"
+#include "VantroqueApp/Views/Files/NameFit.h"
+
+#include <QScopedValueRollback>
+#include <QSet>
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <utility>
 
 namespace vantroque {
 
-FileListModel::FileListModel(const FileList& list, const AnalysisQueue& queue, QObject* parent)
-    : QAbstractListModel(parent), m_list(list), m_queue(queue), m_files(list.analyses())
+namespace {
+
+struct Run {
+    std::size_t first = 0;
+    std::size_t last = 0;
+};
+
+/// The stretches in which something holds.
+template<typename Holds>
+std::vector<Run> runs(std::size_t size, Holds holds)
 {
+    std::vector<Run> runs;
+    for (std::size_t i = 0; i < size; ++i) {
+        if (!holds(i))
+            continue;
+        if (!runs.empty() && runs.back().last + 1 == i)
+            runs.back().last = i;
+        else
+            runs.push_back({i, i});
+    }
+    return runs;
+}
+
+const FileAnalysis& file(const FileAnalysis& file)
+{
+    return file;
+}
+
+const FileAnalysis& file(const FileAnalysis* file)
+{
+    return *file;
+}
+
+template<typename Files>
+QSet<QUuid> idsOf(const Files& files)
+{
+    QSet<QUuid> ids;
+    ids.reserve(std::ssize(files));
+    for (const auto& one : files)
+        ids.insert(file(one).id);
+    return ids;
+}
+
+/// Those that are in both.
+template<typename Files>
+std::vector<QUuid> common(const Files& files, const QSet<QUuid>& others)
+{
+    std::vector<QUuid> ids;
+    for (const auto& one : files)
+        if (others.contains(file(one).id))
+            ids.push_back(file(one).id);
+    return ids;
+}
+
+} // namespace
+
+FileListModel::FileListModel(const FileList& list, const AnalysisQueue& queue, QObject* parent)
+    : QAbstractListModel(parent), m_list(list), m_queue(queue)
+{
+    m_soon.setSingleShot(true);
+    m_soon.setInterval(0);
+    connect(&m_soon, &QTimer::timeout, this, &FileListModel::followStandings);
     connect(&list, &FileList::listChanged, this, &FileListModel::follow);
     connect(&list, &FileList::entryChanged, this, &FileListModel::refresh);
     connect(&queue, &AnalysisQueue::progressChanged, this, &FileListModel::refresh);
+    follow();
 }
 
-/// Files keep their order, and new ones come last.
+void FileListModel::setOrder(const FileOrder& order)
+{
+    if (order == m_order)
+        return;
+    m_order = order;
+    follow();
+}
+
 void FileListModel::follow()
 {
-    removeGone();
-    appendNew();
+    m_soon.stop();
+    QHash<QUuid, FileStanding> standings;
+    standings.reserve(std::ssize(m_list.analyses()));
+    std::vector<FileOrder::Ranked> ranked;
+    ranked.reserve(m_list.analyses().size());
+    for (const FileAnalysis& file : m_list.analyses()) {
+        const auto known = m_standings.find(file.id);
+        const FileStanding standing = known != m_standings.end() ? *known : standingOf(file);
+        standings.insert(file.id, standing);
+        ranked.push_back({&file, standing});
+    }
+    m_standings = std::move(standings);
+    recount();
+    Wanted wanted;
+    for (const FileOrder::Ranked& one : m_order.arranged(std::move(ranked)))
+        wanted.push_back(one.file);
+    {
+        const QScopedValueRollback following(m_isFollowing, true);
+        if (!changeInRuns(wanted))
+            changeAtOnce(wanted);
+    }
+    Q_EMIT followed();
 }
 
-void FileListModel::removeGone()
+void FileListModel::followStandings()
 {
-    std::vector<bool> isGone;
-    auto next = m_list.analyses().begin();
-    for (const FileAnalysis& file : m_files) {
-        isGone.push_back(next == m_list.analyses().end() || next->id != file.id);
-        if (!isGone.back())
-            ++next;
-    }
-    for (auto end = isGone.size(); end > 0;) {
-        if (!isGone[--end])
-            continue;
-        auto first = end;
-        while (first > 0 && isGone[first - 1])
-            --first;
-        beginRemoveRows({}, static_cast<int>(first), static_cast<int>(end));
-        m_files.erase(m_files.begin() + static_cast<std::ptrdiff_t>(first),
-                      m_files.begin() + static_cast<std::ptrdiff_t>(end) + 1);
-        end = first;
+    if (m_order.filter != FileFilter::all || m_order.sort == FileSort::verdict
+        || m_order.sort == FileSort::length)
+        return follow();
+    recount();
+    Q_EMIT followed();
+}
+
+/// Unless files changed places, or so many came and went that telling of each run takes longer than
+/// beginning anew.
+bool FileListModel::changeInRuns(const Wanted& wanted)
+{
+    constexpr std::size_t most = 32;
+    const auto old = idsOf(m_files);
+    const auto fresh = idsOf(wanted);
+    const auto gone =
+        runs(m_files.size(), [&](std::size_t i) { return !fresh.contains(m_files[i].id); });
+    const auto come =
+        runs(wanted.size(), [&](std::size_t i) { return !old.contains(wanted[i]->id); });
+    if (gone.size() + come.size() > most || common(m_files, fresh) != common(wanted, old))
+        return false;
+    const auto at = [](std::size_t i) { return static_cast<std::ptrdiff_t>(i); };
+    for (auto run = gone.rbegin(); run != gone.rend(); ++run) {
+        beginRemoveRows({}, static_cast<int>(run->first), static_cast<int>(run->last));
+        m_files.erase(m_files.begin() + at(run->first), m_files.begin() + at(run->last) + 1);
         endRemoveRows();
     }
+    for (const Run& run : come) {
+        Files files;
+        for (std::size_t i = run.first; i <= run.last; ++i)
+            files.push_back(*wanted[i]);
+        beginInsertRows({}, static_cast<int>(run.first), static_cast<int>(run.last));
+        m_files.insert(m_files.begin() + at(run.first), std::move_iterator(files.begin()),
+                       std::move_iterator(files.end()));
+        endInsertRows();
+    }
+    reindex();
+    return true;
 }
 
-void FileListModel::appendNew()
+void FileListModel::changeAtOnce(const Wanted& wanted)
 {
-    const auto& files = m_list.analyses();
-    if (files.size() == m_files.size())
-        return;
-    beginInsertRows({}, rowCount(), static_cast<int>(files.size()) - 1);
-    m_files.insert(m_files.end(), files.begin() + std::ssize(m_files), files.end());
-    endInsertRows();
+    beginResetModel();
+    Files files;
+    files.reserve(wanted.size());
+    for (const FileAnalysis* one : wanted)
+        files.push_back(*one);
+    m_files = std::move(files);
+    reindex();
+    endResetModel();
+}
+
+void FileListModel::reindex()
+{
+    m_rows.clear();
+    m_rows.reserve(std::ssize(m_files));
+    for (std::size_t i = 0; i < m_files.size(); ++i)
+        m_rows.insert(m_files[i].id, static_cast<int>(i));
+}
+
+void FileListModel::recount()
+{
+    m_counts.fill(0);
+    for (const FileFilter filter :
+         {FileFilter::all, FileFilter::failed, FileFilter::warned, FileFilter::notAnalyzed})
+        for (const FileStanding standing : std::as_const(m_standings))
+            m_counts.at(static_cast<std::size_t>(filter)) +=
+                FileOrder{filter, {}}.shows(standing) ? 1 : 0;
+}
+
+std::size_t FileListModel::count(FileFilter filter) const
+{
+    return m_counts.at(static_cast<std::size_t>(filter));
 }
 
 int FileListModel::rowCount(const QModelIndex& parent) const
@@ -71,9 +207,12 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const
     }
 }
 
-const FileAnalysis& FileListModel::entry(const QModelIndex& index) const
+QString FileListModel::shownName(int row, const QFontMetrics& metrics, int width) const
 {
-    return m_files.at(static_cast<std::size_t>(index.row()));
+    const auto nameAt = [this](int other) {
+        return other >= 0 && other < rowCount() ? entry(other).url.fileName() : QString();
+    };
+    return NameFit::shortened(nameAt(row), {nameAt(row - 1), nameAt(row + 1)}, metrics, width);
 }
 
 const AnalysisProgress::Snapshot* FileListModel::progress(const QModelIndex& index) const
@@ -83,19 +222,23 @@ const AnalysisProgress::Snapshot* FileListModel::progress(const QModelIndex& ind
 
 QModelIndex FileListModel::indexOf(const std::optional<QUuid>& id) const
 {
-    const auto found = id ? std::ranges::find(m_files, *id, &FileAnalysis::id) : m_files.end();
-    return found == m_files.end() ? QModelIndex()
-                                  : index(static_cast<int>(found - m_files.begin()));
+    const auto found = id ? m_rows.find(*id) : m_rows.end();
+    return found == m_rows.end() ? QModelIndex() : index(*found);
 }
 
 void FileListModel::refresh(const QUuid& id)
 {
     const FileAnalysis* file = m_list.analysis(id);
-    const QModelIndex changed = indexOf(id);
-    if (file == nullptr || !changed.isValid())
+    const auto known = m_standings.find(id);
+    if (file == nullptr || known == m_standings.end())
         return;
-    m_files[static_cast<std::size_t>(changed.row())] = *file;
-    Q_EMIT dataChanged(changed, changed);
+    const FileStanding standing = standingOf(*file);
+    if (std::exchange(*known, standing) != standing || m_order.sort == FileSort::length)
+        m_soon.start();
+    if (const QModelIndex changed = indexOf(id); changed.isValid()) {
+        m_files[static_cast<std::size_t>(changed.row())] = *file;
+        Q_EMIT dataChanged(changed, changed);
+    }
 }
 
 } // namespace vantroque

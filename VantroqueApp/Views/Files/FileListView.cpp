@@ -5,7 +5,11 @@
 #include <QContextMenuEvent>
 #include <QDesktopServices>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QUrl>
+
+#include <algorithm>
+#include <utility>
 
 namespace vantroque {
 
@@ -19,18 +23,20 @@ FileListView::FileListView(FileList& list, const AnalysisQueue& queue, QWidget* 
     auto* delegate = new FileRowDelegate(this);
     setItemDelegate(delegate);
     setUniformItemSizes(true);
+    setSelectionMode(ExtendedSelection);
     setMouseTracking(true);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     connect(delegate, &FileRowDelegate::removeRequested, this, &FileListView::remove);
-    connect(&m_list, &FileList::listChanged, this, [this] {
+    connect(m_files, &FileListModel::followed, this, [this] {
         fitRows();
         showSelection();
         tellVisible();
     });
     connect(&m_list, &FileList::selectionChanged, this, &FileListView::showSelection);
     fitRows();
+    m_isShowing = false;
     showSelection();
 }
 
@@ -53,22 +59,34 @@ void FileListView::contextMenuEvent(QContextMenuEvent* event)
 void FileListView::showMenu(const QModelIndex& index, const QPoint& place)
 {
     const QUuid id = m_files->entry(index).id;
-    const QUrl folder =
-        QUrl::fromLocalFile(QString::fromStdString(m_files->entry(index).url.path().parent_path()));
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->setToolTipsVisible(true);
-    auto* reveal =
-        menu->addAction(u"Reveal in Finder"_s, [folder] { QDesktopServices::openUrl(folder); });
-    reveal->setToolTip(u"Opens the folder in the file manager"_s);
-    menu->addAction(u"Remove from List"_s, [this, id] { m_list.remove(id); });
+    if (!m_list.isSeveralSelected()) {
+        const QUrl folder = QUrl::fromLocalFile(
+            QString::fromStdString(m_files->entry(index).url.path().parent_path()));
+        auto* reveal =
+            menu->addAction(u"Reveal in Finder"_s, [folder] { QDesktopServices::openUrl(folder); });
+        reveal->setToolTip(u"Opens the folder in the file manager"_s);
+    }
+    auto* again = menu->addAction(u"Analyze Again"_s, &m_list, &FileList::queueSelectedAgain);
+    again->setEnabled(std::ranges::any_of(m_list.allSelected(), [](const FileAnalysis* file) {
+        return !file->is<FileAnalysis::Queued>() && !file->is<FileAnalysis::Running>();
+    }));
+    menu->addAction(u"Remove from List"_s, [this, id] { remove(m_files->indexOf(id)); });
     menu->popup(place);
 }
 
 void FileListView::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace)
-        return remove(currentIndex());
+        return m_list.remove(std::set(m_list.selection().ids));
+    if (event->matches(QKeySequence::Undo))
+        return m_list.bringBack();
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier
+        && currentIndex().isValid())
+        return showMenu(currentIndex(),
+                        viewport()->mapToGlobal(visualRect(currentIndex()).center()));
     QListView::keyPressEvent(event);
 }
 
@@ -87,20 +105,61 @@ void FileListView::scrollContentsBy(int dx, int dy)
 void FileListView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QListView::currentChanged(current, previous);
-    if (current.isValid())
-        m_list.select(m_files->entry(current).id);
+    if (selectionModel()->isSelected(current))
+        takeSelection();
 }
 
-void FileListView::rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end)
+void FileListView::selectionChanged(const QItemSelection& selected,
+                                    const QItemSelection& deselected)
 {
-    showSelection(); // Qt would choose a neighbour of its own
-    QListView::rowsAboutToBeRemoved(parent, start, end);
+    QListView::selectionChanged(selected, deselected);
+    takeSelection();
 }
 
+/// A click beside the rows leaves the selection as it is.
+QItemSelectionModel::SelectionFlags FileListView::selectionCommand(const QModelIndex& index,
+                                                                   const QEvent* event) const
+{
+    if (!index.isValid() && event != nullptr
+        && (event->type() == QEvent::MouseButtonPress
+            || event->type() == QEvent::MouseButtonRelease))
+        return QItemSelectionModel::NoUpdate;
+    return QListView::selectionCommand(index, event);
+}
+
+void FileListView::takeSelection()
+{
+    if (m_isShowing || m_files->isFollowing())
+        return;
+    FileSelection selection;
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            selection.ids.insert(m_files->entry(row).id);
+    const QModelIndex current = currentIndex();
+    if (current.isValid() && selection.ids.contains(m_files->entry(current).id))
+        selection.lead = m_files->entry(current).id;
+    else if (!selection.ids.empty())
+        selection.lead = *selection.ids.begin();
+    const QScopedValueRollback showing(m_isShowing, true); // as it is
+    m_list.select(std::move(selection));
+}
+
+/// All that are selected, where the pointed-at row is one of them.
 void FileListView::remove(const QModelIndex& index)
 {
-    if (index.isValid())
-        m_list.remove(m_files->entry(index).id);
+    if (!index.isValid())
+        return;
+    const QUuid id = m_files->entry(index).id;
+    const auto& selected = m_list.selection().ids;
+    m_list.remove(selected.contains(id) ? std::set(selected) : std::set{id});
+}
+
+void FileListView::goTo(const QUuid& id)
+{
+    if (!m_files->indexOf(id).isValid())
+        m_files->setOrder({FileFilter::all, m_files->order().sort});
+    m_list.select(id);
+    scrollTo(m_files->indexOf(id));
 }
 
 void FileListView::fitRows()
@@ -122,9 +181,24 @@ void FileListView::tellVisible()
 
 void FileListView::showSelection()
 {
-    if (const QModelIndex index = m_files->indexOf(m_list.selectedAnalysisID());
-        index != currentIndex())
-        setCurrentIndex(index);
+    if (m_isShowing || m_files->isFollowing())
+        return;
+    const QScopedValueRollback showing(m_isShowing, true);
+    QItemSelection selection;
+    const auto& ids = m_list.selection().ids;
+    for (int row = 0; row < m_files->rowCount() && !ids.empty(); ++row) {
+        if (!ids.contains(m_files->entry(row).id))
+            continue;
+        const QModelIndex index = m_files->index(row);
+        if (!selection.isEmpty() && selection.back().bottom() == row - 1)
+            selection.back() = QItemSelectionRange(selection.back().topLeft(), index);
+        else
+            selection.append(QItemSelectionRange(index));
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    const QModelIndex lead = m_files->indexOf(m_list.selectedAnalysisID());
+    if (lead != currentIndex())
+        selectionModel()->setCurrentIndex(lead, QItemSelectionModel::NoUpdate);
 }
 
 } // namespace vantroque

@@ -70,8 +70,9 @@ void drawStatus(QPainter& painter, QRect rect, const QString& line, const QStrin
     constexpr int inset = 8;
     const QFont font = Type::text(Type::badge, QFont::Medium);
     const int width = QFontMetrics(font).horizontalAdvance(badge) + 2 * inset;
-    const int lineWidth = std::min(QFontMetrics(Type::text(Type::caption)).horizontalAdvance(line),
-                                   rect.width() - width - 6);
+    const int lineWidth =
+        std::min(QFontMetrics(Type::text(Type::caption)).horizontalAdvance(line) + 1,
+                 rect.width() - width - 6);
     Type::draw(painter, QRect(rect.left(), rect.top(), lineWidth, rect.height()), line,
                Type::text(Type::caption), theme.text2);
     const QRect box(rect.left() + lineWidth + 6, rect.center().y() - height / 2, width, height);
@@ -104,8 +105,9 @@ void FileRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
         file, model.progress(index));
     const int right = showsCross(option) ? crossWidth + 2 : padding;
     const QRect text = row.adjusted(textInset, 0, -right, 0);
-    Type::draw(*painter, QRect(text.left(), row.top() + 10, text.width(), 18), file.url.fileName(),
-               Type::text(Type::body, QFont::Medium),
+    const QFont nameFont = Type::text(Type::body, QFont::Medium);
+    Type::draw(*painter, QRect(text.left(), row.top() + 10, text.width(), 18),
+               model.shownName(index.row(), QFontMetrics(nameFont), text.width()), nameFont,
                file.is<FileAnalysis::Missing>() ? theme.text2 : theme.text1,
                Qt::AlignLeft | Qt::AlignVCenter, Qt::ElideMiddle);
     drawStatus(*painter, QRect(text.left(), row.top() + 29, text.width(), 16),

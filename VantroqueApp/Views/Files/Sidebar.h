@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VantroqueApp/Model/Analyzing/AnalysisQueue.h"
+#include "VantroqueApp/Model/Analyzing/QueueRun.h"
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
 #include "VantroqueApp/Model/Files/FileList.h"
 
@@ -22,8 +22,8 @@ public:
     static constexpr int usual = 280;
     static constexpr int widest = 360;
 
-    Sidebar(FileList& list, const AnalysisQueue& queue, const ProfileChoice& profiles,
-            QWidget* parent = nullptr);
+    Sidebar(FileList& list, const AnalysisQueue& queue, const QueueRun& run,
+            const ProfileChoice& profiles, QWidget* parent = nullptr);
     FileListView& files() { return *m_files; }
     DropWell& well() { return *m_well; }
 
@@ -32,11 +32,15 @@ Q_SIGNALS:
 
 private:
     QWidget* foot();
+    QWidget* noFiles();
     void refresh();
+    void refreshRows();
 
     FileList& m_list;
+    const QueueRun& m_run;
     const ProfileChoice& m_profiles;
     FileListView* m_files;
+    QWidget* m_none; ///< In place of the list where a filter lets nothing through.
     DropWell* m_well;
     QLabel* m_platforms;
     QLabel* m_count;

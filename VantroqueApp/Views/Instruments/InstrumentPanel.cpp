@@ -54,8 +54,10 @@ void InstrumentPanel::paintEvent(QPaintEvent*)
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
     const QRect title(padding, padding, width() - 2 * padding, titleHeight);
     Type::draw(painter, title, m_title, Type::caps(), theme.text2);
-    Type::draw(painter, title, m_note, Type::text(Type::badge), theme.text2,
-               Qt::AlignRight | Qt::AlignVCenter);
+    constexpr int gap = 12;
+    const int after = QFontMetrics(Type::caps()).horizontalAdvance(m_title) + gap;
+    Type::draw(painter, title.adjusted(after, 0, 0, 0), m_note, Type::text(Type::badge),
+               theme.text2, Qt::AlignRight | Qt::AlignVCenter);
     paintContent(painter, contentArea());
 }
 

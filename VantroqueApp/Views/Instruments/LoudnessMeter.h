@@ -12,18 +12,26 @@ class LoudnessMeter : public InstrumentPanel {
 
 public:
     explicit LoudnessMeter(QWidget* parent = nullptr);
-    void show(const FileReport& report, const LoudnessTarget& target);
+    /// `verdict` is what the platforms make of the loudness.
+    void show(const FileReport& report, const LoudnessTarget& target, Verdict verdict);
+    bool hasMeasured() const { return m_isMeasured; }
 
 protected:
     void paintContent(QPainter& painter, const QRect& content) override;
 
 private:
+    struct Number;
+
+    void paintBand(QPainter& painter, const QRect& track) const;
     void paintTargets(QPainter& painter, const QRect& track) const;
     void paintMeasured(QPainter& painter, const QRect& track) const;
-    static void paintScale(QPainter& painter, const QRect& track);
+    void paintScale(QPainter& painter, const QRect& track) const;
+    std::vector<Number> numbers(const QRect& track) const;
 
+    bool m_isMeasured = false;
     double m_measured = 0;
     LoudnessTarget m_target;
+    Verdict m_verdict = Verdict::info;
 };
 
 } // namespace vantroque

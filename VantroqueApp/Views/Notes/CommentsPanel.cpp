@@ -41,18 +41,18 @@ TimedRow rowOf(const ReviewComment& comment)
             .canBeDeleted = true};
 }
 
-QWidget* emptyPage(const QString& title, const QString& hint)
+QWidget* emptyPage(const QString& title, const QString& hint, QWidget* parent)
 {
-    auto* page = new QWidget;
+    auto* page = new QWidget(parent);
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins(bleed, 0, bleed, 0);
     layout->setSpacing(2);
     layout->addStretch();
-    layout->addWidget(Type::label(title, Type::body, QFont::Medium, Type::Ink::text2), 0,
+    layout->addWidget(Type::label(title, Type::body, QFont::Medium, Type::Ink::text2, page), 0,
                       Qt::AlignHCenter);
     if (!hint.isEmpty())
-        layout->addWidget(Type::label(hint, Type::caption, QFont::Normal, Type::Ink::text3), 0,
-                          Qt::AlignHCenter);
+        layout->addWidget(Type::label(hint, Type::caption, QFont::Normal, Type::Ink::text3, page),
+                          0, Qt::AlignHCenter);
     layout->addStretch();
     return page;
 }
@@ -67,11 +67,11 @@ CommentsPanel::CommentsPanel(PlayerController& player, const NoteAuthor& author,
       m_tabs(new NoteTabs(this)),
       m_signOff(new SignOffLine(this)),
       m_top(new QGridLayout),
-      m_notes(new TimedList(u"Notes"_s)),
-      m_detected(new TimedList(u"Detected"_s)),
-      m_noNotes(emptyPage(u"No notes yet"_s, u"Pause on a frame and write below."_s)),
-      m_nothingDetected(emptyPage(u"Nothing detected"_s, {})),
       m_pages(new QStackedWidget(this)),
+      m_notes(new TimedList(u"Notes"_s, m_pages)),
+      m_detected(new TimedList(u"Detected"_s, m_pages)),
+      m_noNotes(emptyPage(u"No notes yet"_s, u"Pause on a frame and write below."_s, m_pages)),
+      m_nothingDetected(emptyPage(u"Nothing detected"_s, {}, m_pages)),
       m_composer(new NoteComposer(player.notebook(), this))
 {
     setAccessibleName(m_heading->text());
@@ -89,7 +89,7 @@ void CommentsPanel::layOut()
                           m_noNotes, m_nothingDetected})
         m_pages->addWidget(page);
     m_pages->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
-    auto* line = new QFrame;
+    auto* line = new QFrame(this);
     line->setObjectName(u"hairline"_s);
     line->setFixedHeight(1);
     m_top->setContentsMargins(bleed, 0, bleed, 0);
@@ -147,7 +147,7 @@ void CommentsPanel::beginNote()
 
 QSize CommentsPanel::minimumSizeHint() const
 {
-    constexpr int leastWidth = 360;
+    constexpr int leastWidth = 320;
     return {leastWidth, leastHeight};
 }
 

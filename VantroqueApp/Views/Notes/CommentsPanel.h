@@ -51,11 +51,11 @@ private:
     NoteTabs* m_tabs;
     SignOffLine* m_signOff;
     QGridLayout* m_top;
+    QStackedWidget* m_pages;
     TimedList* m_notes;
     TimedList* m_detected;
     QWidget* m_noNotes;
     QWidget* m_nothingDetected;
-    QStackedWidget* m_pages;
     NoteComposer* m_composer;
 };
 

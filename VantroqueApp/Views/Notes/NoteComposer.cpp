@@ -37,9 +37,9 @@ const std::vector<Tool>& tools()
 
 constexpr std::array inks{Ink::red, Ink::amber, Ink::white};
 
-QPushButton* button(const QString& text, const QString& kind, const QString& help)
+QPushButton* button(const QString& text, const QString& kind, const QString& help, QWidget* parent)
 {
-    auto* button = new QPushButton(text);
+    auto* button = new QPushButton(text, parent);
     button->setProperty("kind", kind);
     button->setFont(Type::text(Type::body, QFont::Medium));
     button->setToolTip(help);
@@ -48,20 +48,24 @@ QPushButton* button(const QString& text, const QString& kind, const QString& hel
     return button;
 }
 
-/// A row of buttons of one subject.
-QWidget* group(const QString& name, const std::vector<MarkButton*>& buttons)
+/// For a row of buttons of one subject.
+QWidget* group(const QString& name, QWidget* parent)
 {
-    auto* box = new QWidget;
+    auto* box = new QWidget(parent);
     box->setAccessibleName(name);
     box->setToolTip(name);
     auto* layout = new QHBoxLayout(box);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    for (MarkButton* each : buttons) {
-        each->setAccessibleDescription(name);
-        layout->addWidget(each);
-    }
     return box;
+}
+
+MarkButton* addTo(const QWidget& group, MarkButton* button)
+{
+    button->setCheckable(true);
+    button->setAccessibleDescription(group.accessibleName());
+    group.layout()->addWidget(button);
+    return button;
 }
 
 } // namespace
@@ -70,12 +74,12 @@ NoteComposer::NoteComposer(Notebook& notebook, QWidget* parent)
     : QFrame(parent),
       m_notebook(notebook),
       m_field(new NoteField(this)),
+      m_row(new QWidget(this)),
       m_tools(new QButtonGroup(this)),
       m_inks(new QButtonGroup(this)),
-      m_undo(new MarkButton(u"undo"_s, u"Undo the last marking"_s)),
-      m_cancel(button(u"Cancel"_s, u"plain"_s, u"Give this note up  (esc)"_s)),
-      m_save(button(u"Save"_s, u"smallPrimary"_s, u"Keep this note  (Ctrl+Return)"_s)),
-      m_row(toolRow())
+      m_undo(new MarkButton(u"undo"_s, u"Undo the last marking"_s, m_row)),
+      m_cancel(button(u"Cancel"_s, u"plain"_s, u"Give this note up  (esc)"_s, m_row)),
+      m_save(button(u"Save"_s, u"smallPrimary"_s, u"Keep this note  (Ctrl+Return)"_s, m_row))
 {
     setObjectName(u"composer"_s);
     setAccessibleName(u"New note"_s);
@@ -84,6 +88,7 @@ NoteComposer::NoteComposer(Notebook& notebook, QWidget* parent)
     layout->setSpacing(4);
     layout->addWidget(m_field);
     layout->addWidget(m_row);
+    layOutRow();
     for (const auto signal : {&Notebook::draftChanged, &Notebook::opened, &Notebook::reviewChanged})
         connect(&m_notebook, signal, this, &NoteComposer::follow);
     connectField();
@@ -105,10 +110,9 @@ void NoteComposer::connectField()
     connect(m_field, &NoteField::cancelRequested, this, &NoteComposer::cancel);
 }
 
-QWidget* NoteComposer::toolRow()
+void NoteComposer::layOutRow()
 {
-    auto* row = new QWidget(this);
-    auto* layout = new QHBoxLayout(row);
+    auto* layout = new QHBoxLayout(m_row);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addWidget(markings());
@@ -117,34 +121,27 @@ QWidget* NoteComposer::toolRow()
     layout->addWidget(m_cancel);
     layout->addWidget(m_save);
     connect(m_undo, &QAbstractButton::clicked, this, [this] { m_notebook.undoDraftStroke(); });
-    return row;
 }
 
 QWidget* NoteComposer::markings()
 {
-    std::vector<MarkButton*> toolButtons;
-    for (const Tool& each : tools()) {
-        toolButtons.push_back(new MarkButton(each.icon, each.help));
-        m_tools->addButton(toolButtons.back(), static_cast<int>(each.tool));
-    }
-    std::vector<MarkButton*> inkButtons;
-    for (const Ink ink : inks) {
-        inkButtons.push_back(new MarkButton(ink));
-        m_inks->addButton(inkButtons.back(), static_cast<int>(ink));
-    }
-    for (const auto& buttons : {toolButtons, inkButtons})
-        for (MarkButton* each : buttons)
-            each->setCheckable(true);
+    auto* box = new QWidget(m_row);
+    QWidget* toolBox = group(u"Draw on this frame"_s, box);
+    for (const Tool& each : tools())
+        m_tools->addButton(addTo(*toolBox, new MarkButton(each.icon, each.help, toolBox)),
+                           static_cast<int>(each.tool));
+    QWidget* inkBox = group(u"Marker color"_s, box);
+    for (const Ink ink : inks)
+        m_inks->addButton(addTo(*inkBox, new MarkButton(ink, inkBox)), static_cast<int>(ink));
     connect(m_tools, &QButtonGroup::idClicked, this,
             [this](int tool) { m_notebook.setTool(static_cast<AnnotationTool>(tool)); });
     connect(m_inks, &QButtonGroup::idClicked, this,
             [this](int ink) { m_notebook.setInk(static_cast<Ink>(ink)); });
-    auto* box = new QWidget;
     auto* layout = new QHBoxLayout(box);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(4);
-    layout->addWidget(group(u"Draw on this frame"_s, toolButtons));
-    layout->addWidget(group(u"Marker color"_s, inkButtons));
+    layout->addWidget(toolBox);
+    layout->addWidget(inkBox);
     return box;
 }
 

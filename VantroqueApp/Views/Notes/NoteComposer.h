@@ -31,7 +31,7 @@ Q_SIGNALS:
 
 private:
     void connectField();
-    QWidget* toolRow();
+    void layOutRow();
     QWidget* markings();
     void follow();
     void save();
@@ -40,12 +40,12 @@ private:
 
     Notebook& m_notebook;
     NoteField* m_field;
+    QWidget* m_row; ///< The tools and what ends a note, made in it: see PlayerPane::setBelow.
     QButtonGroup* m_tools;
     QButtonGroup* m_inks;
     MarkButton* m_undo;
     QPushButton* m_cancel;
     QPushButton* m_save;
-    QWidget* m_row;
     bool m_isTight = false;
 };
 

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int gap = 8;
 constexpr int lineHeight = 26;
+constexpr int signSize = 14;
 
 QString notSignedOff(std::ptrdiff_t notes)
 {
@@ -52,8 +53,8 @@ QPushButton* button(const QString& text, const QString& help)
 SignOffLine::SignOffLine(QWidget* parent)
     : QWidget(parent),
       m_words(new ElidedLabel(Type::text(Type::caption), Qt::ElideRight, u"text2"_s)),
-      m_approve(decisionButton(Decision::approved, u"checkmark"_s)),
-      m_revise(decisionButton(Decision::needsRevisions, u"edit"_s)),
+      m_approve(decisionButton(Decision::approved)),
+      m_revise(decisionButton(Decision::needsRevisions)),
       m_clear(button(u"Clear"_s, u"Clear this decision"_s)),
       m_layout(new QBoxLayout(QBoxLayout::LeftToRight, this))
 {
@@ -70,12 +71,10 @@ SignOffLine::SignOffLine(QWidget* parent)
     show(nullptr, false);
 }
 
-QPushButton* SignOffLine::decisionButton(Decision decision, const QString& icon)
+QPushButton* SignOffLine::decisionButton(Decision decision)
 {
     QPushButton* made = button(ReviewSignOff::actionLabel(decision),
                                u"Mark the file "_s + ReviewSignOff::label(decision));
-    made->setIcon(Icons::tool(icon, 14));
-    made->setIconSize({14, 14});
     made->setAccessibleName(made->text());
     made->setCheckable(true);
     connect(made, &QPushButton::clicked, this, [this, decision] {
@@ -126,10 +125,14 @@ void SignOffLine::arrange()
     m_revise->setChecked(m_decision == Decision::needsRevisions);
     m_approve->setText(ReviewSignOff::actionLabel(Decision::approved));
     m_revise->setText(ReviewSignOff::actionLabel(Decision::needsRevisions));
+    Icons::give(*m_approve, u"checkmark"_s, signSize);
+    Icons::give(*m_revise, u"edit"_s, signSize);
     const bool oneLine = m_oneLine || fits(width());
     if (m_oneLine && !fits(width())) // their signs say it as well
-        for (QPushButton* each : {m_approve, m_revise})
+        for (QPushButton* each : {m_approve, m_revise}) {
             each->setText({});
+            each->setIconSize({signSize, signSize});
+        }
     m_layout->setDirection(oneLine ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     m_layout->setSpacing(oneLine ? gap : 2);
     setFixedHeight(heightForWidth(width()));

@@ -34,7 +34,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QPushButton* decisionButton(ReviewSignOff::Decision decision, const QString& icon);
+    QPushButton* decisionButton(ReviewSignOff::Decision decision);
     bool fits(int width) const;
     void arrange();
 

@@ -3,6 +3,7 @@
 #include "VantroqueApp/Views/Notes/TimedRowDelegate.h"
 
 #include <QKeyEvent>
+#include <QResizeEvent>
 
 namespace vantroque {
 
@@ -47,6 +48,14 @@ void TimedList::requestDeletion(const QModelIndex& index)
 {
     if (index.isValid() && m_rows->row(index).canBeDeleted)
         Q_EMIT deleteRequested(m_rows->row(index).key);
+}
+
+/// Lists lay out anew when they grow higher, but their rows when they grow wider.
+void TimedList::resizeEvent(QResizeEvent* event)
+{
+    QListView::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        scheduleDelayedItemsLayout();
 }
 
 void TimedList::keyPressEvent(QKeyEvent* event)

@@ -4,6 +4,7 @@
 
 #include <QLabel>
 
+class QPushButton;
 class QTimer;
 
 namespace vantroque {
@@ -25,6 +26,7 @@ private:
 
     PlayerController& m_player;
     QWidget& m_picture;
+    QPushButton* m_show; ///< Shows the still that was saved in its folder.
     QTimer* m_end;
 };
 

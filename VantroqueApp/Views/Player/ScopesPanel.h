@@ -6,15 +6,17 @@
 
 namespace vantroque {
 
-/// The scopes that are on, each under its title: in a column beside the notes or, where the pane is
-/// narrow, in a row above them.
+/// The scopes that are on, each under its title and with its scale: in a column beside the notes,
+/// where the pane is narrow in a strip above them, or on a desk for reviewing in a row.
 class ScopesPanel : public QWidget {
     Q_OBJECT
 
 public:
+    enum class Form { column, strip, desk };
+
     explicit ScopesPanel(ScopeFeed& scopes, QWidget* parent = nullptr);
 
-    void setOrientation(Qt::Orientation orientation);
+    void setForm(Form form);
     /// There is something to show.
     bool hasScopes() const;
 
@@ -25,17 +27,22 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    enum class Kind { waveform, parade, vectorscope };
     struct Scope {
-        QString title;
-        QImage image; ///< Null until the first is drawn.
-        QRect place;
+        Kind kind;
+        QImage image;
+        QRect place; ///< Of the image.
     };
 
     std::vector<Scope> scopes() const;
+    QSize sizeOf(Kind kind) const;
+    QImage imageOf(Kind kind) const;
     void fit();
+    void paint(QPainter& painter, const Scope& scope) const;
+    void paintLetters(QPainter& painter, const QRect& place) const;
 
     ScopeFeed& m_scopes;
-    Qt::Orientation m_orientation = Qt::Vertical;
+    Form m_form = Form::column;
 };
 
 } // namespace vantroque

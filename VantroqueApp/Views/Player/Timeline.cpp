@@ -1,5 +1,7 @@
 #include "VantroqueApp/Views/Player/Timeline.h"
 
+#include "VantroqueApp/Views/Player/TimelineLanes.h"
+#include "VantroqueApp/Views/Player/TimelineShapes.h"
 #include "VantroqueApp/Views/Style/Theme.h"
 
 #include <QApplication>
@@ -7,10 +9,9 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QToolTip>
+#include <QWheelEvent>
 
-#include <array>
 #include <cmath>
 
 namespace vantroque {
@@ -22,29 +23,6 @@ namespace {
 constexpr double lineTop = 13; ///< Its middle.
 constexpr double inset = 12;
 
-/// A drop with its point at the top, hanging from the line.
-QPainterPath pin(const QRectF& rect)
-{
-    const double radius = rect.width() / 2;
-    const QPointF centre(rect.center().x(), rect.top() + radius);
-    QPainterPath path(QPointF(centre.x(), rect.bottom()));
-    path.lineTo(centre.x() - radius, centre.y() + radius * 0.35);
-    path.arcTo(QRectF(centre.x() - radius, rect.top(), rect.width(), rect.width()), 200, -220);
-    path.closeSubpath();
-    return path;
-}
-
-/// Between two long marks of the scale; not more than one each 100 points or so.
-double markDistance(double seconds, double width)
-{
-    constexpr std::array steps{1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 60.0, 300.0, 600.0, 1800.0, 3600.0};
-    constexpr double leastPoints = 90;
-    for (const double step : steps)
-        if (step / seconds * width >= leastPoints)
-            return step;
-    return seconds;
-}
-
 } // namespace
 
 Timeline::Timeline(PlayerController& player, QWidget* parent) : QWidget(parent), m_player(player)
@@ -54,26 +32,59 @@ Timeline::Timeline(PlayerController& player, QWidget* parent) : QWidget(parent),
     setFixedHeight(usualHeight);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    connect(&player.playhead(), &Playhead::moved, this, qOverload<>(&QWidget::update));
+    connect(&player.playhead(), &Playhead::moved, this, &Timeline::follow);
     connect(&player.focus(), &FindingFocus::changed, this, qOverload<>(&QWidget::update));
     connect(&player, &PlayerController::eventsChanged, this, &Timeline::refresh);
     connect(&player, &PlayerController::modeChanged, this, &Timeline::refresh);
+    connect(&player, &PlayerController::mediaChanged, this, &Timeline::refresh);
     connect(&player.notebook(), &Notebook::reviewChanged, this, &Timeline::refresh);
+    refresh();
+}
+
+void Timeline::setLanes(bool lanes)
+{
+    setFixedHeight(lanes ? TimelineLanes::height : usualHeight);
+    m_marks.hasLanes = lanes;
     refresh();
 }
 
 void Timeline::refresh()
 {
-    m_marks = {.events = m_player.detectedEvents(),
-               .comments = m_player.notebook().comments(),
-               .last = m_player.lastFrameIndex(),
-               .rate = m_player.file().workingRate()};
+    m_marks.events = m_player.detectedEvents();
+    m_marks.comments = m_player.notebook().comments();
+    const bool isMeasured = m_marks.hasLanes && m_player.media();
+    m_marks.passages = isMeasured ? EmptyPassages::of(*m_player.media()) : EmptyPassages();
+    m_marks.last = m_player.lastFrameIndex();
+    m_marks.rate = m_player.file().workingRate();
     layOut();
 }
 
 void Timeline::layOut()
 {
-    m_marks.line = QRectF(inset, lineTop - 1, width() - 2 * inset, 2);
+    using namespace TimelineLanes;
+    if (m_marks.hasLanes)
+        m_marks.line =
+            QRectF(gutter, laneTop, width() - gutter - rightInset, height() - laneTop - foot);
+    else
+        m_marks.line = QRectF(inset, lineTop - 1, width() - 2 * inset, 2);
+    setRange(m_marks.hasLanes ? m_marks.range : TimelineRange());
+    update();
+}
+
+void Timeline::setRange(const TimelineRange& range)
+{
+    m_marks.range = range.scrolled(0, m_marks.last);
+    update();
+}
+
+/// What is sought comes into sight. While it plays, only what was in sight is followed.
+void Timeline::follow()
+{
+    const auto frame = static_cast<double>(m_player.playhead().frame());
+    const bool plays = !m_player.shuttle().state().isStopped();
+    if (!plays || m_marks.range.shows(m_followed, m_marks.last))
+        setRange(m_marks.range.showing(frame, m_marks.last));
+    m_followed = frame;
     update();
 }
 
@@ -90,11 +101,17 @@ void Timeline::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), theme.ground);
     painter.fillRect(QRect(0, 0, width(), 1), theme.hairline);
     painter.fillRect(QRect(0, height() - 1, width(), 1), theme.hairline);
+    if (m_marks.hasLanes)
+        return TimelineLanes::paint(painter, m_marks,
+                                    {.frame = m_player.playhead().frame(),
+                                     .selectedEvent = m_player.focus().selectedEventID(),
+                                     .selectedComment = m_player.focus().selectedCommentID()});
     painter.fillRect(m_marks.line, theme.hairline);
     paintScale(painter);
     painter.setRenderHint(QPainter::Antialiasing);
     paintMarks(painter);
-    paintPlayhead(painter);
+    TimelineShapes::paintPlayhead(painter, m_marks.placeOf(m_player.playhead().frame()), 1,
+                                  height() - 1);
 }
 
 void Timeline::paintScale(QPainter& painter) const
@@ -102,10 +119,12 @@ void Timeline::paintScale(QPainter& painter) const
     constexpr int parts = 5;
     constexpr int longMark = 5;
     constexpr int shortMark = 3;
+    constexpr double leastPoints = 90; ///< Between long marks.
     const double seconds = m_marks.rate.secondsOf(m_marks.last);
     if (seconds <= 0 || m_marks.line.width() <= 0)
         return;
-    const double step = markDistance(seconds, m_marks.line.width()) / parts;
+    const double step =
+        TimelineShapes::markDistance(seconds, m_marks.line.width(), leastPoints) / parts;
     for (int mark = 0; mark * step <= seconds; ++mark) {
         const int length = mark % parts == 0 ? longMark : shortMark;
         const double x = m_marks.line.left() + mark * step / seconds * m_marks.line.width();
@@ -133,22 +152,8 @@ void Timeline::paintMarks(QPainter& painter) const
     for (const ReviewComment& comment : m_marks.comments) {
         painter.setPen(QPen(theme.ground, 1));
         painter.setBrush(comment.id == selectedNote ? theme.accent : theme.text1);
-        painter.drawPath(pin(m_marks.pinOf(comment)));
+        painter.drawPath(TimelineShapes::pin(m_marks.pinOf(comment)));
     }
-}
-
-void Timeline::paintPlayhead(QPainter& painter) const
-{
-    constexpr double half = 5;
-    constexpr double headHeight = 8;
-    const double x = m_marks.placeOf(m_player.playhead().frame());
-    const QColor color = Theme::dark().accent;
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawRect(QRectF(x - 0.75, 1, 1.5, height() - 2));
-    painter.drawPolygon(
-        QPolygonF({QPointF(x - half, 1), QPointF(x + half, 1), QPointF(x + half, headHeight - 3),
-                   QPointF(x, headHeight + 1), QPointF(x - half, headHeight - 3)}));
 }
 
 bool Timeline::event(QEvent* event)
@@ -209,15 +214,42 @@ void Timeline::mouseReleaseEvent(QMouseEvent* event)
         m_player.goTo(SignalEvent(**finding));
 }
 
+/// With Ctrl one looks closer at where the playhead is; without, what is looked at closely moves.
+void Timeline::wheelEvent(QWheelEvent* event)
+{
+    constexpr double notch = 120;
+    constexpr double share = 0.1; // of what is in sight, a notch
+    const QPoint turned = event->angleDelta();
+    const double notches = (turned.y() != 0 ? turned.y() : turned.x()) / notch;
+    if (!m_marks.hasLanes)
+        return event->ignore();
+    if (event->modifiers().testFlag(Qt::ControlModifier))
+        return zoomBy(std::exp2(notches / 2));
+    if (m_marks.range.zoom <= 1)
+        return event->ignore();
+    setRange(m_marks.range.scrolled(-notches * share * m_marks.range.length(m_marks.last),
+                                    m_marks.last));
+}
+
+void Timeline::zoomBy(double factor)
+{
+    setRange(m_marks.range.zoomed(factor, static_cast<double>(m_player.playhead().frame()),
+                                  m_marks.last));
+}
+
 /// Beside the keys of the transport, which go by frames.
 void Timeline::keyPressEvent(QKeyEvent* event)
 {
     const auto second = static_cast<std::int64_t>(m_marks.rate.timecodeBase());
+    constexpr double closer = 2;
     switch (event->key()) {
     case Qt::Key_Up: return m_player.goToMark(false);
     case Qt::Key_Down: return m_player.goToMark(true);
     case Qt::Key_PageUp: return m_player.step(-second);
     case Qt::Key_PageDown: return m_player.step(second);
+    case Qt::Key_Plus:
+    case Qt::Key_Equal: return m_marks.hasLanes ? zoomBy(closer) : event->ignore();
+    case Qt::Key_Minus: return m_marks.hasLanes ? zoomBy(1 / closer) : event->ignore();
     default: QWidget::keyPressEvent(event);
     }
 }

@@ -75,6 +75,12 @@ bool command(const QKeyEvent& event, const TransportActions& actions)
     }
 }
 
+bool toProblem(const QKeyEvent& event, const TransportActions& actions)
+{
+    return event.key() == Qt::Key_N && !event.isAutoRepeat() && !actions.isComposing()
+           && call(actions.toProblem, modifiers(event) == Qt::NoModifier);
+}
+
 /// The keys that move the playhead by frames. They repeat while they are held.
 bool move(const QKeyEvent& event, const TransportActions& actions)
 {
@@ -178,7 +184,7 @@ bool TransportKeys::press(const QKeyEvent& event, const TransportActions& action
     if (held == Qt::ControlModifier)
         return command(event, actions);
     if ((held & ~Qt::ShiftModifier) == Qt::NoModifier) {
-        if (move(event, actions))
+        if (move(event, actions) || toProblem(event, actions))
             return true;
         if (event.key() == Qt::Key_Escape)
             return call(actions.escape);

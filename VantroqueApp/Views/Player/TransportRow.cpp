@@ -4,6 +4,7 @@
 #include "VantroqueApp/Views/Player/MoreMenu.h"
 #include "VantroqueApp/Views/Player/PlayButton.h"
 #include "VantroqueApp/Views/Player/PlayerMenus.h"
+#include "VantroqueApp/Views/Player/ProblemButtons.h"
 #include "VantroqueApp/Views/Player/TimecodeField.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
@@ -18,6 +19,9 @@ namespace {
 
 constexpr int wordsFrom = 620;    ///< Width from which the tools have words.
 constexpr int durationFrom = 560; ///< From which the time has the film's length beside it.
+constexpr int problemsFrom = 580; ///< From which there is room to step through what is wrong,
+constexpr int besideNumber = 220; ///< which takes so much from the words of the tools,
+constexpr int besideTitle = 370;  ///< and so much with the name of the check.
 
 /// A small figure beside the time.
 QLabel* chip(const QString& accessibleName, QWidget* parent)
@@ -48,6 +52,7 @@ TransportRow::TransportRow(PlayerController& player, QWidget* parent)
       m_time(new TimecodeField(u"Timecode"_s, this)),
       m_speed(chip(u"Speed"_s, this)),
       m_dropped(chip(u"Frames that were not shown"_s, this)),
+      m_problems(new ProblemButtons(player, this)),
       m_zoom(tool(u"zoom"_s, u"Fit"_s, u"Zoom the picture for a closer look"_s, this)),
       m_guides(tool(u"guides"_s, u"Guides"_s, u"Lines and areas over the picture"_s, this)),
       m_scopes(tool(u"scopes"_s, u"Scopes"_s, u"Measure the picture on screen"_s, this))
@@ -65,6 +70,7 @@ TransportRow::TransportRow(PlayerController& player, QWidget* parent)
     layout->setSpacing(8);
     for (QWidget* left : std::initializer_list<QWidget*>{m_play, m_time, m_speed, m_dropped})
         layout->addWidget(left);
+    layout->addWidget(m_problems);
     layout->addStretch(1);
     m_tools = new QHBoxLayout;
     for (ToolButton* right : {m_zoom, m_guides, m_scopes, m_more})
@@ -78,9 +84,17 @@ TransportRow::TransportRow(PlayerController& player, QWidget* parent)
     connect(&player.playhead(), &Playhead::droppedMore, this, &TransportRow::showSpeed);
     connect(&player.shuttle(), &ShuttleEngine::changed, this, &TransportRow::showSpeed);
     connect(&player.zoom(), &PictureZoom::changed, this, &TransportRow::showZoom);
+    connect(m_problems, &ProblemButtons::problemsChanged, this, &TransportRow::fit);
     showMode();
     showSpeed();
     showZoom();
+}
+
+/// What the steps through the problems leave.
+int TransportRow::room() const
+{
+    constexpr int number = 110;
+    return width() - (m_problems->isHidden() ? 0 : number);
 }
 
 void TransportRow::showMode()
@@ -96,7 +110,7 @@ void TransportRow::showTime()
 {
     const Timecode end(m_player.lastFrameIndex() + 1, m_player.file().workingRate());
     m_time->show(m_player.timecode(),
-                 width() >= durationFrom ? std::optional(end.text()) : std::nullopt);
+                 room() >= durationFrom ? std::optional(end.text()) : std::nullopt);
 }
 
 void TransportRow::showSpeed()
@@ -109,7 +123,7 @@ void TransportRow::showSpeed()
     const auto dropped = m_player.playhead().droppedFrames();
     m_dropped->setText(u"%1 dropped"_s.arg(dropped));
     m_dropped->setToolTip(u"So many frames came too late to be shown since it began to play"_s);
-    m_dropped->setVisible(dropped > 0 && !state.isStopped() && width() >= wordsFrom);
+    m_dropped->setVisible(dropped > 0 && !state.isStopped() && room() >= wordsFrom);
 }
 
 void TransportRow::showZoom()
@@ -122,12 +136,22 @@ void TransportRow::showZoom()
 void TransportRow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    fit();
+}
+
+/// What is wrong with the film comes before the words of the tools.
+void TransportRow::fit()
+{
+    const bool steps = m_problems->hasProblems() && width() >= problemsFrom;
+    m_problems->setVisible(steps);
+    m_problems->setTitled(width() >= wordsFrom + besideTitle);
     const bool roomy = width() >= wordsFrom;
+    const bool words = steps ? width() >= wordsFrom + besideNumber : roomy;
     layout()->setContentsMargins(roomy ? 12 : 8, 0, roomy ? 8 : 4, 0);
     m_tools->setSpacing(roomy ? 4 : 0);
     m_zoom->setParts(roomy ? ToolButton::Parts::all : ToolButton::Parts::words);
     for (ToolButton* button : {m_guides, m_scopes, m_more})
-        button->setParts(roomy ? ToolButton::Parts::all : ToolButton::Parts::icon);
+        button->setParts(words ? ToolButton::Parts::all : ToolButton::Parts::icon);
     showTime();
     showSpeed();
 }

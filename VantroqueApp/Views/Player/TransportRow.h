@@ -10,6 +10,7 @@ class QLabel;
 namespace vantroque {
 
 class PlayButton;
+class ProblemButtons;
 class TimecodeField;
 class ToolButton;
 
@@ -26,16 +27,19 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    int room() const;
     void showMode();
     void showTime();
     void showSpeed();
     void showZoom();
+    void fit();
 
     PlayerController& m_player;
     PlayButton* m_play;
     TimecodeField* m_time;
     QLabel* m_speed;
     QLabel* m_dropped;
+    ProblemButtons* m_problems;
     ToolButton* m_zoom;
     ToolButton* m_guides;
     ToolButton* m_scopes;

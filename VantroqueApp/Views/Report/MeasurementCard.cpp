@@ -1,9 +1,9 @@
 #include "Base/Numbers.h"
+#include "Check/Problems.h"
 #include "Profiles/LoudnessTarget.h"
 #include "VantroqueApp/Views/Report/MeasurementCards.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace vantroque {
 
@@ -28,10 +28,6 @@ MeasurementCard loudness(double value, const std::vector<Profile>& profiles)
                          .unit = u"LKFS"_s,
                          .caption =
                              target.marks().empty() ? withoutRule(profiles) : target.caption()};
-    if (const auto band = target.band())
-        card.verdict = Numbers::above(std::abs(value - band->target), band->tolerance)
-                           ? Verdict::fail
-                           : Verdict::pass;
     return card;
 }
 
@@ -86,19 +82,41 @@ MeasurementCard range(const VideoSummary& video, const MediaInfo* media)
     return card;
 }
 
+/// Where the check points that scores a figure.
+std::optional<CheckMoment> worst(const FileReport& report, const QString& check)
+{
+    std::optional<CheckMoment> found;
+    bool fails = false;
+    for (const ProfileReport& part : report.allRows())
+        for (const CheckResult& row : part.checks)
+            if (row.id == check && row.moment
+                && (!found || (!fails && row.verdict == Verdict::fail))) {
+                found = row.moment;
+                fails = row.verdict == Verdict::fail;
+            }
+    return found;
+}
+
 } // namespace
 
 std::vector<MeasurementCard> MeasurementCard::of(const FileReport& report, const MediaInfo* media,
                                                  const std::vector<Profile>& profiles)
 {
     std::vector<MeasurementCard> cards;
+    const auto add = [&](MeasurementCard card, const QString& scoring) {
+        if (scoring == u"loudness"_s)
+            card.verdict = Problems::verdictOf(report, scoring);
+        card.moment = worst(report, scoring);
+        card.check = scoring;
+        cards.push_back(std::move(card));
+    };
     const Measurements found = report.measurements.value_or(Measurements());
     if (found.integratedLKFS)
-        cards.push_back(loudness(*found.integratedLKFS, profiles));
+        add(loudness(*found.integratedLKFS, profiles), u"loudness"_s);
     if (found.truePeakDb)
-        cards.push_back(truePeak(*found.truePeakDb, profiles));
+        add(truePeak(*found.truePeakDb, profiles), u"true-peak"_s);
     if (found.levelsYMinPercent && found.levelsYMaxPercent)
-        cards.push_back(luma(found));
+        add(luma(found), u"video-levels"_s);
     if (report.video)
         cards.push_back(range(*report.video, media));
     return cards;

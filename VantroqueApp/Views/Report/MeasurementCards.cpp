@@ -1,22 +1,58 @@
 #include "VantroqueApp/Views/Report/MeasurementCards.h"
 
+#include "Base/Timecode.h"
+#include "VantroqueApp/Views/Controls/RowParts.h"
 #include "VantroqueApp/Views/Style/Icons.h"
 #include "VantroqueApp/Views/Style/Theme.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
-#include <QGridLayout>
-#include <QHelpEvent>
+#include <QAbstractButton>
+#include <QBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QPushButton>
+
+#include <algorithm>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-class MeasurementCards::CardView : public QWidget {
-public:
-    explicit CardView(QWidget* parent) : QWidget(parent) { fit(); }
+namespace {
 
-    void show(const MeasurementCard& card)
+constexpr int padding = 12;
+constexpr int rowHeight = 32;
+constexpr int cardHeight = 72;
+constexpr int linkHeight = 26;
+constexpr int linkRoom = linkHeight + 6;
+constexpr int sign = 14;
+
+QFont valueFont()
+{
+    return Type::text(Type::ring, QFont::DemiBold);
+}
+
+} // namespace
+
+/// Pressed, it shows where it is at its worst.
+class MeasurementCards::CardView : public QAbstractButton {
+public:
+    explicit CardView(QWidget* parent) : QAbstractButton(parent), m_link(new QPushButton(this))
+    {
+        setAttribute(Qt::WA_Hover);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        m_link->setProperty("kind", u"plain"_s);
+        m_link->setFont(Type::text(Type::caption, QFont::Medium));
+        m_link->setFocusPolicy(Qt::TabFocus);
+        m_link->setAutoDefault(true); // so that Return presses it: the space bar plays
+        m_link->hide();
+        connect(this, &QAbstractButton::toggled, this, &CardView::fit);
+    }
+
+    QPushButton& link() { return *m_link; }
+    const MeasurementCard& card() const { return m_card; }
+
+    void show(const MeasurementCard& card, double frameRate, bool fresh)
     {
         m_card = card;
         QString words = u"%1: %2 %3, %4"_s.arg(card.title, card.value, card.unit, card.caption);
@@ -24,84 +60,176 @@ public:
             words += u", "_s + Icons::word(*card.verdict);
         setAccessibleName(words);
         setToolTip(card.caption);
+        setCheckable(card.moment.has_value());
+        setFocusPolicy(card.moment ? Qt::StrongFocus : Qt::NoFocus);
+        if (fresh || !card.moment)
+            setChecked(false);
+        if (card.moment) {
+            m_link->setText(u"worst at %1"_s.arg(Timecode(card.moment->frame, frameRate).text()));
+            Icons::give(*m_link, u"goto"_s);
+        }
         fit();
-        update();
     }
+    void setWide(bool wide)
+    {
+        m_wide = wide;
+        fit();
+    }
+
+    QSize sizeHint() const override
+    {
+        const int words =
+            std::max({QFontMetrics(Type::text(Type::caption)).horizontalAdvance(m_card.caption),
+                      QFontMetrics(valueFont()).horizontalAdvance(m_card.value) + 40, 72});
+        return {words + 2 * padding + 1,
+                (m_wide ? cardHeight : rowHeight) + (isChecked() ? linkRoom : 0)};
+    }
+    QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
 
 protected:
     void resizeEvent(QResizeEvent*) override { fit(); }
-
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            return click();
+        QAbstractButton::keyPressEvent(event);
+    }
     void paintEvent(QPaintEvent*) override
     {
-        const Theme& theme = Theme::current();
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(theme.hairline);
-        painter.setBrush(theme.card);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 8, 8);
-        const QRect text = rect().adjusted(padding, 0, -padding, 0);
-        Type::draw(painter, QRect(text.left(), 10, text.width() - 18, 16), m_card.title,
-                   Type::text(Type::caption), theme.text2);
-        const QFont large = Type::text(Type::headline, QFont::DemiBold);
-        Type::draw(painter, QRect(text.left(), 28, text.width(), 26), m_card.value, large,
-                   theme.text1);
-        const int valueEnd = QFontMetrics(large).horizontalAdvance(m_card.value) + 6;
-        Type::draw(painter, QRect(text.left() + valueEnd, 30, text.width() - valueEnd, 26),
-                   m_card.unit, Type::text(Type::caption), theme.text2);
-        painter.setFont(Type::text(Type::caption));
-        painter.setPen(theme.text2);
-        painter.drawText(captionPlace(), Qt::TextWordWrap, m_card.caption);
-        if (m_card.verdict)
-            Icons::drawVerdict(painter, QRectF(width() - padding - 14, 11, 14, 14),
-                               *m_card.verdict);
+        if (m_wide)
+            paintCard(painter);
+        else
+            paintRow(painter);
     }
 
 private:
-    static constexpr int padding = 12;
-    static constexpr int captionTop = 55;
-    static constexpr int lineHeight = 16;
-
-    QRect captionPlace() const
-    {
-        return {padding, captionTop, width() - 2 * padding, height() - captionTop};
-    }
-    /// A caption that is too long for its card takes a second line.
     void fit()
     {
-        const QFontMetrics metrics(Type::text(Type::caption));
-        const QRect needed = metrics.boundingRect(captionPlace(), Qt::TextWordWrap, m_card.caption);
-        setMinimumHeight(captionTop + (needed.height() > metrics.height() ? 2 : 1) * lineHeight
-                         + padding - 3);
+        m_link->setVisible(isChecked());
+        m_link->setFixedHeight(linkHeight);
+        const int left = m_wide ? padding - 8 : padding + sign + RowParts::gap - 8;
+        m_link->setGeometry(left, m_wide ? cardHeight - 4 : rowHeight,
+                            std::min(m_link->sizeHint().width(), width() - left), linkHeight);
+        updateGeometry();
+        update();
+    }
+
+    void paintSign(QPainter& painter, int left, int top) const
+    {
+        if (m_card.verdict)
+            Icons::drawVerdict(painter, QRectF(left, top, sign, sign), *m_card.verdict);
+    }
+    /// Returns where it ends.
+    int paintValue(QPainter& painter, const QRect& line) const
+    {
+        constexpr int air = 4;
+        const Theme& theme = Theme::current();
+        const QFont large = valueFont();
+        const QFont small = Type::text(Type::caption);
+        Type::draw(painter, line, m_card.value, large, theme.text1);
+        const int unit = line.left() + QFontMetrics(large).horizontalAdvance(m_card.value) + air;
+        Type::draw(painter, QRect(unit, line.top() + 1, line.right() + 1 - unit, line.height()),
+                   m_card.unit, small, theme.text2);
+        return unit + QFontMetrics(small).horizontalAdvance(m_card.unit);
+    }
+    void paintCard(QPainter& painter) const
+    {
+        const Theme& theme = Theme::current();
+        RowParts::drawSurface(painter, rect(), true, false);
+        const int words = width() - 2 * padding;
+        Type::draw(painter, QRect(padding, 9, words - sign - 4, 16), m_card.title,
+                   Type::text(Type::caption), theme.text2);
+        paintSign(painter, width() - padding - sign, 10);
+        paintValue(painter, QRect(padding, 26, words, 22));
+        Type::draw(painter, QRect(padding, 49, words, 16), m_card.caption,
+                   Type::text(Type::caption), theme.text2);
+        if (m_card.moment)
+            paintChevron(painter, QRect(0, 26, width() - padding + RowParts::inset, 22));
+    }
+    void paintRow(QPainter& painter) const
+    {
+        constexpr int label = 62;
+        constexpr int value = 90;
+        const Theme& theme = Theme::current();
+        paintSign(painter, padding, (rowHeight - sign) / 2);
+        const int left = padding + sign + RowParts::gap;
+        Type::draw(painter, QRect(left, 0, label, rowHeight), m_card.title, Type::text(Type::body),
+                   theme.text2);
+        const int valueLeft = left + label + RowParts::gap;
+        const int end =
+            std::max(paintValue(painter, QRect(valueLeft, 0, width() - valueLeft, rowHeight)),
+                     valueLeft + std::min(value, width() / 5));
+        const int chevron = m_card.moment ? RowParts::chevron + 6 : 0;
+        const QRect room(end + RowParts::gap, 0, width() - padding - chevron - end - RowParts::gap,
+                         rowHeight);
+        painter.setFont(Type::text(Type::caption));
+        painter.setPen(theme.text2);
+        painter.drawText(room, Qt::AlignRight | Qt::AlignVCenter | Qt::TextWordWrap,
+                         m_card.caption);
+        if (m_card.moment)
+            paintChevron(painter, QRect(0, 0, width() - padding + RowParts::inset, rowHeight));
+    }
+    void paintChevron(QPainter& painter, const QRect& line) const
+    {
+        RowParts::drawChevron(painter, line, isChecked());
     }
 
     MeasurementCard m_card;
+    QPushButton* m_link;
+    bool m_wide = false;
 };
 
-MeasurementCards::MeasurementCards(QWidget* parent) : QWidget(parent)
+MeasurementCards::MeasurementCards(QWidget* parent)
+    : QWidget(parent), m_layout(new QBoxLayout(QBoxLayout::TopToBottom, this))
 {
     constexpr int most = 4;
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setSpacing(8);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setSpacing(0);
     for (int i = 0; i < most; ++i) {
-        m_cards.push_back(new CardView(this));
-        grid->addWidget(m_cards.back(), i / 2, i % 2);
+        auto* view = new CardView(this);
+        m_cards.push_back(view);
+        m_layout->addWidget(view, 1, Qt::Alignment());
+        connect(&view->link(), &QPushButton::clicked, this,
+                [this, view] { Q_EMIT momentChosen(view->card().check, *view->card().moment); });
     }
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
 }
 
-void MeasurementCards::show(const FileReport& report, const MediaInfo* media,
-                            const std::vector<Profile>& profiles)
+void MeasurementCards::show(const std::vector<MeasurementCard>& cards, double frameRate, bool fresh)
 {
-    const auto cards = MeasurementCard::of(report, media, profiles);
     for (std::size_t i = 0; i < m_cards.size(); ++i) {
         m_cards[i]->setVisible(i < cards.size());
         if (i < cards.size())
-            m_cards[i]->show(cards[i]);
+            m_cards[i]->show(cards[i], frameRate, fresh);
     }
     setVisible(!cards.empty());
+}
+
+void MeasurementCards::setWide(bool wide)
+{
+    if (std::exchange(m_wide, wide) == wide)
+        return;
+    m_layout->setDirection(wide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    m_layout->setSpacing(wide ? 8 : 0);
+    for (CardView* card : m_cards)
+        card->setWide(wide);
+    update();
+}
+
+/// The one card around the rows, with lines between them.
+void MeasurementCards::paintEvent(QPaintEvent*)
+{
+    if (m_wide)
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    RowParts::drawSurface(painter, rect(), true, false);
+    for (const CardView* card : m_cards)
+        if (!card->isHidden() && card->y() > 0)
+            painter.fillRect(QRect(padding, card->y(), width() - 2 * padding, 1),
+                             Theme::current().hairline);
 }
 
 } // namespace vantroque

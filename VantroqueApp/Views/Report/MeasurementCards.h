@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+class QBoxLayout;
+
 namespace vantroque {
 
 /// One figure on a card.
@@ -15,6 +17,8 @@ struct MeasurementCard {
     QString unit;
     QString caption;
     std::optional<Verdict> verdict;
+    QString check = {};                     ///< That scores it.
+    std::optional<CheckMoment> moment = {}; ///< Where it is at its worst, when that is known.
     bool operator==(const MeasurementCard&) const = default;
 
     /// Those of a file. `media` may be null.
@@ -22,17 +26,29 @@ struct MeasurementCard {
                                            const std::vector<Profile>& profiles);
 };
 
-/// The figures beside the verdicts, two in a row.
+/// The figures beside the verdicts: a card with a row for each, or, where there is room, a card
+/// each side by side. One that has a worst moment opens to it.
 class MeasurementCards : public QWidget {
+    Q_OBJECT
+
 public:
     explicit MeasurementCards(QWidget* parent = nullptr);
-    void show(const FileReport& report, const MediaInfo* media,
-              const std::vector<Profile>& profiles);
+    /// Moments count frames at `frameRate`. Those of another file are closed.
+    void show(const std::vector<MeasurementCard>& cards, double frameRate, bool fresh);
+    void setWide(bool wide);
+
+Q_SIGNALS:
+    void momentChosen(const QString& check, const vantroque::CheckMoment& moment);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     class CardView;
 
+    QBoxLayout* m_layout;
     std::vector<CardView*> m_cards;
+    bool m_wide = false;
 };
 
 } // namespace vantroque

@@ -2,15 +2,16 @@
 
 #include "Base/Text.h"
 #include "Base/Timecode.h"
+#include "VantroqueApp/Views/Controls/RowParts.h"
 #include "VantroqueApp/Views/Style/Icons.h"
 #include "VantroqueApp/Views/Style/Theme.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 namespace vantroque {
 
@@ -18,24 +19,38 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int high = 48;
-constexpr int inset = 8;
-constexpr int indent = 32;
-constexpr int chevron = 12;
-constexpr int gap = 8;
+using namespace RowParts;
+
+constexpr int twoLines = 48;
+constexpr int oneLine = 36;
 constexpr int sign = 14;
 constexpr int lineHeight = 18;
 constexpr int firstLine = 6;
+QString arrow()
+{
+    return u"  →  "_s;
+}
 
 QFont timeFont()
 {
     return Type::mono(Type::caption, QFont::Medium);
 }
 
-QString otherLimits(const Problem& problem)
+/// How many more things are asked for than what is shown.
+std::ptrdiff_t otherLimits(const Problem& problem)
 {
-    const auto count = std::ssize(problem.limits) - 1;
-    return u"%1 limit%2"_s.arg(QString::number(count), Text::plural(count));
+    std::vector<QString> asked;
+    for (const Problem::Limit& limit : problem.limits)
+        if (std::ranges::count(asked, limit.expected) == 0)
+            asked.push_back(limit.expected);
+    return std::ssize(asked) - 1;
+}
+
+QString otherLimitsText(const Problem& problem)
+{
+    const auto count = otherLimits(problem);
+    const QString what = problem.checkID == u"loudness"_s ? u"target"_s : u"limit"_s;
+    return u"%1 %2%3"_s.arg(QString::number(count), what, Text::plural(count));
 }
 
 QString words(const Problem& problem, const QString& time)
@@ -43,8 +58,8 @@ QString words(const Problem& problem, const QString& time)
     const Problem::Limit& limit = problem.limits.front();
     QStringList words{Icons::word(problem.verdict), problem.title, problem.whose(), limit.measured,
                       u"expected %1"_s.arg(limit.expected)};
-    if (problem.limits.size() > 1)
-        words << u"and %1"_s.arg(otherLimits(problem));
+    if (otherLimits(problem) > 0)
+        words << u"and %1"_s.arg(otherLimitsText(problem));
     if (!time.isEmpty())
         words << u"at %1"_s.arg(time);
     return words.join(u", "_s);
@@ -53,59 +68,87 @@ QString words(const Problem& problem, const QString& time)
 } // namespace
 
 ProblemLine::ProblemLine(const Problem& problem, double frameRate, QWidget* parent)
-    : QAbstractButton(parent),
+    : FoldLine(parent),
       m_problem(problem),
       m_time(problem.moment ? Timecode(problem.moment->frame, frameRate).text() : QString())
 {
-    setCheckable(true);
-    setFocusPolicy(Qt::ClickFocus); // Tab comes to one of them
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    connect(this, &QAbstractButton::toggled, this, [this] { updateGeometry(); });
     setAccessibleName(words(problem, m_time));
     const Problem::Limit& limit = problem.limits.front();
     setToolTip(u"%1: %2 → %3"_s.arg(problem.title, limit.measured, limit.expected));
 }
 
+void ProblemLine::setWide(bool wide)
+{
+    if (std::exchange(m_wide, wide) == wide)
+        return;
+    updateGeometry();
+    update();
+}
+
 QSize ProblemLine::sizeHint() const
 {
     constexpr int narrowest = 200;
-    return {narrowest, high};
+    constexpr int titleAlone = 30;
+    if (m_wide)
+        return {narrowest, oneLine};
+    return {narrowest, leavesPair() ? titleAlone : twoLines};
 }
 
-QRect ProblemLine::timeRect() const
+ProblemLine::Places ProblemLine::places() const
 {
-    if (m_time.isEmpty())
-        return {};
-    const int wide = QFontMetrics(timeFont()).horizontalAdvance(m_time) + 1;
-    return {width() - inset - chevron - gap - wide, firstLine + lineHeight, wide, lineHeight};
+    constexpr int wideTitle = 144;
+    constexpr int wideWhose = 104;
+    const int right = wordsEnd(rect());
+    const int top = m_wide ? (height() - lineHeight) / 2 : firstLine;
+    const int below = m_wide ? top : firstLine + lineHeight;
+    const auto line = [](int left, int y, int end) {
+        return QRect(left, y, std::max(end - left, 0), lineHeight);
+    };
+    const int needed = QFontMetrics(Type::text(Type::caption)).horizontalAdvance(m_problem.whose());
+    const int whose = m_wide ? std::max(wideWhose, needed + 1) : needed + 1;
+    Places places;
+    places.sign = QRect(inset + 1, top + 2, sign, sign);
+    places.whose = line(right - whose, top, right);
+    places.title = line(indent, top, m_wide ? indent + wideTitle : places.whose.left() - gap);
+    int end = m_wide ? places.whose.left() - gap : right;
+    if (!m_time.isEmpty()) {
+        const int wide = QFontMetrics(timeFont()).horizontalAdvance(m_time) + 1;
+        places.time = line(end - wide, below, end);
+        end -= wide + gap;
+    }
+    places.pair = line(m_wide ? indent + wideTitle + gap : indent, below, end);
+    places.chevron = QRect(0, top, width(), lineHeight);
+    return places;
+}
+
+bool ProblemLine::isCut() const
+{
+    const Problem::Limit& limit = m_problem.limits.front();
+    const QFontMetrics metrics(Type::text(m_wide ? Type::body : Type::caption));
+    const int tag =
+        otherLimits(m_problem) > 0 ? gap + tagWidth(u"+"_s + otherLimitsText(m_problem)) : 0;
+    return metrics.horizontalAdvance(limit.measured + arrow() + limit.expected) + 3 + tag
+           > places().pair.width();
 }
 
 void ProblemLine::paintEvent(QPaintEvent*)
 {
-    constexpr double radius = 8;
     const Theme& theme = Theme::current();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (underMouse() && !isChecked()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(theme.hover);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
-    }
-    Icons::drawVerdict(painter, QRectF(inset + 1, firstLine + 2, sign, sign), m_problem.verdict);
-    const int right = width() - inset - chevron - gap;
-    const QFont caption = Type::text(Type::caption);
-    const int whose = QFontMetrics(caption).horizontalAdvance(m_problem.whose()) + 1;
-    Type::draw(painter, QRect(right - whose, firstLine, whose, lineHeight), m_problem.whose(),
-               caption, theme.text2, Qt::AlignRight | Qt::AlignVCenter);
-    Type::draw(painter, QRect(indent, firstLine, right - whose - gap - indent, lineHeight),
-               m_problem.title, Type::text(Type::body, QFont::Medium), theme.text1);
-    const QRect time = timeRect();
-    Type::draw(painter, time, m_time, timeFont(), theme.accent);
-    paintPair(painter, QRect(indent, firstLine + lineHeight,
-                             (m_time.isEmpty() ? right : time.left() - gap) - indent, lineHeight));
-    Icons::draw(painter,
-                QRectF(width() - inset - chevron, firstLine + (lineHeight - chevron) / 2.0, chevron,
-                       chevron),
-                isChecked() ? u"chev"_s : u"chevr"_s, theme.text2);
+    drawSurface(painter, rect(), false, underMouse() && !isChecked());
+    const Places at = places();
+    Icons::drawVerdict(painter, at.sign, m_problem.verdict);
+    Type::draw(painter, at.title, m_problem.title, Type::text(Type::body, QFont::Medium),
+               theme.text1);
+    Type::draw(painter, at.whose, m_problem.whose(), Type::text(Type::caption), theme.text2,
+               Qt::AlignRight | Qt::AlignVCenter);
+    if (m_wide || !leavesPair())
+        Type::draw(painter, at.time, m_time, timeFont(), theme.accent);
+    if (!leavesPair())
+        paintPair(painter, at.pair);
+    drawChevron(painter, at.chevron, isChecked());
 }
 
 /// What was expected yields before what was measured.
@@ -113,62 +156,38 @@ void ProblemLine::paintPair(QPainter& painter, QRect room) const
 {
     const Theme& theme = Theme::current();
     const Problem::Limit& limit = m_problem.limits.front();
-    const QFont font = Type::text(Type::caption);
+    const QFont font = Type::text(m_wide ? Type::body : Type::caption);
     const QFontMetrics metrics(font);
-    const QString more = m_problem.limits.size() > 1 ? u"+"_s + otherLimits(m_problem) : QString();
-    if (!more.isEmpty()) {
-        const QFont tag = Type::text(Type::badge, QFont::Medium);
-        const int wide = QFontMetrics(tag).horizontalAdvance(more) + 1;
-        Type::draw(painter, QRect(room.right() - wide + 1, room.top(), wide, room.height()), more,
-                   tag, theme.text2);
-        room.setRight(room.right() - wide - gap);
-    }
+    const bool isTagged = otherLimits(m_problem) > 0;
+    const QString tag = isTagged ? u"+"_s + otherLimitsText(m_problem) : QString();
+    const int tagRoom = isTagged ? gap + tagWidth(tag) : 0;
     const auto draw = [&](const QString& text, const QColor& color) {
-        const int wide = std::min(metrics.horizontalAdvance(text) + 1, room.width());
+        const int wide = std::min(metrics.horizontalAdvance(text) + 1, room.width() - tagRoom);
         if (wide > 0)
             Type::draw(painter, QRect(room.left(), room.top(), wide, room.height()), text, font,
                        color);
-        room.setLeft(room.left() + wide);
+        room.setLeft(room.left() + std::max(wide, 0));
     };
     draw(limit.measured, theme.text1);
-    draw(u"  →  "_s, theme.text3);
-    draw(limit.expected, theme.text2);
+    constexpr int few = 24; // for less an arrow would point at nothing
+    if (metrics.horizontalAdvance(arrow()) + few <= room.width() - tagRoom) {
+        draw(arrow(), theme.text2);
+        draw(limit.expected, theme.text2);
+    }
+    if (isTagged && room.width() >= tagRoom)
+        drawTag(painter, room.left() + gap, room, tag);
 }
 
 void ProblemLine::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && timeRect().contains(event->position().toPoint())) {
+    const bool hasTime = m_wide || !leavesPair();
+    if (event->button() == Qt::LeftButton && hasTime
+        && places().time.contains(event->position().toPoint())) {
         setDown(false);
         Q_EMIT timePressed();
         return event->accept();
     }
-    QAbstractButton::mouseReleaseEvent(event);
-}
-
-void ProblemLine::keyPressEvent(QKeyEvent* event)
-{
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter: return click();
-    case Qt::Key_Right: return setChecked(true);
-    case Qt::Key_Left: return setChecked(false);
-    case Qt::Key_Down:
-    case Qt::Key_Up: Q_EMIT left(event->key() == Qt::Key_Down); return;
-    default: QAbstractButton::keyPressEvent(event);
-    }
-}
-
-void ProblemLine::focusInEvent(QFocusEvent* event)
-{
-    QAbstractButton::focusInEvent(event);
-    Q_EMIT focused();
-}
-
-bool ProblemLine::event(QEvent* event)
-{
-    if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
-        update();
-    return QAbstractButton::event(event);
+    FoldLine::mouseReleaseEvent(event);
 }
 
 } // namespace vantroque

@@ -1,14 +1,18 @@
 #include "VantroqueApp/Views/Report/ProblemRow.h"
 
-#include "Base/Text.h"
 #include "Base/Timecode.h"
-#include "VantroqueApp/Views/Report/FixBox.h"
+#include "Check/ProblemsText.h"
+#include "VantroqueApp/Views/Controls/FixBox.h"
+#include "VantroqueApp/Views/Controls/RowParts.h"
+#include "VantroqueApp/Views/Report/PlatformChips.h"
 #include "VantroqueApp/Views/Report/ProblemLine.h"
 #include "VantroqueApp/Views/Style/Icons.h"
-#include "VantroqueApp/Views/Style/Theme.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
+#include <QAbstractButton>
 #include <QBoxLayout>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -29,20 +33,6 @@ QLabel* wrapped(const QString& text, Type::Ink ink)
     return label;
 }
 
-/// Which platforms it costs, or would.
-QString refusals(const Problem::Limit& limit)
-{
-    return (limit.verdict == Verdict::fail ? u"Fails: "_s : u"To review: "_s)
-           + Text::joined(limit.platforms, u", "_s);
-}
-
-void addLimit(QBoxLayout& layout, const Problem::Limit& limit)
-{
-    layout.addWidget(wrapped(u"Expected: "_s + limit.expected, Type::Ink::text1));
-    if (!limit.platforms.empty())
-        layout.addWidget(wrapped(refusals(limit), Type::Ink::text2));
-}
-
 } // namespace
 
 ProblemRow::ProblemRow(Problem problem, double frameRate, QWidget* parent)
@@ -57,6 +47,7 @@ ProblemRow::ProblemRow(Problem problem, double frameRate, QWidget* parent)
     m_layout->addWidget(m_line);
     connect(m_line, &QAbstractButton::toggled, this, &ProblemRow::showDetails);
     connect(m_line, &ProblemLine::timePressed, this, &ProblemRow::go);
+    connect(m_line, &ProblemLine::copyRequested, this, &ProblemRow::copy);
 }
 
 bool ProblemRow::isOpen() const
@@ -69,10 +60,20 @@ void ProblemRow::setOpen(bool open)
     m_line->setChecked(open);
 }
 
+void ProblemRow::setWide(bool wide)
+{
+    m_line->setWide(wide);
+}
+
+void ProblemRow::copy() const
+{
+    QGuiApplication::clipboard()->setText(ProblemsText::render(m_problem, m_frameRate));
+}
+
 void ProblemRow::go()
 {
     if (m_problem.moment)
-        Q_EMIT momentChosen(*m_problem.moment);
+        Q_EMIT momentChosen(m_problem.checkID, *m_problem.moment);
 }
 
 void ProblemRow::showDetails(bool open)
@@ -81,14 +82,39 @@ void ProblemRow::showDetails(bool open)
         m_details = details();
         m_layout->addWidget(m_details);
         QWidget* before = m_line;
-        for (auto* button : m_details->findChildren<QPushButton*>()) {
+        for (auto* button : m_details->findChildren<QAbstractButton*>()) {
             setTabOrder(before, button);
             before = button;
         }
     }
-    if (m_details != nullptr)
+    if (m_details != nullptr) {
+        m_whole->setVisible(m_line->isCut());
         m_details->setVisible(open);
+    }
     update();
+}
+
+void ProblemRow::resizeEvent(QResizeEvent* event)
+{
+    QFrame::resizeEvent(event);
+    if (m_whole == nullptr)
+        return;
+    m_whole->setVisible(m_line->isCut());
+    m_line->updateGeometry();
+}
+
+/// What some platforms ask for, where not all ask the same; and which they are.
+void ProblemRow::addLimit(QBoxLayout& layout, const Problem::Limit& limit)
+{
+    if (m_problem.limits.size() > 1)
+        layout.addWidget(wrapped(u"Expected: "_s + limit.expected, Type::Ink::text1));
+    if (limit.platforms.empty())
+        return;
+    auto* chips = new PlatformChips(limit.verdict == Verdict::fail ? u"Fails"_s : u"To review"_s,
+                                    limit.platforms);
+    connect(chips, &PlatformChips::chosen, this,
+            [this](const QString& profile) { Q_EMIT platformChosen(profile, m_problem.checkID); });
+    layout.addWidget(chips);
 }
 
 QWidget* ProblemRow::details()
@@ -99,23 +125,28 @@ QWidget* ProblemRow::details()
     auto* box = new QWidget;
     auto* layout = new QVBoxLayout(box);
     layout->setContentsMargins(left, 0, side, below);
-    layout->setSpacing(6);
+    layout->setSpacing(8);
+    const Problem::Limit& shown = m_problem.limits.front();
+    m_whole = wrapped(u"%1 → %2"_s.arg(shown.measured, shown.expected), Type::Ink::text1);
+    layout->addWidget(m_whole);
     // What is mended in the same way stands together.
     std::vector<std::optional<QString>> fixes;
     for (const Problem::Limit& limit : m_problem.limits)
         if (std::ranges::count(fixes, limit.fix) == 0)
             fixes.push_back(limit.fix);
     for (const auto& fix : fixes) {
+        if (fix)
+            layout->addWidget(new FixBox(*fix));
         for (const Problem::Limit& limit : m_problem.limits)
             if (limit.fix == fix)
                 addLimit(*layout, limit);
-        if (fix)
-            layout->addWidget(new FixBox(*fix));
     }
     if (m_problem.moment) {
         const QString time = Timecode(m_problem.moment->frame, m_frameRate).text();
-        auto* button = new QPushButton(Icons::tool(u"goto"_s), u"Go to %1"_s.arg(time));
+        auto* button = new QPushButton(u"Go to %1"_s.arg(time));
+        Icons::give(*button, u"goto"_s, 16, &Theme::accent);
         button->setProperty("kind", u"small"_s);
+        button->setProperty("goes", true);
         button->setFont(Type::text(Type::caption, QFont::Medium));
         button->setFocusPolicy(Qt::TabFocus);
         button->setAutoDefault(true); // so that Return presses it: the space bar plays
@@ -127,15 +158,9 @@ QWidget* ProblemRow::details()
 
 void ProblemRow::paintEvent(QPaintEvent*)
 {
-    if (!isOpen())
-        return;
-    constexpr double radius = 8;
-    const Theme& theme = Theme::current();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(theme.hairline);
-    painter.setBrush(theme.card);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    RowParts::drawSurface(painter, rect(), isOpen(), false);
 }
 
 } // namespace vantroque

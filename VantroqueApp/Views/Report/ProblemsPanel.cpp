@@ -1,8 +1,9 @@
 #include "VantroqueApp/Views/Report/ProblemsPanel.h"
 
+#include "VantroqueApp/Views/Controls/RowParts.h"
+#include "VantroqueApp/Views/Report/IconButton.h"
 #include "VantroqueApp/Views/Report/ProblemLine.h"
 #include "VantroqueApp/Views/Report/ProblemRow.h"
-#include "VantroqueApp/Views/Style/Icons.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
 #include <QBoxLayout>
@@ -10,32 +11,16 @@
 #include <QToolButton>
 
 #include <algorithm>
-#include <set>
+#include <utility>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QToolButton* button(const QString& icon, const QString& name, const QString& help)
-{
-    constexpr int side = 26;
-    auto* button = new QToolButton;
-    button->setIcon(Icons::tool(icon));
-    button->setAccessibleName(name);
-    button->setToolTip(help);
-    button->setProperty("kind", u"icon"_s);
-    button->setFixedSize(side, side);
-    button->setFocusPolicy(Qt::TabFocus);
-    return button;
-}
-
-} // namespace
-
 ProblemsPanel::ProblemsPanel(QWidget* parent)
     : QWidget(parent),
       m_count(Type::label({}, Type::badge, QFont::Medium, Type::Ink::text1)),
+      m_conflict(Type::label({}, Type::body, QFont::Medium, Type::Ink::text1)),
       m_none(Type::label(u"No problems"_s, Type::body, QFont::Normal, Type::Ink::text2)),
       m_list(new QVBoxLayout)
 {
@@ -43,20 +28,24 @@ ProblemsPanel::ProblemsPanel(QWidget* parent)
     m_count->setObjectName(u"countBadge"_s);
     m_list->setSpacing(0);
     m_list->setContentsMargins(0, 0, 0, 0);
+    m_conflict->setWordWrap(true);
+    for (QLabel* label : {m_conflict, m_none})
+        label->setContentsMargins(RowParts::inset, 4, RowParts::inset, 4);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
+    layout->setSpacing(0);
     layout->addWidget(heading());
+    layout->addWidget(m_conflict);
     layout->addWidget(m_none);
     layout->addLayout(m_list);
-    refill(true);
+    refill();
 }
 
 QWidget* ProblemsPanel::heading()
 {
-    m_copy = button(u"copy"_s, u"Copy the problems"_s, u"Copy the list as text"_s);
-    m_previous = button(u"up"_s, u"Previous problem"_s, u"Previous problem  (Shift+N)"_s);
-    m_next = button(u"chev"_s, u"Next problem"_s, u"Next problem  (N)"_s);
+    m_copy = IconButton::make(u"copy"_s, u"Copy the problems"_s, u"Copy the list as text"_s);
+    m_previous = IconButton::previousProblem();
+    m_next = IconButton::nextProblem();
     connect(m_copy, &QToolButton::clicked, this, &ProblemsPanel::copyRequested);
     connect(m_previous, &QToolButton::clicked, this, [this] { step(false); });
     connect(m_next, &QToolButton::clicked, this, [this] { step(true); });
@@ -64,39 +53,61 @@ QWidget* ProblemsPanel::heading()
     auto* line = new QWidget;
     line->setFixedHeight(high);
     auto* layout = new QHBoxLayout(line);
-    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setContentsMargins(RowParts::inset, 0, RowParts::inset, 0);
     layout->setSpacing(8);
     layout->addWidget(Type::label(u"Problems"_s, Type::heading, QFont::DemiBold, Type::Ink::text1));
     layout->addWidget(m_count);
     layout->addStretch();
     layout->addWidget(m_copy);
     layout->addSpacing(4);
-    layout->addWidget(m_previous);
-    layout->addWidget(m_next);
+    m_steps = IconButton::steps(*m_previous, *m_next);
+    layout->addWidget(m_steps);
     return line;
 }
 
-void ProblemsPanel::show(std::vector<Problem> problems, double frameRate, bool fresh)
+void ProblemsPanel::show(std::vector<Problem> problems, const std::optional<QString>& conflict,
+                         double frameRate, const QUuid& file)
 {
-    if (!fresh && problems == m_problems && frameRate == m_frameRate)
+    m_conflict->setText(conflict.value_or(QString()));
+    m_conflict->setVisible(conflict.has_value());
+    if (file == m_file && problems == m_problems && frameRate == m_frameRate)
         return;
+    noteOpen();
+    if (file != m_file)
+        m_current.reset();
+    m_file = file;
     m_problems = std::move(problems);
     m_frameRate = frameRate;
-    refill(fresh);
+    refill();
 }
 
-void ProblemsPanel::refill(bool fresh)
+/// What the operator opened, also of what may be gone at another choice of platforms.
+void ProblemsPanel::noteOpen()
 {
-    std::set<QString> open;
-    for (ProblemRow* row : m_rows) {
-        if (row->isOpen() && !fresh)
+    auto& open = m_open[m_file];
+    for (const ProblemRow* row : m_rows)
+        if (row->isOpen())
             open.insert(row->problem().checkID);
+        else
+            open.erase(row->problem().checkID);
+}
+
+void ProblemsPanel::setWide(bool wide)
+{
+    if (std::exchange(m_wide, wide) == wide)
+        return;
+    for (ProblemRow* row : m_rows)
+        row->setWide(wide);
+}
+
+void ProblemsPanel::refill()
+{
+    for (ProblemRow* row : m_rows) {
         row->hide();
         row->deleteLater(); // one of its buttons may have brought this about
     }
     m_rows.clear();
-    if (fresh)
-        m_current.reset();
+    const auto& open = m_open[m_file];
     for (const Problem& problem : m_problems) {
         addRow(problem);
         m_rows.back()->setOpen(open.contains(problem.checkID));
@@ -104,8 +115,7 @@ void ProblemsPanel::refill(bool fresh)
     showCurrent();
     m_none->setVisible(m_problems.empty());
     m_count->setText(QString::number(m_problems.size()));
-    for (QWidget* each : {static_cast<QWidget*>(m_count), static_cast<QWidget*>(m_copy),
-                          static_cast<QWidget*>(m_previous), static_cast<QWidget*>(m_next)})
+    for (QWidget* each : {static_cast<QWidget*>(m_count), static_cast<QWidget*>(m_copy), m_steps})
         each->setVisible(!m_problems.empty());
 }
 
@@ -116,7 +126,9 @@ void ProblemsPanel::addRow(const Problem& problem)
     m_list->addWidget(row);
     setTabOrder(before, &row->line());
     m_rows.push_back(row);
+    row->setWide(m_wide);
     connect(row, &ProblemRow::momentChosen, this, &ProblemsPanel::momentChosen);
+    connect(row, &ProblemRow::platformChosen, this, &ProblemsPanel::platformChosen);
     connect(&row->line(), &ProblemLine::focused, this, [this, row] {
         m_current = row->problem().checkID;
         showCurrent();

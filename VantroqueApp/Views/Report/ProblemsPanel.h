@@ -2,7 +2,11 @@
 
 #include "Check/Problems.h"
 
+#include <QUuid>
 #include <QWidget>
+
+#include <map>
+#include <set>
 
 class QBoxLayout;
 class QLabel;
@@ -19,20 +23,26 @@ class ProblemsPanel : public QWidget {
 public:
     explicit ProblemsPanel(QWidget* parent = nullptr);
 
-    /// Those of another file are all closed. Moments count frames at `frameRate`.
-    void show(std::vector<Problem> problems, double frameRate, bool fresh);
+    /// Those of a file; what was opened of it is open when it is shown again. `conflict` says that
+    /// no file can suit all platforms. Moments count frames at `frameRate`.
+    void show(std::vector<Problem> problems, const std::optional<QString>& conflict,
+              double frameRate, const QUuid& file);
+    /// There is room for a problem on one line.
+    void setWide(bool wide);
     /// Opens the next one, or the one before, and goes to where it is.
     void step(bool forward);
 
 Q_SIGNALS:
-    void momentChosen(const vantroque::SignalEvent& event);
+    void momentChosen(const QString& check, const vantroque::CheckMoment& moment);
+    void platformChosen(const QString& profile, const QString& check);
     void copyRequested();
     /// One was opened by stepping.
     void rowShown(QWidget* row);
 
 private:
     QWidget* heading();
-    void refill(bool fresh);
+    void noteOpen();
+    void refill();
     void addRow(const Problem& problem);
     void showCurrent();
     /// Where `m_current` is in the list; its size when nowhere.
@@ -43,10 +53,15 @@ private:
     QLabel* m_count;
     QToolButton* m_previous = nullptr;
     QToolButton* m_next = nullptr;
+    QWidget* m_steps = nullptr;
     QToolButton* m_copy = nullptr;
+    QLabel* m_conflict;
     QLabel* m_none;
     QBoxLayout* m_list;
     std::vector<ProblemRow*> m_rows;
+    bool m_wide = false;
+    QUuid m_file;
+    std::map<QUuid, std::set<QString>> m_open; ///< The checks of each file.
     std::optional<QString> m_current; ///< The check where the keyboard is, or was stepped to.
 };
 

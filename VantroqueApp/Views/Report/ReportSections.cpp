@@ -3,10 +3,15 @@
 #include "VantroqueApp/Views/Report/ReportRowDelegate.h"
 #include "VantroqueApp/Views/Style/Motion.h"
 
+#include <QClipboard>
 #include <QEasingCurve>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QShortcut>
 #include <QVariantAnimation>
 #include <QWheelEvent>
+
+#include <utility>
 
 namespace vantroque {
 
@@ -27,14 +32,18 @@ ReportSections::ReportSections(QWidget* parent)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(this, &QListView::clicked, this, &ReportSections::press);
+    // Goes before the player's key, which copies the time code.
+    connect(new QShortcut(QKeySequence::Copy, this, nullptr, nullptr, Qt::WidgetShortcut),
+            &QShortcut::activated, this, &ReportSections::copy);
 }
 
-void ReportSections::show(std::vector<ProfileReport> reports, const std::vector<Profile>& profiles,
-                          bool fresh)
+void ReportSections::show(const FileReport& report, const std::vector<Profile>& profiles,
+                          double frameRate, const QUuid& file)
 {
-    const bool keeps = !fresh && currentIndex().isValid();
+    const bool keeps = file == m_file && currentIndex().isValid();
+    m_file = file;
     const QString current = keeps ? m_rows->key(currentIndex()) : QString();
-    m_rows->show(std::move(reports), profiles, fresh);
+    m_rows->show(report, profiles, frameRate, file);
     fitRows();
     if (keeps && !currentIndex().isValid()) {
         const QSignalBlocker quiet(this); // the operator may look elsewhere by now
@@ -42,20 +51,41 @@ void ReportSections::show(std::vector<ProfileReport> reports, const std::vector<
     }
 }
 
-void ReportSections::setEvents(std::vector<SignalEvent> events, double frameRate)
+void ReportSections::setWide(bool wide)
 {
-    m_rows->setEvents(std::move(events), frameRate);
-    viewport()->update();
+    if (std::exchange(m_wide, wide) == wide)
+        return;
+    m_delegate->setWide(wide);
+    fitRows();
+}
+
+void ReportSections::reveal(const QString& profile, const QString& check)
+{
+    const QModelIndex row = m_rows->reveal(profile, check);
+    if (!row.isValid())
+        return;
+    fitRows();
+    setFocus(Qt::ShortcutFocusReason);
+    setCurrentIndex(row);
+    Q_EMIT rowShown(visualRect(row));
+}
+
+void ReportSections::copy() const
+{
+    if (currentIndex().isValid())
+        QGuiApplication::clipboard()->setText(m_rows->textToCopy(currentIndex()));
 }
 
 void ReportSections::press(const QModelIndex& index)
 {
-    if (!index.isValid())
+    if (!index.isValid() || m_rows->kind(index) == ReportRows::Row::Kind::heading)
         return;
+    const CheckResult* check = m_rows->check(index);
+    const QString id = check != nullptr ? check->id : QString();
     const auto moment = m_rows->moment(index);
     toggle(index);
     if (moment)
-        Q_EMIT momentChosen(*moment);
+        Q_EMIT momentChosen(id, *moment);
 }
 
 void ReportSections::toggle(const QModelIndex& index)

@@ -16,16 +16,19 @@ class ReportSections : public QListView {
 
 public:
     explicit ReportSections(QWidget* parent = nullptr);
-    /// `fresh`: another file than before.
-    void show(std::vector<ProfileReport> reports, const std::vector<Profile>& profiles, bool fresh);
-    /// Where rows may point at; frames count at `frameRate`.
-    void setEvents(std::vector<SignalEvent> events, double frameRate);
+    /// Of that file. Moments count frames at `frameRate`.
+    void show(const FileReport& report, const std::vector<Profile>& profiles, double frameRate,
+              const QUuid& file);
+    /// There is room for all of a check on one line.
+    void setWide(bool wide);
+    /// Goes to the row of a check, and opens what it stands in.
+    void reveal(const QString& profile, const QString& check);
 
 Q_SIGNALS:
     /// The keyboard came to a row.
     void rowShown(const QRect& row);
     /// A row that points there was pressed.
-    void momentChosen(const vantroque::SignalEvent& event);
+    void momentChosen(const QString& check, const vantroque::CheckMoment& moment);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -37,11 +40,14 @@ private:
     void press(const QModelIndex& index);
     void toggle(const QModelIndex& index);
     void open(const QModelIndex& index);
+    void copy() const;
     void fitRows();
 
     ReportRows* m_rows;
     ReportRowDelegate* m_delegate;
     QVariantAnimation* m_opening;
+    QUuid m_file;
+    bool m_wide = false;
 };
 
 } // namespace vantroque

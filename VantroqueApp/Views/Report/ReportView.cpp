@@ -1,17 +1,19 @@
 #include "VantroqueApp/Views/Report/ReportView.h"
 
 #include "Check/ProblemsText.h"
-#include "Profiles/LoudnessTarget.h"
-#include "VantroqueApp/Views/Instruments/ChannelMeters.h"
-#include "VantroqueApp/Views/Instruments/LoudnessMeter.h"
-#include "VantroqueApp/Views/Report/ChannelReadings.h"
-#include "VantroqueApp/Views/Report/MeasurementCards.h"
+#include "Check/RowMoments.h"
+#include "VantroqueApp/Views/Controls/RowParts.h"
+#include "VantroqueApp/Views/Instruments/ChannelReadings.h"
+#include "VantroqueApp/Views/Report/MeasuredPanel.h"
+#include "VantroqueApp/Views/Report/PlatformsHeading.h"
 #include "VantroqueApp/Views/Report/ProblemsPanel.h"
 #include "VantroqueApp/Views/Report/ReportSections.h"
+#include "VantroqueApp/Views/Report/StickyBar.h"
 #include "VantroqueApp/Views/Report/SummaryHeader.h"
 
 #include <QBoxLayout>
 #include <QClipboard>
+#include <QFrame>
 #include <QGuiApplication>
 #include <QScrollBar>
 #include <QShortcut>
@@ -25,9 +27,35 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int padding = 20;
-constexpr int figuresWidth = 400;
-constexpr int besideFrom = 880; ///< Width of the pane from which there are two columns.
-constexpr int widestColumn = 720;
+constexpr int wideFrom = 560; ///< Width of the pane from which a row holds all on one line.
+constexpr int widestPage = 720;
+
+void clearMoments(FileReport& report)
+{
+    const auto clear = [](std::vector<ProfileReport>& parts) {
+        for (ProfileReport& part : parts)
+            for (CheckResult& row : part.checks)
+                row.moment.reset();
+    };
+    clear(report.profiles);
+    if (report.sections)
+        clear(*report.sections);
+}
+
+/// Between the parts of the page, with more room above than below.
+QWidget* hairline()
+{
+    constexpr int above = 12;
+    constexpr int below = 8;
+    auto* box = new QWidget;
+    auto* layout = new QVBoxLayout(box);
+    layout->setContentsMargins(RowParts::inset, above, RowParts::inset, below);
+    auto* line = new QFrame;
+    line->setObjectName(u"hairline"_s);
+    line->setFixedHeight(1);
+    layout->addWidget(line);
+    return box;
+}
 
 } // namespace
 
@@ -35,15 +63,12 @@ ReportView::ReportView(const ProfileChoice& profiles, QWidget* parent)
     : QScrollArea(parent),
       m_profiles(profiles),
       m_page(new QWidget),
-      m_figures(new QWidget),
-      m_left(new QVBoxLayout),
-      m_right(new QVBoxLayout),
       m_summary(new SummaryHeader),
       m_problems(new ProblemsPanel),
-      m_cards(new MeasurementCards),
-      m_loudness(new LoudnessMeter),
-      m_channels(new ChannelMeters(ChannelMeters::Size::report)),
-      m_sections(new ReportSections)
+      m_measured(new MeasuredPanel),
+      m_heading(new PlatformsHeading),
+      m_sections(new ReportSections),
+      m_bar(new StickyBar(this))
 {
     m_page->setObjectName(u"report"_s);
     setAccessibleName(u"Report"_s);
@@ -51,46 +76,51 @@ ReportView::ReportView(const ProfileChoice& profiles, QWidget* parent)
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(NoFrame);
-    auto* figures = new QVBoxLayout(m_figures);
-    figures->setContentsMargins(0, 0, 0, 0);
-    figures->setSpacing(8);
-    figures->addWidget(m_cards);
-    figures->addWidget(m_loudness);
-    figures->addWidget(m_channels);
-    auto* columns = new QHBoxLayout(m_page);
-    columns->setContentsMargins(padding, padding, padding, padding);
-    columns->setSpacing(padding);
-    for (QBoxLayout* column : {m_left, m_right}) {
-        column->setSpacing(padding);
-        columns->addLayout(column);
-    }
-    columns->addStretch(1);
-    arrange(false);
+    addParts();
     setWidget(m_page);
+    m_bar->hide();
     connectParts();
+}
+
+/// Rows reach a little over the words above them on both sides, for the card of an open one.
+void ReportView::addParts()
+{
+    constexpr int bleed = RowParts::inset;
+    auto* layout = new QVBoxLayout(m_page);
+    layout->setContentsMargins(padding - bleed, padding, padding - bleed, padding);
+    layout->setSpacing(0);
+    m_summary->setContentsMargins(bleed, 0, bleed, 0);
+    layout->addWidget(m_summary);
+    layout->addWidget(hairline());
+    layout->addWidget(m_problems);
+    layout->addWidget(hairline());
+    layout->addWidget(m_measured);
+    layout->addWidget(hairline());
+    layout->addWidget(m_heading);
+    layout->addWidget(m_sections);
+    layout->addStretch(1);
 }
 
 void ReportView::connectParts()
 {
-    const auto go = [this](const SignalEvent& event) {
-        if (m_player != nullptr)
-            m_player->goTo(event);
-    };
-    connect(m_sections, &ReportSections::momentChosen, this, go);
-    connect(m_problems, &ProblemsPanel::momentChosen, this, go);
+    connect(m_sections, &ReportSections::momentChosen, this, &ReportView::go);
+    connect(m_problems, &ProblemsPanel::momentChosen, this, &ReportView::go);
+    connect(m_measured, &MeasuredPanel::momentChosen, this, &ReportView::go);
+    connect(m_problems, &ProblemsPanel::platformChosen, m_sections, &ReportSections::reveal);
     connect(m_sections, &ReportSections::rowShown, this, [this](const QRect& row) {
-        const QPoint top = m_sections->mapTo(m_page, row.topLeft());
-        ensureVisible(top.x(), top.y() + row.height() / 2, 0, row.height() / 2 + 8);
+        m_page->layout()->activate(); // what was opened has its height
+        bringIntoSight({m_sections->mapTo(m_page, row.topLeft()), row.size()});
     });
     connect(m_problems, &ProblemsPanel::rowShown, this, [this](QWidget* row) {
-        m_page->layout()->activate(); // what was opened has its height
-        ensureWidgetVisible(row, 0, 8);
-        const QPoint top = row->mapTo(m_page, QPoint()); // of what is higher than the view
-        ensureVisible(top.x(), top.y(), 0, 8);
+        m_page->layout()->activate();
+        bringIntoSight({row->mapTo(m_page, QPoint()), row->size()});
     });
     connect(m_problems, &ProblemsPanel::copyRequested, this, [this] {
-        QGuiApplication::clipboard()->setText(ProblemsText::render(seen(), m_profiles.profiles()));
+        QGuiApplication::clipboard()->setText(
+            ProblemsText::render(seen(), m_profiles.enabledProfiles()));
     });
+    connect(m_bar, &StickyBar::stepPressed, m_problems, &ProblemsPanel::step);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ReportView::placeBar);
     // Typed letters go to whoever writes.
     connect(new QShortcut(Qt::Key_N, this), &QShortcut::activated, m_problems,
             [this] { m_problems->step(true); });
@@ -98,71 +128,86 @@ void ReportView::connectParts()
             m_problems, [this] { m_problems->step(false); });
 }
 
-/// In two columns, or all in one.
-void ReportView::arrange(bool beside)
+void ReportView::go(const QString& check, const CheckMoment& moment)
 {
-    const bool isArranged = m_left->count() > 0;
-    if (isArranged && beside == (m_right->count() > 0))
+    if (m_player == nullptr)
         return;
-    for (QBoxLayout* column : {m_left, m_right})
-        while (QLayoutItem* item = column->takeAt(0))
-            delete item;
-    const auto add = [](QBoxLayout& column, const std::vector<QWidget*>& widgets) {
-        for (QWidget* widget : widgets)
-            column.addWidget(widget);
-        column.addStretch(1);
-    };
-    if (beside) {
-        add(*m_left, {m_summary, m_figures});
-        add(*m_right, {m_problems, m_sections});
-    } else {
-        add(*m_left, {m_summary, m_problems, m_figures, m_sections});
-    }
+    if (const auto event = RowMoments::eventAt(check, moment, m_player->detectedEvents()))
+        m_player->goTo(*event);
+    else
+        m_player->seek(moment.frame);
+}
+
+/// Whole, or of what is higher than the view the top; under the bar that will be there.
+void ReportView::bringIntoSight(const QRect& part)
+{
+    constexpr int air = 8;
+    const int top = part.top() - StickyBar::high - air;
+    const int least = part.bottom() + 1 + air - viewport()->height();
+    QScrollBar* bar = verticalScrollBar();
+    bar->setValue(std::min(std::max(bar->value(), least), std::max(top, 0)));
+}
+
+/// It is there while the summary is not.
+void ReportView::placeBar()
+{
+    m_bar->setGeometry(0, 0, viewport()->width(), StickyBar::high);
+    m_bar->setVisible(m_report && verticalScrollBar()->value() > m_summary->geometry().bottom());
+}
+
+void ReportView::dropPlayer()
+{
+    m_ties.reset();
+    m_player = nullptr;
 }
 
 void ReportView::setPlayer(PlayerController* player)
 {
-    m_ties = std::make_unique<QObject>();
+    dropPlayer();
+    if (player == nullptr)
+        return;
     m_player = player;
-    if (player != nullptr) {
-        connect(player, &PlayerController::eventsChanged, m_ties.get(),
-                [this] { showSections(false); });
-        const auto readChannels = [this] { showChannels(); };
-        connect(&player->playhead(), &Playhead::moved, m_ties.get(), readChannels);
-        connect(&player->shuttle(), &ShuttleEngine::changed, m_ties.get(), readChannels);
-    }
-    if (m_report) {
-        showSections(false);
-        showChannels();
-    }
+    m_ties = std::make_unique<QObject>();
+    connect(player, &PlayerController::eventsChanged, m_ties.get(),
+            [this] { showSections(false); });
+    const auto readChannels = [this] { showChannels(); };
+    connect(&player->playhead(), &Playhead::moved, m_ties.get(), readChannels);
+    connect(&player->shuttle(), &ShuttleEngine::changed, m_ties.get(), readChannels);
 }
 
-void ReportView::show(const FileAnalysis& file)
+void ReportView::show(const FileAnalysis& file, PlayerController* player)
 {
+    if (player != m_player)
+        setPlayer(player);
     m_report = std::get<FileAnalysis::Done>(file.status).report;
     m_media = file.media;
-    const FileReport& report = *m_report;
-    m_cards->show(report, file.media.get(), m_profiles.enabledProfiles());
-    m_loudness->show(report, LoudnessTarget::across(m_profiles.enabledProfiles()));
-    showChannels();
     const bool another = std::exchange(m_shown, file.id) != file.id;
     showSections(another);
+    showChannels();
     if (another)
         verticalScrollBar()->setValue(0);
+    placeBar();
 }
 
-/// What is wrong, and what each platform says.
+/// What is wrong, what was measured, and what each platform says.
 void ReportView::showSections(bool fresh)
 {
     const FileReport report = seen();
-    auto problems = Problems::of(report, m_profiles.profiles());
+    auto problems = Problems::of(report);
     m_summary->show(report, Problems::headline(problems));
-    const double rate = m_player != nullptr ? m_player->file().workingRate().perSecond()
-                        : report.video      ? report.video->frameRate
-                                            : 0;
-    m_problems->show(std::move(problems), rate, fresh);
-    m_sections->show(report.allRows(), m_profiles.profiles(), fresh);
-    m_sections->setEvents(m_player != nullptr ? *report.events : std::vector<SignalEvent>(), rate);
+    m_bar->show(report, problems.size());
+    const auto chosen = m_profiles.enabledProfiles();
+    m_problems->show(std::move(problems), Problems::conflict(chosen), frameRate(), m_shown);
+    m_measured->show(report, m_media.get(), chosen, frameRate(), fresh);
+    m_heading->show(report);
+    m_sections->show(report, m_profiles.profiles(), frameRate(), m_shown);
+}
+
+double ReportView::frameRate() const
+{
+    if (m_player != nullptr)
+        return m_player->file().workingRate().perSecond();
+    return m_report->video ? m_report->video->frameRate : 0;
 }
 
 /// The report with what the player knows besides. A film without a picture has no player that could
@@ -171,10 +216,11 @@ FileReport ReportView::seen() const
 {
     FileReport report = *m_report;
     if (!report.video)
-        report.events.reset();
+        clearMoments(report);
+    else
+        RowMoments::mark(report, m_profiles.profiles()); // one of an older version has none
     if (m_player == nullptr)
         return report;
-    report.events = m_player->detectedEvents();
     if (auto captions = m_player->captions().captionSection()) {
         if (!report.sections)
             report.sections.emplace();
@@ -191,22 +237,21 @@ void ReportView::showChannels()
     if (m_media)
         channels = moves ? ChannelReadings::at(*m_media, m_player->currentSeconds())
                          : ChannelReadings::loudest(*m_media);
-    m_channels->setVisible(!channels.empty());
-    m_channels->setChannels(std::move(channels));
+    m_measured->showChannels(std::move(channels));
 }
 
 void ReportView::resizeEvent(QResizeEvent* event)
 {
     QScrollArea::resizeEvent(event);
-    const int room = viewport()->width() - 2 * padding;
-    const bool beside = room >= besideFrom;
-    arrange(beside);
-    const int left = beside ? figuresWidth : std::min(room, widestColumn);
-    const int right = beside ? std::min(room - figuresWidth - padding, widestColumn) : left;
-    for (QWidget* widget : {static_cast<QWidget*>(m_summary), m_figures})
-        widget->setFixedWidth(left);
-    for (QWidget* widget : {static_cast<QWidget*>(m_problems), static_cast<QWidget*>(m_sections)})
-        widget->setFixedWidth(right);
+    const bool wide = width() >= wideFrom;
+    m_problems->setWide(wide);
+    m_measured->setWide(wide);
+    m_sections->setWide(wide);
+    const int room = viewport()->width() - 2 * (padding - RowParts::inset);
+    const int page = std::min(room, widestPage);
+    m_page->layout()->setContentsMargins(padding - RowParts::inset, padding,
+                                         padding - RowParts::inset + room - page, padding);
+    placeBar();
 }
 
 } // namespace vantroque

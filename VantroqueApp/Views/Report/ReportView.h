@@ -8,52 +8,52 @@
 
 #include <memory>
 
-class QBoxLayout;
-
 namespace vantroque {
 
-class ChannelMeters;
-class LoudnessMeter;
-class MeasurementCards;
+class MeasuredPanel;
+class PlatformsHeading;
 class ProblemsPanel;
 class ReportSections;
+class StickyBar;
 class SummaryHeader;
 
-/// The report of a file: the verdict, what is wrong, the figures, and what each platform says. In a
-/// wide pane what is wrong and the platforms stand beside the figures.
+/// The report of a file, top down: the verdict, what is wrong, the figures, and what each platform
+/// says. While the verdict is scrolled out of sight, a bar says it.
 class ReportView : public QScrollArea {
     Q_OBJECT
 
 public:
     explicit ReportView(const ProfileChoice& profiles, QWidget* parent = nullptr);
-    /// `file` has a report.
-    void show(const FileAnalysis& file);
-    /// The player of that file: its captions are reported as well, rows that point at a moment go
-    /// there, and the channels show what it plays. Null where none is open; it must stay until
-    /// then.
-    void setPlayer(PlayerController* player);
+    /// `file` has a report. Its player, if one is open, must stay until it is dropped here: its
+    /// captions are reported as well, rows that point at a moment go there, and the channels show
+    /// what it plays.
+    void show(const FileAnalysis& file, PlayerController* player);
+    void dropPlayer();
+    const PlayerController* player() const { return m_player; }
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
     void connectParts();
-    void arrange(bool beside);
+    void addParts();
+    void setPlayer(PlayerController* player);
     void showSections(bool fresh);
     FileReport seen() const;
+    double frameRate() const;
+    void go(const QString& check, const CheckMoment& moment);
+    void bringIntoSight(const QRect& part);
+    void placeBar();
     void showChannels();
 
     const ProfileChoice& m_profiles;
     QWidget* m_page;
-    QWidget* m_figures;
-    QBoxLayout* m_left;
-    QBoxLayout* m_right;
     SummaryHeader* m_summary;
     ProblemsPanel* m_problems;
-    MeasurementCards* m_cards;
-    LoudnessMeter* m_loudness;
-    ChannelMeters* m_channels;
+    MeasuredPanel* m_measured;
+    PlatformsHeading* m_heading;
     ReportSections* m_sections;
+    StickyBar* m_bar;
     QUuid m_shown;
     std::shared_ptr<const FileReport> m_report;
     std::shared_ptr<const MediaInfo> m_media;

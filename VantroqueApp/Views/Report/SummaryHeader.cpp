@@ -1,47 +1,19 @@
 #include "VantroqueApp/Views/Report/SummaryHeader.h"
 
 #include "VantroqueApp/Views/Controls/ElidedLabel.h"
+#include "VantroqueApp/Views/Controls/SignChip.h"
 #include "VantroqueApp/Views/Style/Icons.h"
-#include "VantroqueApp/Views/Style/Theme.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
-#include <QPainter>
 #include <QVBoxLayout>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-class SummaryHeader::VerdictChip : public QWidget {
-public:
-    explicit VerdictChip(QWidget* parent = nullptr) : QWidget(parent) { setFixedSize(44, 44); }
-
-    void setVerdict(Verdict verdict)
-    {
-        m_verdict = verdict;
-        setAccessibleName(Icons::word(verdict));
-        update();
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        constexpr double radius = 10;
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(Theme::current().chip);
-        painter.drawRoundedRect(rect(), radius, radius);
-        Icons::drawVerdictOutline(painter, QRectF(9, 9, 26, 26), m_verdict);
-    }
-
-private:
-    Verdict m_verdict = Verdict::pass;
-};
-
 SummaryHeader::SummaryHeader(QWidget* parent)
     : QWidget(parent),
-      m_chip(new VerdictChip),
+      m_chip(new SignChip),
       m_headline(Type::label({}, Type::headline, QFont::DemiBold, Type::Ink::text1)),
       m_subhead(Type::label({}, Type::body, QFont::Normal, Type::Ink::text2)),
       m_note(Type::label({}, Type::body, QFont::Normal, Type::Ink::text2)),

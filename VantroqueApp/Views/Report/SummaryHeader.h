@@ -9,6 +9,7 @@ class QLabel;
 namespace vantroque {
 
 class ElidedLabel;
+class SignChip;
 
 /// The verdict on the file in one line, and what the file is.
 class SummaryHeader : public QWidget {
@@ -18,9 +19,7 @@ public:
     void show(const FileReport& report, const QString& problems);
 
 private:
-    class VerdictChip;
-
-    VerdictChip* m_chip;
+    SignChip* m_chip;
     QLabel* m_headline;
     QLabel* m_subhead;
     QLabel* m_note;

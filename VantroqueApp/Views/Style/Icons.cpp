@@ -1,9 +1,9 @@
 #include "VantroqueApp/Views/Style/Icons.h"
 
-#include "VantroqueApp/Views/Style/Theme.h"
-
+#include <QAbstractButton>
 #include <QFile>
 #include <QHash>
+#include <QIconEngine>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QSvgRenderer>
@@ -59,6 +59,34 @@ void drawPixmap(QPainter& painter, const QRectF& rect, const QPixmap& pixmap)
     painter.drawPixmap(rect.topLeft(), pixmap);
 }
 
+/// Drawn when it is asked for, since the look may be another one by then. What is wider than high
+/// has its room at the right.
+class ToolIcon : public QIconEngine {
+public:
+    ToolIcon(QString name, QColor Theme::*ink) : m_name(std::move(name)), m_ink(ink) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        painter->drawPixmap(
+            rect, pixmap(rect.size() * painter->device()->devicePixelRatio(), mode, state));
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override
+    {
+        const Theme& theme = Theme::current();
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter(&pixmap).drawPixmap(
+            0, 0,
+            tinted(m_name, mode == QIcon::Disabled ? theme.text3 : theme.*m_ink, size.height(), 1));
+        return pixmap;
+    }
+    QIconEngine* clone() const override { return new ToolIcon(*this); }
+
+private:
+    const QString m_name;
+    QColor Theme::*m_ink;
+};
+
 QString verdictName(Verdict verdict)
 {
     switch (verdict) {
@@ -91,19 +119,24 @@ QPixmap tinted(const QString& name, const QColor& color, int size, double device
     return kept(name, color.name(), size, deviceRatio, [&] { return recolored(name, color); });
 }
 
-QIcon tool(const QString& name, const QColor& color, int size)
+QIcon tool(const QString& name, QColor Theme::*ink)
 {
-    QIcon icon;
-    for (const double ratio : {1.0, 2.0}) {
-        icon.addPixmap(tinted(name, color, size, ratio));
-        icon.addPixmap(tinted(name, Theme::current().text3, size, ratio), QIcon::Disabled);
-    }
-    return icon;
+    return QIcon(new ToolIcon(name, ink));
 }
 
-QIcon tool(const QString& name, int size)
+void give(QAbstractButton& button, const QString& name, int size, QColor Theme::*ink)
 {
-    return tool(name, Theme::current().text1, size);
+    constexpr int gap = 4; // as much again as the style leaves
+    button.setIcon(tool(name, ink));
+    button.setIconSize({button.text().isEmpty() ? size : size + gap, size});
+}
+
+QIcon application()
+{
+    QIcon icon;
+    for (const int size : {16, 32, 48, 128})
+        icon.addPixmap(rendered(source(u"vantroque"_s), size, 1));
+    return icon;
 }
 
 void draw(QPainter& painter, const QRectF& rect, const QString& name, const QColor& color)
@@ -140,7 +173,7 @@ Verdict signOf(const FileReport& report)
                       return section.displayVerdict() == verdict;
                   });
     };
-    for (const Verdict verdict : {Verdict::fail, Verdict::warn, Verdict::pass})
+    for (const Verdict verdict : {Verdict::fail, Verdict::warn})
         if (anyIs(verdict))
             return verdict;
     return Verdict::info;

@@ -1,6 +1,7 @@
 #include "VantroqueApp/Views/Style/Look.h"
 
-#include "VantroqueApp/Views/Style/Motion.h"
+#include "VantroqueApp/Views/Style/HoverEnds.h"
+#include "VantroqueApp/Views/Style/Popups.h"
 #include "VantroqueApp/Views/Style/Theme.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
@@ -9,10 +10,7 @@
 #include <QEvent>
 #include <QFile>
 #include <QKeyEvent>
-#include <QLabel>
-#include <QMenu>
 #include <QPalette>
-#include <QPropertyAnimation>
 #include <QStyleFactory>
 
 #include <map>
@@ -31,56 +29,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 bool desktopIsDark = true;
-
-/// Lets what is behind a menu show through outside its round corners, and fades it in.
-class RoundMenus : public QObject {
-public:
-    using QObject::QObject;
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        auto* menu = qobject_cast<QMenu*>(watched);
-        if (menu == nullptr)
-            return false;
-        if (event->type() == QEvent::Polish) {
-            menu->setWindowFlag(Qt::FramelessWindowHint);
-            menu->setWindowFlag(Qt::NoDropShadowWindowHint);
-            menu->setAttribute(Qt::WA_TranslucentBackground);
-        } else if (event->type() == QEvent::Show) {
-            fadeIn(*menu);
-        }
-        return false;
-    }
-
-private:
-    static void fadeIn(QMenu& menu)
-    {
-        constexpr int milliseconds = 80;
-        const int time = Motion::duration(menu, milliseconds);
-        if (time == 0)
-            return;
-        auto* fade = new QPropertyAnimation(&menu, "windowOpacity", &menu);
-        fade->setDuration(time);
-        fade->setStartValue(0.0);
-        fade->setEndValue(1.0);
-        fade->start(QAbstractAnimation::DeleteWhenStopped);
-    }
-};
-
-/// A tip quotes names and texts of files, which may hold markup.
-class PlainTips : public QObject {
-public:
-    using QObject::QObject;
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() == QEvent::Polish && watched->inherits("QTipLabel"))
-            static_cast<QLabel*>(watched)->setTextFormat(Qt::PlainText);
-        return false;
-    }
-};
 
 /// Return presses a button, as Space does: while a player is open, Space plays.
 class ReturnPresses : public QObject {
@@ -161,8 +109,8 @@ void begin()
     desktopIsDark = QApplication::palette().color(QPalette::Window).lightness() < middle;
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setFont(Type::text(Type::body));
-    qApp->installEventFilter(new RoundMenus(qApp));
-    qApp->installEventFilter(new PlainTips(qApp));
+    Popups::dress(*qApp);
+    qApp->installEventFilter(new HoverEnds(qApp));
     qApp->installEventFilter(new ReturnPresses(qApp));
 }
 

@@ -13,17 +13,32 @@ class QSplitter;
 namespace vantroque {
 
 class AnalyzingView;
+class FailedPane;
 class MessagePane;
 class PlayerPane;
 class ReportView;
+class SelectionPane;
 
 /// What is known of the selected file, by its state.
 class DetailPane : public QStackedWidget {
+    Q_OBJECT
+
 public:
     /// All that is given must outlive it.
-    DetailPane(const FileList& list, const AnalysisQueue& queue, const ProfileChoice& profiles,
+    DetailPane(FileList& list, const AnalysisQueue& queue, const ProfileChoice& profiles,
                OpenPlayer& player, const NoteAuthor& author, UserDefaults& defaults,
                QWidget* parent = nullptr);
+
+    /// The film takes the room of the report, as soon and as long as there is one to review.
+    void setReview(bool review);
+    /// That is so.
+    bool isReview() const { return m_review; }
+    /// Where a notice covers nothing that is worked with.
+    QWidget& noticesPlace();
+    bool canReview() const { return m_player != nullptr && currentWidget() == deskWidget(); }
+
+Q_SIGNALS:
+    void reviewChanged(); ///< Also whether there is something to review.
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -33,21 +48,27 @@ private:
     void showPlayer();
     void dropPlayer();
     void shareRoom();
+    QWidget* deskWidget() const;
+    void showDesk();
     void refresh();
     void showReport(const FileAnalysis& file);
     void showMessage(const FileAnalysis* file);
 
-    const FileList& m_list;
+    FileList& m_list;
     const AnalysisQueue& m_queue;
     MessagePane* m_message;
+    FailedPane* m_failed;
     AnalyzingView* m_analyzing;
+    SelectionPane* m_several;
     QSplitter* m_desk; ///< The report, and the player beside it.
     ReportView* m_report;
     PlayerPane* m_player = nullptr; ///< Of the open player.
     OpenPlayer& m_openPlayer;
     const NoteAuthor& m_author;
     UserDefaults& m_defaults;
-    bool m_ownReport = false; ///< The operator chose its width.
+    bool m_wantsReview = false;
+    bool m_review = false;
+    std::optional<int> m_ownReport; ///< The width that the operator chose.
     /// What the report was made of. None after another choice of platforms, which it shows as well.
     std::shared_ptr<const FileReport> m_shownReport;
     std::shared_ptr<const MediaInfo> m_shownMedia;

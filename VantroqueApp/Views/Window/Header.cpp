@@ -1,39 +1,43 @@
 #include "VantroqueApp/Views/Window/Header.h"
 
-#include "VantroqueApp/Views/Controls/ElidedLabel.h"
+#include "Check/TextRenderer.h"
 #include "VantroqueApp/Views/Controls/MenuHeading.h"
 #include "VantroqueApp/Views/Controls/ToolButton.h"
 #include "VantroqueApp/Views/Player/TransportKeys.h"
-#include "VantroqueApp/Views/Style/Type.h"
-#include "VantroqueApp/Views/Window/HelpPage.h"
-#include "VantroqueApp/Views/Window/ProfilesMenu.h"
+#include "VantroqueApp/Views/Profiles/ProfilesPanel.h"
+#include "VantroqueApp/Views/Window/DeskSwitch.h"
+#include "VantroqueApp/Views/Window/HelpReader.h"
 
 #include <QActionGroup>
-#include <QDesktopServices>
+#include <QClipboard>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QShortcut>
-#include <QTimer>
+
+#include <algorithm>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-Header::Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& appearance,
-               Exports& exports, QWidget* parent)
+Header::Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
+               AppearanceChoice& appearance, Exports& exports, QWidget* parent)
     : QWidget(parent),
       m_list(list),
+      m_choice(profiles),
+      m_sets(sets),
       m_appearance(appearance),
       m_exports(exports),
+      m_desk(new DeskSwitch(this)),
       m_add(new ToolButton(u"plus"_s, u"Add File"_s, this)),
       m_profiles(new ToolButton(u"list"_s, u"Profiles"_s, this)),
       m_export(new ToolButton(u"export"_s, u"Export Report"_s, this)),
       m_appearances(new QActionGroup(this)),
-      m_message(new ElidedLabel(Type::text(Type::caption), Qt::ElideMiddle, u"text1"_s, this)),
-      m_messageEnd(new QTimer(this)),
+      m_help(new HelpReader(*this)),
       m_printing(new QProgressBar(this)),
       m_cancel(new ToolButton(u"x"_s, u"Cancel"_s, this))
 {
@@ -44,7 +48,9 @@ Header::Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& 
     layout->setContentsMargins(4, 0, 12, 1);
     layout->setSpacing(8);
     layout->addWidget(menuBar(), 0, Qt::AlignVCenter);
-    layout->addWidget(m_message, 1);
+    layout->addStretch(1);
+    layout->addWidget(m_desk, 0, Qt::AlignVCenter);
+    layout->addStretch(1);
     layout->addWidget(m_printing);
     layout->addWidget(m_cancel);
     layout->addSpacing(8);
@@ -52,19 +58,14 @@ Header::Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& 
     layout->addWidget(m_profiles);
     layout->addWidget(m_export);
 
+    connect(m_desk, &DeskSwitch::chosen, this, &Header::deskChosen);
     m_add->setToolTip(u"Choose video files to check"_s);
     connect(m_add, &QToolButton::clicked, this, &Header::addPressed);
     m_profiles->setToolTip(u"Choose the platforms to check against"_s);
-    m_profiles->setMenu(new ProfilesMenu(profiles, m_profiles));
+    m_profiles->setOpens();
+    connect(m_profiles, &QToolButton::clicked, this, &Header::toggleProfiles);
     m_export->setToolTip(u"Export the QC report and any review notes"_s);
     m_export->setMenu(exportMenu());
-
-    m_message->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_message->setMinimumWidth(0);
-    m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_message->setAccessibleName(u"Last export"_s);
-    m_messageEnd->setSingleShot(true);
-    connect(m_messageEnd, &QTimer::timeout, this, [this] { m_exports.setExportMessage({}); });
 
     m_printing->setFixedSize(96, 4);
     m_printing->setTextVisible(false);
@@ -75,10 +76,26 @@ Header::Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& 
     connect(&list, &FileList::listChanged, this, &Header::refresh);
     connect(&list, &FileList::entryChanged, this, &Header::refresh);
     connect(&list, &FileList::selectionChanged, this, &Header::refresh);
-    connect(&exports, &Exports::exportMessageChanged, this, &Header::showMessage);
     connect(&exports, &Exports::pdfProgressChanged, this, &Header::showPrinting);
     refresh();
     showPrinting();
+}
+
+Header::~Header() = default;
+
+void Header::toggleProfiles()
+{
+    if (m_panel == nullptr) {
+        m_panel = new ProfilesPanel(m_choice, m_sets, *m_profiles, *window());
+        connect(m_panel, &ProfilesPanel::openChanged, this, [this](bool isOpen) {
+            m_profiles->setChecked(isOpen);
+            m_pause = isOpen ? std::make_unique<TransportKeysPause>() : nullptr;
+        });
+    }
+    if (m_panel->isVisible())
+        m_panel->close();
+    else
+        m_panel->open();
 }
 
 QMenuBar* Header::menuBar()
@@ -92,16 +109,47 @@ QMenuBar* Header::menuBar()
     file->addAction(u"Add Files"_s, QKeySequence(QKeySequence::Open), this, &Header::addPressed);
     file->addSeparator();
     file->addAction(u"Name on Notes"_s, this, &Header::namePressed);
-    file->addSeparator();
+    m_file = file;
+    m_afterSettings = file->addSeparator();
     file->addAction(u"Quit"_s, QKeySequence(Qt::CTRL | Qt::Key_Q), this, &Header::quitPressed);
     QMenu* view = bar->addMenu(u"&View"_s);
     view->setAccessibleName(u"View"_s);
     addFullScreen(*view);
+    view->addSeparator();
+    addDesks(*view);
+    view->addSeparator();
     addAppearanceMenu(*view);
     addHelpMenu(*bar);
     // The desktop's key for menus, beside Alt.
     new QShortcut(Qt::Key_F10, this, [bar, file] { bar->setActiveAction(file->menuAction()); });
     return bar;
+}
+
+void Header::addDesks(QMenu& view)
+{
+    auto* desks = new QActionGroup(this);
+    const auto add = [&](const QString& name, Qt::Key key, bool review) {
+        QAction* action = view.addAction(name, QKeySequence(key), this,
+                                         [this, review] { Q_EMIT deskChosen(review); });
+        action->setCheckable(true);
+        desks->addAction(action);
+        return action;
+    };
+    m_reportDesk = add(u"Report"_s, Qt::Key_F2, false);
+    m_reviewDesk = add(u"Review"_s, Qt::Key_F3, true);
+    showDesk(false, false);
+}
+
+void Header::showDesk(bool review, bool possible)
+{
+    (review ? m_reviewDesk : m_reportDesk)->setChecked(true);
+    m_reviewDesk->setEnabled(possible);
+    m_desk->show(review, possible);
+}
+
+void Header::addSetting(QAction* action)
+{
+    m_file->insertAction(m_afterSettings, action);
 }
 
 /// What the player in this window does, where there is one.
@@ -124,8 +172,7 @@ void Header::addHelpMenu(QMenuBar& bar)
     QMenu* help = bar.addMenu(u"&Help"_s);
     help->setAccessibleName(u"Help"_s);
     for (const HelpPage& page : HelpPage::all())
-        help->addAction(page.title, [file = page.file] { QDesktopServices::openUrl(file); })
-            ->setData(page.file);
+        help->addAction(page.title, [this, page] { m_help->show(page); })->setData(page.file);
     help->menuAction()->setVisible(!help->isEmpty());
 }
 
@@ -158,33 +205,38 @@ QMenu* Header::exportMenu()
     m_allAsPDF =
         menu->addAction(u"All Files as PDF"_s, [print] { print(Exports::Scope::allFiles); });
     m_allAsPDF->setToolTip(u"The same of all analysed files, in one document"_s);
-    QAction* text = menu->addAction(u"This File as Text"_s, &m_exports, &Exports::saveReport);
-    text->setToolTip(u"Writes this report, and those of all other analysed files, into one file"_s);
+    m_asText = menu->addAction(u"This File as Text"_s, &m_exports, &Exports::saveReport);
+    m_asText->setToolTip(
+        u"Writes this report, and those of all other analysed files, into one file"_s);
+    m_copyReport = menu->addAction(u"Copy Report"_s, this, &Header::copyReport);
+    m_copyReport->setToolTip(u"The report of this file as text, to be pasted elsewhere"_s);
     menu->addSeparator();
-    MenuHeading::add(*menu, u"Markers for This File"_s);
-    const std::vector<std::pair<QString, MarkerExport::Format>> formats{
-        {u"Avid Media Composer"_s, MarkerExport::Format::avid},
-        {u"DaVinci Resolve"_s, MarkerExport::Format::resolve},
-        {u"Premiere"_s, MarkerExport::Format::premiere},
-        {u"Comma separated"_s, MarkerExport::Format::csv}};
-    for (const auto& [name, format] : formats)
-        menu->addAction(name, [this, format = format] { m_exports.exportMarkers(format); });
+    m_markersHeading = MenuHeading::add(*menu, u"Markers for This File"_s);
+    for (const auto format : {MarkerExport::Format::avid, MarkerExport::Format::resolve,
+                              MarkerExport::Format::premiere, MarkerExport::Format::csv})
+        menu->addAction(Exports::reader(format),
+                        [this, format] { m_exports.exportMarkers(format); });
     return menu;
 }
 
 void Header::refresh()
 {
-    m_export->setEnabled(m_list.selectedReport() != nullptr);
+    const bool several = m_list.isSeveralSelected();
+    const auto& selected = m_list.selection().ids;
+    m_export->setEnabled(std::ranges::any_of(m_list.analyses(), [&](const FileAnalysis& file) {
+        return file.report() != nullptr && selected.contains(file.id);
+    }));
+    m_thisAsPDF->setText(several ? u"Selected Files as PDF"_s : u"This File as PDF"_s);
+    m_asText->setText(several ? u"Selected Files as Text"_s : u"This File as Text"_s);
+    m_copyReport->setEnabled(!several && m_list.selectedReport() != nullptr);
+    MenuHeading::setText(*m_markersHeading,
+                         several ? u"Markers, a File for Each"_s : u"Markers for This File"_s);
 }
 
-void Header::showMessage()
+void Header::copyReport()
 {
-    constexpr int milliseconds = 8000;
-    const QString text = m_exports.exportMessage().value_or(QString());
-    m_message->setText(text.section(u'\n', 0, 0));
-    m_message->setToolTip(text);
-    if (!text.isEmpty())
-        m_messageEnd->start(milliseconds);
+    if (const FileReport* report = m_list.selectedReport())
+        QGuiApplication::clipboard()->setText(TextRenderer::render(*report, false));
 }
 
 void Header::showPrinting()
@@ -196,7 +248,6 @@ void Header::showPrinting()
     m_allAsPDF->setEnabled(!progress);
     if (!progress)
         return;
-    m_messageEnd->stop(); // The line stays until it is done.
     m_printing->setRange(0, static_cast<int>(progress->all));
     m_printing->setValue(static_cast<int>(progress->done));
 }

@@ -1,56 +1,82 @@
 #pragma once
 
 #include "VantroqueApp/Model/Choices/AppearanceChoice.h"
-#include "VantroqueApp/Model/Choices/ProfileChoice.h"
+#include "VantroqueApp/Model/Choices/ProfileSets.h"
 #include "VantroqueApp/Model/Exports/Exports.h"
 #include "VantroqueApp/Model/Files/FileList.h"
 
 #include <QWidget>
 
+#include <memory>
+
 class QActionGroup;
 class QMenuBar;
 class QProgressBar;
-class QTimer;
 class QToolButton;
 
 namespace vantroque {
 
-class ElidedLabel;
+class DeskSwitch;
+class HelpReader;
+class ProfilesPanel;
+class ToolButton;
+class TransportKeysPause;
 
-/// The menus, what happened last, and the tools.
+/// The menus, the desks and the tools, and between them how far a document is printed.
 class Header : public QWidget {
     Q_OBJECT
 
 public:
-    Header(const FileList& list, ProfileChoice& profiles, AppearanceChoice& appearance,
-           Exports& exports, QWidget* parent = nullptr);
+    Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
+           AppearanceChoice& appearance, Exports& exports, QWidget* parent = nullptr);
+    ~Header() override;
+
+    /// Which desk the window is, and whether it can be one for reviewing.
+    void showDesk(bool review, bool possible);
+
+    /// Among those in the file menu.
+    void addSetting(QAction* action);
 
 Q_SIGNALS:
+    void deskChosen(bool review);
     void addPressed();
     void namePressed(); ///< The operator's.
     void quitPressed();
 
 private:
     QMenuBar* menuBar();
+    void addDesks(QMenu& view);
     void addFullScreen(QMenu& view);
     void addAppearanceMenu(QMenu& view);
-    static void addHelpMenu(QMenuBar& bar);
+    void addHelpMenu(QMenuBar& bar);
     QMenu* exportMenu();
+    void toggleProfiles();
     void refresh();
-    void showMessage();
+    void copyReport();
     void showPrinting();
 
     const FileList& m_list;
+    ProfileChoice& m_choice;
+    ProfileSets& m_sets;
     AppearanceChoice& m_appearance;
     Exports& m_exports;
+    DeskSwitch* m_desk;
     QToolButton* m_add;
-    QToolButton* m_profiles;
+    ToolButton* m_profiles;
+    ProfilesPanel* m_panel = nullptr; ///< Once it was opened.
+    std::unique_ptr<TransportKeysPause> m_pause;
     QToolButton* m_export;
     QActionGroup* m_appearances;
-    ElidedLabel* m_message;
-    QTimer* m_messageEnd;
+    QAction* m_reportDesk = nullptr;
+    QAction* m_reviewDesk = nullptr;
+    HelpReader* m_help;
     QProgressBar* m_printing;
     QToolButton* m_cancel;
+    QAction* m_afterSettings = nullptr;
+    QMenu* m_file = nullptr;
+    QAction* m_asText = nullptr;
+    QAction* m_copyReport = nullptr;
+    QAction* m_markersHeading = nullptr;
     QAction* m_thisAsPDF = nullptr;
     QAction* m_allAsPDF = nullptr;
 };

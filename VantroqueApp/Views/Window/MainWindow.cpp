@@ -1,12 +1,17 @@
 #include "VantroqueApp/Views/Window/MainWindow.h"
 
+#include "Captions/CaptionLoader.h"
 #include "VantroqueApp/Views/Controls/DropWell.h"
-#include "VantroqueApp/Views/Files/DroppedFiles.h"
+#include "VantroqueApp/Views/Controls/NoticeBars.h"
 #include "VantroqueApp/Views/Files/FileListView.h"
 #include "VantroqueApp/Views/Files/Sidebar.h"
+#include "VantroqueApp/Views/Style/Icons.h"
 #include "VantroqueApp/Views/Style/Look.h"
 #include "VantroqueApp/Views/Window/DetailPane.h"
+#include "VantroqueApp/Views/Window/ExportNotices.h"
+#include "VantroqueApp/Views/Window/FileNotices.h"
 #include "VantroqueApp/Views/Window/Header.h"
+#include "VantroqueApp/Views/Window/WindowMemory.h"
 
 #include <QDragEnterEvent>
 #include <QFile>
@@ -19,29 +24,48 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-MainWindow::MainWindow(AppModel& model)
+namespace {
+
+QString sidebarKey()
+{
+    return u"window.sidebar"_s;
+}
+
+} // namespace
+
+MainWindow::MainWindow(AppModel& model, FileLooker::Look look)
     : m_model(model),
       // The keyboard goes through the widgets as they are made.
-      m_header(
-          new Header(model.files(), model.profiles(), model.appearance(), model.exports(), this)),
+      m_header(new Header(model.files(), model.profiles(), model.profileSets(), model.appearance(),
+                          model.exports(), this)),
       m_pages(new QStackedWidget(this)),
       m_well(DropWell::large(model.queue().toolMissing(),
                              model.profiles().profilesError().value_or(QString()), this)),
-      m_sidebar(new Sidebar(model.files(), model.queue(), model.profiles(), this)),
-      m_files(files())
+      m_sidebar(
+          new Sidebar(model.files(), model.queue(), model.queueRun(), model.profiles(), this)),
+      m_files(files()),
+      m_notices(new NoticeBars(this)),
+      m_fileNotices(new FileNotices(model.files(), *m_notices)),
+      m_looker(std::move(look)),
+      m_doneNotice(model.queueRun(), model.doneNotice(), *this)
 {
     setObjectName(u"window"_s);
     setAttribute(Qt::WA_StyledBackground);
     setWindowTitle(u"Vantroque"_s);
     setAcceptDrops(true);
-    setMinimumSize(1024, 700);
+    setWindowIcon(Icons::application());
     constexpr QSize frame(16, 48); // about what a desktop puts around a window
-    resize(QSize(1440, 900).boundedTo(screen()->availableSize() - frame));
+    const QSize room = screen()->availableSize() - frame;
+    setMinimumSize(QSize(1024, 700).boundedTo(room));
+    resize(QSize(1440, 900).boundedTo(room));
+    WindowMemory::restore(*this, model.defaults());
     m_pages->addWidget(m_well);
     m_pages->addWidget(m_files);
     auto* layout = new QVBoxLayout(this);
@@ -49,7 +73,11 @@ MainWindow::MainWindow(AppModel& model)
     layout->setSpacing(0);
     layout->addWidget(m_header);
     layout->addWidget(m_pages, 1);
+    ExportNotices::tell(model.exports(), *m_notices);
+    addDoneNotice();
     connect(m_header, &Header::addPressed, this, &MainWindow::chooseFiles);
+    connect(m_header, &Header::deskChosen, m_detail, &DetailPane::setReview);
+    connect(m_detail, &DetailPane::reviewChanged, this, &MainWindow::showDesk);
     connect(m_header, &Header::namePressed, this, &MainWindow::chooseName);
     connect(m_header, &Header::quitPressed, this, &QWidget::close);
     connect(m_well, &DropWell::pressed, this, &MainWindow::chooseFiles);
@@ -60,6 +88,15 @@ MainWindow::MainWindow(AppModel& model)
     refresh();
 }
 
+void MainWindow::addDoneNotice()
+{
+    auto* action = new QAction(u"Notify When a Long Queue Is Done"_s, this);
+    action->setCheckable(true);
+    action->setChecked(m_model.doneNotice().isOn());
+    connect(action, &QAction::toggled, this, [this](bool on) { m_model.doneNotice().setOn(on); });
+    m_header->addSetting(action);
+}
+
 QSplitter* MainWindow::files()
 {
     auto* splitter = new QSplitter(Qt::Horizontal, this);
@@ -68,14 +105,19 @@ QSplitter* MainWindow::files()
     splitter->addWidget(m_sidebar);
     splitter->setFocusProxy(&m_sidebar->files());
     setTabOrder(&m_sidebar->files(), &m_sidebar->well());
-    splitter->addWidget(new DetailPane(m_model.files(), m_model.queue(), m_model.profiles(),
-                                       m_model.openPlayer(), m_model.noteAuthor(),
-                                       m_model.defaults(), splitter));
+    m_detail =
+        new DetailPane(m_model.files(), m_model.queue(), m_model.profiles(), m_model.openPlayer(),
+                       m_model.noteAuthor(), m_model.defaults(), splitter);
+    splitter->addWidget(m_detail);
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
-    m_sidebar->setMinimumWidth(Sidebar::narrowest);
     m_sidebar->setMaximumWidth(Sidebar::widest);
-    connect(splitter, &QSplitter::splitterMoved, this, [this] { m_ownSidebar = true; });
+    m_ownSidebar =
+        WindowMemory::width(m_model.defaults(), sidebarKey(), Sidebar::narrowest, Sidebar::widest);
+    connect(splitter, &QSplitter::splitterMoved, this, [this](int width) {
+        m_ownSidebar = width;
+        WindowMemory::keepWidth(m_model.defaults(), sidebarKey(), width);
+    });
     return splitter;
 }
 
@@ -87,15 +129,30 @@ int MainWindow::sidebarWidth(int windowWidth)
     constexpr int besideIt = 980; // the least that the rest should have
     if (windowWidth >= veryWide)
         return wideSidebar;
-    return std::clamp(windowWidth - besideIt, Sidebar::narrowest, Sidebar::usual);
+    return std::clamp(windowWidth - besideIt, leastSidebar(windowWidth), Sidebar::usual);
+}
+
+/// Half of a usual screen, for eyes that want all twice as large, is narrower than the window likes
+/// to be.
+int MainWindow::leastSidebar(int windowWidth)
+{
+    constexpr int small = 1024;
+    constexpr int tight = 180;
+    return windowWidth < small ? tight : Sidebar::narrowest;
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    const int sidebar = sidebarWidth(width());
-    if (!m_ownSidebar)
-        m_files->setSizes({sidebar, width() - sidebar - m_files->handleWidth()});
+    m_sidebar->setMinimumWidth(leastSidebar(width()));
+    const int sidebar = m_ownSidebar.value_or(sidebarWidth(width()));
+    m_files->setSizes({sidebar, width() - sidebar - m_files->handleWidth()});
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    WindowMemory::keep(*this, m_model.defaults());
+    QWidget::closeEvent(event);
 }
 
 void MainWindow::chooseFiles()
@@ -124,11 +181,19 @@ void MainWindow::chooseName()
         author.setName(name);
 }
 
-void MainWindow::take(std::vector<std::filesystem::path> paths)
+void MainWindow::take(FileLooker::Paths paths)
 {
-    // A folder may be large, or far away.
-    m_lister.run([paths = std::move(paths)] { return DroppedFiles::urls(paths); },
-                 [this](const std::vector<FileUrl>& files) { m_model.files().add(files); });
+    m_looker.look(std::move(paths), [this](const auto& found) { add(found); });
+}
+
+void MainWindow::add(const DroppedFiles::Found& found)
+{
+    std::vector<SkippedFile> skipped = found.skipped;
+    const auto captions = std::ranges::find_if(found.files, CaptionLoader::isSidecar);
+    if (captions != found.files.end() && m_model.player() == nullptr)
+        skipped.push_back({captions->fileName(), u"holds captions, and no film is open"_s});
+    std::ranges::move(m_model.files().add(found.files), std::back_inserter(skipped));
+    m_fileNotices->tellSkipped(skipped);
 }
 
 void MainWindow::refresh()
@@ -136,10 +201,29 @@ void MainWindow::refresh()
     // A list that is still being read is on its way.
     const bool none = m_model.files().analyses().empty() && !m_model.workspace().isRestoring();
     QWidget* page = none ? static_cast<QWidget*>(m_well) : m_files;
+    placeNotices(none);
     if (page == m_pages->currentWidget() && focusWidget() != nullptr)
         return;
     m_pages->setCurrentWidget(page);
     page->setFocus();
+}
+
+void MainWindow::placeNotices(bool overWell)
+{
+    constexpr int inWell = 40; // clear of its dashes
+    if (overWell)
+        m_notices->follow(*m_well, inWell);
+    else
+        m_notices->follow(m_detail->noticesPlace());
+}
+
+/// A desk for reviewing has no list.
+void MainWindow::showDesk()
+{
+    placeNotices(m_pages->currentWidget() == m_well);
+    const bool review = m_detail->isReview();
+    m_sidebar->setVisible(!review);
+    m_header->showDesk(review, m_detail->canReview());
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

@@ -1,52 +1,72 @@
 #pragma once
 
 #include "VantroqueApp/Model/AppModel.h"
-#include "VantroqueApp/Model/Background/Tasks.h"
+#include "VantroqueApp/Views/Files/FileLooker.h"
+#include "VantroqueApp/Views/Window/DoneNotice.h"
 
 #include <QWidget>
+
+#include <optional>
 
 class QSplitter;
 class QStackedWidget;
 
 namespace vantroque {
 
+class DetailPane;
 class DropWell;
+class FileNotices;
 class Header;
+class NoticeBars;
 class Sidebar;
 
 /// The window.
 class MainWindow : public QWidget {
 public:
-    explicit MainWindow(AppModel& model);
+    /// `look` is how it looks at files.
+    explicit MainWindow(AppModel& model, FileLooker::Look look = DroppedFiles::look);
 
+    /// Where it says what happened.
+    NoticeBars& notices() { return *m_notices; }
     /// The open panel.
     void chooseFiles();
     /// Asks by which name notes are signed.
     void chooseName();
-    /// Dropped files are still being listed.
-    bool isTaking() const { return !m_lister.isIdle(); }
+    /// Adds the files at these places, and those in folders among them, when it has looked at
+    /// them; says what was skipped.
+    void take(FileLooker::Paths paths);
+    bool isTaking() const { return !m_looker.isIdle(); }
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     static int sidebarWidth(int windowWidth);
+    static int leastSidebar(int windowWidth);
     QSplitter* files();
+    void addDoneNotice();
     void refresh();
+    void showDesk();
+    void placeNotices(bool overWell);
     void setInviting(bool inviting);
-    void take(std::vector<std::filesystem::path> paths);
+    void add(const DroppedFiles::Found& found);
 
     AppModel& m_model; ///< Whose parts it hands to the views in it.
     Header* m_header;
     QStackedWidget* m_pages;
     DropWell* m_well;
     Sidebar* m_sidebar;
+    DetailPane* m_detail = nullptr;
+    std::optional<int> m_ownSidebar; ///< The width that the operator chose.
     QSplitter* m_files;
-    bool m_ownSidebar = false; ///< The operator chose its width.
-    Tasks m_lister;            ///< Of what is in dropped folders.
+    NoticeBars* m_notices;
+    FileNotices* m_fileNotices;
+    FileLooker m_looker;
+    DoneNotice m_doneNotice;
 };
 
 } // namespace vantroque

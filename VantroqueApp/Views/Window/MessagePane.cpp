@@ -1,5 +1,6 @@
 #include "VantroqueApp/Views/Window/MessagePane.h"
 
+#include "VantroqueApp/Views/Controls/SignChip.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
 #include <QLabel>
@@ -13,9 +14,9 @@ using namespace Qt::StringLiterals;
 
 MessagePane::MessagePane(QWidget* parent)
     : QScrollArea(parent),
+      m_sign(new SignChip),
       m_heading(Type::label({}, Type::headline, QFont::DemiBold, Type::Ink::text1)),
-      m_text(Type::label({}, Type::body, QFont::Normal, Type::Ink::text2)),
-      m_detail(Type::label({}, Type::caption, QFont::Normal, Type::Ink::text2))
+      m_text(Type::label({}, Type::body, QFont::Normal, Type::Ink::text2))
 {
     setAccessibleName(u"Message"_s);
     setFrameShape(NoFrame);
@@ -26,9 +27,10 @@ MessagePane::MessagePane(QWidget* parent)
     auto* layout = new QVBoxLayout(page);
     layout->setSpacing(8);
     layout->addStretch();
-    m_heading->setAlignment(Qt::AlignHCenter);
-    m_text->setAlignment(Qt::AlignHCenter);
-    for (QLabel* label : {m_heading, m_text, m_detail}) {
+    layout->addWidget(m_sign, 0, Qt::AlignHCenter);
+    layout->addSpacing(8);
+    for (QLabel* label : {m_heading, m_text}) {
+        label->setAlignment(Qt::AlignHCenter);
         label->setWordWrap(true);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         layout->addWidget(label);
@@ -37,13 +39,13 @@ MessagePane::MessagePane(QWidget* parent)
     setWidget(page);
 }
 
-void MessagePane::show(const QString& heading, const QString& text, const QString& detail)
+void MessagePane::show(const QString& icon, const QString& heading, const QString& text)
 {
+    m_sign->setIcon(icon, heading);
+    m_sign->setVisible(!icon.isEmpty());
     m_heading->setText(heading);
     m_text->setText(text);
     m_text->setVisible(!text.isEmpty());
-    m_detail->setText(detail);
-    m_detail->setVisible(!detail.isEmpty());
     fit();
 }
 

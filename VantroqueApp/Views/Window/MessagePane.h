@@ -6,14 +6,17 @@ class QLabel;
 
 namespace vantroque {
 
-/// A heading and a sentence in the middle of the pane, and below them what a tool said, line by
-/// line. A text that is longer than the pane scrolls.
+class SignChip;
+
+/// A sign, a heading and a sentence in the middle of the pane. A text that is longer than the pane
+/// scrolls.
 class MessagePane : public QScrollArea {
     Q_OBJECT
 
 public:
     explicit MessagePane(QWidget* parent = nullptr);
-    void show(const QString& heading, const QString& text, const QString& detail = {});
+    /// Without an icon there is no sign.
+    void show(const QString& icon, const QString& heading, const QString& text = {});
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -21,9 +24,9 @@ protected:
 private:
     void fit();
 
+    SignChip* m_sign;
     QLabel* m_heading;
     QLabel* m_text;
-    QLabel* m_detail;
 };
 
 } // namespace vantroque

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "Framing/GuideOptions.h"
+#include "VantroqueApp/Model/Compare/CompareTile.h"
+#include "VantroqueApp/Model/Playback/PlayerController.h"
+
+#include <QObject>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace vantroque {
+
+/// Versions of a film side by side, in step: one clock says where all of them stand. They run
+/// together, or one of them plays alone and is heard; each ends the other. Main thread.
+class CompareController : public QObject {
+    Q_OBJECT
+
+public:
+    struct Source {
+        PlayedFile file;
+        QString name;
+    };
+    using Tiles = std::vector<std::unique_ptr<CompareTile>>;
+
+    CompareController(const std::vector<Source>& sources, const PlayerSurroundings& surroundings);
+    ~CompareController() override;
+
+    const Tiles& tiles() const { return m_tiles; }
+    CompareTile* tile(const QUuid& id) const;
+    /// In the order in which they lie on a page: by the families of their shapes.
+    std::vector<CompareTile*> displayTiles() const;
+    ShuttleEngine& shuttle() { return m_shuttle; }
+
+    /// The shared one, in seconds, from 0 to the longest duration.
+    double position() const { return m_position; }
+    double longestDuration() const { return line().longest; }
+    FrameRate sharedRate() const;
+    double stepInterval() const { return sharedRate().secondsOf(1); }
+    /// What the versions have in common.
+    SyncAlignment syncMode() const { return m_syncMode; }
+    /// Parks them all at the edge that they are aligned on.
+    void setSyncMode(SyncAlignment mode);
+    bool isRunning() const { return m_run.has_value(); }
+
+    void seek(double to);
+    void togglePlay() { m_shuttle.toggle(); }
+    /// By so many frames of the shared rate; false when there is nowhere to go.
+    bool walk(std::int64_t by);
+
+    /// Where a version stands, in seconds of its own.
+    double clipSeconds(const CompareTile& tile) const;
+    /// "Starts in 0:10", for a version whose time has not come.
+    std::optional<QString> startsIn(const CompareTile& tile) const;
+    /// Slips one version against the others, to a time of its own.
+    void scrub(const QUuid& id, double to);
+    bool hasOffsets() const;
+    void clearOffset(const QUuid& id);
+    void syncAll();
+
+    const std::optional<QUuid>& soloTileID() const { return m_soloTileID; }
+    /// Plays one version alone, with sound, or stops that. What is shown as stills cannot play.
+    void toggleSolo(const QUuid& id);
+    void stopSolo();
+
+    const GuideOptions& guideOptions() const { return m_guideOptions; }
+    /// Remembers another choice.
+    void setGuideOptions(const GuideOptions& options);
+    /// From 0, where all tiles are in sight, to 1, where they are largest.
+    double tileSize() const { return m_tileSize; }
+    void setTileSize(double size);
+    void zoom(ZoomCommand command);
+
+    /// Stops all motion and sound.
+    void tearDown();
+
+Q_SIGNALS:
+    void moved();       ///< Versions stand elsewhere; also after one was slipped.
+    void modeChanged(); ///< A version became ready, is shown as stills, or ends sooner.
+    void soloChanged();
+    void syncModeChanged();
+    void guidesChanged();
+    void tileSizeChanged();
+
+private:
+    /// A synchronised run.
+    struct Run {
+        double start = 0;    ///< On the clock; the time before lets every engine fetch ahead.
+        double position = 0; ///< Shared, at `start`.
+        double rate = 0;
+    };
+
+    void addTile(const Source& source, const PlayerSurroundings& surroundings);
+    CompareTiming::Line line() const;
+    std::int64_t frameDue(const CompareTile& tile) const;
+    bool run(double rate);
+    void tickRun();
+    void endRun();
+    double runPosition() const;
+    void placeTiles();
+    void setPosition(double position);
+    void followSolo();
+    bool canAllPlay(double rate) const;
+
+    UserDefaults& m_defaults;
+    PlayerClock& m_clock;
+    Tiles m_tiles;
+    ShuttleEngine m_shuttle;
+    double m_position = 0;
+    SyncAlignment m_syncMode = SyncAlignment::fromStart;
+    std::optional<Run> m_run;
+    std::unique_ptr<Ticker> m_runTimer;
+    std::optional<QUuid> m_soloTileID;
+    std::unique_ptr<Playhead> m_solo; ///< Of that tile.
+    GuideOptions m_guideOptions;
+    double m_tileSize = 0;
+};
+
+} // namespace vantroque

@@ -1,0 +1,66 @@
+#include "VantroqueApp/Views/Window/HelpReader.h"
+
+#include <QDesktopServices>
+#include <QProcess>
+#include <QShortcut>
+#include <QTextBrowser>
+#include <QTextFrame>
+#include <QTextFrameFormat>
+
+namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+HelpReader::HelpReader(QWidget& owner) : QObject(&owner), m_owner(owner)
+{
+}
+
+void HelpReader::show(const HelpPage& page)
+{
+    // Without a browser the desktop's opener says nothing and shows nothing.
+    auto* asked = new QProcess(this);
+    connect(asked, &QProcess::finished, this, [this, asked, file = page.file] {
+        answer(file, !asked->readAllStandardOutput().trimmed().isEmpty());
+        asked->deleteLater();
+    });
+    connect(asked, &QProcess::errorOccurred, this,
+            [this, asked, file = page.file](QProcess::ProcessError error) {
+                if (error != QProcess::FailedToStart)
+                    return;
+                answer(file, true); // nobody knows: the opener may
+                asked->deleteLater();
+            });
+    asked->start(u"xdg-mime"_s, {u"query"_s, u"default"_s, u"text/html"_s});
+}
+
+void HelpReader::answer(const QUrl& file, bool hasBrowser)
+{
+    if (!hasBrowser || !QDesktopServices::openUrl(file))
+        showHere(file);
+}
+
+void HelpReader::showHere(const QUrl& file)
+{
+    constexpr QSize size(720, 640);
+    constexpr int margin = 28;
+    if (m_window == nullptr) {
+        m_window = new QTextBrowser(m_owner.window());
+        m_window->setObjectName(u"help"_s);
+        m_window->setWindowFlag(Qt::Window);
+        m_window->setAccessibleName(u"Help"_s);
+        m_window->setOpenExternalLinks(true);
+        m_window->resize(size);
+        auto* close = new QShortcut(Qt::Key_Escape, m_window);
+        connect(close, &QShortcut::activated, m_window, &QWidget::hide);
+    }
+    m_window->setSource(file);
+    m_window->setWindowTitle(m_window->documentTitle());
+    QTextFrameFormat format = m_window->document()->rootFrame()->frameFormat();
+    format.setMargin(margin);
+    m_window->document()->rootFrame()->setFrameFormat(format);
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+} // namespace vantroque
