@@ -120,8 +120,8 @@ testing::AssertionResult AppTest::leftNothing(const Path& file) const
     // The kernel tells the supervisor of the end, so that the tools end after the program.
     if (!comesTrue([&] { return processesNaming(file.native()).empty(); }))
         return testing::AssertionFailure() << "a tool is left";
-    if (!scratch().empty())
-        return testing::AssertionFailure() << "left: " << scratch().front();
+    if (const auto left = scratch(); !left.empty())
+        return testing::AssertionFailure() << "left: " << left.front();
     return testing::AssertionSuccess();
 }
 

@@ -124,7 +124,7 @@ protected:
     }
     void expectFluid()
     {
-        EXPECT_EQ(m_dog.longerThanAFrame(), 0)
+        EXPECT_EQ(m_dog.tooLong(), 0)
             << std::chrono::duration<double, std::milli>(m_dog.longestWork()).count() << " ms";
     }
 
