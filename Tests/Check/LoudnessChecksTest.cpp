@@ -50,6 +50,15 @@ Rows peakAt(const LoudnessRule& rule, double peak)
     return rows;
 }
 
+/// The frames that rows point at, -1 for none.
+std::vector<std::int64_t> momentsOf(const Rows& rows)
+{
+    std::vector<std::int64_t> frames;
+    for (const CheckResult& each : rows)
+        frames.push_back(each.moment ? each.moment->frame : -1);
+    return frames;
+}
+
 Rows silenceOf(double limit, std::optional<double> longest)
 {
     LoudnessRule rule;
@@ -236,6 +245,52 @@ TEST(LoudnessChecks, FiguresOfAPairOfTracksSaySo)
     const Rows rows = rowsOf(checkLoudness, profile, media);
     EXPECT_EQ(rows.at(0).measured, u"-20.0 LKFS (+3.0 LU off target), tracks 1 and 2"_s);
     EXPECT_EQ(rows.at(1).measured, u"-3.0 dBTP, tracks 1 and 2"_s);
+}
+
+TEST(LoudnessChecks, WhatIsTooLoudOrTooHighPointsToWhereItIsWorst)
+{
+    LoudnessRule rule = peaking(-2, -10, -23);
+    rule.recommendedMaxTruePeakDb = -6;
+    SignalInfo signal;
+    signal.integratedLKFS = -19.6;
+    signal.truePeakDb = -1;
+    signal.loudestSeconds = 12.32;
+    signal.truePeakSeconds = 4.16;
+    EXPECT_THAT(momentsOf(loudnessRows(rule, signal)), ElementsAre(308, 104));
+    signal.truePeakDb = -4;
+    rule.autoNormalized = true;
+    EXPECT_THAT(momentsOf(loudnessRows(rule, signal)), ElementsAre(308, 104))
+        << "warnings have it as well";
+}
+
+TEST(LoudnessChecks, WhatIsRightOrTooQuietPointsNowhere)
+{
+    SignalInfo signal;
+    signal.loudestSeconds = 12.32;
+    signal.truePeakSeconds = 4.1;
+    for (const double loudness : {-70.0, -30.0, -23.0}) {
+        signal.integratedLKFS = loudness;
+        signal.truePeakDb = loudness / 3;
+        EXPECT_THAT(momentsOf(loudnessRows(peaking(-2, -9, -23), signal)), ElementsAre(-1, -1));
+    }
+}
+
+TEST(LoudnessChecks, AMomentStandsOnAFrameOfThePicture)
+{
+    SignalInfo signal;
+    signal.integratedLKFS = -10;
+    signal.truePeakDb = 1;
+    EXPECT_THAT(momentsOf(loudnessRows(peaking(-2, {}, -23), signal)), ElementsAre(-1, -1))
+        << "an earlier measurement does not know it";
+    signal.loudestSeconds = -0.4;
+    signal.truePeakSeconds = 1e300;
+    EXPECT_THAT(momentsOf(loudnessRows(peaking(-2, {}, -23), signal)), ElementsAre(0, 749));
+    Profile profile = bareProfile();
+    profile.loudness = peaking(-2, {}, -23);
+    MediaInfo sound = hdSpot();
+    sound.video.reset();
+    sound.signal = signal;
+    EXPECT_THAT(momentsOf(rowsOf(checkLoudness, profile, sound)), ElementsAre(-1, -1));
 }
 
 TEST(LoudnessChecks, SilenceOverTheLimitFails)

@@ -182,6 +182,11 @@ TEST(ShortTexts, LeaveOutWhatStandsBesideThem)
               u"\"Sale\" reaches 98%"_s);
     EXPECT_EQ(ShortTexts::ofExpected(u"≥ 192 kbps"_s), u"192 kbps or more"_s);
     EXPECT_EQ(ShortTexts::ofExpected(u"≤ -2 dBTP"_s), u"-2 dBTP or less"_s);
+    EXPECT_EQ(ShortTexts::ofExpected(u"≤ -2 dBTP, -6 dBTP recommended"_s),
+              u"-2 dBTP or less, -6 dBTP recommended"_s);
+    EXPECT_EQ(ShortTexts::ofExpected(u"≤ 100.0 MB recommended, 500.0 MB hard limit"_s),
+              u"100.0 MB or less recommended, 500.0 MB hard limit"_s);
+    EXPECT_EQ(ShortTexts::ofExpected(u"≥ 8 Mbps for 1080p"_s), u"8 Mbps or more for 1080p"_s);
     EXPECT_EQ(ShortTexts::ofExpected(u"mp4 or mov"_s), u"mp4 or mov"_s);
 }
 

@@ -156,7 +156,7 @@ const std::vector<Golden> goldens{
                                R"({"index": 2, "codec": "subrip", "language": "eng"})"),
     golden<SignalInfo>("SignalInfo", "headBlackSeconds tailBlackSeconds headFreezeSeconds",
                        R"({"integratedLKFS": -23.1, "truePeakDb": -2.5, "loudnessRangeLU": 6.5,
-            "pictureStart": 0.48, "pictureEnd": 30.04, "soundStart": 0.25, "soundEnd": 30,
+            "loudestSeconds": 12.35, "truePeakSeconds": 4.1, "pictureStart": 0.48, "pictureEnd": 30.04, "soundStart": 0.25, "soundEnd": 30,
             "longestSilenceSeconds": 1.5, "headBlackSeconds": 0.5,
             "tailBlackSeconds": 0.25, "headFreezeSeconds": 5, "activePicture": {"width": 1920,
             "height": 800, "x": 0, "y": 140}, "interlacedRatio": 0.01, "blackRuns": [{"start": 5, "end": 7}],

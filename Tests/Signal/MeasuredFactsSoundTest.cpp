@@ -141,6 +141,14 @@ TEST_F(MeasuredSound, AToneHasItsLoudness)
     EXPECT_TRUE(info.phase->dualMono);
 }
 
+TEST_F(MeasuredSound, ABurstIsWhereItIsLoudest)
+{
+    const SignalInfo info =
+        measured(sounding("burst", "(0.02+0.4*between(t\\,5\\,6))*sin(2000*PI*t)", "8"));
+    EXPECT_NEAR(info.loudestSeconds.value_or(0), 5, 0.15);
+    EXPECT_NEAR(info.truePeakSeconds.value_or(0), 5, 0.15);
+}
+
 TEST_F(MeasuredSound, AToneOfOneWindowHasNoRange)
 {
     for (const std::string seconds : {"2", "3", "3.2", "3.5", "4"})

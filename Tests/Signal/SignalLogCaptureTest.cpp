@@ -53,6 +53,8 @@ TEST(CapturedLog, OfAStereoClip)
     EXPECT_EQ(info.integratedLKFS, -22.7);
     EXPECT_EQ(info.truePeakDb, -20);
     EXPECT_EQ(info.loudnessRangeLU, 0);
+    EXPECT_NEAR(info.loudestSeconds.value_or(-1), 0, 0.001);
+    EXPECT_NEAR(info.truePeakSeconds.value_or(-1), 0, 0.001);
     EXPECT_EQ(info.longestSilenceSeconds, std::nullopt);
     EXPECT_THAT(*info.audioIslands, ElementsAre(TimeSpan{0, 1}));
     EXPECT_EQ(info.activePicture, (CropRect{64, 64, 0, 0}));
@@ -97,6 +99,8 @@ TEST(CapturedLog, OfASilentClip)
     const SignalInfo info = measured(captured("silent"), media(1, 2));
     EXPECT_EQ(info.integratedLKFS, -70);
     EXPECT_EQ(info.truePeakDb, -99);
+    EXPECT_EQ(info.loudestSeconds, std::nullopt);
+    EXPECT_EQ(info.truePeakSeconds, std::nullopt);
     EXPECT_EQ(info.longestSilenceSeconds, 1);
     EXPECT_NEAR(*info.headSilenceSeconds, 1, 1e-5);
     EXPECT_THAT(*info.audioIslands, IsEmpty());
@@ -179,6 +183,8 @@ TEST(CapturedLog, OfAStreamThatChangesMidwayEndsWithTheLastStretch)
     const SignalInfo info = measured(text, media(2, 2));
     EXPECT_EQ(info.integratedLKFS, -9.7);
     EXPECT_EQ(info.truePeakDb, -6);
+    EXPECT_GE(info.loudestSeconds.value_or(-1), 1);
+    EXPECT_GE(info.truePeakSeconds.value_or(-1), 1);
     EXPECT_EQ(info.interlacedRatio, 1);
     EXPECT_EQ(info.channelLevels->size(), 2U);
     EXPECT_EQ((*info.channelLevels)[0].rmsDb, -23.055243);

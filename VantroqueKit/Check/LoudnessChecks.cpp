@@ -3,6 +3,7 @@
 #include "Check/Checker.h"
 #include "Check/SignalChecks.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace vantroque::Checker {
@@ -104,6 +105,16 @@ CheckResult truePeakRow(const LoudnessRule& rule, double ceiling, double peak)
     return row.pass(measured);
 }
 
+/// Where to hear it, when there is a picture that counts frames.
+std::optional<CheckMoment> placeAt(const std::optional<double>& seconds, const MediaInfo& media)
+{
+    if (!seconds || !media.video)
+        return std::nullopt;
+    const auto frame = SignalChecks::countingRate(media).frameAt(*seconds);
+    const auto last = SignalChecks::lastFrame(media).value_or(frame);
+    return CheckMoment{std::max<std::int64_t>(std::min(frame, last), 0), {}, {}};
+}
+
 CheckResult silenceRow(double limit, double longest)
 {
     const CheckRow row{u"silence"_s, u"Audio silence"_s,
@@ -130,16 +141,20 @@ void checkLoudness(const Profile& profile, const MediaInfo& media, Rows& rows)
         return;
     }
     const SignalInfo& signal = *media.signal;
-    const auto add = [&](CheckResult row) {
+    // Of what is too quiet no place is worth a look.
+    const auto add = [&](CheckResult row, bool isHigh, const std::optional<double>& seconds) {
         row.measured += media.audio ? SignalChecks::trackRemark(*media.audio) : QString();
+        if (isHigh && row.verdict != Verdict::pass)
+            row.moment = placeAt(seconds, media);
         rows.push_back(std::move(row));
     };
-    if (target && signal.integratedLKFS)
-        add(loudnessRow(rule, *target, *signal.integratedLKFS));
+    if (const auto& integrated = signal.integratedLKFS; target && integrated)
+        add(loudnessRow(rule, *target, *integrated), *integrated > *target, signal.loudestSeconds);
     else if (target && media.audio)
         rows.push_back(loudnessLabel(rule, *target).warn(u"could not be measured"_s));
-    if (rule.maxTruePeakDb && signal.truePeakDb)
-        add(truePeakRow(rule, *rule.maxTruePeakDb, *signal.truePeakDb));
+    if (const auto& peak = signal.truePeakDb; rule.maxTruePeakDb && peak)
+        add(truePeakRow(rule, *rule.maxTruePeakDb, *peak),
+            !rule.minTruePeakDb || *peak > *rule.minTruePeakDb, signal.truePeakSeconds);
     if (rule.maxSilenceSeconds)
         rows.push_back(
             silenceRow(*rule.maxSilenceSeconds, signal.longestSilenceSeconds.value_or(0)));

@@ -35,11 +35,12 @@ QString ofMeasured(const QString& measured)
 
 QString ofExpected(const QString& expected)
 {
-    for (const auto& [sign, words] :
-         {std::pair(u"≥ "_s, u" or more"_s), std::pair(u"≤ "_s, u" or less"_s)})
-        if (expected.startsWith(sign))
-            return expected.mid(sign.size()) + words;
-    return expected;
+    static const QRegularExpression limit(u"^([≥≤]) (.+?)(?=,| for | recommended|$)"_s);
+    const auto match = limit.match(expected);
+    if (!match.hasMatch())
+        return expected;
+    const QString words = match.captured(1) == u"≥"_s ? u" or more"_s : u" or less"_s;
+    return match.captured(2) + words + expected.mid(match.capturedEnd());
 }
 
 QString arguments(const QString& fix)

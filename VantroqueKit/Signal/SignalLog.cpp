@@ -110,13 +110,24 @@ void SignalLog::readLine(std::string_view line)
         readCrop(*crop);
         return;
     }
-    if (readSummary(line))
+    if (readLoudness(line) || readSummary(line))
         return;
     readSize(line);
     readBlack(line);
     readSilence(line);
     readFields(line);
     readChannel(line);
+}
+
+/// A line of how loud it is so far.
+bool SignalLog::readLoudness(std::string_view line)
+{
+    const auto text = line.starts_with("[Parsed_ebur128_") ? after(line, "] t:") : std::nullopt;
+    if (text) {
+        m_openSummary.reset();
+        m_loudest.read(*text);
+    }
+    return text.has_value();
 }
 
 /// A line of a sum of loudness. Those of further audio streams have filters with names of ours.
@@ -128,6 +139,8 @@ bool SignalLog::readSummary(std::string_view line)
         if (line.starts_with(furtherTrack)) {
             const std::string_view number = word(line.substr(furtherTrack.size()));
             m_openSummary = wholeNumber(number).value_or(std::numeric_limits<int>::max());
+        } else {
+            m_loudest.close();
         }
         m_summaries[*m_openSummary].clear();
         return true;
@@ -183,6 +196,11 @@ void SignalLog::countFromFirstFrame()
     for (auto* time : {&m_firstSound, &m_lastSound})
         if (*time)
             **time -= start;
+}
+
+std::optional<double> SignalLog::fromFirstFrame(const std::optional<double>& time) const
+{
+    return time ? std::optional(*time - pictureStart()) : std::nullopt;
 }
 
 /// Nothing is heard until the sound begins, and ffmpeg looks for silence only from there on.

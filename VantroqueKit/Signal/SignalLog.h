@@ -2,6 +2,7 @@
 
 #include "Records/AudioLevels.h"
 #include "Records/SignalInfo.h"
+#include "Signal/LoudestPlace.h"
 
 #include <cstdint>
 #include <map>
@@ -78,6 +79,9 @@ public:
     /// The same of a further group of audio streams, by the number of its first from 1 on; empty
     /// when it was not measured.
     std::string summaryOf(int track) const;
+    /// Where what is graded is loudest, and where the tenth of a second begins in which it peaks.
+    std::optional<double> loudestSeconds() const { return fromFirstFrame(m_loudest.loudness()); }
+    std::optional<double> truePeakSeconds() const { return fromFirstFrame(m_loudest.truePeak()); }
     bool hasSilenceDetector() const { return m_hasSilenceDetector; }
     const std::vector<double>& silenceStarts() const { return m_silenceStarts; }
     const std::vector<double>& silenceEnds() const { return m_silenceEnds; }
@@ -103,8 +107,10 @@ private:
     void readLine(std::string_view line);
     void readTime(std::string_view line);
     void readSize(std::string_view line);
+    bool readLoudness(std::string_view line);
     bool readSummary(std::string_view line);
     void countFromFirstFrame();
+    std::optional<double> fromFirstFrame(const std::optional<double>& time) const;
     void addLateSoundToSilence();
     void readMetadata(std::string_view text);
     void readStatistic(std::string_view text);
@@ -126,6 +132,7 @@ private:
     bool m_hasFilterLines = false;
     std::optional<int> m_openSummary;       ///< The one that the next lines belong to.
     std::map<int, std::string> m_summaries; ///< By track; 0 is what is graded.
+    LoudestPlace m_loudest;
     bool m_hasSilenceDetector = false;
     std::vector<double> m_silenceStarts;
     std::vector<double> m_silenceEnds;

@@ -81,6 +81,8 @@ void parseLoudness(SignalInfo& info, const SignalLog& log)
     info.integratedLKFS = integrated(summary);
     info.loudnessRangeLU = loudness(uR"(LRA:\s+([\d.]+)\s+LU)"_s, summary);
     info.truePeakDb = truePeak(summary);
+    info.loudestSeconds = log.loudestSeconds();
+    info.truePeakSeconds = log.truePeakSeconds();
     if (!info.soundStart || !info.soundEnd)
         return;
     const double seconds = *info.soundEnd - *info.soundStart;
