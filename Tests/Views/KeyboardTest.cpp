@@ -112,6 +112,7 @@ TEST_F(Keyboard, TabGoesFromTheListToTheReportToThePlayerAndToTheHeader)
                             u"Red"_s,
                             u"Report"_s,
                             u"Add File"_s,
+                            u"Compare"_s,
                             u"Profiles"_s,
                             u"Export Report"_s};
     EXPECT_EQ(walk(), order);
@@ -126,7 +127,7 @@ TEST_F(Keyboard, AnEmptyWindowBeginsAtItsButton)
     window().activateWindow();
     ASSERT_TRUE(soon([] { return QApplication::focusWidget() != nullptr; }));
     // What cannot be done yet is skipped.
-    EXPECT_EQ(walk(), (QStringList{u"Choose Files"_s, u"Add File"_s, u"Profiles"_s}));
+    EXPECT_EQ(walk(), (QStringList{u"Choose Files"_s, u"Add File"_s, u"Compare"_s, u"Profiles"_s}));
 }
 
 TEST_F(Keyboard, TheFirstFileBringsItToTheList)

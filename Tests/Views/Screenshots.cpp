@@ -1,4 +1,5 @@
 #include "VantroqueApp/Views/Report/ProblemsPanel.h"
+#include "Views/CompareScreenshots.h"
 #include "Views/PlayerScreenshots.h"
 #include "Views/ProfilesScreenshots.h"
 #include "Views/QueueScreenshots.h"
@@ -179,7 +180,8 @@ int main(int argc, char** argv)
         {"review", PlayerScreenshots::shootReview},
         {"profiles", ProfilesScreenshots::shoot},
         {"queue", QueueScreenshots::shoot},
-        {"report", ReportScreenshots::shoot}};
+        {"report", ReportScreenshots::shoot},
+        {"compare", CompareScreenshots::shoot}};
     for (const auto& [mode, look] : {std::pair(AppearanceMode::dark, u"dark"_s),
                                      std::pair(AppearanceMode::light, u"light"_s)}) {
         studio.use(mode);

@@ -4,6 +4,7 @@
 #include "Review/ReviewStore.h"
 #include "VantroqueApp/Views/Analyzing/AnalyzingView.h"
 #include "VantroqueApp/Views/Analyzing/LiveInstruments.h"
+#include "VantroqueApp/Views/Compare/CompareView.h"
 #include "VantroqueApp/Views/Controls/FocusRing.h"
 #include "VantroqueApp/Views/Controls/ToolButton.h"
 #include "VantroqueApp/Views/Player/PictureView.h"
@@ -43,14 +44,19 @@ public:
             urls.push_back(FileUrl::fromPath(m_files.write(name, name.c_str())));
         add(urls);
     }
-    /// A real file, analysed and played by what the program uses itself.
+    /// Real files, analysed and played by what the program uses itself.
+    void openFilms(const std::vector<FileUrl>& films, const PlaybackEngineMaker& player,
+                   QSize size = {1440, 900})
+    {
+        showWindow(AnalysisEngine::real(nullptr), WindowScenes::profiles(), player, size);
+        add(films);
+        if (!QTest::qWaitFor([this] { return !m_model->queue().isWorking(); }, 60'000))
+            std::cerr << "a film is not analysed\n";
+    }
     void openFilm(const std::filesystem::path& film, const PlaybackEngineMaker& player,
                   QSize size = {1440, 900})
     {
-        showWindow(AnalysisEngine::real(nullptr), WindowScenes::profiles(), player, size);
-        add({FileUrl::fromPath(film)});
-        if (!QTest::qWaitFor([this] { return !m_model->queue().isWorking(); }, 60'000))
-            std::cerr << "the film is not analysed\n";
+        openFilms({FileUrl::fromPath(film)}, player, size);
     }
     /// One file that is measured.
     void watch(const std::string& name, QSize size = {1440, 900})
@@ -217,7 +223,21 @@ private:
                                    [](const auto* picture) {
                                        return !picture->isVisible() || picture->isOverlayWhole();
                                    })
-               && (m_model->player() == nullptr || isShown(*m_model->player()));
+               && (m_model->player() == nullptr || isShown(*m_model->player()))
+               && areShown(m_model->openComparison().controller(),
+                           window.findChild<CompareView*>());
+    }
+    /// Every version shows its frame, and their difference is of those.
+    static bool areShown(const CompareController* compare, CompareView* view)
+    {
+        if (compare == nullptr || view == nullptr || compare->isRunning())
+            return true;
+        return std::ranges::all_of(compare->tiles(),
+                                   [](const auto& tile) {
+                                       const auto& shown = tile->pictures().shown();
+                                       return shown && shown->frame == tile->aimed();
+                                   })
+               && (view->pair().mode() != CompareMode::difference || view->pair().isCurrent());
     }
     /// The frame is on screen, with its scopes; one that plays is where it is.
     static bool isShown(PlayerController& player)

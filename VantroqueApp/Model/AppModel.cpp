@@ -28,12 +28,14 @@ AppModel::AppModel(UserDefaults& defaults, Desktop& desktop, const AnalysisEngin
       m_queue(m_files, m_profiles, engine),
       m_rescorer(m_files, m_profiles, engine),
       m_exports(m_files, m_profiles, m_reviews, desktop, checker),
-      m_openPlayer(m_files, {.defaults = defaults,
-                             .reviews = m_reviews,
-                             .desktop = desktop,
-                             .clock = m_clock,
-                             .speller = checker,
-                             .makeEngine = std::move(makeEngine)})
+      m_surroundings({.defaults = defaults,
+                      .reviews = m_reviews,
+                      .desktop = desktop,
+                      .clock = m_clock,
+                      .speller = checker,
+                      .makeEngine = std::move(makeEngine)}),
+      m_openPlayer(m_files, m_surroundings),
+      m_openComparison(m_files, m_comparison, m_surroundings)
 {
     joinFreedBlocksAtOnce();
     connectSubjects();
@@ -56,6 +58,8 @@ void AppModel::connectSubjects()
     connect(&m_files, &FileList::broughtBack, &m_signOffs, &SignOffs::refreshAll,
             Qt::QueuedConnection);
     connect(&m_files, &FileList::broughtBack, &m_files, &FileList::queued, Qt::QueuedConnection);
+    // Of both only one is seen, and heard.
+    connect(&m_comparison, &Comparison::changed, &m_openPlayer, &OpenPlayer::rest);
     connect(&m_workspace, &WorkspaceKeeper::restored, &m_signOffs, &SignOffs::refreshAll);
     connect(&m_workspace, &WorkspaceKeeper::restored, &m_rescorer, &Rescorer::rescoreAll);
     connect(&m_workspace, &WorkspaceKeeper::restored, &m_queue, &AnalysisQueue::pump);

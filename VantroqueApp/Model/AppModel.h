@@ -7,6 +7,7 @@
 #include "VantroqueApp/Model/Choices/NoteAuthor.h"
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
 #include "VantroqueApp/Model/Choices/ProfileSets.h"
+#include "VantroqueApp/Model/Compare/OpenComparison.h"
 #include "VantroqueApp/Model/Exports/Exports.h"
 #include "VantroqueApp/Model/Files/Comparison.h"
 #include "VantroqueApp/Model/Files/FileList.h"
@@ -41,6 +42,7 @@ public:
     ProfileSets& profileSets() { return m_profileSets; }
     FileList& files() { return m_files; }
     Comparison& comparison() { return m_comparison; }
+    OpenComparison& openComparison() { return m_openComparison; }
     ReviewBook& reviews() { return m_reviews; }
     SignOffs& signOffs() { return m_signOffs; }
     AnalysisQueue& queue() { return m_queue; }
@@ -79,7 +81,9 @@ private:
     WorkspaceKeeper m_workspace{m_files};
     Exports m_exports;
     SystemClock m_clock;
+    const PlayerSurroundings m_surroundings;
     OpenPlayer m_openPlayer;
+    OpenComparison m_openComparison;
 };
 
 } // namespace vantroque

@@ -27,8 +27,7 @@ std::vector<CompareTiming::Clip> clipsOf(const CompareController::Tiles& tiles)
 
 CompareController::CompareController(const std::vector<Source>& sources,
                                      const PlayerSurroundings& surroundings)
-    : m_defaults(surroundings.defaults),
-      m_clock(surroundings.clock),
+    : m_surroundings(surroundings),
       m_shuttle(surroundings.clock),
       m_guideOptions(GuideOptions::load(surroundings.defaults))
 {
@@ -36,7 +35,7 @@ CompareController::CompareController(const std::vector<Source>& sources,
     m_shuttle.applyRate = [this](double rate) { return run(rate); };
     m_shuttle.stepFrames = [this](std::int64_t frames) { return walk(frames); };
     for (const Source& source : sources)
-        addTile(source, surroundings);
+        addTile(source);
     placeTiles();
 }
 
@@ -45,10 +44,10 @@ CompareController::~CompareController()
     tearDown();
 }
 
-void CompareController::addTile(const Source& source, const PlayerSurroundings& surroundings)
+void CompareController::addTile(const Source& source)
 {
     m_tiles.push_back(
-        std::make_unique<CompareTile>(source.file, source.name, surroundings.makeEngine));
+        std::make_unique<CompareTile>(source.file, source.name, m_surroundings.makeEngine));
     CompareTile* tile = m_tiles.back().get();
     connect(tile, &CompareTile::modeChanged, this, [this, tile] {
         if (m_soloTileID == tile->id() && tile->pictures().areStills()) {
@@ -69,13 +68,27 @@ void CompareController::addTile(const Source& source, const PlayerSurroundings& 
         if (tile)
             tile->setSignOff(review ? review->signOff : std::nullopt);
     };
-    surroundings.reviews.read(*source.file.fingerprint, show);
-    connect(&surroundings.reviews, &ReviewBook::changed, tile,
+    m_surroundings.reviews.read(*source.file.fingerprint, show);
+    connect(&m_surroundings.reviews, &ReviewBook::changed, tile,
             [own = *source.file.fingerprint, show](const QString& fingerprint,
                                                    const ReviewBook::Review& review) {
                 if (fingerprint == own)
                     show(review);
             });
+}
+
+void CompareController::add(const Source& source)
+{
+    m_shuttle.stop();
+    endRun();
+    stopSolo();
+    const double fromEnd = longestDuration() - m_position;
+    addTile(source);
+    // What the others show stays, also where a longer one moves the ends apart.
+    if (m_syncMode == SyncAlignment::fromEnd)
+        setPosition(longestDuration() - fromEnd);
+    placeTiles();
+    Q_EMIT tilesChanged();
 }
 
 CompareTile* CompareController::tile(const QUuid& id) const
@@ -198,14 +211,15 @@ bool CompareController::run(double rate)
         const bool joins = CompareTiming::entry(m_position, rate, shared, tile->clip()).has_value();
         tile->aim(frameDue(*tile), joins ? rate : 0);
     }
-    m_run = Run{.start = m_clock.now() + preRoll, .position = m_position, .rate = rate};
-    m_runTimer = m_clock.every(tickSeconds, [this] { tickRun(); });
+    m_run =
+        Run{.start = m_surroundings.clock.now() + preRoll, .position = m_position, .rate = rate};
+    m_runTimer = m_surroundings.clock.every(tickSeconds, [this] { tickRun(); });
     return true;
 }
 
 double CompareController::runPosition() const
 {
-    const double elapsed = std::max(m_clock.now() - m_run->start, 0.0);
+    const double elapsed = std::max(m_surroundings.clock.now() - m_run->start, 0.0);
     return line().clamped(m_run->position + m_run->rate * elapsed);
 }
 
@@ -286,7 +300,7 @@ void CompareController::toggleSolo(const QUuid& id)
     if (alone == nullptr || !alone->pictures().source().canPlay(1))
         return;
     m_soloTileID = id;
-    m_solo = std::make_unique<Playhead>(alone->file(), m_clock);
+    m_solo = std::make_unique<Playhead>(alone->file(), m_surroundings.clock);
     m_solo->seek(frameDue(*alone));
     m_solo->use(&alone->pictures().source());
     connect(m_solo.get(), &Playhead::moved, this, &CompareController::followSolo);
@@ -321,7 +335,7 @@ void CompareController::setGuideOptions(const GuideOptions& options)
     if (m_guideOptions == options)
         return;
     m_guideOptions = options;
-    m_guideOptions.save(m_defaults);
+    m_guideOptions.save(m_surroundings.defaults);
     Q_EMIT guidesChanged();
 }
 

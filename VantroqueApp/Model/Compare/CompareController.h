@@ -28,6 +28,8 @@ public:
     ~CompareController() override;
 
     const Tiles& tiles() const { return m_tiles; }
+    /// One more version takes its place among the others.
+    void add(const Source& source);
     CompareTile* tile(const QUuid& id) const;
     /// In the order in which they lie on a page: by the families of their shapes.
     std::vector<CompareTile*> displayTiles() const;
@@ -76,8 +78,9 @@ public:
     void tearDown();
 
 Q_SIGNALS:
-    void moved();       ///< Versions stand elsewhere; also after one was slipped.
-    void modeChanged(); ///< A version became ready, is shown as stills, or ends sooner.
+    void tilesChanged(); ///< One came.
+    void moved();        ///< Versions stand elsewhere; also after one was slipped.
+    void modeChanged();  ///< A version became ready, is shown as stills, or ends sooner.
     void soloChanged();
     void syncModeChanged();
     void guidesChanged();
@@ -91,7 +94,7 @@ private:
         double rate = 0;
     };
 
-    void addTile(const Source& source, const PlayerSurroundings& surroundings);
+    void addTile(const Source& source);
     CompareTiming::Line line() const;
     std::int64_t frameDue(const CompareTile& tile) const;
     bool run(double rate);
@@ -103,8 +106,7 @@ private:
     void followSolo();
     bool canAllPlay(double rate) const;
 
-    UserDefaults& m_defaults;
-    PlayerClock& m_clock;
+    const PlayerSurroundings m_surroundings;
     Tiles m_tiles;
     ShuttleEngine m_shuttle;
     double m_position = 0;

@@ -1,5 +1,6 @@
 #include "VantroqueApp/Model/Files/Comparison.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace vantroque {
@@ -7,7 +8,7 @@ namespace vantroque {
 Comparison::Comparison(const FileList& files) : m_files(files)
 {
     connect(&files, &FileList::removed, this, [this] {
-        if (comparableSources().size() < 2)
+        if (!canCompare())
             setComparing(false);
     });
 }
@@ -16,10 +17,20 @@ std::vector<Comparison::ComparableSource> Comparison::comparableSources() const
 {
     std::vector<ComparableSource> sources;
     for (const FileAnalysis& entry : m_files.analyses())
-        if (const FileReport* report = entry.report();
-            report != nullptr && report->video && report->video->width >= 1)
-            sources.push_back({entry.url, report->fileName, *report->video});
+        if (isComparable(entry))
+            sources.push_back({entry.url, entry.report()->fileName, *entry.report()->video});
     return sources;
+}
+
+bool Comparison::isComparable(const FileAnalysis& entry)
+{
+    const FileReport* report = entry.report();
+    return report != nullptr && report->video && report->video->width >= 1;
+}
+
+bool Comparison::canCompare() const
+{
+    return std::ranges::count_if(m_files.analyses(), isComparable) >= 2;
 }
 
 void Comparison::setComparing(bool comparing)

@@ -23,6 +23,10 @@ public:
     explicit Comparison(const FileList& files);
 
     std::vector<ComparableSource> comparableSources() const;
+    /// It has a report of a picture.
+    static bool isComparable(const FileAnalysis& entry);
+    /// There are two at least.
+    bool canCompare() const;
     /// Ends by itself when files were removed and fewer than two are left.
     bool comparing() const { return m_comparing; }
     void setComparing(bool comparing);

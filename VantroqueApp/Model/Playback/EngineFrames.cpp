@@ -97,6 +97,17 @@ void EngineFrames::take(const Frame& frame)
         });
 }
 
+std::optional<FrameSource::Decoded> EngineFrames::decoded() const
+{
+    if (!m_onScreen)
+        return std::nullopt;
+    return Decoded{.frame = {.picture = m_onScreen->picture,
+                             .matrix = m_file.video.matrix.value_or(ColorMatrix::bt709),
+                             .fullRange = m_file.video.fullRange.value_or(false),
+                             .orientation = m_engine->orientation()},
+                   .pixels = m_onScreen};
+}
+
 FrameSource::Sampling EngineFrames::sampling(QSize size) const
 {
     if (!m_onScreen)

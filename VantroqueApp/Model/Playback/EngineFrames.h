@@ -21,6 +21,7 @@ public:
     void startSound(double seconds) override { m_engine->startSound(seconds); }
     void stopSound() override { m_engine->stopSound(); }
     std::optional<double> soundSeconds() const override { return m_engine->soundSeconds(); }
+    std::optional<Decoded> decoded() const override;
     Sampling sampling(QSize size) const override;
 
 private:

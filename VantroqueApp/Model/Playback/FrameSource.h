@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Picture/ComparedFrame.h"
 #include "Records/ScopeFrame.h"
 
 #include <QImage>
@@ -8,6 +9,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace vantroque {
@@ -38,6 +40,14 @@ public:
     virtual void stopSound() {}
     /// The moment that is heard; nothing while there is no sound.
     virtual std::optional<double> soundSeconds() const { return std::nullopt; }
+
+    /// The samples that the frame on screen was made of.
+    struct Decoded {
+        ComparedFrame frame;
+        std::shared_ptr<const void> pixels; ///< The frame is a view of what this holds.
+    };
+    /// Nothing where there are none: a still is a picture for the screen.
+    virtual std::optional<Decoded> decoded() const { return std::nullopt; }
 
     /// Samples the frame on screen for scopes; for a thread in the background.
     using Sampling = std::function<std::optional<ScopeFrame>()>;

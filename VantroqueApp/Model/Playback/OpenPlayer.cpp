@@ -4,38 +4,6 @@
 
 namespace vantroque {
 
-using namespace Qt::StringLiterals;
-
-namespace {
-
-/// The report of a file that has a picture to play; null for any other.
-PlayerController::Report playable(const FileAnalysis* entry)
-{
-    const auto* done = entry != nullptr ? std::get_if<FileAnalysis::Done>(&entry->status) : nullptr;
-    if (done == nullptr || !done->report->video || done->report->video->width < 1)
-        return nullptr;
-    return done->report;
-}
-
-std::optional<QString> hdrOf(const VideoStreamInfo& video)
-{
-    if (!video.isHDR())
-        return std::nullopt;
-    return video.colorTransfer == u"smpte2084"_s ? u"PQ"_s : u"HLG"_s;
-}
-
-PlayedFile fileOf(const FileAnalysis& entry, const VideoSummary& video)
-{
-    PlayedFile file{.url = entry.url, .video = video, .fingerprint = entry.fingerprint};
-    if (entry.media && entry.media->video) {
-        file.stream = entry.media->video->position.value_or(0);
-        file.hdr = hdrOf(*entry.media->video);
-    }
-    return file;
-}
-
-} // namespace
-
 OpenPlayer::OpenPlayer(FileList& files, const PlayerSurroundings& surroundings)
     : m_files(files), m_surroundings(surroundings)
 {
@@ -52,19 +20,25 @@ OpenPlayer::~OpenPlayer() = default;
 void OpenPlayer::syncPlayer()
 {
     const FileAnalysis* entry = m_files.selected();
-    const auto report = playable(entry);
-    if (!report)
+    auto file = entry != nullptr ? PlayedFile::of(*entry) : std::nullopt;
+    if (!file)
         return drop();
+    const auto& report = std::get<FileAnalysis::Done>(entry->status).report;
     if (m_player && m_player->file().url == entry->url) {
         m_player->setReport(report);
         return m_player->setMedia(entry->media);
     }
     drop();
-    m_player =
-        std::make_unique<PlayerController>(fileOf(*entry, *report->video), report, m_surroundings);
+    m_player = std::make_unique<PlayerController>(*std::move(file), report, m_surroundings);
     m_player->setMedia(entry->media);
     giveDraftBack();
     Q_EMIT playerChanged();
+}
+
+void OpenPlayer::rest()
+{
+    if (m_player)
+        m_player->shuttle().stop();
 }
 
 void OpenPlayer::dropIfAnother()

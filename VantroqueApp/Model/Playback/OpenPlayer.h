@@ -28,6 +28,9 @@ public:
     /// comes into sight.
     void syncPlayer();
 
+    /// Another view takes the window.
+    void rest();
+
     /// The picture has the keyboard.
     bool videoFocused() const { return m_videoFocused; }
     void setVideoFocused(bool focused);

@@ -1,10 +1,38 @@
 #include "VantroqueApp/Model/Playback/PlayedFile.h"
 
 #include "Base/Numbers.h"
+#include "Check/Checker.h"
 
 #include <algorithm>
 
 namespace vantroque {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::optional<QString> hdrOf(const VideoStreamInfo& video)
+{
+    if (!video.isHDR())
+        return std::nullopt;
+    return video.colorTransfer == u"smpte2084"_s ? u"PQ"_s : u"HLG"_s;
+}
+
+} // namespace
+
+std::optional<PlayedFile> PlayedFile::of(const FileAnalysis& entry)
+{
+    const FileReport* report = entry.report();
+    if (report == nullptr || !report->video || report->video->width < 1)
+        return std::nullopt;
+    PlayedFile file{.url = entry.url, .video = *report->video, .fingerprint = entry.fingerprint};
+    if (entry.media && entry.media->video) {
+        file.stream = entry.media->video->position.value_or(0);
+        file.hdr = hdrOf(*entry.media->video);
+        file.codec = Checker::describeCodec(*entry.media->video);
+    }
+    return file;
+}
 
 FrameRate PlayedFile::workingRate() const
 {

@@ -4,6 +4,7 @@
 #include "Base/FrameRate.h"
 #include "Framing/FrameShape.h"
 #include "Records/Report.h"
+#include "VantroqueApp/Model/Files/FileAnalysis.h"
 
 #include <QSize>
 #include <QString>
@@ -23,6 +24,10 @@ struct PlayedFile {
     int stream = 0; ///< The picture's, counted from 0 over the streams that are pictures.
     /// "PQ" or "HLG": how a picture of high dynamic range codes its light.
     std::optional<QString> hdr = {};
+    std::optional<QString> codec = {}; ///< Of the picture: "h264", "ProRes 422 HQ".
+
+    /// Of an entry of the list; nothing where it has no report of a picture.
+    static std::optional<PlayedFile> of(const FileAnalysis& entry);
 
     /// In which frames are counted: 25 where the file states no rate.
     FrameRate workingRate() const;

@@ -30,20 +30,10 @@ std::optional<FileUrl> captionFile(const QMimeData& dragged)
     return file && CaptionLoader::isSidecar(*file) ? file : std::nullopt;
 }
 
-std::vector<OverlayCache::Drawn> drawn(const OverlayCache::Orders& orders,
-                                       const std::stop_token& end)
-{
-    std::vector<OverlayCache::Drawn> layers;
-    for (const auto& [layer, overlay] : orders.layers)
-        if (!end.stop_requested())
-            layers.push_back({layer, OverlayLayer(overlay, orders.place)});
-    return layers;
-}
-
 } // namespace
 
 PictureView::PictureView(PlayerController& player, QWidget* parent)
-    : QWidget(parent), m_player(player)
+    : QWidget(parent), m_player(player), m_laid([this] { update(); })
 {
     setAccessibleName(u"Picture"_s);
     setFocusPolicy(Qt::StrongFocus);
@@ -63,11 +53,6 @@ PictureView::PictureView(PlayerController& player, QWidget* parent)
         update();
     });
     showCursor();
-}
-
-PictureView::~PictureView()
-{
-    m_end.request_stop();
 }
 
 void PictureView::setResting(bool resting)
@@ -134,7 +119,7 @@ OverlayPlace PictureView::overlayPlace() const
 
 bool PictureView::isOverlayWhole() const
 {
-    return m_overlays.missing(overlay(), overlayPlace()).layers.empty();
+    return m_laid.isWhole(overlay(), overlayPlace());
 }
 
 void PictureView::paintOverlay(QPainter& painter)
@@ -144,24 +129,10 @@ void PictureView::paintOverlay(QPainter& painter)
         return;
     painter.setRenderHint(QPainter::Antialiasing);
     const Overlay overlay = this->overlay();
-    m_overlays.draw(painter, overlay, place);
+    m_laid.paint(painter, overlay, place);
     if (m_stroke)
         AnnotationRenderer::draw(painter, {*m_stroke}, place.picture, place.scale);
-    drawInBackground(m_overlays.missing(overlay, place));
-}
-
-void PictureView::drawInBackground(OverlayCache::Orders orders)
-{
-    if (m_ordered == orders)
-        return;
-    m_ordered = std::move(orders);
-    if (m_ordered.layers.empty())
-        return;
-    m_drawing.run([orders = m_ordered, end = m_end.get_token()] { return drawn(orders, end); },
-                  [this](const std::vector<OverlayCache::Drawn>& layers) {
-                      m_overlays.take(layers);
-                      update();
-                  });
+    m_laid.drawRest(overlay, place);
 }
 
 void PictureView::showCursor()

@@ -1,13 +1,11 @@
 #pragma once
 
-#include "Draw/OverlayCache.h"
-#include "VantroqueApp/Model/Background/LatestOnly.h"
 #include "VantroqueApp/Model/Playback/PlayerController.h"
+#include "VantroqueApp/Views/Player/LaidOverlay.h"
 
 #include <QWidget>
 
 #include <optional>
-#include <stop_token>
 
 namespace vantroque {
 
@@ -19,7 +17,6 @@ class PictureView : public QWidget {
 
 public:
     explicit PictureView(PlayerController& player, QWidget* parent = nullptr);
-    ~PictureView() override;
 
     /// Where the picture stands, which may be beyond the edges.
     QRectF pictureRect() const;
@@ -54,7 +51,6 @@ private:
     void paintOverlay(QPainter& painter);
     Overlay overlay() const;
     OverlayPlace overlayPlace() const;
-    void drawInBackground(OverlayCache::Orders orders);
     void takeRoom();
     void showCursor();
     QPointF placeIn(QPointF viewport) const;
@@ -63,13 +59,10 @@ private:
     void endStroke();
 
     PlayerController& m_player;
-    OverlayCache m_overlays;
-    OverlayCache::Orders m_ordered; ///< The last that were.
+    LaidOverlay m_laid;
     bool m_resting = false;
     std::optional<Drag> m_drag;
     std::optional<AnnotationStroke> m_stroke; ///< That follows the pointer.
-    std::stop_source m_end;
-    LatestOnly m_drawing; ///< Ends first.
 };
 
 } // namespace vantroque

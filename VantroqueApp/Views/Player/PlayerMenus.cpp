@@ -4,11 +4,33 @@
 
 #include <QActionGroup>
 
+#include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isVertical(const PlayedFile& file)
+{
+    return file.shape().family() == AspectFamily::vertical9x16;
+}
+
+std::vector<PlatformZone> zonesOf(const std::vector<PlayedFile>& files)
+{
+    std::vector<PlatformZone> zones;
+    std::set<QString> known;
+    for (const PlayedFile& file : files)
+        for (PlatformZone& zone : PlatformZoneCatalog::zones(file.shape().family()))
+            if (known.insert(zone.id).second)
+                zones.push_back(std::move(zone));
+    return zones;
+}
+
+} // namespace
 
 ZoomMenu::ZoomMenu(PictureZoom& zoom, QWidget* parent)
     : QMenu(parent), m_zoom(zoom), m_stops(new QActionGroup(this))
@@ -43,59 +65,55 @@ void ZoomMenu::refresh()
     MenuHeading::add(*this, u"Double-click the picture to zoom to a spot. Drag to move around."_s);
 }
 
-GuidesMenu::GuidesMenu(const PlayedFile& file, PictureGuides& guides, QWidget* parent)
-    : StayingMenu(parent), m_guides(guides)
+GuidesMenu::GuidesMenu(const std::vector<PlayedFile>& files, QWidget* parent) : StayingMenu(parent)
 {
     setAccessibleName(u"Guides"_s);
     setProperty("checklist", true);
     addSwitch(u"Safe areas (90% / 93%)"_s, &GuideOptions::safeAreas);
     addSwitch(u"Thirds and center"_s, &GuideOptions::thirds);
-    if (file.video.activePicture)
+    if (std::ranges::any_of(files,
+                            [](const auto& file) { return file.video.activePicture.has_value(); }))
         addSwitch(u"Detected picture area"_s, &GuideOptions::detectedPicture);
-    if (const auto zones = guides.zones(); !zones.empty()) {
+    if (const auto zones = zonesOf(files); !zones.empty()) {
         addSeparator();
         MenuHeading::add(*this, u"Platform UI"_s);
         for (const PlatformZone& zone : zones)
             addZone(zone);
     }
-    if (file.shape().family() == AspectFamily::vertical9x16)
+    if (std::ranges::any_of(files, isVertical))
         addSwitch(u"4:5 feed crop"_s, &GuideOptions::feedCrop);
-    connect(&guides, &PictureGuides::changed, this, &GuidesMenu::refresh);
-    refresh();
 }
 
 void GuidesMenu::addSwitch(const QString& text, bool GuideOptions::*option)
 {
     QAction* action = addAction(text);
     action->setCheckable(true);
-    connect(action, &QAction::triggered, &m_guides, [this, option](bool on) {
-        GuideOptions options = m_guides.guideOptions();
-        options.*option = on;
-        m_guides.setGuideOptions(options);
+    connect(action, &QAction::triggered, this, [this, option](bool on) {
+        m_options.*option = on;
+        Q_EMIT chosen(m_options);
     });
-    m_refreshes.emplace_back(
-        [this, action, option] { action->setChecked(m_guides.guideOptions().*option); });
+    m_refreshes.emplace_back([this, action, option] { action->setChecked(m_options.*option); });
 }
 
 void GuidesMenu::addZone(const PlatformZone& zone)
 {
     QAction* action = addAction(u"%1 safe zone"_s.arg(zone.name));
     action->setCheckable(true);
-    connect(action, &QAction::triggered, &m_guides, [this, id = zone.id](bool on) {
-        GuideOptions options = m_guides.guideOptions();
+    connect(action, &QAction::triggered, this, [this, id = zone.id](bool on) {
         if (on)
-            options.platformZoneIDs.insert(id);
+            m_options.platformZoneIDs.insert(id);
         else
-            options.platformZoneIDs.erase(id);
-        m_guides.setGuideOptions(options);
+            m_options.platformZoneIDs.erase(id);
+        Q_EMIT chosen(m_options);
     });
     m_refreshes.emplace_back([this, action, id = zone.id] {
-        action->setChecked(m_guides.guideOptions().platformZoneIDs.contains(id));
+        action->setChecked(m_options.platformZoneIDs.contains(id));
     });
 }
 
-void GuidesMenu::refresh()
+void GuidesMenu::mark(const GuideOptions& options)
 {
+    m_options = options;
     for (const auto& refresh : m_refreshes)
         refresh();
 }

@@ -32,14 +32,20 @@ class GuidesMenu : public StayingMenu {
     Q_OBJECT
 
 public:
-    GuidesMenu(const PlayedFile& file, PictureGuides& guides, QWidget* parent = nullptr);
+    /// What pictures of these files can have, each once.
+    explicit GuidesMenu(const std::vector<PlayedFile>& files, QWidget* parent = nullptr);
+
+    /// Marks what is chosen.
+    void mark(const GuideOptions& options);
+
+Q_SIGNALS:
+    void chosen(const vantroque::GuideOptions& options);
 
 private:
     void addSwitch(const QString& text, bool GuideOptions::*option);
     void addZone(const PlatformZone& zone);
-    void refresh();
 
-    PictureGuides& m_guides;
+    GuideOptions m_options;
     std::vector<std::function<void()>> m_refreshes;
 };
 

@@ -64,7 +64,7 @@ TransportRow::TransportRow(PlayerController& player, QWidget* parent)
     m_more->setAccessibleName(u"More"_s);
     m_more->setMenu(new MoreMenu(player, m_more));
     m_zoom->setMenu(new ZoomMenu(player.zoom(), m_zoom));
-    m_guides->setMenu(new GuidesMenu(player.file(), player.guides(), m_guides));
+    m_guides->setMenu(guidesMenu());
     m_scopes->setMenu(new ScopesMenu(player.scopes(), m_scopes));
     auto* layout = new QHBoxLayout(this);
     layout->setSpacing(8);
@@ -88,6 +88,17 @@ TransportRow::TransportRow(PlayerController& player, QWidget* parent)
     showMode();
     showSpeed();
     showZoom();
+}
+
+QMenu* TransportRow::guidesMenu()
+{
+    PictureGuides& guides = m_player.guides();
+    auto* menu = new GuidesMenu({m_player.file()}, m_guides);
+    const auto mark = [&guides, menu] { menu->mark(guides.guideOptions()); };
+    connect(menu, &GuidesMenu::chosen, &guides, &PictureGuides::setGuideOptions);
+    connect(&guides, &PictureGuides::changed, menu, mark);
+    mark();
+    return menu;
 }
 
 /// What the steps through the problems leave.

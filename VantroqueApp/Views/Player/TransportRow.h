@@ -6,6 +6,7 @@
 
 class QHBoxLayout;
 class QLabel;
+class QMenu;
 
 namespace vantroque {
 
@@ -27,6 +28,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QMenu* guidesMenu();
     int room() const;
     void showMode();
     void showTime();

@@ -1,7 +1,7 @@
 #include "VantroqueApp/Views/Report/ProblemsPanel.h"
 
+#include "VantroqueApp/Views/Controls/IconButton.h"
 #include "VantroqueApp/Views/Controls/RowParts.h"
-#include "VantroqueApp/Views/Report/IconButton.h"
 #include "VantroqueApp/Views/Report/ProblemLine.h"
 #include "VantroqueApp/Views/Report/ProblemRow.h"
 #include "VantroqueApp/Views/Style/Type.h"

@@ -3,7 +3,7 @@
 #include "Base/Text.h"
 #include "VantroqueApp/Views/Controls/ElidedLabel.h"
 #include "VantroqueApp/Views/Controls/Glyph.h"
-#include "VantroqueApp/Views/Report/IconButton.h"
+#include "VantroqueApp/Views/Controls/IconButton.h"
 #include "VantroqueApp/Views/Style/Icons.h"
 #include "VantroqueApp/Views/Style/Theme.h"
 #include "VantroqueApp/Views/Style/Type.h"

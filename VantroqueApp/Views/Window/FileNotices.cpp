@@ -15,6 +15,11 @@ QString removal()
     return u"removal"_s;
 }
 
+QString leaving()
+{
+    return u"files that are not compared"_s;
+}
+
 } // namespace
 
 FileNotices::FileNotices(FileList& files, NoticeBars& bars)
@@ -52,6 +57,21 @@ void FileNotices::tellSkipped(const std::vector<SkippedFile>& files)
                          }};
     }
     m_bars.tell(std::move(notice));
+}
+
+void FileNotices::tellLeftOut(std::size_t compared, std::size_t leftOut)
+{
+    m_bars.tell({.subject = leaving(),
+                 .icon = u"skip"_s,
+                 .text = u"Comparing the first %1 of %2 files. Select those to compare"_s.arg(
+                     QString::number(compared), QString::number(compared + leftOut)),
+                 .help = {},
+                 .action = {}});
+}
+
+void FileNotices::withdrawLeftOut()
+{
+    m_bars.withdraw(leaving());
 }
 
 } // namespace vantroque

@@ -12,6 +12,9 @@ public:
     FileNotices(FileList& files, NoticeBars& bars);
 
     void tellSkipped(const std::vector<SkippedFile>& files);
+    /// Of the files that were to be compared so many had no room.
+    void tellLeftOut(std::size_t compared, std::size_t leftOut);
+    void withdrawLeftOut();
 
 private:
     void tellRemoved();

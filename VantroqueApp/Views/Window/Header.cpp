@@ -34,6 +34,8 @@ Header::Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
       m_exports(exports),
       m_desk(new DeskSwitch(this)),
       m_add(new ToolButton(u"plus"_s, u"Add File"_s, this)),
+      m_compare(new ToolButton(u"compare"_s, u"Compare"_s, this)),
+      m_leave(new ToolButton(u"x"_s, {}, this)),
       m_profiles(new ToolButton(u"list"_s, u"Profiles"_s, this)),
       m_export(new ToolButton(u"export"_s, u"Export Report"_s, this)),
       m_appearances(new QActionGroup(this)),
@@ -55,12 +57,18 @@ Header::Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
     layout->addWidget(m_cancel);
     layout->addSpacing(8);
     layout->addWidget(m_add);
+    layout->addWidget(m_compare);
     layout->addWidget(m_profiles);
     layout->addWidget(m_export);
+    layout->addWidget(m_leave);
 
     connect(m_desk, &DeskSwitch::chosen, this, &Header::deskChosen);
     m_add->setToolTip(u"Choose video files to check"_s);
     connect(m_add, &QToolButton::clicked, this, &Header::addPressed);
+    connect(m_compare, &QToolButton::clicked, this, &Header::comparePressed);
+    m_leave->setAccessibleName(u"Back to the reports"_s);
+    m_leave->setToolTip(u"Back to the reports  (esc)"_s);
+    connect(m_leave, &QToolButton::clicked, this, &Header::leavePressed);
     m_profiles->setToolTip(u"Choose the platforms to check against"_s);
     m_profiles->setOpens();
     connect(m_profiles, &QToolButton::clicked, this, &Header::toggleProfiles);
@@ -79,6 +87,7 @@ Header::Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
     connect(&exports, &Exports::pdfProgressChanged, this, &Header::showPrinting);
     refresh();
     showPrinting();
+    showCompare(false, false);
 }
 
 Header::~Header() = default;
@@ -145,6 +154,17 @@ void Header::showDesk(bool review, bool possible)
     (review ? m_reviewDesk : m_reportDesk)->setChecked(true);
     m_reviewDesk->setEnabled(possible);
     m_desk->show(review, possible);
+}
+
+void Header::showCompare(bool comparing, bool possible)
+{
+    m_desk->setVisible(!comparing);
+    for (QWidget* tool : std::initializer_list<QWidget*>{m_compare, m_profiles, m_export})
+        tool->setVisible(!comparing);
+    m_leave->setVisible(comparing);
+    m_compare->setToolTip(possible
+                              ? u"Play every video together to compare graphics and end cards"_s
+                              : u"Add a second video to compare"_s);
 }
 
 void Header::addSetting(QAction* action)

@@ -34,13 +34,18 @@ public:
     /// Which desk the window is, and whether it can be one for reviewing.
     void showDesk(bool review, bool possible);
 
+    /// Whether files are compared now, and whether there are any to be compared.
+    void showCompare(bool comparing, bool possible);
+
     /// Among those in the file menu.
     void addSetting(QAction* action);
 
 Q_SIGNALS:
     void deskChosen(bool review);
     void addPressed();
-    void namePressed(); ///< The operator's.
+    void comparePressed();
+    void leavePressed(); ///< Back from comparing.
+    void namePressed();  ///< The operator's.
     void quitPressed();
 
 private:
@@ -62,6 +67,8 @@ private:
     Exports& m_exports;
     DeskSwitch* m_desk;
     QToolButton* m_add;
+    QToolButton* m_compare;
+    QToolButton* m_leave;
     ToolButton* m_profiles;
     ProfilesPanel* m_panel = nullptr; ///< Once it was opened.
     std::unique_ptr<TransportKeysPause> m_pause;

@@ -1,6 +1,7 @@
 #include "VantroqueApp/Views/Window/MainWindow.h"
 
 #include "Captions/CaptionLoader.h"
+#include "VantroqueApp/Views/Compare/CompareView.h"
 #include "VantroqueApp/Views/Controls/DropWell.h"
 #include "VantroqueApp/Views/Controls/NoticeBars.h"
 #include "VantroqueApp/Views/Files/FileListView.h"
@@ -76,13 +77,22 @@ MainWindow::MainWindow(AppModel& model, FileLooker::Look look)
     ExportNotices::tell(model.exports(), *m_notices);
     addDoneNotice();
     connect(m_header, &Header::addPressed, this, &MainWindow::chooseFiles);
-    connect(m_header, &Header::deskChosen, m_detail, &DetailPane::setReview);
+    connect(m_header, &Header::comparePressed, this, &MainWindow::compare);
+    connect(m_header, &Header::leavePressed, this,
+            [this] { m_model.comparison().setComparing(false); });
+    connect(&model.openComparison(), &OpenComparison::aboutToGo, this, &MainWindow::dropCompare);
+    connect(&model.openComparison(), &OpenComparison::changed, this, &MainWindow::showCompare);
+    connect(m_header, &Header::deskChosen, this, [this](bool review) {
+        m_model.comparison().setComparing(false);
+        m_detail->setReview(review);
+    });
     connect(m_detail, &DetailPane::reviewChanged, this, &MainWindow::showDesk);
     connect(m_header, &Header::namePressed, this, &MainWindow::chooseName);
     connect(m_header, &Header::quitPressed, this, &QWidget::close);
     connect(m_well, &DropWell::pressed, this, &MainWindow::chooseFiles);
     connect(m_sidebar, &Sidebar::addPressed, this, &MainWindow::chooseFiles);
     connect(&model.files(), &FileList::listChanged, this, &MainWindow::refresh);
+    connect(&model.files(), &FileList::entryChanged, this, &MainWindow::showComparable);
     connect(&model.appearance(), &AppearanceChoice::changed, this,
             [this] { Look::use(m_model.appearance().mode()); });
     refresh();
@@ -200,27 +210,70 @@ void MainWindow::refresh()
 {
     // A list that is still being read is on its way.
     const bool none = m_model.files().analyses().empty() && !m_model.workspace().isRestoring();
-    QWidget* page = none ? static_cast<QWidget*>(m_well) : m_files;
-    placeNotices(none);
+    QWidget* page = m_compare != nullptr ? static_cast<QWidget*>(m_compare)
+                    : none               ? static_cast<QWidget*>(m_well)
+                                         : m_files;
+    showComparable();
+    placeNotices(page);
     if (page == m_pages->currentWidget() && focusWidget() != nullptr)
         return;
     m_pages->setCurrentWidget(page);
     page->setFocus();
 }
 
-void MainWindow::placeNotices(bool overWell)
+void MainWindow::placeNotices(QWidget* page)
 {
     constexpr int inWell = 40; // clear of its dashes
-    if (overWell)
+    if (page == m_well)
         m_notices->follow(*m_well, inWell);
+    else if (m_compare != nullptr && page == m_compare)
+        m_notices->follow(m_compare->pages());
     else
         m_notices->follow(m_detail->noticesPlace());
+}
+
+/// Where there are not two yet, another one is asked for.
+void MainWindow::compare()
+{
+    if (m_model.comparison().canCompare())
+        m_model.comparison().setComparing(true);
+    else
+        chooseFiles();
+}
+
+void MainWindow::showCompare()
+{
+    OpenComparison& open = m_model.openComparison();
+    if (open.controller() != nullptr && m_compare == nullptr) {
+        // The view goes when its keys have been dealt with.
+        const auto leave = [this] {
+            QMetaObject::invokeMethod(
+                this, [this] { m_model.comparison().setComparing(false); }, Qt::QueuedConnection);
+        };
+        m_compare = new CompareView(*open.controller(), leave, m_pages);
+        m_pages->addWidget(m_compare);
+    }
+    refresh();
+    if (m_compare != nullptr && open.leftOut() > 0)
+        m_fileNotices->tellLeftOut(open.controller()->tiles().size(), open.leftOut());
+}
+
+void MainWindow::dropCompare()
+{
+    m_fileNotices->withdrawLeftOut();
+    placeNotices(m_files);
+    delete std::exchange(m_compare, nullptr);
+}
+
+void MainWindow::showComparable()
+{
+    m_header->showCompare(m_compare != nullptr, m_model.comparison().canCompare());
 }
 
 /// A desk for reviewing has no list.
 void MainWindow::showDesk()
 {
-    placeNotices(m_pages->currentWidget() == m_well);
+    placeNotices(m_pages->currentWidget());
     const bool review = m_detail->isReview();
     m_sidebar->setVisible(!review);
     m_header->showDesk(review, m_detail->canReview());

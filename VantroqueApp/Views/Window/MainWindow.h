@@ -13,6 +13,7 @@ class QStackedWidget;
 
 namespace vantroque {
 
+class CompareView;
 class DetailPane;
 class DropWell;
 class FileNotices;
@@ -51,7 +52,11 @@ private:
     void addDoneNotice();
     void refresh();
     void showDesk();
-    void placeNotices(bool overWell);
+    void compare();
+    void showCompare();
+    void dropCompare();
+    void showComparable();
+    void placeNotices(QWidget* page);
     void setInviting(bool inviting);
     void add(const DroppedFiles::Found& found);
 
@@ -61,7 +66,8 @@ private:
     DropWell* m_well;
     Sidebar* m_sidebar;
     DetailPane* m_detail = nullptr;
-    std::optional<int> m_ownSidebar; ///< The width that the operator chose.
+    CompareView* m_compare = nullptr; ///< While files are compared.
+    std::optional<int> m_ownSidebar;  ///< The width that the operator chose.
     QSplitter* m_files;
     NoticeBars* m_notices;
     FileNotices* m_fileNotices;

@@ -4,10 +4,11 @@ class QString;
 class QToolButton;
 class QWidget;
 
-/// Small buttons of the report that are an icon alone.
+/// Small buttons that are an icon alone.
 namespace vantroque::IconButton {
 
-QToolButton* make(const QString& icon, const QString& name, const QString& help);
+QToolButton* make(const QString& icon, const QString& name, const QString& help,
+                  QWidget* parent = nullptr);
 QToolButton* previousProblem();
 QToolButton* nextProblem();
 /// Both in one frame.

@@ -1,4 +1,4 @@
-#include "VantroqueApp/Views/Report/IconButton.h"
+#include "VantroqueApp/Views/Controls/IconButton.h"
 
 #include "VantroqueApp/Views/Style/Icons.h"
 
@@ -10,10 +10,10 @@ namespace vantroque::IconButton {
 
 using namespace Qt::StringLiterals;
 
-QToolButton* make(const QString& icon, const QString& name, const QString& help)
+QToolButton* make(const QString& icon, const QString& name, const QString& help, QWidget* parent)
 {
     constexpr int side = 26;
-    auto* button = new QToolButton;
+    auto* button = new QToolButton(parent);
     button->setIcon(Icons::tool(icon));
     button->setAccessibleName(name);
     button->setToolTip(help);
