@@ -9,9 +9,14 @@
 
 namespace vantroque {
 
-/// Versions of a film on one clock and each on an engine, all in the hands of the test.
+/// Versions of a film on one clock and each on an engine, all in the hands of the test, unless it
+/// makes engines of its own.
 class CompareTest : public ModelTest {
 protected:
+    CompareTest()
+    {
+        m_clock.afterTick = [this] { waitForPictures(); };
+    }
     ~CompareTest() override { m_compare.reset(); }
 
     static VideoSummary video(double seconds, double frameRate = 25)
@@ -35,16 +40,27 @@ protected:
     {
         m_compare.reset();
         m_films.clear();
-        m_compare = std::make_unique<CompareController>(
-            sources, PlayerSurroundings{.defaults = m_settings,
-                                        .reviews = m_book,
-                                        .desktop = m_desktop,
-                                        .clock = m_clock,
-                                        .speller = m_speller,
-                                        .makeEngine = [this](const PlaybackSource& source) {
-                                            return m_films.emplace_back().maker()(source);
-                                        }});
+        m_compare =
+            std::make_unique<CompareController>(sources, PlayerSurroundings{.defaults = m_settings,
+                                                                            .reviews = m_book,
+                                                                            .desktop = m_desktop,
+                                                                            .clock = m_clock,
+                                                                            .speller = m_speller,
+                                                                            .makeEngine = maker()});
         return *m_compare;
+    }
+    /// That are made in the background of frames that are at hand.
+    void waitForPictures()
+    {
+        for (std::size_t i = 0; m_compare && i < m_films.size(); ++i)
+            while (tile(i).pictures().source().isBehind() && !tile(i).pictures().areStills()
+                   && (!m_films[i].isDecoding || m_films[i].frame(tile(i).aimed())))
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    virtual PlaybackEngineMaker maker()
+    {
+        return
+            [this](const PlaybackSource& source) { return m_films.emplace_back().maker()(source); };
     }
     CompareController& compare() { return *m_compare; }
     CompareTile& tile(std::size_t number) { return *m_compare->tiles().at(number); }

@@ -137,6 +137,60 @@ TEST_F(CompareRun, AnEngineThatDiesBecomesStillsAndTheOthersGoOn)
     EXPECT_EQ(tile(1).aimed(), 25);
 }
 
+TEST_F(CompareRun, WaitsForAVersionThatIsBehind)
+{
+    open({video(4), video(4)});
+    HandFilm& slow = m_films[1];
+    slow.hasAll = false;
+    slow.isDecoding = true;
+    slow.arrive(0);
+    compare().togglePlay();
+    m_clock.pass(preRoll + 0.3);
+    EXPECT_EQ(aim(0), Aim(1, 1)) << "nor does the other go on";
+    EXPECT_EQ(aim(1), Aim(1, 1));
+    slow.arrive(1);
+    m_clock.pass(0.05);
+    EXPECT_EQ(aim(0), Aim(2, 1)) << "nor does it hurry then";
+    slow.hasAll = true;
+    m_clock.pass(1);
+    EXPECT_NEAR(compare().position(), 1.11, 0.04);
+}
+
+TEST_F(CompareRun, WaitsNotLongForAVersionThatAnswersNoMore)
+{
+    open({video(4), video(4)});
+    m_films[1].hasAll = false;
+    m_films[1].isDecoding = true;
+    compare().togglePlay();
+    m_clock.pass(preRoll + 1);
+    EXPECT_GT(compare().position(), 0.3);
+    EXPECT_EQ(aim(0), aim(1));
+    m_clock.pass(4);
+    EXPECT_EQ(compare().position(), 4);
+    EXPECT_FALSE(compare().isRunning());
+}
+
+TEST_F(CompareRun, WalksNoFartherThanTheSlowestVersion)
+{
+    open({video(4), video(4)});
+    for (HandFilm& film : m_films)
+        film.canPlay = [](double rate) { return rate > 0; };
+    m_films[1].hasAll = false;
+    m_films[1].isDecoding = true;
+    compare().seek(2);
+    pressJ();
+    m_clock.pass(1);
+    EXPECT_TRUE(compare().shuttle().isWalking());
+    EXPECT_EQ(compare().position(), 2);
+    m_films[1].arrive(50);
+    m_clock.pass(0.2);
+    EXPECT_EQ(aim(0), Aim(49, 0));
+    EXPECT_EQ(aim(1), Aim(49, 0));
+    m_films[1].isDecoding = false;
+    m_clock.pass(3);
+    EXPECT_EQ(compare().position(), 0) << "what never comes is left out";
+}
+
 TEST_F(CompareRun, AnotherSpeedGoesOnFromWhereItIs)
 {
     open({video(20), video(20)});

@@ -223,6 +223,27 @@ TEST_F(Compare, GuidesAreThoseOfThePlayer)
     EXPECT_EQ(GuideOptions::load(m_settings), options);
 }
 
+TEST_F(Compare, ManyKeepNoMoreFramesThanOne)
+{
+    const auto memory = [this] {
+        std::size_t all = 0;
+        for (const HandFilm& film : m_films) {
+            EXPECT_GT(film.opened.at(0).memory, 0U);
+            all += film.opened.at(0).memory;
+        }
+        return all;
+    };
+    for (const std::size_t versions : {1U, 3U, 12U}) {
+        open(std::vector<VideoSummary>(versions, video(4)));
+        EXPECT_LE(memory(), PlaybackSource::mostMemory) << versions;
+        EXPECT_GE(memory(), PlaybackSource::mostMemory / 2) << versions;
+    }
+    open({video(4), video(4)});
+    for (int i = 0; i < 10; ++i)
+        compare().add({.file = {.url = anyFile("joins.mov"), .video = video(4)}, .name = u"new"_s});
+    EXPECT_LE(memory(), PlaybackSource::mostMemory);
+}
+
 TEST_F(Compare, LeavesNothing)
 {
     open(std::vector<VideoSummary>(12, video(4)));

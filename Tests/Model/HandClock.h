@@ -30,9 +30,12 @@ public:
             next->due += next->interval;
             const auto tick = next->tick; // which may let go of it
             tick();
+            afterTick();
         }
         m_now = end;
     }
+    /// What must be done before time goes on.
+    std::function<void()> afterTick = [] {};
     bool isTicking() const { return !m_tickers.empty(); }
 
 private:

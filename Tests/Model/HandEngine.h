@@ -70,6 +70,7 @@ public:
     bool hasAll = true; ///< Every frame is at hand; otherwise those that have arrived.
     std::set<std::int64_t> atHand;
     std::function<bool(double)> canPlay = [](double) { return true; };
+    bool isDecoding = false;
     std::optional<std::int64_t> last;
     std::optional<double> heard;
 
@@ -112,6 +113,7 @@ public:
     {
         return m_film.nearest(number, reach);
     }
+    bool isDecoding() const override { return m_film.isDecoding; }
     std::optional<std::int64_t> lastFrame() const override { return m_film.last; }
     bool canPlay(double rate) const override { return m_film.canPlay(rate); }
     void startSound(double seconds) override

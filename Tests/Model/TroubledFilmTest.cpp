@@ -1,5 +1,5 @@
 #include "Model/FilmFixture.h"
-#include "Tools/ProcessTable.h"
+#include "Tools/HeldByProcess.h"
 
 #include <QElapsedTimer>
 
@@ -163,20 +163,6 @@ TEST_F(TroubledFilm, IsLeftAtOnceWhateverItIsAbout)
     EXPECT_TRUE(comesTrue([] { return !hasChildren(); }));
 }
 
-struct Held {
-    static long countIn(const fs::path& folder)
-    {
-        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
-    }
-
-    long descriptors = countIn("/proc/self/fd");
-    long threads = countIn("/proc/self/task");
-    qsizetype sharedMemories = processFile(::getpid(), "maps").count("/memfd:vantroque-");
-    bool children = hasChildren();
-
-    bool operator==(const Held&) const = default;
-};
-
 TEST_F(TroubledFilm, ManyOfThemLeaveNothingWhenTheyAreClosed)
 {
     constexpr int openings = 40;
@@ -198,11 +184,11 @@ TEST_F(TroubledFilm, ManyOfThemLeaveNothingWhenTheyAreClosed)
     for (int i = 0; i < 10; ++i) // What is made once.
         openAndClose(i);
     ASSERT_TRUE(comesTrue([] { return !hasChildren(); }));
-    const Held before;
+    const HeldByProcess before;
     const auto bytes = ::mallinfo2().uordblks;
     for (int i = 0; i < openings; ++i)
         openAndClose(i);
-    EXPECT_TRUE(comesTrue([&] { return Held() == before; }));
+    EXPECT_TRUE(comesTrue([&] { return HeldByProcess() == before; }));
     constexpr std::size_t slack = std::size_t{1} << 20U;
     EXPECT_LT(::mallinfo2().uordblks, bytes + slack) << "memory is where it was";
 }

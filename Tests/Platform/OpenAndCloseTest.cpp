@@ -3,11 +3,12 @@
 #include "Support/Clips.h"
 #include "Support/Media.h"
 #include "Support/TestFolder.h"
-#include "Tools/ProcessTable.h"
+#include "Tools/HeldByProcess.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QByteArray>
 #include <QElapsedTimer>
 
 #include <algorithm>
@@ -22,20 +23,6 @@ namespace vantroque {
 namespace {
 
 namespace fs = std::filesystem;
-
-long countIn(const fs::path& folder)
-{
-    return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
-}
-
-struct Held {
-    long descriptors = countIn("/proc/self/fd");
-    long threads = countIn("/proc/self/task");
-    qsizetype sharedMemories = processFile(::getpid(), "maps").count("/memfd:vantroque-");
-    bool children = hasChildren();
-
-    bool operator==(const Held&) const = default;
-};
 
 /// Few enough for every run of the tests; the environment asks for more.
 int openings()
@@ -71,11 +58,11 @@ TEST(OpenAndClose, LeavesNothingOfManyPlayers)
     for (int i = 0; i < std::ssize(files); ++i) // What is made once.
         openAndClose(i);
     ASSERT_TRUE(comesTrue([] { return !hasChildren(); }));
-    const Held before;
+    const HeldByProcess before;
     const auto bytes = ::mallinfo2().uordblks;
     for (int i = 0; i < openings(); ++i)
         openAndClose(i);
-    EXPECT_TRUE(comesTrue([&] { return Held() == before; }));
+    EXPECT_TRUE(comesTrue([&] { return HeldByProcess() == before; }));
     constexpr std::size_t slack = std::size_t{1} << 18U;
     EXPECT_LT(::mallinfo2().uordblks, bytes + slack) << "memory is where it was";
 }
@@ -96,6 +83,39 @@ TEST(OpenAndClose, WaitsForNoDecoder)
         EXPECT_TRUE(comesTrue([&] { return !isRunning(decoder); }));
     }
     EXPECT_LT(std::ranges::min(milliseconds), 100);
+}
+
+/// Bytes of frames that this process shares with its decoders, but for the end of a page.
+std::size_t frameBytes()
+{
+    std::size_t bytes = 0;
+    for (const QByteArray& line : processFile(::getpid(), "maps").split('\n'))
+        if (line.contains("/memfd:vantroque-frames")) {
+            constexpr int hexadecimal = 16;
+            const auto ends = line.left(line.indexOf(' ')).split('-');
+            bytes += ends.at(1).toULongLong(nullptr, hexadecimal)
+                     - ends.at(0).toULongLong(nullptr, hexadecimal);
+        }
+    return bytes;
+}
+
+TEST(OpenAndClose, TakesNoMoreMemoryThanItIsGivenButRoomForThreeFrames)
+{
+    constexpr std::size_t frame = PictureLayout{.width = 192, .height = 96}.bytes();
+    constexpr std::size_t page = 4096;
+    const auto taken = [](std::size_t given) {
+        PlaybackSource source;
+        source.url = FileUrl::fromPath(
+            NumberedClip::make("trouble.mp4", "25", {"-c:v", "libx264", "-pix_fmt", "yuv420p"}));
+        source.memory = given;
+        DecoderEngine engine(source, Playing::silent());
+        engine.aim(20, 0);
+        EXPECT_TRUE(runUntil([&] { return engine.frame(20) != nullptr; }));
+        return frameBytes();
+    };
+    EXPECT_LE(taken(10 * frame + frame / 2), 10 * frame + page);
+    EXPECT_GT(taken(10 * frame + frame / 2), 10 * frame - page);
+    EXPECT_LE(taken(0), 3 * frame + page);
 }
 
 TEST(SoundOutput, IsNoneOfADriverThatKeepsNoTime)

@@ -6,6 +6,7 @@
 #include "Records/ColorMatrix.h"
 #include "Records/Orientation.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -23,6 +24,11 @@ struct PlaybackSource {
     /// How its samples are read, and so what a picture of red, green and blue is brought to.
     ColorMatrix matrix = ColorMatrix::bt709;
     bool fullRange = false;
+
+    static constexpr std::size_t mostMemory = std::size_t{256} << 20U;
+    /// Bytes for decoded frames, at most; but three of them are kept whatever they take, as long as
+    /// that is within `mostMemory`.
+    std::size_t memory = mostMemory;
 };
 
 /// A decoded frame. Its pixels stay where they are for as long as the value is held, and count
@@ -75,6 +81,8 @@ public:
     {
         return frame(number);
     }
+    /// Whether it is at work on frames that have not all come.
+    virtual bool isDecoding() const { return false; }
     /// The number of the last frame, once the end of the picture has been met: a file may hold
     /// fewer frames than it states.
     virtual std::optional<std::int64_t> lastFrame() const { return std::nullopt; }

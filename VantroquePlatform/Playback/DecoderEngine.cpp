@@ -11,7 +11,6 @@ namespace vantroque {
 
 namespace {
 
-constexpr std::size_t mostMemory = 256U << 20U;
 constexpr std::size_t fewestSlots = 3;
 /// Years of film at any rate; what lies beyond is no number of a frame.
 constexpr std::int64_t mostFrames = std::int64_t{1} << 40U;
@@ -171,11 +170,12 @@ bool DecoderEngine::takeOpened(const Told& told)
     if (m_hasOpened || !layout.isPossible() || told.quarterTurns < 0 || told.quarterTurns > 3
         || told.isFlipped < 0 || told.isFlipped > 1)
         return false;
-    const std::size_t slots = std::min(mostMemory / layout.bytes(), m_settings.mostSlots);
-    if (slots < fewestSlots) {
+    if (fewestSlots * layout.bytes() > PlaybackSource::mostMemory) {
         fail(QStringLiteral("the picture is too large"));
         return true;
     }
+    const std::size_t slots =
+        std::clamp(m_source.memory / layout.bytes(), fewestSlots, m_settings.mostSlots);
     auto memory = SlotMemory::make(layout.bytes(), static_cast<std::uint32_t>(slots));
     if (!memory) {
         fail(memory.error().description);

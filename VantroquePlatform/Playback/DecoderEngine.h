@@ -45,6 +45,7 @@ public:
     std::shared_ptr<const PlayedFrame> frame(std::int64_t number) const override;
     std::shared_ptr<const PlayedFrame> nearest(std::int64_t number,
                                                std::int64_t reach) const override;
+    bool isDecoding() const override { return m_plan && m_plan->isWaiting(); }
     std::optional<std::int64_t> lastFrame() const override { return m_lastFrame; }
     bool canPlay(double rate) const override;
     void startSound(double seconds) override;
@@ -53,8 +54,6 @@ public:
 
     /// Why it has failed, for a log.
     const QString& problem() const { return m_problem; }
-    /// Whether it has been asked for frames that have not all come.
-    bool isDecoding() const { return m_plan && m_plan->isWaiting(); }
     /// How far the loudspeakers have taken the sound, which is heard somewhat later.
     double takenSoundSeconds() const;
     /// The process that decodes now; below 0 without one.

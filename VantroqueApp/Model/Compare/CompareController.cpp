@@ -23,19 +23,35 @@ std::vector<CompareTiming::Clip> clipsOf(const CompareController::Tiles& tiles)
     return clips;
 }
 
+/// Of engines that keep no more frames than that.
+PlaybackEngineMaker within(std::size_t memory, const PlaybackEngineMaker& make)
+{
+    if (!make)
+        return make;
+    return [memory, make](PlaybackSource source) {
+        source.memory = memory;
+        return make(source);
+    };
+}
+
 } // namespace
 
 CompareController::CompareController(const std::vector<Source>& sources,
                                      const PlayerSurroundings& surroundings)
     : m_surroundings(surroundings),
       m_shuttle(surroundings.clock),
+      m_solo(surroundings.clock),
       m_guideOptions(GuideOptions::load(surroundings.defaults))
 {
     m_shuttle.frameRate = [this] { return sharedRate().perSecond(); };
     m_shuttle.applyRate = [this](double rate) { return run(rate); };
     m_shuttle.stepFrames = [this](std::int64_t frames) { return walk(frames); };
+    connect(&m_solo, &CompareSolo::moved, this, &CompareController::followSolo);
+    connect(&m_solo, &CompareSolo::ended, this, &CompareController::stopSolo);
+    const std::size_t share = m_freeMemory / (sources.size() + 1); // the rest is for who joins
     for (const Source& source : sources)
-        addTile(source);
+        addTile(source, share);
+    layLine(SyncAlignment::fromStart);
     placeTiles();
 }
 
@@ -44,20 +60,23 @@ CompareController::~CompareController()
     tearDown();
 }
 
-void CompareController::addTile(const Source& source)
+/// Its frames take so much of the memory that all of them share.
+void CompareController::addTile(const Source& source, std::size_t memory)
 {
-    m_tiles.push_back(
-        std::make_unique<CompareTile>(source.file, source.name, m_surroundings.makeEngine));
+    m_freeMemory -= memory;
+    m_tiles.push_back(std::make_unique<CompareTile>(source.file, source.name,
+                                                    within(memory, m_surroundings.makeEngine)));
     CompareTile* tile = m_tiles.back().get();
     connect(tile, &CompareTile::modeChanged, this, [this, tile] {
-        if (m_soloTileID == tile->id() && tile->pictures().areStills()) {
+        if (m_solo.tile() == tile && tile->pictures().areStills()) {
             m_shuttle.stop();
             stopSolo();
         }
         Q_EMIT modeChanged();
     });
     connect(tile, &CompareTile::clipChanged, this, [this] {
-        setPosition(line().clamped(m_position));
+        layLine(m_line.alignment);
+        setPosition(m_line.clamped(m_position));
         if (!m_run)
             placeTiles();
         Q_EMIT modeChanged();
@@ -83,9 +102,10 @@ void CompareController::add(const Source& source)
     endRun();
     stopSolo();
     const double fromEnd = longestDuration() - m_position;
-    addTile(source);
+    addTile(source, m_freeMemory / 2);
+    layLine(m_line.alignment);
     // What the others show stays, also where a longer one moves the ends apart.
-    if (m_syncMode == SyncAlignment::fromEnd)
+    if (m_line.alignment == SyncAlignment::fromEnd)
         setPosition(longestDuration() - fromEnd);
     placeTiles();
     Q_EMIT tilesChanged();
@@ -109,31 +129,29 @@ std::vector<CompareTile*> CompareController::displayTiles() const
     return tiles;
 }
 
-CompareTiming::Line CompareController::line() const
+/// Anew when a clip has changed: it is asked for many times a tick.
+void CompareController::layLine(SyncAlignment alignment)
 {
-    return CompareTiming::Line::of(clipsOf(m_tiles), m_syncMode);
-}
-
-FrameRate CompareController::sharedRate() const
-{
-    return CompareTiming::sharedRate(clipsOf(m_tiles));
+    const auto clips = clipsOf(m_tiles);
+    m_line = CompareTiming::Line::of(clips, alignment);
+    m_sharedRate = CompareTiming::sharedRate(clips);
 }
 
 std::int64_t CompareController::frameDue(const CompareTile& tile) const
 {
-    return CompareTiming::frameDue(m_position, line(), tile.clip());
+    return CompareTiming::frameDue(m_position, m_line, tile.clip());
 }
 
 double CompareController::clipSeconds(const CompareTile& tile) const
 {
-    return CompareTiming::time(m_position, line(), tile.clip());
+    return CompareTiming::time(m_position, m_line, tile.clip());
 }
 
 std::optional<QString> CompareController::startsIn(const CompareTile& tile) const
 {
-    if (m_soloTileID == tile.id())
+    if (m_solo.tile() == &tile)
         return std::nullopt;
-    return CompareTiming::startsIn(m_position, line(), tile.clip());
+    return CompareTiming::startsIn(m_position, m_line, tile.clip());
 }
 
 void CompareController::setPosition(double position)
@@ -146,7 +164,7 @@ void CompareController::setPosition(double position)
 void CompareController::placeTiles()
 {
     for (const auto& tile : m_tiles)
-        if (tile->id() != m_soloTileID)
+        if (tile.get() != m_solo.tile())
             tile->aim(frameDue(*tile), 0);
 }
 
@@ -156,29 +174,30 @@ void CompareController::seek(double to)
         m_shuttle.stop();
         endRun();
     }
-    setPosition(line().clamped(to));
-    if (m_solo)
-        m_solo->seek(frameDue(*tile(*m_soloTileID)));
+    setPosition(m_line.clamped(to));
+    if (m_solo.tile() != nullptr)
+        m_solo.seek(frameDue(*m_solo.tile()));
     placeTiles();
 }
 
 void CompareController::setSyncMode(SyncAlignment mode)
 {
-    if (std::exchange(m_syncMode, mode) == mode)
+    if (m_line.alignment == mode)
         return;
+    layLine(mode);
     m_shuttle.stop();
     seek(mode == SyncAlignment::fromEnd ? longestDuration() : 0);
     Q_EMIT syncModeChanged();
 }
 
-/// Stills that are slow to come are waited for, so that all of them walk evenly.
+/// A version that is slow is waited for, so that all of them walk evenly.
 bool CompareController::walk(std::int64_t by)
 {
-    const bool isBusy = std::ranges::any_of(
-        m_tiles, [](const auto& tile) { return tile->pictures().source().isBusy(); });
-    if (isBusy && m_shuttle.isWalking())
+    const bool isOneBehind = std::ranges::any_of(
+        m_tiles, [](const auto& tile) { return tile->pictures().source().isBehind(); });
+    if (isOneBehind && m_shuttle.isWalking())
         return true;
-    const double target = line().clamped(m_position + stepInterval() * static_cast<double>(by));
+    const double target = m_line.clamped(m_position + stepInterval() * static_cast<double>(by));
     if (target == m_position)
         return false;
     seek(target);
@@ -202,17 +221,19 @@ bool CompareController::run(double rate)
     endRun();
     if (!canAllPlay(rate))
         return false;
-    const CompareTiming::Line shared = line();
-    if (rate > 0 && m_position >= shared.longest)
+    if (rate > 0 && m_position >= m_line.longest)
         setPosition(0);
     if (rate < 0 && m_position <= 0)
         return false;
     for (const auto& tile : m_tiles) {
-        const bool joins = CompareTiming::entry(m_position, rate, shared, tile->clip()).has_value();
+        const bool joins = CompareTiming::entry(m_position, rate, m_line, tile->clip()).has_value();
         tile->aim(frameDue(*tile), joins ? rate : 0);
     }
-    m_run =
-        Run{.start = m_surroundings.clock.now() + preRoll, .position = m_position, .rate = rate};
+    m_run = Run{.start = m_surroundings.clock.now() + preRoll,
+                .position = m_position,
+                .rate = rate,
+                .waitsSince = std::nullopt,
+                .leftBehind = {}};
     m_runTimer = m_surroundings.clock.every(tickSeconds, [this] { tickRun(); });
     return true;
 }
@@ -220,16 +241,50 @@ bool CompareController::run(double rate)
 double CompareController::runPosition() const
 {
     const double elapsed = std::max(m_surroundings.clock.now() - m_run->start, 0.0);
-    return line().clamped(m_run->position + m_run->rate * elapsed);
+    return m_line.clamped(m_run->position + m_run->rate * elapsed);
+}
+
+/// Time stands still before a version is to show its next frame and is still at work on the one
+/// before, so that a machine that is too slow shows all of them in step, only later. But one that
+/// answers no more does not hold the others for long, and stills never do.
+bool CompareController::isRunWaiting(double position)
+{
+    constexpr double patience = 0.5;
+    std::vector<const CompareTile*> late;
+    for (const auto& tile : m_tiles) {
+        if (tile->pictures().areStills() || !tile->pictures().source().isBehind())
+            m_run->leftBehind.erase(tile.get());
+        else if (CompareTiming::frameDue(position, m_line, tile->clip()) != tile->aimed()
+                 && !m_run->leftBehind.contains(tile.get()))
+            late.push_back(tile.get());
+    }
+    const double now = m_surroundings.clock.now();
+    if (late.empty()) {
+        m_run->waitsSince.reset();
+        return false;
+    }
+    if (!m_run->waitsSince)
+        m_run->waitsSince = now;
+    if (now - *m_run->waitsSince > patience) {
+        m_run->waitsSince.reset();
+        m_run->leftBehind.insert(late.begin(), late.end());
+        return false;
+    }
+    m_run->start = std::max(m_run->start, now);
+    m_run->position = m_position;
+    return true;
 }
 
 void CompareController::tickRun()
 {
     const double rate = m_run->rate;
-    setPosition(runPosition());
+    const double position = runPosition();
+    if (isRunWaiting(position))
+        return;
+    setPosition(position);
     if (!m_run) // who heard of the move has stopped it
         return;
-    if (CompareTiming::runFinished(m_position, rate, line())) {
+    if (CompareTiming::runFinished(m_position, rate, m_line)) {
         endRun();
         return m_shuttle.playbackEnded();
     }
@@ -260,7 +315,7 @@ void CompareController::scrub(const QUuid& id, double to)
     stopSolo();
     const CompareTiming::Clip& clip = scrubbed->clip();
     const double target = std::clamp(to, 0.0, clip.last());
-    scrubbed->setOffset(CompareTiming::offset(target, m_position, line(), clip));
+    scrubbed->setOffset(CompareTiming::offset(target, m_position, m_line, clip));
     scrubbed->aim(frameDue(*scrubbed), 0);
     Q_EMIT moved();
 }
@@ -276,7 +331,7 @@ void CompareController::clearOffset(const QUuid& id)
     if (cleared == nullptr)
         return;
     cleared->setOffset(0);
-    if (!m_run && m_soloTileID != id)
+    if (!m_run && m_solo.tile() != cleared)
         cleared->aim(frameDue(*cleared), 0);
     Q_EMIT moved();
 }
@@ -290,42 +345,33 @@ void CompareController::syncAll()
     Q_EMIT moved();
 }
 
+std::optional<QUuid> CompareController::soloTileID() const
+{
+    return m_solo.tile() == nullptr ? std::nullopt : std::optional(m_solo.tile()->id());
+}
+
 void CompareController::toggleSolo(const QUuid& id)
 {
-    if (m_soloTileID == id)
+    if (soloTileID() == id)
         return stopSolo();
     CompareTile* alone = tile(id);
     m_shuttle.stop();
     stopSolo();
-    if (alone == nullptr || !alone->pictures().source().canPlay(1))
-        return;
-    m_soloTileID = id;
-    m_solo = std::make_unique<Playhead>(alone->file(), m_surroundings.clock);
-    m_solo->seek(frameDue(*alone));
-    m_solo->use(&alone->pictures().source());
-    connect(m_solo.get(), &Playhead::moved, this, &CompareController::followSolo);
-    connect(m_solo.get(), &Playhead::ended, this, &CompareController::stopSolo,
-            Qt::QueuedConnection);
-    m_solo->run(1);
-    Q_EMIT soloChanged();
+    if (alone != nullptr && m_solo.start(*alone, frameDue(*alone)))
+        Q_EMIT soloChanged();
 }
 
 /// The others wait where they are, and join it when it stops.
 void CompareController::followSolo()
 {
-    const CompareTile& alone = *tile(*m_soloTileID);
-    const double unslipped = m_solo->currentSeconds() - alone.clip().offset;
-    setPosition(CompareTiming::position(unslipped, line(), alone.clip()));
+    setPosition(CompareTiming::position(m_solo.seconds(), m_line, m_solo.tile()->clip()));
 }
 
 void CompareController::stopSolo()
 {
-    if (!m_soloTileID)
+    if (m_solo.tile() == nullptr)
         return;
-    m_solo->disconnect(this);
-    m_solo->use(nullptr);
-    m_solo.reset();
-    m_soloTileID.reset();
+    m_solo.stop();
     placeTiles();
     Q_EMIT soloChanged();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Framing/GuideOptions.h"
+#include "VantroqueApp/Model/Compare/CompareSolo.h"
 #include "VantroqueApp/Model/Compare/CompareTile.h"
 #include "VantroqueApp/Model/Playback/PlayerController.h"
 
@@ -8,12 +9,14 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace vantroque {
 
-/// Versions of a film side by side, in step: one clock says where all of them stand. They run
-/// together, or one of them plays alone and is heard; each ends the other. Main thread.
+/// Versions of a film side by side, in step: one clock says where all of them stand, and it waits
+/// for a version that is slow. They run together, or one of them plays alone and is heard; each
+/// ends the other. Main thread.
 class CompareController : public QObject {
     Q_OBJECT
 
@@ -37,11 +40,11 @@ public:
 
     /// The shared one, in seconds, from 0 to the longest duration.
     double position() const { return m_position; }
-    double longestDuration() const { return line().longest; }
-    FrameRate sharedRate() const;
-    double stepInterval() const { return sharedRate().secondsOf(1); }
+    double longestDuration() const { return m_line.longest; }
+    FrameRate sharedRate() const { return m_sharedRate; }
+    double stepInterval() const { return m_sharedRate.secondsOf(1); }
     /// What the versions have in common.
-    SyncAlignment syncMode() const { return m_syncMode; }
+    SyncAlignment syncMode() const { return m_line.alignment; }
     /// Parks them all at the edge that they are aligned on.
     void setSyncMode(SyncAlignment mode);
     bool isRunning() const { return m_run.has_value(); }
@@ -61,7 +64,7 @@ public:
     void clearOffset(const QUuid& id);
     void syncAll();
 
-    const std::optional<QUuid>& soloTileID() const { return m_soloTileID; }
+    std::optional<QUuid> soloTileID() const;
     /// Plays one version alone, with sound, or stops that. What is shown as stills cannot play.
     void toggleSolo(const QUuid& id);
     void stopSolo();
@@ -92,12 +95,15 @@ private:
         double start = 0;    ///< On the clock; the time before lets every engine fetch ahead.
         double position = 0; ///< Shared, at `start`.
         double rate = 0;
+        std::optional<double> waitsSince;        ///< On the clock, for versions that are behind.
+        std::set<const CompareTile*> leftBehind; ///< Those that are waited for no more.
     };
 
-    void addTile(const Source& source);
-    CompareTiming::Line line() const;
+    void addTile(const Source& source, std::size_t memory);
+    void layLine(SyncAlignment alignment);
     std::int64_t frameDue(const CompareTile& tile) const;
     bool run(double rate);
+    bool isRunWaiting(double position);
     void tickRun();
     void endRun();
     double runPosition() const;
@@ -107,14 +113,15 @@ private:
     bool canAllPlay(double rate) const;
 
     const PlayerSurroundings m_surroundings;
+    std::size_t m_freeMemory = PlaybackSource::mostMemory; ///< For frames of versions to come.
     Tiles m_tiles;
     ShuttleEngine m_shuttle;
+    CompareTiming::Line m_line; ///< Of the tiles.
+    FrameRate m_sharedRate = FrameRate::television();
     double m_position = 0;
-    SyncAlignment m_syncMode = SyncAlignment::fromStart;
     std::optional<Run> m_run;
     std::unique_ptr<Ticker> m_runTimer;
-    std::optional<QUuid> m_soloTileID;
-    std::unique_ptr<Playhead> m_solo; ///< Of that tile.
+    CompareSolo m_solo;
     GuideOptions m_guideOptions;
     double m_tileSize = 0;
 };

@@ -9,6 +9,13 @@
 
 namespace vantroque {
 
+namespace {
+
+/// At that speed and above an engine leaves frames out.
+constexpr double sparseRate = 4;
+
+} // namespace
+
 EngineFrames::EngineFrames(const PlayedFile& file, std::unique_ptr<PlaybackEngine> engine)
     : m_file(file), m_engine(std::move(engine))
 {
@@ -33,6 +40,19 @@ void EngineFrames::stateChanged()
 bool EngineFrames::canPlay(double rate) const
 {
     return m_engine->state() == PlaybackEngine::State::ready && m_engine->canPlay(rate);
+}
+
+bool EngineFrames::isBehind() const
+{
+    if (shown() && shown()->frame == m_aim)
+        return false;
+    // Of a film that runs faster, pictures are left out.
+    if (std::abs(m_rate) <= 1 && !m_pictures.isIdle())
+        return true;
+    if (!m_engine->isDecoding())
+        return false;
+    return std::abs(m_rate) < sparseRate ? !m_engine->frame(m_aim)
+                                         : !m_engine->nearest(m_aim, reach());
 }
 
 void EngineFrames::aim(std::int64_t frame, double rate)
@@ -69,9 +89,8 @@ bool EngineFrames::isBetter(std::int64_t number) const
     const auto distance = [this](std::int64_t frame) { return std::abs(frame - m_aim); };
     const std::int64_t taken = m_taken->frame;
     if (m_rate != 0 && number != taken) {
-        constexpr double everyFrameIsDecoded = 4; // below
         const auto onward = [this](std::int64_t by) { return m_rate > 0 ? by : -by; };
-        const bool isEarly = onward(number - m_aim) > 0 && std::abs(m_rate) < everyFrameIsDecoded;
+        const bool isEarly = onward(number - m_aim) > 0 && std::abs(m_rate) < sparseRate;
         const bool goesBack = onward(number - taken) < 0 && distance(taken) <= reach();
         if (isEarly || goesBack)
             return false;

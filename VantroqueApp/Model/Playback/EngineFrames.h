@@ -17,6 +17,7 @@ public:
 
     void aim(std::int64_t frame, double rate) override;
     bool canPlay(double rate) const override;
+    bool isBehind() const override;
     std::optional<std::int64_t> lastFrame() const override { return m_engine->lastFrame(); }
     void startSound(double seconds) override { m_engine->startSound(seconds); }
     void stopSound() override { m_engine->stopSound(); }
