@@ -6,6 +6,7 @@
 #include "AnalysedFile.h"
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
+#include "NoDesktop.h"
 #include "Profiles/ProfileStore.h"
 #include "Support/FakeSpellChecker.h"
 #include "Support/Watchdog.h"
@@ -34,21 +35,6 @@ void print(const std::string& name, double value)
 {
     std::cout << name << Numbers::fixed(value, 4).toStdString() << " s\n";
 }
-
-class NoDesktop : public Desktop {
-public:
-    std::optional<FileUrl> chooseSaveFile(const SaveQuestion&) override { return std::nullopt; }
-    std::optional<FileUrl> chooseFolder(const QString&, const FileUrl&) override
-    {
-        return std::nullopt;
-    }
-    bool mayReplace(const QStringList&, const FileUrl&) override { return false; }
-    std::optional<FileUrl> chooseOpenFile(const QString&, const QStringList&) override
-    {
-        return std::nullopt;
-    }
-    void showInFolder(const FileUrl&) override {}
-};
 
 void measure(const std::vector<Profile>& profiles, const std::filesystem::path& folder)
 {

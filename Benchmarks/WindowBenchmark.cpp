@@ -8,6 +8,7 @@
 #include "AnalysedFile.h"
 #include "Base/Numbers.h"
 #include "Base/ScratchFolder.h"
+#include "NoDesktop.h"
 #include "Profiles/ProfileStore.h"
 #include "Support/FakeSpellChecker.h"
 #include "Support/Watchdog.h"
@@ -52,21 +53,6 @@ void print(const std::string& name, const Watchdog& dog)
     print(name, dog.longest().count());
     print("  of which computing                ", dog.longestWork().count());
 }
-
-class NoDesktop : public Desktop {
-public:
-    std::optional<FileUrl> chooseSaveFile(const SaveQuestion&) override { return std::nullopt; }
-    std::optional<FileUrl> chooseFolder(const QString&, const FileUrl&) override
-    {
-        return std::nullopt;
-    }
-    bool mayReplace(const QStringList&, const FileUrl&) override { return false; }
-    std::optional<FileUrl> chooseOpenFile(const QString&, const QStringList&) override
-    {
-        return std::nullopt;
-    }
-    void showInFolder(const FileUrl&) override {}
-};
 
 /// Something is painted where the window has its header.
 bool windowIsThere()
