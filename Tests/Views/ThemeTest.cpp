@@ -3,8 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <vector>
 
 namespace vantroque {
@@ -67,6 +71,36 @@ TEST(Theme, TextIsReadableOnEveryGroundThatItStandsOn)
     for (const auto ink : {&Theme::text1, &Theme::text2, &Theme::text3})
         expectReadable(Theme::dark(), ink, "text",
                        {{"readout", &Theme::readout}, {"stage", &Theme::stage}});
+}
+
+TEST(Theme, WhatTheStyleSheetWritesIsReadableOnTheFillThatItGives)
+{
+    const std::map<QString, QColor Theme::*> roles{
+        {u"window"_s, &Theme::window},     {u"sidebar"_s, &Theme::sidebar},
+        {u"card"_s, &Theme::card},         {u"text1"_s, &Theme::text1},
+        {u"text2"_s, &Theme::text2},       {u"text3"_s, &Theme::text3},
+        {u"accent"_s, &Theme::accent},     {u"onAccent"_s, &Theme::onAccent},
+        {u"selected"_s, &Theme::selected}, {u"hover"_s, &Theme::hover},
+        {u"pressed"_s, &Theme::pressed},   {u"badge"_s, &Theme::badge}};
+    static const QRegularExpression rule(u"[^{}]*\\{[^{}]*\\}"_s);
+    static const QRegularExpression fill(u"[{;]\\s*background: @(\\w+)"_s);
+    static const QRegularExpression ink(u"[{;]\\s*color: @(\\w+)"_s);
+    QFile file(u":/vantroque/style.qss"_s);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString sheet = QString::fromUtf8(file.readAll());
+    int pairs = 0;
+    for (auto each = rule.globalMatch(sheet); each.hasNext();) {
+        const QString text = each.next().captured().trimmed();
+        const auto ground = roles.find(fill.match(text).captured(1));
+        const auto color = roles.find(ink.match(text).captured(1));
+        if (ground == roles.end() || color == roles.end())
+            continue;
+        ++pairs;
+        for (const Theme* theme : {&Theme::dark(), &Theme::light()})
+            EXPECT_GE(contrast(theme->*color->second, theme->*ground->second), 4.5)
+                << text.toStdString() << (theme->isDark ? ", dark" : ", light");
+    }
+    EXPECT_GT(pairs, 10);
 }
 
 TEST(Theme, SignsOfVerdictsAreSeenOnTheirGround)

@@ -102,7 +102,7 @@ void ToolButton::paintEvent(QPaintEvent*)
     painter.setPen(m_plain ? QColor(Qt::transparent) : theme.controlEdge);
     painter.setBrush(open ? theme.pressed : isEnabled() && underMouse() ? theme.hover : still);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
-    const QColor ink = !isEnabled()          ? theme.text3
+    const QColor ink = !isEnabled()          ? (open ? theme.text2 : theme.text3)
                        : m_accented && !open ? theme.accent
                                              : theme.text1;
     int left = inset();
