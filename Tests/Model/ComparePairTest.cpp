@@ -148,5 +148,26 @@ TEST_F(ComparedPair, SaysHowBWasBroughtToA)
     EXPECT_EQ(pair().match().differenceWords(), u"fitted into A's picture, brought to A's range"_s);
 }
 
+TEST_F(ComparedPair, SaysWhatItCannotSee)
+{
+    const auto words = [this](const std::optional<QString>& chroma, std::optional<int> bits) {
+        const auto file = [this](const std::string& name) {
+            return PlayedFile{.url = anyFile(name), .video = video(4)};
+        };
+        PlayedFile other = file("b.mov");
+        other.chroma = chroma;
+        other.sampleBits = bits;
+        m_pair.reset();
+        m_pair = std::make_unique<ComparePair>(
+            open({{.file = file("a.mov"), .name = u"a"_s}, {.file = other, .name = u"b"_s}}));
+        return pair().reducedWords();
+    };
+    EXPECT_EQ(words({}, {}), std::nullopt);
+    EXPECT_EQ(words(u"420"_s, 10), std::nullopt);
+    EXPECT_EQ(words(u"422"_s, 10), u"compared as 4:2:0"_s);
+    EXPECT_EQ(words(u"420"_s, 12), u"compared in 10 bits"_s);
+    EXPECT_EQ(words(u"444"_s, 12), u"compared as 4:2:0 in 10 bits"_s);
+}
+
 } // namespace
 } // namespace vantroque

@@ -5,6 +5,8 @@
 
 namespace vantroque {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// The tile shows the frame that is due.
@@ -74,6 +76,23 @@ void ComparePair::setPair(CompareTile* a, CompareTile* b)
 PictureMatch ComparePair::match() const
 {
     return isPair() ? PictureMatch::of(m_a->file().video, m_b->file().video) : PictureMatch{};
+}
+
+std::optional<QString> ComparePair::reducedWords() const
+{
+    constexpr int mostBits = 10;
+    bool isFiner = false;
+    bool isDeeper = false;
+    for (const CompareTile* tile : {m_a, m_b})
+        if (tile != nullptr) {
+            isFiner = isFiner || tile->file().chroma.value_or(u"420"_s) != u"420"_s;
+            isDeeper = isDeeper || tile->file().sampleBits.value_or(0) > mostBits;
+        }
+    if (isFiner && isDeeper)
+        return u"compared as 4:2:0 in 10 bits"_s;
+    if (isFiner)
+        return u"compared as 4:2:0"_s;
+    return isDeeper ? std::optional(u"compared in 10 bits"_s) : std::nullopt;
 }
 
 void ComparePair::setWipeEdge(double edge)

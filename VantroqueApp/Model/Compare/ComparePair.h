@@ -42,6 +42,9 @@ public:
     void choose(CompareTile& tile);
     void swap();
     PictureMatch match() const;
+    /// What their difference cannot see, since the engine gives frames as 4:2:0 in at most 10 bits:
+    /// "compared as 4:2:0".
+    std::optional<QString> reducedWords() const;
 
     /// How much of the picture is A's, from the left: 0 to 1.
     double wipeEdge() const { return m_wipeEdge; }

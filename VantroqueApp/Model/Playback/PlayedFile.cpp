@@ -27,9 +27,12 @@ std::optional<PlayedFile> PlayedFile::of(const FileAnalysis& entry)
         return std::nullopt;
     PlayedFile file{.url = entry.url, .video = *report->video, .fingerprint = entry.fingerprint};
     if (entry.media && entry.media->video) {
-        file.stream = entry.media->video->position.value_or(0);
-        file.hdr = hdrOf(*entry.media->video);
-        file.codec = Checker::describeCodec(*entry.media->video);
+        const VideoStreamInfo& video = *entry.media->video;
+        file.stream = video.position.value_or(0);
+        file.hdr = hdrOf(video);
+        file.codec = Checker::describeCodec(video);
+        file.chroma = video.isRgb() ? u"444"_s : video.chroma;
+        file.sampleBits = video.sampleBits();
     }
     return file;
 }

@@ -24,7 +24,9 @@ struct PlayedFile {
     int stream = 0; ///< The picture's, counted from 0 over the streams that are pictures.
     /// "PQ" or "HLG": how a picture of high dynamic range codes its light.
     std::optional<QString> hdr = {};
-    std::optional<QString> codec = {}; ///< Of the picture: "h264", "ProRes 422 HQ".
+    std::optional<QString> codec = {};  ///< Of the picture: "h264", "ProRes 422 HQ".
+    std::optional<QString> chroma = {}; ///< "444", "422" or "420"; of red, green and blue "444".
+    std::optional<int> sampleBits = {};
 
     /// Of an entry of the list; nothing where it has no report of a picture.
     static std::optional<PlayedFile> of(const FileAnalysis& entry);

@@ -89,10 +89,14 @@ void PairPage::showWords()
         return tile.file().codec ? QStringList(*tile.file().codec) : QStringList();
     };
     const PictureMatch match = m_pair.match();
-    const auto words =
-        m_pair.mode() == CompareMode::difference ? match.differenceWords() : match.wipeWords();
+    const bool differs = m_pair.mode() == CompareMode::difference;
+    QStringList words = codec(*m_pair.b());
+    if (const auto fitting = differs ? match.differenceWords() : match.wipeWords())
+        words += *fitting;
+    if (const auto reduced = m_pair.reducedWords(); reduced && differs)
+        words += *reduced;
     m_captionA->setWords(codec(*m_pair.a()));
-    m_captionB->setWords(codec(*m_pair.b()) + (words ? QStringList(*words) : QStringList()));
+    m_captionB->setWords(words);
 }
 
 } // namespace vantroque
