@@ -84,8 +84,9 @@ CompareBar::CompareBar(CompareController& compare, ComparePair& pair, QWidget* p
     connect(m_end, &QToolButton::clicked, this,
             [this] { m_compare.seek(m_compare.longestDuration()); });
     connect(&compare, &CompareController::moved, this, &CompareBar::showTime);
-    connect(&compare, &CompareController::tilesChanged, this, &CompareBar::showReady);
-    connect(&compare, &CompareController::modeChanged, this, &CompareBar::showReady);
+    connect(&compare, &CompareController::tilesChanged, this, &CompareBar::offerGuides);
+    connect(&compare, &CompareController::tilesChanged, this, &CompareBar::showTime);
+    connect(&compare, &CompareController::modeChanged, this, &CompareBar::showTime);
     connect(&compare.shuttle(), &ShuttleEngine::changed, this, &CompareBar::showSpeed);
     connect(&compare, &CompareController::syncModeChanged, this, &CompareBar::showEdge);
     connect(&compare, &CompareController::tileSizeChanged, this,
@@ -93,7 +94,8 @@ CompareBar::CompareBar(CompareController& compare, ComparePair& pair, QWidget* p
     connect(&pair, &ComparePair::modeChanged, this, &CompareBar::showMode);
     connect(&pair, &ComparePair::gainChanged, this, &CompareBar::showMode);
     connect(&pair, &ComparePair::pairChanged, this, &CompareBar::showMode);
-    showReady();
+    offerGuides();
+    showTime();
     showSpeed();
     showMode();
     showEdge();
@@ -161,8 +163,11 @@ QWidget* CompareBar::sizes()
     return sizes;
 }
 
-QMenu* CompareBar::guidesMenu()
+/// Those that the pictures of all versions can have.
+void CompareBar::offerGuides()
 {
+    if (QMenu* before = m_guides->menu())
+        before->deleteLater();
     std::vector<PlayedFile> files;
     for (const CompareTile* tile : m_compare.displayTiles())
         files.push_back(tile->file());
@@ -171,7 +176,7 @@ QMenu* CompareBar::guidesMenu()
     connect(menu, &GuidesMenu::chosen, &m_compare, &CompareController::setGuideOptions);
     connect(&m_compare, &CompareController::guidesChanged, menu, mark);
     mark();
-    return menu;
+    m_guides->setMenu(menu);
 }
 
 void CompareBar::setCanEnlarge(bool can)
@@ -201,14 +206,6 @@ void CompareBar::showSpeed()
     const auto label = state.label();
     m_speed->setText(label.value_or(QString()));
     m_speed->setVisible(label.has_value());
-}
-
-void CompareBar::showReady()
-{
-    if (QMenu* before = m_guides->menu())
-        before->deleteLater();
-    m_guides->setMenu(guidesMenu());
-    showTime();
 }
 
 void CompareBar::showMode()

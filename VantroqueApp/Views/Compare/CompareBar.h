@@ -5,7 +5,6 @@
 #include <QWidget>
 
 class QLabel;
-class QMenu;
 class QToolButton;
 
 namespace vantroque {
@@ -39,10 +38,9 @@ private:
     TabSwitch* gains();
     TabSwitch* edges();
     QWidget* sizes();
-    QMenu* guidesMenu();
+    void offerGuides();
     void showTime();
     void showSpeed();
-    void showReady();
     void showMode();
     void showEdge();
 
