@@ -19,6 +19,7 @@ protected:
         drop(files);
         ASSERT_TRUE(soonIdle());
         window().activateWindow();
+        ASSERT_TRUE(soon([this] { return window().isActiveWindow(); })); // for its shortcuts
     }
     ToolButton& button() { return *the<ToolButton>(u"Compare"_s); }
     CompareView* view() { return the<CompareView>(); }
