@@ -96,10 +96,27 @@ TEST_F(CompareTiles, OneThatCannotPlaySaysSo)
     auto& alone = named<QAbstractButton>(u"Play this clip alone, with sound"_s, &tileView(1));
     EXPECT_FALSE(alone.isEnabled());
     EXPECT_EQ(alone.toolTip(), u"Playback isn't available for this format"_s);
+}
+
+TEST_F(CompareTiles, OneWithoutAReadablePictureSaysSo)
+{
+    const auto words = anyFile("words.mov");
+    m_compare = std::make_unique<CompareController>(
+        std::vector<CompareController::Source>{
+            {.file = {.url = words, .video = video(4)}, .name = u"words.mov"_s},
+            {.file = {.url = anyFile("more.mov"), .video = video(4)}, .name = u"more.mov"_s}},
+        PlayerSurroundings{.defaults = m_settings,
+                           .reviews = m_book,
+                           .desktop = m_desktop,
+                           .clock = m_clock,
+                           .speller = m_speller});
+    show();
     EXPECT_TRUE(soon([&] {
-        return tileView(1).message() == u"No picture can be read from this file"_s
-               || tile(1).pictures().shown().has_value();
+        return tileView(0).accessibleDescription() == u"No picture can be read from this file"_s;
     }));
+    EXPECT_EQ(tileView(0).message(), u"No picture can be read from this file"_s);
+    pair().setMode(CompareMode::wipe);
+    EXPECT_EQ(together().message(), u"No picture can be read from words.mov"_s);
 }
 
 TEST_F(CompareTiles, ThatStartLaterSayWhen)

@@ -33,6 +33,8 @@ public:
     virtual bool canPlay(double rate) const = 0;
     /// A picture takes so long to come that whoever walks should wait for it.
     virtual bool isBusy() const { return false; }
+    /// It was tried, and no picture can be read.
+    virtual bool isWithoutPicture() const { return false; }
     /// It is at work on what was aimed at, and has not got it.
     virtual bool isBehind() const { return isBusy(); }
     /// Where the picture was found to end.

@@ -27,8 +27,11 @@ void StillStepper::aim(std::int64_t frame, double)
                                   return png ? QImage::fromData(*png, "PNG") : QImage();
                               }),
                  [this, frame](const QImage& picture) {
+                     m_isWithoutPicture = picture.isNull() && !shown();
                      if (!picture.isNull())
                          show(frame, picture);
+                     else if (m_isWithoutPicture)
+                         Q_EMIT readyChanged();
                  });
 }
 

@@ -21,6 +21,7 @@ public:
 
     void aim(std::int64_t frame, double rate) override;
     bool canPlay(double) const override { return false; }
+    bool isWithoutPicture() const override { return m_isWithoutPicture; }
     bool isBusy() const override { return !m_stills.isIdle(); }
     Sampling sampling(QSize size) const override;
 
@@ -28,6 +29,7 @@ private:
     const std::shared_ptr<const FrameTimes> m_times;
     const int m_width;
     std::optional<std::int64_t> m_asked;
+    bool m_isWithoutPicture = false;
     std::stop_source m_end; ///< Stops ffmpeg.
     LatestOnly m_stills;    ///< Ends first.
 };

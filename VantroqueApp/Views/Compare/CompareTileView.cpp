@@ -56,8 +56,7 @@ void CompareTileView::showLetter()
 
 std::optional<QString> CompareTileView::message() const
 {
-    if (!m_tile.pictures().shown() && m_tile.pictures().areStills()
-        && !m_tile.pictures().source().isBusy())
+    if (m_tile.pictures().source().isWithoutPicture() && !m_tile.pictures().shown())
         return u"No picture can be read from this file"_s;
     return m_compare.startsIn(m_tile);
 }

@@ -128,6 +128,10 @@ QString PairPicture::label() const
 
 std::optional<QString> PairPicture::message() const
 {
+    for (const CompareTile* tile : {m_pair.a(), m_pair.b()})
+        if (tile != nullptr && tile->pictures().source().isWithoutPicture()
+            && !tile->pictures().shown())
+            return u"No picture can be read from %1"_s.arg(tile->name());
     if (m_pair.mode() != CompareMode::difference)
         return std::nullopt;
     if (const CompareTile* tile = m_pair.withoutSamples())
@@ -188,10 +192,10 @@ void PairPicture::paintEvent(QPaintEvent*)
     if (wipe) {
         paintEdge(painter, picture);
         paintLetters(painter, picture);
-        return;
+    } else {
+        const QRectF sign = drawChip(painter, chipRect(picture, label(), false), label());
+        Icons::draw(painter, sign.adjusted(1, 1, -1, -1), u"difference"_s, Theme::dark().text1);
     }
-    const QRectF sign = drawChip(painter, chipRect(picture, label(), false), label());
-    Icons::draw(painter, sign.adjusted(1, 1, -1, -1), u"difference"_s, Theme::dark().text1);
     if (const auto words = message())
         PicturePaint::drawMessage(painter, picture, *words);
 }
