@@ -148,6 +148,10 @@ TEST_F(CompareTiles, GrowBetweenWhatFitsAndTheWholePage)
     size.setFocus();
     key(Qt::Key_PageUp);
     EXPECT_EQ(compare().tileSize(), 0.125) << "as the other keys";
+    click(u"Larger"_s);
+    EXPECT_EQ(compare().tileSize(), 0.25);
+    click(u"Smaller"_s);
+    EXPECT_EQ(compare().tileSize(), 0.125);
     key(Qt::Key_0, Qt::ControlModifier);
     EXPECT_EQ(compare().tileSize(), 0);
 }

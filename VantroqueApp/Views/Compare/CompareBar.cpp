@@ -7,7 +7,6 @@
 #include "VantroqueApp/Views/Player/PlayButton.h"
 #include "VantroqueApp/Views/Player/PlayerMenus.h"
 #include "VantroqueApp/Views/Player/TimecodeField.h"
-#include "VantroqueApp/Views/Style/Icons.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
 #include <QHBoxLayout>
@@ -23,15 +22,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int sizeSteps = 1000; ///< Of the line on which the size of tiles is chosen.
-
-QLabel* sign(const QString& icon, QWidget* parent)
-{
-    constexpr int side = 16;
-    auto* label = new QLabel(parent);
-    label->setFixedSize(side, side);
-    label->setPixmap(Icons::tool(icon, &Theme::text2).pixmap(side, side));
-    return label;
-}
 
 } // namespace
 
@@ -146,18 +136,22 @@ QWidget* CompareBar::sizes()
     constexpr int wide = 106;
     constexpr int step = 125; // as the keys
     auto* sizes = new QWidget(this);
+    auto* smaller = IconButton::make(u"small"_s, u"Smaller"_s, u"Smaller tiles"_s, sizes);
     m_size = new Scrubber(u"Tile size"_s, sizes);
+    auto* larger = IconButton::make(u"big"_s, u"Larger"_s, u"Larger tiles"_s, sizes);
     auto* layout = new QHBoxLayout(sizes);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(8);
+    layout->setSpacing(4);
     m_size->setFixedWidth(wide);
     m_size->setMaximum(sizeSteps);
     m_size->setSingleStep(step);
     m_size->setPageStep(step);
     m_size->setToolTip(u"Tile size  (Command-plus, Command-minus, Command-0 to fit)"_s);
-    layout->addWidget(sign(u"small"_s, sizes));
+    layout->addWidget(smaller);
     layout->addWidget(m_size);
-    layout->addWidget(sign(u"big"_s, sizes));
+    layout->addWidget(larger);
+    connect(smaller, &QToolButton::clicked, this, [this] { m_compare.zoom(ZoomCommand::zoomOut); });
+    connect(larger, &QToolButton::clicked, this, [this] { m_compare.zoom(ZoomCommand::zoomIn); });
     connect(m_size, &Scrubber::scrubbed, this,
             [this](int size) { m_compare.setTileSize(static_cast<double>(size) / sizeSteps); });
     return sizes;
@@ -181,7 +175,7 @@ void CompareBar::offerGuides()
 
 void CompareBar::setCanEnlarge(bool can)
 {
-    m_size->setEnabled(can);
+    m_sizes->setEnabled(can);
 }
 
 Timecode CompareBar::timecode() const

@@ -57,7 +57,7 @@ private:
     TabSwitch* m_gains;
     TabSwitch* m_edges;
     Scrubber* m_size = nullptr;
-    QWidget* m_sizes; ///< With its signs.
+    QWidget* m_sizes; ///< With a button at each end.
 };
 
 } // namespace vantroque

@@ -6,8 +6,6 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
-#include <algorithm>
-
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
@@ -40,13 +38,6 @@ QPushButton* TabSwitch::add(const QString& icon, const QString& name, const QStr
     m_layout->addWidget(button);
     m_tabs.push_back({.button = button, .name = name, .hasIcon = !icon.isEmpty()});
     return button;
-}
-
-int TabSwitch::chosen() const
-{
-    const auto found =
-        std::ranges::find_if(m_tabs, [](const Tab& tab) { return tab.button->isChecked(); });
-    return static_cast<int>(found - m_tabs.begin());
 }
 
 void TabSwitch::choose(int tab)

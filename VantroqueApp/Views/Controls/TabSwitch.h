@@ -20,7 +20,6 @@ public:
 
     /// One more tab, with an icon or, where that is empty, with words alone.
     QPushButton* add(const QString& icon, const QString& name, const QString& help);
-    int chosen() const;
     void choose(int tab);
     /// Whether that one can be chosen, and what it is for, or why not.
     void offer(int tab, bool can, const QString& help);
