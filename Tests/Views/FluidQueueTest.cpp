@@ -58,7 +58,7 @@ protected:
     Watchdog m_dog;
 };
 
-TEST_F(FluidQueue, FiltersSortsSelectsRemovesBringsBackAndScrollsWithinAFrame)
+TEST_F(FluidQueue, FiltersSortsSelectsRemovesBringsBackAndScrollsWithoutBlocking)
 {
     openQueue();
     for (const FileFilter filter : {FileFilter::failed, FileFilter::warned, FileFilter::all}) {

@@ -45,7 +45,6 @@ void CompareGrid::fill()
         tile->show();
 }
 
-/// A page that scrolls needs the room of its bar beside it.
 void CompareGrid::place()
 {
     std::vector<CompareLayout::Item> items;
