@@ -28,6 +28,11 @@ function(vantroque_kit name)
     add_library(Vantroque${name} STATIC ${KIT_SOURCES})
     target_include_directories(Vantroque${name} PUBLIC ${CMAKE_SOURCE_DIR}/VantroqueKit)
     target_link_libraries(Vantroque${name} PUBLIC ${KIT_USES} PRIVATE vantroque_compile)
-    target_precompile_headers(Vantroque${name} PRIVATE
-        <QJsonArray> <QJsonObject> <QString> <QStringList> <algorithm> <optional> <vector>)
+    if(name STREQUAL "Base")
+        target_precompile_headers(VantroqueBase PRIVATE
+            <QDateTime> <QJsonArray> <QJsonObject> <QString> <QStringList> <algorithm> <filesystem>
+            <optional> <vector>)
+    else()
+        target_precompile_headers(Vantroque${name} REUSE_FROM VantroqueBase)
+    endif()
 endfunction()

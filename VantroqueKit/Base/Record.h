@@ -54,11 +54,13 @@ concept NamedEnum = requires(T value)
 
 #define VANTROQUE_MEMBER(Type, name) ::vantroque::member(#name, &Type::name)
 
-/// Stands last inside a record: `VANTROQUE_RECORD(CropRect, width, height, x, y)`.
+/// Stands last inside a record: `VANTROQUE_RECORD(CropRect, width, height, x, y)`. The list is a
+/// template so that only whoever codes a record pays for compiling it.
 #define VANTROQUE_RECORD(Type, ...)                                                                \
+    template<typename Self = Type>                                                                 \
     static constexpr auto members()                                                                \
     {                                                                                              \
-        return std::make_tuple(VANTROQUE_FOR_EACH(VANTROQUE_MEMBER, Type, __VA_ARGS__));           \
+        return std::make_tuple(VANTROQUE_FOR_EACH(VANTROQUE_MEMBER, Self, __VA_ARGS__));           \
     }                                                                                              \
     bool operator==(const Type&) const = default;
 

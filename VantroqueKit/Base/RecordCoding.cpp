@@ -34,6 +34,28 @@ tl::unexpected<CodingError> wrongType(const char* expected, const QJsonValue& fo
                        .arg(QLatin1String(expected), QLatin1String(typeName(found))));
 }
 
+bool put(Coded<QJsonValue> value, std::string_view name, QJsonObject& object, Coded<void>& outcome)
+{
+    if (value)
+        object.insert(key(name), *value);
+    else
+        outcome = tl::unexpected(value.error().within(QLatin1Char('.') + key(name)));
+    return value.has_value();
+}
+
+bool take(Coded<void> member, std::string_view name, Coded<void>& outcome)
+{
+    if (!member)
+        outcome = tl::unexpected(member.error().within(QLatin1Char('.') + key(name)));
+    return member.has_value();
+}
+
+bool missing(std::string_view name, Coded<void>& outcome)
+{
+    outcome = tl::unexpected(CodingError{QLatin1Char('.') + key(name), QStringLiteral("missing")});
+    return false;
+}
+
 Coded<bool> decodeBool(const QJsonValue& json)
 {
     if (!json.isBool())

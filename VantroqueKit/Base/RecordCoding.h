@@ -63,8 +63,16 @@ Coded<QJsonValue> encodeNumber(float value);
 
 template<typename T>
 Coded<QJsonValue> encode(const T& value);
+/// Into a value that is as it was made.
 template<typename T>
-Coded<T> decode(const QJsonValue& json);
+Coded<void> decodeInto(const QJsonValue& json, T& target);
+template<typename T>
+Coded<T> decode(const QJsonValue& json)
+{
+    T value{};
+    TRY(decodeInto(json, value));
+    return value;
+}
 
 /// A leaf that reads itself from any JSON value.
 template<typename T>
@@ -111,52 +119,41 @@ inline QString indexPath(qsizetype index)
     return QLatin1Char('[') + QString::number(index) + QLatin1Char(']');
 }
 
-template<typename Record, typename Value>
-Coded<void> encodeMember(const Record& record, const Member<Record, Value>& member,
-                         QJsonObject& object)
+/// What becomes of one member: false, and why in `outcome`, when it fails. Not one of the values that
+/// could fail, since records have hundreds of members and each of those would be code.
+bool put(Coded<QJsonValue> value, std::string_view name, QJsonObject& object, Coded<void>& outcome);
+bool take(Coded<void> member, std::string_view name, Coded<void>& outcome);
+bool missing(std::string_view name, Coded<void>& outcome);
+
+template<typename Value>
+bool encodeMember(const Value& value, std::string_view name, QJsonObject& object,
+                  Coded<void>& outcome)
 {
-    const Value& value = record.*member.pointer;
-    const auto put = [&](const auto& present) -> Coded<void> {
-        auto json = encode(present);
-        if (!json)
-            return tl::unexpected(json.error().within(QLatin1Char('.') + key(member.name)));
-        object.insert(key(member.name), *json);
-        return {};
-    };
     if constexpr (isOptional<Value> || isShared<Value>)
-        return value ? put(*value) : Coded<void>{};
+        return !value || put(encode(*value), name, object, outcome);
     else
-        return put(value);
+        return put(encode(value), name, object, outcome);
 }
 
-template<typename Record, typename Value>
-Coded<void> decodeMember(Record& record, const Member<Record, Value>& member,
-                         const QJsonObject& object)
+template<typename Value>
+bool decodeMember(Value& target, std::string_view name, const QJsonObject& object,
+                  Coded<void>& outcome)
 {
-    const QJsonValue json = object.value(latin(member.name));
-    const auto take = [&]<typename T>(T& target) -> Coded<void> {
-        auto decoded = decode<T>(json);
-        if (!decoded)
-            return tl::unexpected(decoded.error().within(QLatin1Char('.') + key(member.name)));
-        target = *std::move(decoded);
-        return {};
-    };
-    Value& target = record.*member.pointer;
+    const QJsonValue json = object.value(latin(name));
     if constexpr (isOptional<Value> || isShared<Value>) {
         if (json.isUndefined() || json.isNull())
-            return {};
+            return true;
     }
     if constexpr (isOptional<Value>) {
-        return take(target.emplace());
+        return take(decodeInto(json, target.emplace()), name, outcome);
     } else if constexpr (isShared<Value>) {
         auto value = std::make_shared<std::remove_const_t<typename Value::element_type>>();
         target = value;
-        return take(*value);
+        return take(decodeInto(json, *value), name, outcome);
     } else {
         if (json.isUndefined())
-            return tl::unexpected(
-                CodingError{QLatin1Char('.') + key(member.name), QStringLiteral("missing")});
-        return take(target);
+            return missing(name, outcome);
+        return take(decodeInto(json, target), name, outcome);
     }
 }
 
@@ -174,21 +171,21 @@ Coded<QJsonValue> encodeList(const T& list)
 }
 
 template<typename T>
-Coded<std::vector<T>> decodeList(const QJsonValue& json)
+Coded<void> decodeList(const QJsonValue& json, std::vector<T>& list)
 {
     if (!json.isArray())
         return wrongType("a list", json);
     const QJsonArray array = json.toArray();
-    std::vector<T> list;
     list.reserve(static_cast<std::size_t>(array.size()));
     for (const QJsonValue& element : array) {
-        auto decoded = decode<T>(element);
+        T value{};
+        auto decoded = decodeInto(element, value);
         if (!decoded)
             return tl::unexpected(
                 decoded.error().within(indexPath(static_cast<qsizetype>(list.size()))));
-        list.push_back(*std::move(decoded));
+        list.push_back(std::move(value));
     }
-    return list;
+    return {};
 }
 
 template<typename T>
@@ -229,7 +226,7 @@ Coded<QJsonValue> encode(const T& value)
             [&](const auto&... member) {
                 // Short-circuits at the first member that has no JSON form.
                 static_cast<void>(
-                    ((outcome = encodeMember(value, member, object)).has_value() && ...));
+                    (encodeMember(value.*member.pointer, member.name, object, outcome) && ...));
             },
             T::members());
         if (!outcome)
@@ -239,67 +236,62 @@ Coded<QJsonValue> encode(const T& value)
 }
 
 template<typename T>
-Coded<T> decode(const QJsonValue& json)
+Coded<void> decodeInto(const QJsonValue& json, T& target)
 {
     if constexpr (ReadsItself<T>) {
-        return T::fromJson(json);
+        target = T::fromJson(json);
     } else if constexpr (std::same_as<T, bool>) {
-        return decodeBool(json);
+        target = TRY(decodeBool(json));
     } else if constexpr (std::same_as<T, QString>) {
-        return decodeText(json);
+        target = TRY(decodeText(json));
     } else if constexpr (std::integral<T>) {
         using Limits = std::numeric_limits<T>;
-        return static_cast<T>(TRY(decodeInteger(json, Limits::min(), Limits::max())));
+        target = static_cast<T>(TRY(decodeInteger(json, Limits::min(), Limits::max())));
     } else if constexpr (std::floating_point<T>) {
-        const auto number = static_cast<T>(TRY(decodeNumber(json)));
-        if (!std::isfinite(number))
+        target = static_cast<T>(TRY(decodeNumber(json)));
+        if (!std::isfinite(target))
             return tl::unexpected(CodingError{{}, QStringLiteral("out of range")});
-        return number;
     } else if constexpr (std::same_as<T, FileUrl>) {
-        return decodeFileUrl(json);
+        target = TRY(decodeFileUrl(json));
     } else if constexpr (std::same_as<T, QDateTime>) {
-        return decodeDate(json);
+        target = TRY(decodeDate(json));
     } else if constexpr (std::same_as<T, QUuid>) {
-        return decodeUuid(json);
+        target = TRY(decodeUuid(json));
     } else if constexpr (NamedEnum<T>) {
         static constexpr auto names = enumNames(T{});
-        return static_cast<T>(TRY(decodeCase(json, names.data(), names.size())));
+        target = static_cast<T>(TRY(decodeCase(json, names.data(), names.size())));
     } else if constexpr (isList<T>) {
-        return decodeList<typename T::value_type>(json);
+        return decodeList(json, target);
     } else if constexpr (isPair<T>) {
-        auto bounds = TRY(decodeList<typename T::first_type>(json));
+        std::vector<typename T::first_type> bounds;
+        TRY(decodeList(json, bounds));
         if (bounds.size() != 2)
             return tl::unexpected(CodingError{{}, QStringLiteral("expected two elements")});
-        return T{bounds[0], bounds[1]};
+        target = T{bounds[0], bounds[1]};
     } else if constexpr (isMap<T>) {
         if (!json.isObject())
             return wrongType("an object", json);
         const QJsonObject object = json.toObject();
-        T map;
         for (auto entry = object.begin(); entry != object.end(); ++entry) {
-            auto decoded = decode<typename T::mapped_type>(entry.value());
+            auto decoded = decodeInto(entry.value(), target[entry.key()]);
             if (!decoded)
                 return tl::unexpected(decoded.error().within(QLatin1Char('.') + entry.key()));
-            map.emplace(entry.key(), *std::move(decoded));
         }
-        return map;
     } else {
         static_assert(RecordType<T>, "not a record, and no leaf that records may hold");
         if (!json.isObject())
             return wrongType("an object", json);
         const QJsonObject object = json.toObject();
-        T record{};
         Coded<void> outcome;
         std::apply(
             [&](const auto&... member) {
                 static_cast<void>(
-                    ((outcome = decodeMember(record, member, object)).has_value() && ...));
+                    (decodeMember(target.*member.pointer, member.name, object, outcome) && ...));
             },
             T::members());
-        if (!outcome)
-            return tl::unexpected(outcome.error());
-        return record;
+        return outcome;
     }
+    return {};
 }
 
 } // namespace RecordCoding
