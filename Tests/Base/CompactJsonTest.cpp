@@ -56,6 +56,11 @@ QString problem(const T& record)
     return text ? u"none"_s : Error(text.error()).description;
 }
 
+struct Mapped {
+    std::map<QString, double> values;
+    VANTROQUE_RECORD(Mapped, values)
+};
+
 TEST(CompactJson, HasNoBlanksAndItsKeysInOrder)
 {
     EXPECT_EQ(printed(Inner{1.5, u"x y"_s}), R"({"alpha":"x y","zed":1.5})");
@@ -97,10 +102,6 @@ TEST(CompactJson, WhatHasNoJsonFormFailsWithItsPath)
     sample = {};
     sample.date = QDateTime();
     EXPECT_EQ(problem(sample), u".date: not a date"_s);
-    struct Mapped {
-        std::map<QString, double> values;
-        VANTROQUE_RECORD(Mapped, values)
-    };
     EXPECT_EQ(problem(Mapped{{{u"y"_s, infinity}}}), u".values.y: not a finite number"_s);
 }
 
