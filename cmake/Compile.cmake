@@ -22,6 +22,16 @@ if(VANTROQUE_SANITIZE)
     target_link_options(vantroque_compile INTERFACE -fsanitize=${VANTROQUE_SANITIZE})
 endif()
 
+# What is precompiled: what nearly every file includes, and the records, which nearly every file above
+# them does. A file still includes what it uses.
+set(vantroque_common_headers
+    <QDateTime> <QJsonArray> <QJsonObject> <QString> <QStringList> <algorithm> <filesystem>
+    <optional> <vector>)
+set(vantroque_record_headers
+    ${CMAKE_SOURCE_DIR}/VantroqueKit/Records/MediaInfo.h
+    ${CMAKE_SOURCE_DIR}/VantroqueKit/Records/Profile.h
+    ${CMAKE_SOURCE_DIR}/VantroqueKit/Records/Report.h)
+
 # vantroque_kit(NAME SOURCES... USES targets...): one folder of the kit, one library, one floor.
 function(vantroque_kit name)
     cmake_parse_arguments(PARSE_ARGV 1 KIT "" "" "SOURCES;USES")
@@ -29,10 +39,11 @@ function(vantroque_kit name)
     target_include_directories(Vantroque${name} PUBLIC ${CMAKE_SOURCE_DIR}/VantroqueKit)
     target_link_libraries(Vantroque${name} PUBLIC ${KIT_USES} PRIVATE vantroque_compile)
     if(name STREQUAL "Base")
-        target_precompile_headers(VantroqueBase PRIVATE
-            <QDateTime> <QJsonArray> <QJsonObject> <QString> <QStringList> <algorithm> <filesystem>
-            <optional> <vector>)
+        target_precompile_headers(VantroqueBase PRIVATE ${vantroque_common_headers})
+    elseif(name STREQUAL "Records")
+        target_precompile_headers(VantroqueRecords PRIVATE
+            ${vantroque_common_headers} ${vantroque_record_headers})
     else()
-        target_precompile_headers(Vantroque${name} REUSE_FROM VantroqueBase)
+        target_precompile_headers(Vantroque${name} REUSE_FROM VantroqueRecords)
     endif()
 endfunction()

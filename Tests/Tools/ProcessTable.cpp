@@ -6,6 +6,7 @@
 
 #include <QList>
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
@@ -33,10 +34,11 @@ QByteArray processFile(pid_t process, const std::string& name)
 {
     const fs::path path = "/proc/" + QByteArray::number(process).toStdString() + '/' + name;
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    QByteArray bytes(65536, Qt::Uninitialized);
+    QByteArray bytes;
+    std::array<char, 65536> part{};
     // Fails when the process ends meanwhile.
-    const ssize_t count = ::read(file.get(), bytes.data(), static_cast<std::size_t>(bytes.size()));
-    bytes.truncate(qMax<ssize_t>(count, 0));
+    for (ssize_t count = 0; (count = ::read(file.get(), part.data(), part.size())) > 0;)
+        bytes.append(part.data(), count);
     return bytes;
 }
 

@@ -63,7 +63,7 @@ Coded<QJsonValue> encodeNumber(float value);
 
 template<typename T>
 Coded<QJsonValue> encode(const T& value);
-/// Into a value that is as it was made.
+/// Takes the place of `target`; after a failure of all, or a part, of it.
 template<typename T>
 Coded<void> decodeInto(const QJsonValue& json, T& target);
 template<typename T>
@@ -119,8 +119,8 @@ inline QString indexPath(qsizetype index)
     return QLatin1Char('[') + QString::number(index) + QLatin1Char(']');
 }
 
-/// What becomes of one member: false, and why in `outcome`, when it fails. Not one of the values that
-/// could fail, since records have hundreds of members and each of those would be code.
+/// What becomes of one member: false, and why in `outcome`, when it fails. Not one of the values
+/// that could fail, since records have hundreds of members and each of those would be code.
 bool put(Coded<QJsonValue> value, std::string_view name, QJsonObject& object, Coded<void>& outcome);
 bool take(Coded<void> member, std::string_view name, Coded<void>& outcome);
 bool missing(std::string_view name, Coded<void>& outcome);
@@ -176,6 +176,7 @@ Coded<void> decodeList(const QJsonValue& json, std::vector<T>& list)
     if (!json.isArray())
         return wrongType("a list", json);
     const QJsonArray array = json.toArray();
+    list.clear(); // a record may begin with some
     list.reserve(static_cast<std::size_t>(array.size()));
     for (const QJsonValue& element : array) {
         T value{};
@@ -272,6 +273,7 @@ Coded<void> decodeInto(const QJsonValue& json, T& target)
         if (!json.isObject())
             return wrongType("an object", json);
         const QJsonObject object = json.toObject();
+        target.clear();
         for (auto entry = object.begin(); entry != object.end(); ++entry) {
             auto decoded = decodeInto(entry.value(), target[entry.key()]);
             if (!decoded)
