@@ -15,6 +15,22 @@ qsizetype extensionDot(const QString& name)
 
 } // namespace
 
+FileUrl::FileUrl(std::filesystem::path absolute)
+    : m_path(std::make_shared<const std::filesystem::path>(std::move(absolute)))
+{
+}
+
+const std::filesystem::path& FileUrl::path() const
+{
+    static const std::filesystem::path none;
+    return m_path ? *m_path : none;
+}
+
+bool FileUrl::operator==(const FileUrl& other) const
+{
+    return m_path == other.m_path || path() == other.path();
+}
+
 FileUrl FileUrl::fromPath(const std::filesystem::path& path)
 {
     std::error_code error;
@@ -40,17 +56,17 @@ std::optional<FileUrl> FileUrl::fromString(const QString& text)
 QString FileUrl::toString() const
 {
     return scheme
-           + QString::fromLatin1(QByteArray::fromStdString(m_path.native()).toPercentEncoding("/"));
+           + QString::fromLatin1(QByteArray::fromStdString(path().native()).toPercentEncoding("/"));
 }
 
 QString FileUrl::displayPath() const
 {
-    return QString::fromStdString(m_path.native());
+    return QString::fromStdString(path().native());
 }
 
 QString FileUrl::fileName() const
 {
-    return QString::fromStdString(m_path.filename().native());
+    return QString::fromStdString(path().filename().native());
 }
 
 QString FileUrl::extension() const

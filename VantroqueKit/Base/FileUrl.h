@@ -4,12 +4,14 @@
 #include <QString>
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 
 namespace vantroque {
 
 /// The absolute place of a file on this machine. Keeps the name's bytes as the file system has
-/// them, so that a name that is not valid UTF-8 can be opened, handed to a tool and stored.
+/// them, so that a name that is not valid UTF-8 can be opened, handed to a tool and stored. A copy
+/// is cheap: lists of thousands of files are copied.
 class FileUrl {
 public:
     FileUrl() = default;
@@ -21,7 +23,7 @@ public:
     static std::optional<FileUrl> fromString(const QString& text);
     QString toString() const;
 
-    const std::filesystem::path& path() const { return m_path; }
+    const std::filesystem::path& path() const;
     /// The path and its last component for people: invalid bytes become U+FFFD.
     QString displayPath() const;
     QString fileName() const;
@@ -30,12 +32,12 @@ public:
     QString extension() const;
     QString stem() const;
 
-    bool operator==(const FileUrl&) const = default;
+    bool operator==(const FileUrl& other) const;
 
 private:
-    explicit FileUrl(std::filesystem::path absolute) : m_path(std::move(absolute)) {}
+    explicit FileUrl(std::filesystem::path absolute);
 
-    std::filesystem::path m_path;
+    std::shared_ptr<const std::filesystem::path> m_path; ///< Null for the empty one.
 };
 
 } // namespace vantroque

@@ -31,6 +31,7 @@ FileListView::FileListView(FileList& list, const AnalysisQueue& queue, QWidget* 
     connect(delegate, &FileRowDelegate::removeRequested, this, &FileListView::remove);
     connect(m_files, &FileListModel::followed, this, [this] {
         fitRows();
+        m_shown.reset(); // of rows that were elsewhere
         showSelection();
         tellVisible();
     });
@@ -141,6 +142,7 @@ void FileListView::takeSelection()
     else if (!selection.ids.empty())
         selection.lead = *selection.ids.begin();
     const QScopedValueRollback showing(m_isShowing, true); // as it is
+    m_shown = selection;
     m_list.select(std::move(selection));
 }
 
@@ -181,7 +183,7 @@ void FileListView::tellVisible()
 
 void FileListView::showSelection()
 {
-    if (m_isShowing || m_files->isFollowing())
+    if (m_isShowing || m_files->isFollowing() || m_shown == m_list.selection())
         return;
     const QScopedValueRollback showing(m_isShowing, true);
     QItemSelection selection;
@@ -196,6 +198,7 @@ void FileListView::showSelection()
             selection.append(QItemSelectionRange(index));
     }
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    m_shown = m_list.selection();
     const QModelIndex lead = m_files->indexOf(m_list.selectedAnalysisID());
     if (lead != currentIndex())
         selectionModel()->setCurrentIndex(lead, QItemSelectionModel::NoUpdate);

@@ -4,6 +4,8 @@
 
 #include <QListView>
 
+#include <optional>
+
 namespace vantroque {
 
 /// The files. As high as its rows where there is room, and tells the list which are in sight and
@@ -41,7 +43,8 @@ private:
 
     FileList& m_list;
     FileListModel* m_files;
-    bool m_isShowing = true; ///< The list's selection, and nobody has chosen anything.
+    std::optional<FileSelection> m_shown; ///< What the rows show, while they stay.
+    bool m_isShowing = true;              ///< The list's selection, and nobody has chosen anything.
 };
 
 } // namespace vantroque
