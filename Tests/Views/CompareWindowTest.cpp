@@ -77,6 +77,16 @@ TEST_F(CompareWindow, AReportsDeskLeadsBackToo)
     EXPECT_TRUE(the<FileListView>()->isVisible());
 }
 
+TEST_F(CompareWindow, AKeyOfTheViewMenuComparesAndLeadsBack)
+{
+    openWith(2);
+    QTest::keyClick(&window(), Qt::Key_F4);
+    ASSERT_NE(view(), nullptr);
+    QTest::keyClick(&window(), Qt::Key_F4);
+    ASSERT_TRUE(soonLeft());
+    EXPECT_TRUE(the<FileListView>()->isVisible());
+}
+
 TEST_F(CompareWindow, ADroppedFileJoins)
 {
     openWith(2);

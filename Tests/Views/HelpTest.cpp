@@ -67,6 +67,8 @@ TEST_F(Help, WithoutABrowserOpensInAWindowOfItsOwn)
     EXPECT_TRUE(page()->toPlainText().contains(u"What a Verdict Means"_s));
     choose(u"Keys"_s);
     EXPECT_TRUE(soon([&] { return page()->toPlainText().contains(u"In the player"_s); }));
+    choose(u"How to Compare Versions"_s);
+    EXPECT_TRUE(soon([&] { return page()->toPlainText().contains(u"Where they differ"_s); }));
     page()->activateWindow();
     ASSERT_TRUE(soon([&] { return page()->isActiveWindow(); }));
     QTest::keyClick(page(), Qt::Key_Escape);

@@ -20,6 +20,13 @@ TabSwitch::TabSwitch(const QString& accessibleName, QWidget* parent)
     m_layout->setSpacing(0);
 }
 
+TabSwitch::TabSwitch(const QString& accessibleName, const QStringList& tabs, QWidget* parent)
+    : TabSwitch(accessibleName, parent)
+{
+    for (const QString& name : tabs)
+        add({}, name, {});
+}
+
 QPushButton* TabSwitch::add(const QString& icon, const QString& name, const QString& help)
 {
     auto* button = new QPushButton(name, this);
@@ -40,9 +47,23 @@ QPushButton* TabSwitch::add(const QString& icon, const QString& name, const QStr
     return button;
 }
 
+void TabSwitch::rename(int tab, const QString& name)
+{
+    Tab& renamed = m_tabs.at(static_cast<std::size_t>(tab));
+    if (!renamed.hasIcon || renamed.button->text() == renamed.name)
+        renamed.button->setText(name);
+    renamed.button->setAccessibleName(name);
+    renamed.name = name;
+}
+
 void TabSwitch::choose(int tab)
 {
     m_tabs.at(static_cast<std::size_t>(tab)).button->setChecked(true);
+}
+
+bool TabSwitch::isChosen(int tab) const
+{
+    return m_tabs.at(static_cast<std::size_t>(tab)).button->isChecked();
 }
 
 void TabSwitch::offer(int tab, bool can, const QString& help)

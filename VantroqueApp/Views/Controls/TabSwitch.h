@@ -17,10 +17,14 @@ class TabSwitch : public QFrame {
 
 public:
     explicit TabSwitch(const QString& accessibleName, QWidget* parent = nullptr);
+    /// Of words alone, and without help until it is offered.
+    TabSwitch(const QString& accessibleName, const QStringList& tabs, QWidget* parent = nullptr);
 
     /// One more tab, with an icon or, where that is empty, with words alone.
     QPushButton* add(const QString& icon, const QString& name, const QString& help);
+    void rename(int tab, const QString& name);
     void choose(int tab);
+    bool isChosen(int tab) const;
     /// Whether that one can be chosen, and what it is for, or why not.
     void offer(int tab, bool can, const QString& help);
     /// Icons alone, for want of room; the name is then in the help.

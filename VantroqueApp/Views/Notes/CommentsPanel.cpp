@@ -1,8 +1,8 @@
 #include "VantroqueApp/Views/Notes/CommentsPanel.h"
 
+#include "VantroqueApp/Views/Controls/TabSwitch.h"
 #include "VantroqueApp/Views/Notes/NoteComposer.h"
 #include "VantroqueApp/Views/Notes/NoteField.h"
-#include "VantroqueApp/Views/Notes/NoteTabs.h"
 #include "VantroqueApp/Views/Notes/SignOffLine.h"
 #include "VantroqueApp/Views/Notes/TimedList.h"
 #include "VantroqueApp/Views/Style/Type.h"
@@ -19,6 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int notesTab = 0;
+constexpr int detectedTab = 1;
 constexpr int side = 16;
 constexpr int bleed = 8; ///< By which rows reach beyond the words above them.
 constexpr int leastHeight = 128;
@@ -39,6 +41,11 @@ TimedRow rowOf(const ReviewComment& comment)
             .help = helpOf(comment),
             .hasDrawing = !comment.strokes.empty(),
             .canBeDeleted = true};
+}
+
+QString countedName(int tab, int count)
+{
+    return (tab == notesTab ? u"Notes %1"_s : u"Detected %1"_s).arg(count);
 }
 
 QWidget* emptyPage(const QString& title, const QString& hint, QWidget* parent)
@@ -64,7 +71,8 @@ CommentsPanel::CommentsPanel(PlayerController& player, const NoteAuthor& author,
       m_player(player),
       m_author(author),
       m_heading(Type::label(u"Comments"_s, Type::heading, QFont::DemiBold, Type::Ink::text1, this)),
-      m_tabs(new NoteTabs(this)),
+      m_tabs(
+          new TabSwitch(u"Shown"_s, {countedName(notesTab, 0), countedName(detectedTab, 0)}, this)),
       m_signOff(new SignOffLine(this)),
       m_top(new QGridLayout),
       m_pages(new QStackedWidget(this)),
@@ -75,6 +83,7 @@ CommentsPanel::CommentsPanel(PlayerController& player, const NoteAuthor& author,
       m_composer(new NoteComposer(player.notebook(), this))
 {
     setAccessibleName(m_heading->text());
+    m_tabs->choose(notesTab);
     layOut();
     arrange();
     connectPlayer();
@@ -125,14 +134,17 @@ void CommentsPanel::connectPlayer()
 
 void CommentsPanel::connectParts()
 {
-    connect(m_tabs, &NoteTabs::changed, this, &CommentsPanel::showPage);
+    connect(m_tabs, &TabSwitch::pressed, this, &CommentsPanel::showPage);
     connect(m_signOff, &SignOffLine::decided, this,
             [this](const auto& decision) { m_player.setSignOff(decision); });
     connect(m_notes, &TimedList::chosen, this, &CommentsPanel::goToNote);
     connect(m_notes, &TimedList::deleteRequested, this,
             [this](const QString& key) { m_player.removeComment(QUuid(key)); });
     connect(m_detected, &TimedList::chosen, this, &CommentsPanel::goToEvent);
-    connect(m_composer, &NoteComposer::begun, this, [this] { m_tabs->showDetected(false); });
+    connect(m_composer, &NoteComposer::begun, this, [this] {
+        m_tabs->choose(notesTab);
+        showPage();
+    });
     connect(m_composer, &NoteComposer::saveRequested, this,
             [this] { m_player.saveComment(m_author.name()); });
     // The keyboard leaves the field, so that the next key can be one of transport.
@@ -209,14 +221,15 @@ void CommentsPanel::showSelected()
     const auto& note = m_player.focus().selectedCommentID();
     m_notes->setSelected(note ? std::optional(note->toString()) : std::nullopt);
     m_detected->setSelected(m_player.focus().selectedEventID());
-    m_tabs->setCounts(m_notes->rows().rowCount(), m_detected->rows().rowCount());
+    m_tabs->rename(notesTab, countedName(notesTab, m_notes->rows().rowCount()));
+    m_tabs->rename(detectedTab, countedName(detectedTab, m_detected->rows().rowCount()));
     showPage();
 }
 
 void CommentsPanel::showPage()
 {
     QWidget* page = m_notes;
-    if (m_tabs->showsDetected())
+    if (m_tabs->isChosen(detectedTab))
         page = m_detected->rows().rowCount() > 0 ? m_detected : m_nothingDetected;
     else if (m_notes->rows().rowCount() == 0)
         page = m_noNotes;

@@ -12,8 +12,8 @@ class QStackedWidget;
 namespace vantroque {
 
 class NoteComposer;
-class NoteTabs;
 class SignOffLine;
+class TabSwitch;
 class TimedList;
 
 /// What there is to say of the open file: the decision on it, the operator's notes and the findings
@@ -48,7 +48,7 @@ private:
     PlayerController& m_player;
     const NoteAuthor& m_author;
     QLabel* m_heading;
-    NoteTabs* m_tabs;
+    TabSwitch* m_tabs; ///< The notes, or what the check detected, each with its count.
     SignOffLine* m_signOff;
     QGridLayout* m_top;
     QStackedWidget* m_pages;

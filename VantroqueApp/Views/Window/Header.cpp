@@ -2,10 +2,10 @@
 
 #include "Check/TextRenderer.h"
 #include "VantroqueApp/Views/Controls/MenuHeading.h"
+#include "VantroqueApp/Views/Controls/TabSwitch.h"
 #include "VantroqueApp/Views/Controls/ToolButton.h"
 #include "VantroqueApp/Views/Player/TransportKeys.h"
 #include "VantroqueApp/Views/Profiles/ProfilesPanel.h"
-#include "VantroqueApp/Views/Window/DeskSwitch.h"
 #include "VantroqueApp/Views/Window/HelpReader.h"
 
 #include <QActionGroup>
@@ -24,6 +24,14 @@ namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// The tabs of the desks.
+constexpr int reportTab = 0;
+constexpr int reviewTab = 1;
+
+} // namespace
+
 Header::Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
                AppearanceChoice& appearance, Exports& exports, QWidget* parent)
     : QWidget(parent),
@@ -32,7 +40,7 @@ Header::Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
       m_sets(sets),
       m_appearance(appearance),
       m_exports(exports),
-      m_desk(new DeskSwitch(this)),
+      m_desk(new TabSwitch(u"Desk"_s, {u"Report"_s, u"Review"_s}, this)),
       m_add(new ToolButton(u"plus"_s, u"Add File"_s, this)),
       m_compare(new ToolButton(u"compare"_s, u"Compare"_s, this)),
       m_leave(new ToolButton(u"x"_s, {}, this)),
@@ -62,7 +70,8 @@ Header::Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
     layout->addWidget(m_export);
     layout->addWidget(m_leave);
 
-    connect(m_desk, &DeskSwitch::chosen, this, &Header::deskChosen);
+    connect(m_desk, &TabSwitch::pressed, this,
+            [this](int tab) { Q_EMIT deskChosen(tab == reviewTab); });
     m_add->setToolTip(u"Choose video files to check"_s);
     connect(m_add, &QToolButton::clicked, this, &Header::addPressed);
     connect(m_compare, &QToolButton::clicked, this, &Header::comparePressed);
@@ -87,6 +96,7 @@ Header::Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
     connect(&exports, &Exports::pdfProgressChanged, this, &Header::showPrinting);
     refresh();
     showPrinting();
+    showDesk(false, false);
     showCompare(false, false);
 }
 
@@ -146,14 +156,20 @@ void Header::addDesks(QMenu& view)
     };
     m_reportDesk = add(u"Report"_s, Qt::Key_F2, false);
     m_reviewDesk = add(u"Review"_s, Qt::Key_F3, true);
-    showDesk(false, false);
+    m_compareDesk =
+        view.addAction(u"Compare"_s, QKeySequence(Qt::Key_F4), this, &Header::toggleCompare);
+    m_compareDesk->setCheckable(true);
 }
 
 void Header::showDesk(bool review, bool possible)
 {
     (review ? m_reviewDesk : m_reportDesk)->setChecked(true);
     m_reviewDesk->setEnabled(possible);
-    m_desk->show(review, possible);
+    m_desk->choose(review ? reviewTab : reportTab);
+    m_desk->offer(reportTab, possible, u"The files and the report, beside the picture  (F2)"_s);
+    m_desk->offer(reviewTab, possible,
+                  possible ? u"The picture with its instruments and your notes  (F3)"_s
+                           : u"Select a file that is analysed and has a picture"_s);
 }
 
 void Header::showCompare(bool comparing, bool possible)
@@ -162,9 +178,20 @@ void Header::showCompare(bool comparing, bool possible)
     for (QWidget* tool : std::initializer_list<QWidget*>{m_compare, m_profiles, m_export})
         tool->setVisible(!comparing);
     m_leave->setVisible(comparing);
+    m_compareDesk->setChecked(comparing);
     m_compare->setToolTip(possible
                               ? u"Play every video together to compare graphics and end cards"_s
                               : u"Add a second video to compare"_s);
+}
+
+void Header::toggleCompare()
+{
+    const bool comparing = m_leave->isVisible();
+    m_compareDesk->setChecked(comparing); // until the window says what became of it
+    if (comparing)
+        Q_EMIT leavePressed();
+    else
+        Q_EMIT comparePressed();
 }
 
 void Header::addSetting(QAction* action)

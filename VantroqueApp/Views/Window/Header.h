@@ -16,9 +16,9 @@ class QToolButton;
 
 namespace vantroque {
 
-class DeskSwitch;
 class HelpReader;
 class ProfilesPanel;
+class TabSwitch;
 class ToolButton;
 class TransportKeysPause;
 
@@ -56,6 +56,7 @@ private:
     void addHelpMenu(QMenuBar& bar);
     QMenu* exportMenu();
     void toggleProfiles();
+    void toggleCompare();
     void refresh();
     void copyReport();
     void showPrinting();
@@ -65,7 +66,7 @@ private:
     ProfileSets& m_sets;
     AppearanceChoice& m_appearance;
     Exports& m_exports;
-    DeskSwitch* m_desk;
+    TabSwitch* m_desk; ///< For reading reports, or for reviewing a film.
     QToolButton* m_add;
     QToolButton* m_compare;
     QToolButton* m_leave;
@@ -76,6 +77,7 @@ private:
     QActionGroup* m_appearances;
     QAction* m_reportDesk = nullptr;
     QAction* m_reviewDesk = nullptr;
+    QAction* m_compareDesk = nullptr;
     HelpReader* m_help;
     QProgressBar* m_printing;
     QToolButton* m_cancel;

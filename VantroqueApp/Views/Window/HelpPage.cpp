@@ -15,9 +15,12 @@ std::vector<HelpPage> HelpPage::all()
     const auto folder = ResourceFolder::path();
     if (!folder)
         return pages;
-    for (const auto& [title, name] :
-         {std::pair(u"How to Read the Report"_s, "report.html"),
-          std::pair(u"What a Verdict Means"_s, "verdicts.html"), std::pair(u"Keys"_s, "keys.html")})
+    const std::vector<std::pair<QString, const char*>> titles{
+        {u"How to Read the Report"_s, "report.html"},
+        {u"What a Verdict Means"_s, "verdicts.html"},
+        {u"How to Compare Versions"_s, "compare.html"},
+        {u"Keys"_s, "keys.html"}};
+    for (const auto& [title, name] : titles)
         if (const auto file = *folder / "Help" / name; std::filesystem::exists(file))
             pages.push_back({title, QUrl::fromLocalFile(QString::fromStdString(file.native()))});
     return pages;
