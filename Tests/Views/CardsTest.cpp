@@ -90,6 +90,18 @@ TEST(Cards, PointAtTheWorstMomentOfTheirCheck)
     EXPECT_EQ(cards[0].moment, std::nullopt);
 }
 
+TEST(Cards, OfSoundPointToWhereItIsTooLoud)
+{
+    MediaInfo media = spot(true);
+    media.signal->loudestSeconds = 12.32;
+    media.signal->truePeakSeconds = 4;
+    const auto cards = cardsOf(media, {withTarget()});
+    EXPECT_EQ(cards[0].moment, (CheckMoment{308, {}, {}}));
+    EXPECT_EQ(cards[1].moment, (CheckMoment{100, {}, {}}));
+    media.signal->integratedLKFS = -24;
+    EXPECT_EQ(cardsOf(media, {withTarget()})[0].moment, std::nullopt);
+}
+
 TEST(Cards, OneWithAWorstMomentOpensToItAndItsLinkGoesThere)
 {
     MediaInfo media = spot();
@@ -120,10 +132,25 @@ TEST(Cards, StandInRowsOrSideBySideWithNothingBetweenThemEmpty)
 {
     MeasurementCards view;
     view.show(cardsOf(spot(), {}), 25, true);
-    view.resize(396, 10);
-    EXPECT_EQ(view.sizeHint().height(), 4 * 32);
+    EXPECT_EQ(view.heightForWidth(396), 4 * 32);
     view.setWide(true);
-    EXPECT_EQ(view.sizeHint().height(), 72);
+    EXPECT_EQ(view.heightForWidth(900), 72);
+}
+
+TEST(Cards, AreHigherWhereACaptionNeedsASecondLine)
+{
+    MediaInfo media = spot();
+    media.video->colorSpace.reset();
+    MeasurementCards view;
+    view.show(cardsOf(media, {withTarget()}), 25, true);
+    const auto highAt = [&](bool wide, int width) {
+        view.setWide(wide);
+        return view.heightForWidth(width);
+    };
+    EXPECT_EQ(highAt(false, 400), 4 * 32);
+    EXPECT_GT(highAt(false, 280), 4 * 32);
+    EXPECT_EQ(highAt(true, 700), 72);
+    EXPECT_GT(highAt(true, 420), 72);
 }
 
 TEST(Cards, NameRangeAndMatrixAndWhatWasAssumed)

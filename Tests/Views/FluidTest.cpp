@@ -222,6 +222,7 @@ TEST_F(Fluid, ProgressPaintsOnlyTheRowOfTheRunningFile)
 TEST_F(Fluid, AnotherFileRebuildsTheReportOnceAndPaintsWhatIsInSight)
 {
     openMany(20);
+    resizeTo(1000);
     const QSignalSpy rebuilt(sections().model(), &QAbstractItemModel::modelReset);
     for (int i = 1; i < 20; ++i) {
         model().files().select(entry(static_cast<std::size_t>(i)).id);

@@ -213,8 +213,9 @@ TEST_F(Keyboard, WithoutAPlayerSpaceAndArrowsOpenRowsOfAReport)
 {
     openList();
     const auto* file = model().files().selected();
+    OpenRows open;
     ReportSections sections;
-    sections.show(*file->report(), model().profiles().profiles(), 25, file->id);
+    sections.show(*file->report(), model().profiles().profiles(), 25, open);
     sections.QWidget::show();
     sections.setCurrentIndex(sections.model()->index(0, 0));
     const QStringList before = rows(sections);

@@ -1,4 +1,8 @@
 #include "VantroqueApp/Views/Files/Sidebar.h"
+#include "VantroqueApp/Views/Report/ProblemRow.h"
+#include "VantroqueApp/Views/Report/ProblemsPanel.h"
+#include "VantroqueApp/Views/Report/ReportSections.h"
+#include "VantroqueApp/Views/Report/ReportView.h"
 #include "Views/WindowFixture.h"
 
 #include <QScreen>
@@ -100,6 +104,63 @@ TEST_F(MemoryOfTheWindow, TheWidthOfTheListComesBack)
     EXPECT_LE(the<Sidebar>()->width(), Sidebar::widest);
     openWith(u"window.sidebar"_s, u"wide"_s);
     EXPECT_EQ(the<Sidebar>()->width(), before);
+}
+
+TEST_F(MemoryOfTheWindow, OpenRowsOfAReportComeBack)
+{
+    open();
+    const std::vector<FileUrl> film{anyFile("fail.mp4")};
+    const auto showFilm = [&] {
+        if (model().files().analyses().empty())
+            drop(film);
+        ASSERT_TRUE(soonIdle());
+        model().files().select(model().files().analyses().front().id);
+        ASSERT_TRUE(soon([&] { return the<ReportView>()->isVisible(); }));
+    };
+    showFilm();
+    auto* sections = the<ReportSections>();
+    Q_EMIT sections->clicked(sections->model()->index(0, 0)); // one that fails: it was open
+    the<ProblemsPanel>()->step(true);
+    const QStringList chosen = rows(*sections);
+    openAgain();
+    showFilm();
+    EXPECT_EQ(rows(*the<ReportSections>()), chosen);
+    EXPECT_TRUE(the<ProblemRow>()->isOpen());
+    openWith(u"window.openRows"_s, u"[\"\", \"file:///x\", 5, \"\\n\\n\\n\\n\\n\"]"_s);
+    showFilm();
+    EXPECT_NE(rows(*the<ReportSections>()), chosen);
+    EXPECT_FALSE(the<ProblemRow>()->isOpen());
+}
+
+TEST_F(MemoryOfTheWindow, OpenRowsAreThoseOfTheLastFiles)
+{
+    UserDefaults defaults(QString::fromStdString((m_folder / "rows").native()));
+    const auto file = [](qsizetype number) {
+        return FileUrl::fromPath("/films/" + std::to_string(number) + ".mov");
+    };
+    {
+        OpenRowsMemory memory(defaults);
+        for (qsizetype i = 0; i <= OpenRowsMemory::most; ++i) {
+            OpenRows& open = memory.of(file(i));
+            open.problems = {u"loudness"_s, u"true-peak"_s};
+            open.rows = {u"a"_s, u"a/loudness"_s};
+            open.seen = {u"a"_s, u"b"_s};
+            open.isChosen = i != 7;
+            memory.keep(file(i));
+        }
+        memory.of(file(1)).problems.clear();
+        memory.keep(file(1));
+        memory.of(file(OpenRowsMemory::most + 1)).isChosen = true;
+        memory.keep(file(OpenRowsMemory::most + 1));
+    }
+    OpenRowsMemory memory(defaults);
+    EXPECT_FALSE(memory.of(file(0)).isChosen) << "the one of longest ago";
+    EXPECT_FALSE(memory.of(file(7)).isChosen) << "nobody chose any";
+    EXPECT_TRUE(memory.of(file(1)).problems.empty());
+    EXPECT_EQ(memory.of(file(1)).rows, (QSet<QString>{u"a"_s, u"a/loudness"_s}));
+    EXPECT_EQ(memory.of(file(9)).problems, (std::set<QString>{u"loudness"_s, u"true-peak"_s}));
+    EXPECT_EQ(memory.of(file(9)).seen, (QSet<QString>{u"a"_s, u"b"_s}));
+    EXPECT_EQ(defaults.textList(u"window.openRows"_s)->size(), OpenRowsMemory::most);
 }
 
 TEST_F(MemoryOfTheWindow, HasTheIconOfTheProgram)

@@ -23,9 +23,11 @@ namespace {
 constexpr int padding = 12;
 constexpr int rowHeight = 32;
 constexpr int cardHeight = 72;
+constexpr int captionTop = 49; ///< On a card of its own.
 constexpr int linkHeight = 26;
 constexpr int linkRoom = linkHeight + 6;
 constexpr int sign = 14;
+constexpr int unitGap = 4; ///< Between a value and its unit.
 
 QFont valueFont()
 {
@@ -40,7 +42,9 @@ public:
     explicit CardView(QWidget* parent) : QAbstractButton(parent), m_link(new QPushButton(this))
     {
         setAttribute(Qt::WA_Hover);
-        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        policy.setHeightForWidth(true);
+        setSizePolicy(policy);
         m_link->setProperty("kind", u"plain"_s);
         m_link->setFont(Type::text(Type::caption, QFont::Medium));
         m_link->setFocusPolicy(Qt::TabFocus);
@@ -81,13 +85,18 @@ public:
         const int words =
             std::max({QFontMetrics(Type::text(Type::caption)).horizontalAdvance(m_card.caption),
                       QFontMetrics(valueFont()).horizontalAdvance(m_card.value) + 40, 72});
-        return {words + 2 * padding + 1,
-                (m_wide ? cardHeight : rowHeight) + (isChecked() ? linkRoom : 0)};
+        constexpr int ample = 10'000; // for the caption on one line
+        return {words + 2 * padding + 1, heightForWidth(ample)};
     }
     QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override
+    {
+        return closedHeight(width) + (isChecked() ? linkRoom : 0);
+    }
 
 protected:
-    void resizeEvent(QResizeEvent*) override { fit(); }
+    void resizeEvent(QResizeEvent*) override { placeLink(); }
     void keyPressEvent(QKeyEvent* event) override
     {
         if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
@@ -109,11 +118,48 @@ private:
     {
         m_link->setVisible(isChecked());
         m_link->setFixedHeight(linkHeight);
-        const int left = m_wide ? padding - 8 : padding + sign + RowParts::gap - 8;
-        m_link->setGeometry(left, m_wide ? cardHeight - 4 : rowHeight,
-                            std::min(m_link->sizeHint().width(), width() - left), linkHeight);
+        placeLink();
         updateGeometry();
         update();
+    }
+    void placeLink()
+    {
+        const int left = m_wide ? padding - 8 : padding + sign + RowParts::gap - 8;
+        m_link->setGeometry(left, closedHeight(width()) - (m_wide ? 4 : 0),
+                            std::min(m_link->sizeHint().width(), width() - left), linkHeight);
+    }
+
+    /// Higher where the caption takes a second line.
+    int closedHeight(int width) const
+    {
+        constexpr int air = 6;
+        const QFontMetrics metrics(Type::text(Type::caption));
+        const int room = m_wide ? width - 2 * padding : captionRoom(width).width();
+        const int caption = metrics
+                                .boundingRect(QRect(0, 0, std::max(room, 1), 1'000),
+                                              Qt::TextWordWrap, m_card.caption)
+                                .height();
+        return m_wide ? cardHeight + std::max(caption - metrics.height(), 0)
+                      : std::max(rowHeight, caption + 2 * air);
+    }
+    /// In a row, right of the value.
+    QRect captionRoom(int width) const
+    {
+        constexpr int value = 90;
+        const int left = valueLeft();
+        const int end = std::max(left + valueWidth(), left + std::min(value, width / 5));
+        const int right = width - padding - (m_card.moment ? RowParts::chevron + 6 : 0);
+        return {end + RowParts::gap, 0, right - end - RowParts::gap, 0};
+    }
+    static int valueLeft()
+    {
+        constexpr int label = 62;
+        return padding + sign + RowParts::gap + label + RowParts::gap;
+    }
+    int valueWidth() const
+    {
+        return QFontMetrics(valueFont()).horizontalAdvance(m_card.value) + unitGap
+               + QFontMetrics(Type::text(Type::caption)).horizontalAdvance(m_card.unit);
     }
 
     void paintSign(QPainter& painter, int left, int top) const
@@ -121,55 +167,48 @@ private:
         if (m_card.verdict)
             Icons::drawVerdict(painter, QRectF(left, top, sign, sign), *m_card.verdict);
     }
-    /// Returns where it ends.
-    int paintValue(QPainter& painter, const QRect& line) const
+    void paintValue(QPainter& painter, const QRect& line) const
     {
-        constexpr int air = 4;
         const Theme& theme = Theme::current();
         const QFont large = valueFont();
-        const QFont small = Type::text(Type::caption);
         Type::draw(painter, line, m_card.value, large, theme.text1);
-        const int unit = line.left() + QFontMetrics(large).horizontalAdvance(m_card.value) + air;
+        const int unit =
+            line.left() + QFontMetrics(large).horizontalAdvance(m_card.value) + unitGap;
         Type::draw(painter, QRect(unit, line.top() + 1, line.right() + 1 - unit, line.height()),
-                   m_card.unit, small, theme.text2);
-        return unit + QFontMetrics(small).horizontalAdvance(m_card.unit);
+                   m_card.unit, Type::text(Type::caption), theme.text2);
+    }
+    void paintCaption(QPainter& painter, const QRect& room, Qt::Alignment alignment) const
+    {
+        painter.setFont(Type::text(Type::caption));
+        painter.setPen(Theme::current().text2);
+        painter.drawText(room, static_cast<int>(alignment) | Qt::TextWordWrap, m_card.caption);
     }
     void paintCard(QPainter& painter) const
     {
-        const Theme& theme = Theme::current();
         RowParts::drawSurface(painter, rect(), true, false);
         const int words = width() - 2 * padding;
         Type::draw(painter, QRect(padding, 9, words - sign - 4, 16), m_card.title,
-                   Type::text(Type::caption), theme.text2);
+                   Type::text(Type::caption), Theme::current().text2);
         paintSign(painter, width() - padding - sign, 10);
         paintValue(painter, QRect(padding, 26, words, 22));
-        Type::draw(painter, QRect(padding, 49, words, 16), m_card.caption,
-                   Type::text(Type::caption), theme.text2);
+        paintCaption(painter, QRect(padding, captionTop, words, closedHeight(width()) - captionTop),
+                     Qt::AlignLeft | Qt::AlignTop);
         if (m_card.moment)
             paintChevron(painter, QRect(0, 26, width() - padding + RowParts::inset, 22));
     }
     void paintRow(QPainter& painter) const
     {
-        constexpr int label = 62;
-        constexpr int value = 90;
-        const Theme& theme = Theme::current();
-        paintSign(painter, padding, (rowHeight - sign) / 2);
+        const int high = closedHeight(width());
+        paintSign(painter, padding, (high - sign) / 2);
         const int left = padding + sign + RowParts::gap;
-        Type::draw(painter, QRect(left, 0, label, rowHeight), m_card.title, Type::text(Type::body),
-                   theme.text2);
-        const int valueLeft = left + label + RowParts::gap;
-        const int end =
-            std::max(paintValue(painter, QRect(valueLeft, 0, width() - valueLeft, rowHeight)),
-                     valueLeft + std::min(value, width() / 5));
-        const int chevron = m_card.moment ? RowParts::chevron + 6 : 0;
-        const QRect room(end + RowParts::gap, 0, width() - padding - chevron - end - RowParts::gap,
-                         rowHeight);
-        painter.setFont(Type::text(Type::caption));
-        painter.setPen(theme.text2);
-        painter.drawText(room, Qt::AlignRight | Qt::AlignVCenter | Qt::TextWordWrap,
-                         m_card.caption);
+        Type::draw(painter, QRect(left, 0, valueLeft() - RowParts::gap - left, high), m_card.title,
+                   Type::text(Type::body), Theme::current().text2);
+        paintValue(painter, QRect(valueLeft(), 0, width() - valueLeft(), high));
+        QRect room = captionRoom(width());
+        room.setHeight(high);
+        paintCaption(painter, room, Qt::AlignRight | Qt::AlignVCenter);
         if (m_card.moment)
-            paintChevron(painter, QRect(0, 0, width() - padding + RowParts::inset, rowHeight));
+            paintChevron(painter, QRect(0, 0, width() - padding + RowParts::inset, high));
     }
     void paintChevron(QPainter& painter, const QRect& line) const
     {
@@ -191,7 +230,7 @@ MeasurementCards::MeasurementCards(QWidget* parent)
     for (int i = 0; i < most; ++i) {
         auto* view = new CardView(this);
         m_cards.push_back(view);
-        m_layout->addWidget(view, 1, Qt::Alignment());
+        m_layout->addWidget(view);
         connect(&view->link(), &QPushButton::clicked, this,
                 [this, view] { Q_EMIT momentChosen(view->card().check, *view->card().moment); });
     }
@@ -201,8 +240,10 @@ void MeasurementCards::show(const std::vector<MeasurementCard>& cards, double fr
 {
     for (std::size_t i = 0; i < m_cards.size(); ++i) {
         m_cards[i]->setVisible(i < cards.size());
-        if (i < cards.size())
+        if (i < cards.size()) {
             m_cards[i]->show(cards[i], frameRate, fresh);
+            m_layout->setStretchFactor(m_cards[i], m_cards[i]->sizeHint().width());
+        }
     }
     setVisible(!cards.empty());
 }

@@ -6,6 +6,7 @@
 #include "VantroqueApp/Views/Report/ProblemRow.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
+#include <QAbstractButton>
 #include <QBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -66,30 +67,29 @@ QWidget* ProblemsPanel::heading()
 }
 
 void ProblemsPanel::show(std::vector<Problem> problems, const std::optional<QString>& conflict,
-                         double frameRate, const QUuid& file)
+                         double frameRate, OpenRows& open)
 {
     m_conflict->setText(conflict.value_or(QString()));
     m_conflict->setVisible(conflict.has_value());
-    if (file == m_file && problems == m_problems && frameRate == m_frameRate)
+    if (&open == m_open && problems == m_problems && frameRate == m_frameRate)
         return;
-    noteOpen();
-    if (file != m_file)
+    if (&open != m_open)
         m_current.reset();
-    m_file = file;
+    m_open = &open;
     m_problems = std::move(problems);
     m_frameRate = frameRate;
     refill();
 }
 
-/// What the operator opened, also of what may be gone at another choice of platforms.
-void ProblemsPanel::noteOpen()
+/// Also of what may be gone at another choice of platforms.
+void ProblemsPanel::noteOpen(const ProblemRow& row)
 {
-    auto& open = m_open[m_file];
-    for (const ProblemRow* row : m_rows)
-        if (row->isOpen())
-            open.insert(row->problem().checkID);
-        else
-            open.erase(row->problem().checkID);
+    const QString& check = row.problem().checkID;
+    if (row.isOpen())
+        m_open->problems.insert(check);
+    else
+        m_open->problems.erase(check);
+    m_open->isChosen = true;
 }
 
 void ProblemsPanel::setWide(bool wide)
@@ -107,11 +107,8 @@ void ProblemsPanel::refill()
         row->deleteLater(); // one of its buttons may have brought this about
     }
     m_rows.clear();
-    const auto& open = m_open[m_file];
-    for (const Problem& problem : m_problems) {
+    for (const Problem& problem : m_problems)
         addRow(problem);
-        m_rows.back()->setOpen(open.contains(problem.checkID));
-    }
     showCurrent();
     m_none->setVisible(m_problems.empty());
     m_count->setText(QString::number(m_problems.size()));
@@ -127,6 +124,8 @@ void ProblemsPanel::addRow(const Problem& problem)
     setTabOrder(before, &row->line());
     m_rows.push_back(row);
     row->setWide(m_wide);
+    row->setOpen(m_open->problems.contains(problem.checkID));
+    connect(&row->line(), &QAbstractButton::toggled, this, [this, row] { noteOpen(*row); });
     connect(row, &ProblemRow::momentChosen, this, &ProblemsPanel::momentChosen);
     connect(row, &ProblemRow::platformChosen, this, &ProblemsPanel::platformChosen);
     connect(&row->line(), &ProblemLine::focused, this, [this, row] {

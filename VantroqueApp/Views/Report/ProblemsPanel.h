@@ -1,12 +1,9 @@
 #pragma once
 
 #include "Check/Problems.h"
+#include "VantroqueApp/Views/Report/OpenRows.h"
 
-#include <QUuid>
 #include <QWidget>
-
-#include <map>
-#include <set>
 
 class QBoxLayout;
 class QLabel;
@@ -23,10 +20,10 @@ class ProblemsPanel : public QWidget {
 public:
     explicit ProblemsPanel(QWidget* parent = nullptr);
 
-    /// Those of a file; what was opened of it is open when it is shown again. `conflict` says that
-    /// no file can suit all platforms. Moments count frames at `frameRate`.
+    /// Those of a file. `conflict` says that no file can suit all platforms. `open` is what is open
+    /// of the file, is kept up and must stay. Moments count frames at `frameRate`.
     void show(std::vector<Problem> problems, const std::optional<QString>& conflict,
-              double frameRate, const QUuid& file);
+              double frameRate, OpenRows& open);
     /// There is room for a problem on one line.
     void setWide(bool wide);
     /// Opens the next one, or the one before, and goes to where it is.
@@ -41,7 +38,7 @@ Q_SIGNALS:
 
 private:
     QWidget* heading();
-    void noteOpen();
+    void noteOpen(const ProblemRow& row);
     void refill();
     void addRow(const Problem& problem);
     void showCurrent();
@@ -60,8 +57,8 @@ private:
     QBoxLayout* m_list;
     std::vector<ProblemRow*> m_rows;
     bool m_wide = false;
-    QUuid m_file;
-    std::map<QUuid, std::set<QString>> m_open; ///< The checks of each file.
+    OpenRows m_noFile;
+    OpenRows* m_open = &m_noFile;
     std::optional<QString> m_current; ///< The check where the keyboard is, or was stepped to.
 };
 

@@ -65,22 +65,21 @@ std::vector<ReportRows::Part> ReportRows::parts(const FileReport& report,
 }
 
 void ReportRows::show(const FileReport& report, const std::vector<Profile>& profiles,
-                      double frameRate, const QUuid& file)
+                      double frameRate, OpenRows& open)
 {
     auto reports = parts(report, profiles);
-    if (file == m_file && reports == m_reports && frameRate == m_frameRate)
+    if (&open == m_open && reports == m_reports && frameRate == m_frameRate)
         return;
     beginResetModel();
-    m_file = file;
-    m_current = &m_folds[file];
+    m_open = &open;
     m_frameRate = frameRate;
     m_reports = std::move(reports);
     for (const auto& [one, group, freshness] : m_reports) {
-        const bool isNew = !m_current->seen.contains(one.profileID);
-        m_current->seen.insert(one.profileID);
+        const bool isNew = !open.seen.contains(one.profileID);
+        open.seen.insert(one.profileID);
         // What is refused is what the operator came for.
         if (isNew && one.displayVerdict() == Verdict::fail)
-            m_current->open.insert(one.profileID);
+            open.rows.insert(one.profileID);
     }
     m_rows = filled();
     endResetModel();
@@ -129,8 +128,9 @@ void ReportRows::append(std::vector<Row>& rows, std::size_t report) const
 void ReportRows::toggle(const QModelIndex& index)
 {
     const QString toggled = key(index);
-    if (!m_current->open.remove(toggled))
-        m_current->open.insert(toggled);
+    if (!m_open->rows.remove(toggled))
+        m_open->rows.insert(toggled);
+    m_open->isChosen = true;
     if (kind(index) != Kind::check) {
         auto rows = filled();
         const int more = static_cast<int>(std::ssize(rows) - std::ssize(m_rows));

@@ -2,12 +2,9 @@
 
 #include "Records/Profile.h"
 #include "Records/Report.h"
+#include "VantroqueApp/Views/Report/OpenRows.h"
 
 #include <QAbstractListModel>
-#include <QSet>
-#include <QUuid>
-
-#include <map>
 
 namespace vantroque {
 
@@ -26,10 +23,10 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// What was opened of a file is open again when it is shown again. Moments count frames at
+    /// `open` is what is open of the file, is kept up and must stay. Moments count frames at
     /// `frameRate`.
     void show(const FileReport& report, const std::vector<Profile>& profiles, double frameRate,
-              const QUuid& file);
+              OpenRows& open);
     void toggle(const QModelIndex& index);
     bool isOpen(const QModelIndex& index) const { return open().contains(key(index)); }
 
@@ -68,16 +65,10 @@ private:
         QString freshness;
         bool operator==(const Part&) const = default;
     };
-    /// What the operator opened and closed in a file.
-    struct Folds {
-        QSet<QString> open;
-        QSet<QString> seen; ///< Reports that were shown, and so opened if they fail.
-    };
-
     static std::vector<Part> parts(const FileReport& report, const std::vector<Profile>& profiles);
     const Row& row(const QModelIndex& index) const;
     QString key(const Row& row) const;
-    const QSet<QString>& open() const { return m_current->open; }
+    const QSet<QString>& open() const { return m_open->rows; }
     QString accessibleText(const QModelIndex& index) const;
     std::vector<Row> filled() const;
     void append(std::vector<Row>& rows, std::size_t report) const;
@@ -85,9 +76,8 @@ private:
     std::vector<Part> m_reports;
     double m_frameRate = 0;
     std::vector<Row> m_rows;
-    std::map<QUuid, Folds> m_folds; ///< By file.
-    QUuid m_file;
-    Folds* m_current = &m_folds[QUuid()];
+    OpenRows m_none;
+    OpenRows* m_open = &m_none;
 };
 
 } // namespace vantroque

@@ -38,12 +38,12 @@ ReportSections::ReportSections(QWidget* parent)
 }
 
 void ReportSections::show(const FileReport& report, const std::vector<Profile>& profiles,
-                          double frameRate, const QUuid& file)
+                          double frameRate, OpenRows& open)
 {
-    const bool keeps = file == m_file && currentIndex().isValid();
-    m_file = file;
+    const bool keeps = &open == m_open && currentIndex().isValid();
+    m_open = &open;
     const QString current = keeps ? m_rows->key(currentIndex()) : QString();
-    m_rows->show(report, profiles, frameRate, file);
+    m_rows->show(report, profiles, frameRate, open);
     fitRows();
     if (keeps && !currentIndex().isValid()) {
         const QSignalBlocker quiet(this); // the operator may look elsewhere by now

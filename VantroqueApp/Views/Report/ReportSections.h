@@ -16,9 +16,10 @@ class ReportSections : public QListView {
 
 public:
     explicit ReportSections(QWidget* parent = nullptr);
-    /// Of that file. Moments count frames at `frameRate`.
+    /// `open` is what is open of the file, is kept up and must stay. Moments count frames at
+    /// `frameRate`.
     void show(const FileReport& report, const std::vector<Profile>& profiles, double frameRate,
-              const QUuid& file);
+              OpenRows& open);
     /// There is room for all of a check on one line.
     void setWide(bool wide);
     /// Goes to the row of a check, and opens what it stands in.
@@ -46,7 +47,7 @@ private:
     ReportRows* m_rows;
     ReportRowDelegate* m_delegate;
     QVariantAnimation* m_opening;
-    QUuid m_file;
+    const OpenRows* m_open = nullptr; ///< Of the file that is shown.
     bool m_wide = false;
 };
 

@@ -59,7 +59,7 @@ QWidget* hairline()
 
 } // namespace
 
-ReportView::ReportView(const ProfileChoice& profiles, QWidget* parent)
+ReportView::ReportView(const ProfileChoice& profiles, UserDefaults& defaults, QWidget* parent)
     : QScrollArea(parent),
       m_profiles(profiles),
       m_page(new QWidget),
@@ -68,7 +68,8 @@ ReportView::ReportView(const ProfileChoice& profiles, QWidget* parent)
       m_measured(new MeasuredPanel),
       m_heading(new PlatformsHeading),
       m_sections(new ReportSections),
-      m_bar(new StickyBar(this))
+      m_bar(new StickyBar(this)),
+      m_openRows(defaults)
 {
     m_page->setObjectName(u"report"_s);
     setAccessibleName(u"Report"_s);
@@ -181,6 +182,8 @@ void ReportView::show(const FileAnalysis& file, PlayerController* player)
         setPlayer(player);
     m_report = std::get<FileAnalysis::Done>(file.status).report;
     m_media = file.media;
+    if (m_file != file.url)
+        m_openRows.keep(std::exchange(m_file, file.url));
     const bool another = std::exchange(m_shown, file.id) != file.id;
     showSections(another);
     showChannels();
@@ -197,10 +200,11 @@ void ReportView::showSections(bool fresh)
     m_summary->show(report, Problems::headline(problems));
     m_bar->show(report, problems.size());
     const auto chosen = m_profiles.enabledProfiles();
-    m_problems->show(std::move(problems), Problems::conflict(chosen), frameRate(), m_shown);
+    OpenRows& open = m_openRows.of(m_file);
+    m_problems->show(std::move(problems), Problems::conflict(chosen), frameRate(), open);
     m_measured->show(report, m_media.get(), chosen, frameRate(), fresh);
     m_heading->show(report);
-    m_sections->show(report, m_profiles.profiles(), frameRate(), m_shown);
+    m_sections->show(report, m_profiles.profiles(), frameRate(), open);
 }
 
 double ReportView::frameRate() const
@@ -238,6 +242,13 @@ void ReportView::showChannels()
         channels = moves ? ChannelReadings::at(*m_media, m_player->currentSeconds())
                          : ChannelReadings::loudest(*m_media);
     m_measured->showChannels(std::move(channels));
+}
+
+/// As it is when the window is closed.
+void ReportView::hideEvent(QHideEvent* event)
+{
+    m_openRows.keep(m_file);
+    QScrollArea::hideEvent(event);
 }
 
 void ReportView::resizeEvent(QResizeEvent* event)

@@ -3,6 +3,7 @@
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
 #include "VantroqueApp/Model/Files/FileAnalysis.h"
 #include "VantroqueApp/Model/Playback/PlayerController.h"
+#include "VantroqueApp/Views/Report/OpenRows.h"
 
 #include <QScrollArea>
 
@@ -23,7 +24,8 @@ class ReportView : public QScrollArea {
     Q_OBJECT
 
 public:
-    explicit ReportView(const ProfileChoice& profiles, QWidget* parent = nullptr);
+    /// Which rows are open outlives the program in `defaults`.
+    ReportView(const ProfileChoice& profiles, UserDefaults& defaults, QWidget* parent = nullptr);
     /// `file` has a report. Its player, if one is open, must stay until it is dropped here: its
     /// captions are reported as well, rows that point at a moment go there, and the channels show
     /// what it plays.
@@ -33,6 +35,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void connectParts();
@@ -54,7 +57,9 @@ private:
     PlatformsHeading* m_heading;
     ReportSections* m_sections;
     StickyBar* m_bar;
+    OpenRowsMemory m_openRows;
     QUuid m_shown;
+    FileUrl m_file;
     std::shared_ptr<const FileReport> m_report;
     std::shared_ptr<const MediaInfo> m_media;
     PlayerController* m_player = nullptr;

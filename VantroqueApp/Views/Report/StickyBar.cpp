@@ -45,12 +45,33 @@ StickyBar::StickyBar(QWidget* parent)
 
 void StickyBar::show(const FileReport& report, std::size_t problems)
 {
-    const auto count = static_cast<qint64>(problems);
+    m_problems = static_cast<qint64>(problems);
     m_sign->setVerdict(Icons::signOf(report));
     m_headline->setText(report.summaryHeadline());
-    m_count->setText(u"%1 problem%2"_s.arg(QString::number(count), Text::plural(count)));
     for (QWidget* each : {static_cast<QWidget*>(m_count), m_steps})
-        each->setVisible(count > 0);
+        each->setVisible(m_problems > 0);
+    fit();
+}
+
+/// Beside a headline that needs the room the count is a number alone.
+void StickyBar::fit()
+{
+    const QString number = QString::number(m_problems);
+    const QString words = u"%1 problem%2"_s.arg(number, Text::plural(m_problems));
+    const QMargins margins = layout()->contentsMargins();
+    int others = margins.left() + margins.right() + m_sign->width() + layout()->spacing();
+    if (m_problems > 0)
+        others += m_count->fontMetrics().horizontalAdvance(words) + m_steps->sizeHint().width()
+                  + 2 * layout()->spacing();
+    m_count->setText(others + m_headline->sizeHint().width() <= width() ? words : number);
+    m_count->setToolTip(words);
+    m_count->setAccessibleName(words);
+}
+
+void StickyBar::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fit();
 }
 
 void StickyBar::paintEvent(QPaintEvent*)

@@ -26,9 +26,13 @@ Q_SIGNALS:
     void stepPressed(bool forward);
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void fit();
+
+    qint64 m_problems = 0;
     Glyph* m_sign;
     ElidedLabel* m_headline;
     QLabel* m_count;

@@ -43,7 +43,7 @@ DetailPane::DetailPane(FileList& list, const AnalysisQueue& queue, const Profile
       m_analyzing(new AnalyzingView(this)),
       m_several(new SelectionPane(list, this)),
       m_desk(new QSplitter(Qt::Horizontal, this)),
-      m_report(new ReportView(profiles, m_desk)),
+      m_report(new ReportView(profiles, defaults, m_desk)),
       m_openPlayer(player),
       m_author(author),
       m_defaults(defaults)
