@@ -55,8 +55,8 @@ concept NamedEnum = requires(T value)
 #define VANTROQUE_MEMBER(Type, name) ::vantroque::member(#name, &Type::name)
 
 /// Stands last inside a record: `VANTROQUE_RECORD(CropRect, width, height, x, y)`. The list is a
-/// template, so that only whoever codes a record pays for compiling it; therefore a record cannot be
-/// declared inside a function.
+/// template, so that only whoever codes a record pays for compiling it; therefore a record cannot
+/// be declared inside a function.
 #define VANTROQUE_RECORD(Type, ...)                                                                \
     template<typename Self = Type>                                                                 \
     static constexpr auto members()                                                                \
