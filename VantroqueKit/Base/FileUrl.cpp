@@ -66,7 +66,9 @@ QString FileUrl::displayPath() const
 
 QString FileUrl::fileName() const
 {
-    return QString::fromStdString(path().filename().native());
+    const std::string& whole = path().native();
+    const std::size_t name = whole.rfind('/') + 1; // 0 without any
+    return QString::fromUtf8(whole.data() + name, static_cast<qsizetype>(whole.size() - name));
 }
 
 QString FileUrl::extension() const
