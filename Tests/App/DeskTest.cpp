@@ -115,12 +115,15 @@ TEST_F(Desk, PlaysAndShuttlesAndStopsOnTheFrameThatItNames)
         return std::pair(seen, stopped.value_or(0));
     };
     const auto [played, afterPlaying] = runAndStop({"space"}, "space");
+    ASSERT_FALSE(played.empty());
     EXPECT_TRUE(std::ranges::is_sorted(played));
     EXPECT_GE(afterPlaying, played.back());
     const auto [shuttled, afterShuttling] = runAndStop({"l", "l"}, "k");
+    ASSERT_FALSE(shuttled.empty());
     EXPECT_TRUE(std::ranges::is_sorted(shuttled));
     EXPECT_GE(afterShuttling, shuttled.back());
     const auto [reversed, afterReversing] = runAndStop({"j"}, "k");
+    ASSERT_FALSE(reversed.empty());
     EXPECT_TRUE(std::ranges::is_sorted(reversed, std::greater()));
     EXPECT_LE(afterReversing, reversed.back());
     quit(window);

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 namespace vantroque {
 
@@ -54,8 +54,10 @@ std::vector<std::string> TestFolder::names() const
 
 QByteArray contents(const fs::path& file)
 {
-    std::ifstream in(file, std::ios::binary);
-    return QByteArray::fromStdString({std::istreambuf_iterator<char>(in), {}});
+    const std::ifstream in(file, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return QByteArray::fromStdString(bytes.str());
 }
 
 } // namespace vantroque
