@@ -16,8 +16,11 @@ endif()
 # Arithmetic in single precision is compared exactly, so no fused multiply-add behind our back.
 target_compile_options(vantroque_compile INTERFACE -ffp-contract=off)
 if(VANTROQUE_SANITIZE)
+    # What only tests others need not be held against undefined behaviour itself: a third of the time
+    # that its files take to compile.
     target_compile_options(vantroque_compile INTERFACE
-        -fsanitize=${VANTROQUE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        -fsanitize=${VANTROQUE_SANITIZE} $<$<BOOL:$<TARGET_PROPERTY:IS_TEST>>:-fno-sanitize=undefined>
+        -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_compile_definitions(vantroque_compile INTERFACE VANTROQUE_SANITIZED)
     target_link_options(vantroque_compile INTERFACE -fsanitize=${VANTROQUE_SANITIZE})
 endif()

@@ -270,14 +270,15 @@ TEST_F(Fluid, ANewReportOfTheSameFileKeepsPlaceAndOpenedRows)
 
 TEST_F(Fluid, ArrowsWalkThroughTheWholeList)
 {
-    openMany(500, 6);
+    constexpr int all = 200;
+    openMany(all, 6);
     list().setFocus();
-    for (int row = 1; row < 500; ++row) {
+    for (int row = 1; row < all; ++row) {
         QTest::keyClick(&list(), Qt::Key_Down);
         ASSERT_EQ(selectedName(), u"%1.mp4"_s.arg(row));
     }
     m_dog.settle();
-    EXPECT_THAT(inSight(), Contains(499));
+    EXPECT_THAT(inSight(), Contains(all - 1));
 }
 
 TEST_F(Fluid, ARemovedFileLeavesTheOthersAsTheyAre)
