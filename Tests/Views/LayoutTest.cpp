@@ -1,6 +1,7 @@
 #include "VantroqueApp/Views/Controls/FixBox.h"
 #include "VantroqueApp/Views/Files/FilterBar.h"
 #include "VantroqueApp/Views/Files/Sidebar.h"
+#include "VantroqueApp/Views/Report/MeasurementCards.h"
 #include "VantroqueApp/Views/Report/ProblemsPanel.h"
 #include "VantroqueApp/Views/Report/ReportSections.h"
 #include "VantroqueApp/Views/Report/ReportView.h"
@@ -104,6 +105,13 @@ TEST_F(Layout, NothingIsCutWhenTheWindowBecomesNarrower)
             EXPECT_TRUE(soon([&] { return box->height() >= box->heightForWidth(box->width()); }));
         }
     EXPECT_GT(fixes, 0);
+    const auto cards =
+        the<MeasurementCards>()->findChildren<QAbstractButton*>(Qt::FindDirectChildrenOnly);
+    for (const auto* card : cards)
+        EXPECT_TRUE(soon([&] {
+            return card->isHidden() || card->height() >= card->heightForWidth(card->width());
+        })) << card->accessibleName().toStdString()
+            << card->height();
     const QWidget& filter = *the<FilterBar>();
     EXPECT_GE(filter.height(), filter.heightForWidth(filter.width()));
     for (const auto* chip : filter.findChildren<QAbstractButton*>(Qt::FindDirectChildrenOnly))

@@ -124,7 +124,7 @@ TEST_F(ProblemsPane, NGoesThroughThemAndStopsAtTheEnds)
 TEST_F(ProblemsPane, AnNThatIsTypedIsALetter)
 {
     show("fail.mp4");
-    auto* field = the<NoteField>();
+    auto* field = soonThe<NoteField>();
     ASSERT_NE(field, nullptr);
     ASSERT_TRUE(soon([&] { return field->isEnabled(); }));
     field->setFocus();

@@ -29,7 +29,7 @@ protected:
         resizeTo(size);
         drop({anyFile(name)});
         ASSERT_TRUE(soonIdle());
-        ASSERT_TRUE(soon([this] { return the<PlayerPane>() != nullptr; }));
+        ASSERT_NE(soonThe<CommentsPanel>(), nullptr);
         ASSERT_TRUE(soon([this] { return player().notebook().isOpen(); }));
         window().activateWindow();
         ASSERT_TRUE(soon([this] { return window().isActiveWindow(); }));
@@ -62,7 +62,7 @@ protected:
     {
         const bool review = !the<Sidebar>()->isVisible();
         EXPECT_EQ(the<ReportView>()->isVisible(), !review);
-        if (model().player() != nullptr) {
+        if (the<FileLine>() != nullptr) {
             EXPECT_EQ(the<FileLine>()->isVisible(), review);
             EXPECT_EQ(the<Timeline>()->height(), review ? 128 : 34);
         }

@@ -114,6 +114,15 @@ protected:
         return window().findChild<Widget*>();
     }
 
+    /// As soon as it is there: the player of a file comes after the report.
+    template<typename Widget, typename... Name>
+    Widget* soonThe(const Name&... accessibleName)
+    {
+        Widget* widget = nullptr;
+        soon([&] { return (widget = the<Widget>(accessibleName...)) != nullptr; });
+        return widget;
+    }
+
     /// The words of all labels and buttons in sight.
     QStringList words()
     {

@@ -42,7 +42,7 @@ public:
     explicit CardView(QWidget* parent) : QAbstractButton(parent), m_link(new QPushButton(this))
     {
         setAttribute(Qt::WA_Hover);
-        QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
         policy.setHeightForWidth(true);
         setSizePolicy(policy);
         m_link->setProperty("kind", u"plain"_s);
@@ -224,7 +224,7 @@ MeasurementCards::MeasurementCards(QWidget* parent)
     : QWidget(parent), m_layout(new QBoxLayout(QBoxLayout::TopToBottom, this))
 {
     constexpr int most = 4;
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->setSpacing(0);
     for (int i = 0; i < most; ++i) {

@@ -11,8 +11,10 @@
 #include "VantroqueApp/Views/Window/WindowMemory.h"
 
 #include <QSplitter>
+#include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace vantroque {
 
@@ -44,6 +46,7 @@ DetailPane::DetailPane(FileList& list, const AnalysisQueue& queue, const Profile
       m_several(new SelectionPane(list, this)),
       m_desk(new QSplitter(Qt::Horizontal, this)),
       m_report(new ReportView(profiles, defaults, m_desk)),
+      m_beside(new QWidget(m_desk)),
       m_openPlayer(player),
       m_author(author),
       m_defaults(defaults)
@@ -56,6 +59,12 @@ DetailPane::DetailPane(FileList& list, const AnalysisQueue& queue, const Profile
     addWidget(m_desk);
     m_desk->setHandleWidth(1);
     m_desk->setChildrenCollapsible(false);
+    m_desk->setStretchFactor(0, 0);
+    m_desk->setStretchFactor(1, 1);
+    m_beside->setMinimumWidth(PlayerPane::narrowest);
+    m_beside->hide();
+    auto* beside = new QVBoxLayout(m_beside);
+    beside->setContentsMargins(0, 0, 0, 0);
     m_ownReport = WindowMemory::width(defaults, reportKey(), narrowestReport, widestReport);
     connect(m_failed, &FailedPane::tryAgainPressed, &list, &FileList::queueAgain);
     connect(m_failed, &FailedPane::removePressed, &list,
@@ -64,6 +73,9 @@ DetailPane::DetailPane(FileList& list, const AnalysisQueue& queue, const Profile
         m_ownReport = width;
         WindowMemory::keepWidth(m_defaults, reportKey(), width);
     });
+    m_playerSoon.setSingleShot(true);
+    m_playerSoon.setInterval(0);
+    connect(&m_playerSoon, &QTimer::timeout, this, &DetailPane::addPlayer);
     connect(&player, &OpenPlayer::playerAboutToGo, this, &DetailPane::dropPlayer);
     connect(&player, &OpenPlayer::playerChanged, this, &DetailPane::showPlayer);
     const auto ifSelected = [this](const QUuid& id) {
@@ -85,8 +97,9 @@ void DetailPane::refresh()
         setCurrentWidget(m_several);
         m_several->refresh();
     } else if (file != nullptr && file->report() != nullptr) {
-        setCurrentWidget(m_desk);
         m_openPlayer.syncPlayer();
+        setCurrentWidget(m_desk);
+        showDesk();
         showReport(*file);
     } else if (file != nullptr && file->is<FileAnalysis::Running>()) {
         m_analyzing->show(*file, m_queue.progress(file->id));
@@ -104,8 +117,6 @@ void DetailPane::showReport(const FileAnalysis& file)
 {
     const auto& report = std::get<FileAnalysis::Done>(file.status).report;
     PlayerController* player = m_openPlayer.player();
-    if (player == nullptr)
-        shareRoom();
     if (report == m_shownReport && file.media == m_shownMedia && player == m_report->player())
         return;
     m_shownReport = report;
@@ -113,31 +124,41 @@ void DetailPane::showReport(const FileAnalysis& file)
     m_report->show(file, player);
 }
 
-/// The report keeps its width: most often the next player is about to come.
+/// What it painted stays until the next one can be seen.
 void DetailPane::dropPlayer()
 {
     m_report->dropPlayer();
-    m_report->setMaximumWidth(std::max(m_report->width(), m_report->minimumWidth()));
-    delete m_player;
-    m_player = nullptr;
-    showDesk();
+    m_beside->setUpdatesEnabled(false);
+    m_wantsKeyboard = m_player != nullptr && m_player->isAncestorOf(window()->focusWidget());
+    m_playerSoon.stop();
+    delete std::exchange(m_player, nullptr);
 }
 
+/// The report is there first, then, each in a turn of its own, the player and its comments.
 void DetailPane::showPlayer()
 {
-    PlayerController* player = m_openPlayer.player();
-    if (player == nullptr)
-        return;
-    m_player = new PlayerPane(*player, m_defaults, m_desk);
-    m_player->setBelow(new CommentsPanel(*player, m_author, m_player->main()));
-    m_desk->addWidget(m_player);
-    m_desk->setStretchFactor(0, 0);
-    m_desk->setStretchFactor(1, 1);
+    if (m_openPlayer.player() != nullptr)
+        m_playerSoon.start();
+}
+
+void DetailPane::addPlayer()
+{
+    m_player = new PlayerPane(*m_openPlayer.player(), m_defaults, m_beside);
+    if (m_review)
+        m_player->setReview(true);
+    m_beside->layout()->addWidget(m_player);
     connect(m_player, &PlayerPane::pictureFocusChanged, &m_openPlayer,
             &OpenPlayer::setVideoFocused);
     m_player->show();
-    shareRoom();
-    showDesk();
+    if (m_wantsKeyboard)
+        focusPicture();
+    QTimer::singleShot(0, m_player, [this] { addComments(); });
+}
+
+void DetailPane::addComments()
+{
+    m_player->setBelow(new CommentsPanel(*m_openPlayer.player(), m_author, m_player->main()));
+    m_beside->setUpdatesEnabled(true);
 }
 
 void DetailPane::setReview(bool review)
@@ -153,25 +174,33 @@ QWidget& DetailPane::noticesPlace()
     return *this;
 }
 
-QWidget* DetailPane::deskWidget() const
+bool DetailPane::canReview() const
 {
-    return m_desk;
+    return m_openPlayer.player() != nullptr && currentWidget() == m_desk;
 }
 
 /// The player is the same one on either desk.
 void DetailPane::showDesk()
 {
     const bool review = m_wantsReview && canReview();
-    // What has the keyboard may be hidden in a moment.
-    if (review && !m_review && !m_player->isAncestorOf(window()->focusWidget()))
-        m_player->picture().setFocus();
+    const bool enters = review && !m_review;
     m_review = review;
     m_report->setVisible(!review);
     if (m_player != nullptr && m_player->isReview() != review)
         m_player->setReview(review);
-    if (m_player != nullptr)
-        shareRoom();
+    if (enters)
+        focusPicture(); // what has the keyboard may be hidden in a moment
+    if (!canReview())
+        m_wantsKeyboard = false;
+    shareRoom();
     Q_EMIT reviewChanged();
+}
+
+void DetailPane::focusPicture()
+{
+    m_wantsKeyboard = m_player == nullptr;
+    if (m_player != nullptr && !m_player->isAncestorOf(window()->focusWidget()))
+        m_player->picture().setFocus();
 }
 
 /// In narrow windows the player yields down to where its tools have words, then the report to the
@@ -184,13 +213,17 @@ int DetailPane::reportWidth(int room)
     return std::clamp(room - PlayerPane::roomy, narrowestReport, usualReport);
 }
 
-/// Without a player the report has all of it.
+/// Without a player the report has all of it. One that is about to be there has its room already.
 void DetailPane::shareRoom()
 {
-    m_report->setMaximumWidth(m_player != nullptr ? widestReport : QWIDGETSIZE_MAX);
+    if (currentWidget() != m_desk)
+        return; // a report that is not seen keeps its width: most often it comes back to it
+    const bool hasPlayer = m_openPlayer.player() != nullptr;
+    m_beside->setVisible(hasPlayer);
+    m_report->setMaximumWidth(hasPlayer ? widestReport : QWIDGETSIZE_MAX);
     const bool isTight = width() <= narrowestReport + PlayerPane::narrowest;
     m_report->setMinimumWidth(isTight ? tightReport : narrowestReport);
-    if (m_player == nullptr || m_review)
+    if (!hasPlayer || m_review)
         return;
     const int report = m_ownReport.value_or(isTight ? tightReport : reportWidth(width()));
     m_desk->setSizes({report, width() - report - m_desk->handleWidth()});

@@ -7,6 +7,7 @@
 #include "VantroqueApp/Model/Playback/OpenPlayer.h"
 
 #include <QStackedWidget>
+#include <QTimer>
 
 class QSplitter;
 
@@ -35,7 +36,7 @@ public:
     bool isReview() const { return m_review; }
     /// Where a notice covers nothing that is worked with.
     QWidget& noticesPlace();
-    bool canReview() const { return m_player != nullptr && currentWidget() == deskWidget(); }
+    bool canReview() const;
 
 Q_SIGNALS:
     void reviewChanged(); ///< Also whether there is something to review.
@@ -46,10 +47,12 @@ protected:
 private:
     static int reportWidth(int room);
     void showPlayer();
+    void addPlayer();
+    void addComments();
     void dropPlayer();
     void shareRoom();
-    QWidget* deskWidget() const;
     void showDesk();
+    void focusPicture();
     void refresh();
     void showReport(const FileAnalysis& file);
     void showMessage(const FileAnalysis* file);
@@ -62,7 +65,10 @@ private:
     SelectionPane* m_several;
     QSplitter* m_desk; ///< The report, and the player beside it.
     ReportView* m_report;
-    PlayerPane* m_player = nullptr; ///< Of the open player.
+    QWidget* m_beside;              ///< Holds the player; keeps what the last one painted.
+    PlayerPane* m_player = nullptr; ///< Of the open player, a turn after that.
+    QTimer m_playerSoon;
+    bool m_wantsKeyboard = false; ///< The picture, as soon as it is there.
     OpenPlayer& m_openPlayer;
     const NoteAuthor& m_author;
     UserDefaults& m_defaults;
