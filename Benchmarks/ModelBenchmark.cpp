@@ -58,7 +58,7 @@ void measure(const std::vector<Profile>& profiles, const std::filesystem::path& 
     print("all scored for the present choice   ", secondsSince(begun));
     print("  longest stretch (under 0.016)     ", dog.longest().count());
 
-    std::set<QUuid> visible;
+    FileIds visible;
     for (std::size_t i = 0; i < inSight; ++i)
         visible.insert(model.files().analyses()[i].id);
     model.files().setVisible(visible);

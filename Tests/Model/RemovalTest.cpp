@@ -74,7 +74,7 @@ TEST_F(Removal, OfNothingLeavesWhatCanComeBack)
 TEST_F(Removal, OfSeveralKeepsTheOthersAndGoesOnAfterTheOneThatLed)
 {
     analyse();
-    const std::set ids{entry(0).id, entry(1).id};
+    const FileIds ids{entry(0).id, entry(1).id};
     files().select({ids, entry(1).id});
     files().remove(ids);
     EXPECT_EQ(selectedName(), u"c.mp4"_s);

@@ -79,7 +79,7 @@ TEST_F(FluidQueue, FiltersSortsSelectsRemovesBringsBackAndScrollsWithoutBlocking
     EXPECT_EQ(model().files().selection().ids.size(), all + 1U);
     expectFluid("selecting all");
     const QStringList before = names();
-    std::set<QUuid> everyOther;
+    FileIds everyOther;
     for (std::size_t i = 0; i <= all; i += 2)
         everyOther.insert(entry(i).id);
     model().files().remove(everyOther);

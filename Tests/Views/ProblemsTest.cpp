@@ -167,10 +167,16 @@ TEST_F(ProblemsPane, OneGoesToItsMoment)
 TEST_F(ProblemsPane, TheListIsCopiedAsText)
 {
     show("fail.mp4");
+    const auto& button = *the<QToolButton>(u"Copy the problems"_s);
+    const QImage offers = button.icon().pixmap(button.iconSize()).toImage();
     QTest::mouseClick(the<QToolButton>(u"Copy the problems"_s), Qt::LeftButton);
+    EXPECT_EQ(button.accessibleDescription(), u"Copied"_s);
+    EXPECT_NE(button.icon().pixmap(button.iconSize()).toImage(), offers) << "a tick";
     const QString text = QGuiApplication::clipboard()->text();
     EXPECT_TRUE(text.startsWith(u"fail.mp4    "_s)) << text.toStdString();
     EXPECT_TRUE(text.contains(u"XX Loudness               2 platforms\n"_s)) << text.toStdString();
+    EXPECT_TRUE(soon([&] { return button.accessibleDescription().isEmpty(); }));
+    EXPECT_EQ(button.icon().pixmap(button.iconSize()).toImage(), offers);
 }
 
 TEST_F(ProblemsPane, SayWhenThereAreNone)

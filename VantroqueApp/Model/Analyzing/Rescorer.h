@@ -4,6 +4,7 @@
 #include "VantroqueApp/Model/Background/SeparateTasks.h"
 #include "VantroqueApp/Model/Background/Tasks.h"
 #include "VantroqueApp/Model/Choices/ProfileChoice.h"
+#include "VantroqueApp/Model/Files/FileIds.h"
 #include "VantroqueApp/Model/Files/FileList.h"
 
 #include <QObject>
@@ -11,7 +12,6 @@
 #include <filesystem>
 #include <map>
 #include <optional>
-#include <set>
 #include <stop_token>
 
 namespace vantroque {
@@ -74,10 +74,10 @@ private:
     FileList& m_files;
     const ProfileChoice& m_choice;
     const AnalysisEngine m_engine;
-    std::set<QUuid> m_rescoring;    ///< To be measured for the present choice.
+    FileIds m_rescoring;            ///< To be measured for the present choice.
     std::optional<Job> m_measuring; ///< The one of them at hand.
     /// Files that are looked for, by their folders.
-    std::map<std::filesystem::path, std::set<QUuid>> m_sought;
+    std::map<std::filesystem::path, FileIds> m_sought;
     SeparateTasks m_looks;
     Tasks m_measurer;
     Tasks m_scorer;

@@ -3,11 +3,11 @@
 #include "Base/FileUrl.h"
 #include "VantroqueApp/Model/Compare/CompareController.h"
 #include "VantroqueApp/Model/Files/Comparison.h"
+#include "VantroqueApp/Model/Files/FileIds.h"
 
 #include <QObject>
 
 #include <memory>
-#include <set>
 
 namespace vantroque {
 
@@ -45,7 +45,7 @@ private:
     Comparison& m_comparison;
     const PlayerSurroundings m_surroundings;
     std::unique_ptr<CompareController> m_controller;
-    std::set<QUuid> m_known; ///< Entries that could be compared when it was opened, or joined.
+    FileIds m_known; ///< Entries that could be compared when it was opened, or joined.
     std::size_t m_leftOut = 0;
 };
 

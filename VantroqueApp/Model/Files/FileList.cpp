@@ -147,7 +147,7 @@ void FileList::restore(std::vector<FileAnalysis> entries, const std::optional<QU
     tellSelection(before);
 }
 
-void FileList::remove(const std::set<QUuid>& ids)
+void FileList::remove(const FileIds& ids)
 {
     if (std::ranges::any_of(m_analyses, [&](const auto& entry) { return ids.contains(entry.id); }))
         takeOut(ids);
@@ -156,14 +156,14 @@ void FileList::remove(const std::set<QUuid>& ids)
 void FileList::clearAll()
 {
     Q_EMIT aboutToAddOrClear();
-    std::set<QUuid> all;
+    FileIds all;
     for (const FileAnalysis& entry : m_analyses)
         all.insert(entry.id);
     takeOut(all);
 }
 
 /// When none of the selected ones is left, what follows the one that led is selected.
-void FileList::takeOut(const std::set<QUuid>& ids)
+void FileList::takeOut(const FileIds& ids)
 {
     const FileSelection before = m_selection;
     const FileAnalysis* lead = before.lead ? analysis(*before.lead) : nullptr;

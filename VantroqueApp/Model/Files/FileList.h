@@ -9,7 +9,6 @@
 
 #include <functional>
 #include <optional>
-#include <set>
 #include <vector>
 
 namespace vantroque {
@@ -42,8 +41,8 @@ public:
     std::vector<SkippedFile> add(const std::vector<FileUrl>& urls);
     /// Takes entries as they were when the program ended, with the selected one.
     void restore(std::vector<FileAnalysis> entries, const std::optional<QUuid>& selected);
-    void remove(const QUuid& id) { remove(std::set{id}); }
-    void remove(const std::set<QUuid>& ids);
+    void remove(const QUuid& id) { remove(FileIds{id}); }
+    void remove(const FileIds& ids);
     void clearAll();
     /// What was taken out last and can come back; nothing after that.
     const std::optional<FileRemoval>& lastRemoval() const { return m_removal; }
@@ -64,7 +63,7 @@ public:
     const MediaInfo* selectedMedia() const;
 
     /// The entries in sight, which come first in what is done for many.
-    void setVisible(std::set<QUuid> ids) { m_visible = std::move(ids); }
+    void setVisible(FileIds ids) { m_visible = std::move(ids); }
     /// The selected one, then those in sight, then the others.
     std::vector<QUuid> inOrderOfUrgency() const;
 
@@ -82,7 +81,7 @@ Q_SIGNALS:
 
 private:
     std::vector<SkippedFile> append(const std::vector<FileUrl>& urls);
-    void takeOut(const std::set<QUuid>& ids);
+    void takeOut(const FileIds& ids);
     void reindex();
     void keepLead();
     void tellSelection(const FileSelection& before);
@@ -91,7 +90,7 @@ private:
     QHash<QUuid, std::size_t> m_places; ///< In it.
     FileSelection m_selection;
     std::optional<FileRemoval> m_removal;
-    std::set<QUuid> m_visible;
+    FileIds m_visible;
 };
 
 } // namespace vantroque

@@ -23,7 +23,7 @@ void waitAgain(FileAnalysis& file, FileSelection& selection)
 
 } // namespace
 
-FileRemoval FileRemoval::takeOut(std::vector<FileAnalysis>& files, const std::set<QUuid>& ids,
+FileRemoval FileRemoval::takeOut(std::vector<FileAnalysis>& files, const FileIds& ids,
                                  FileSelection selection)
 {
     FileRemoval removal{.entries = {}, .selection = std::move(selection)};

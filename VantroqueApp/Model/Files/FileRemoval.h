@@ -19,7 +19,7 @@ struct FileRemoval {
 
     /// Takes these out. A stopped analysis will wait again, as another entry: what still comes of
     /// the stopped one must not find it.
-    static FileRemoval takeOut(std::vector<FileAnalysis>& files, const std::set<QUuid>& ids,
+    static FileRemoval takeOut(std::vector<FileAnalysis>& files, const FileIds& ids,
                                FileSelection selection);
     /// Puts them where they were, but for files that are in the list again by now.
     void putBack(std::vector<FileAnalysis>& files) const;

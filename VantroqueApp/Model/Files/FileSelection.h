@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QUuid>
+#include "VantroqueApp/Model/Files/FileIds.h"
 
 #include <optional>
-#include <set>
 
 namespace vantroque {
 
 /// Which entries of the list are selected. The one that was selected last leads.
 struct FileSelection {
-    std::set<QUuid> ids;
+    FileIds ids;
     std::optional<QUuid> lead; ///< One of them, where there are any.
 
     static FileSelection of(const std::optional<QUuid>& id)

@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iterator>
 #include <utility>
@@ -179,9 +180,10 @@ void FileListModel::reindex()
 void FileListModel::recount()
 {
     m_counts.fill(0);
-    for (const FileFilter filter :
-         {FileFilter::all, FileFilter::failed, FileFilter::warned, FileFilter::notAnalyzed})
-        for (const FileStanding standing : std::as_const(m_standings))
+    constexpr std::array filters{FileFilter::all, FileFilter::failed, FileFilter::warned,
+                                 FileFilter::notAnalyzed};
+    for (const FileStanding standing : std::as_const(m_standings))
+        for (const FileFilter filter : filters)
             m_counts.at(static_cast<std::size_t>(filter)) +=
                 FileOrder{filter, {}}.shows(standing) ? 1 : 0;
 }

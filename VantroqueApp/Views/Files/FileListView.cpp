@@ -153,7 +153,7 @@ void FileListView::remove(const QModelIndex& index)
         return;
     const QUuid id = m_files->entry(index).id;
     const auto& selected = m_list.selection().ids;
-    m_list.remove(selected.contains(id) ? std::set(selected) : std::set{id});
+    m_list.remove(selected.contains(id) ? std::set(selected) : FileIds{id});
 }
 
 void FileListView::goTo(const QUuid& id)
@@ -175,7 +175,7 @@ void FileListView::tellVisible()
     const int first = verticalOffset() / pitch;
     const int last =
         std::min((verticalOffset() + viewport()->height()) / pitch, m_files->rowCount() - 1);
-    std::set<QUuid> ids;
+    FileIds ids;
     for (int row = first; row <= last; ++row)
         ids.insert(m_files->entry(m_files->index(row)).id);
     m_list.setVisible(std::move(ids));

@@ -4,6 +4,7 @@
 #include "VantroqueApp/Views/Controls/RowParts.h"
 #include "VantroqueApp/Views/Report/ProblemLine.h"
 #include "VantroqueApp/Views/Report/ProblemRow.h"
+#include "VantroqueApp/Views/Style/Icons.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
 #include <QAbstractButton>
@@ -47,7 +48,14 @@ QWidget* ProblemsPanel::heading()
     m_copy = IconButton::make(u"copy"_s, u"Copy the problems"_s, u"Copy the list as text"_s);
     m_previous = IconButton::previousProblem();
     m_next = IconButton::nextProblem();
-    connect(m_copy, &QToolButton::clicked, this, &ProblemsPanel::copyRequested);
+    m_copied.setSingleShot(true);
+    connect(&m_copied, &QTimer::timeout, this, [this] { sayCopied(false); });
+    connect(m_copy, &QToolButton::clicked, this, [this] {
+        constexpr int milliseconds = 1500;
+        Q_EMIT copyRequested();
+        sayCopied(true);
+        m_copied.start(milliseconds);
+    });
     connect(m_previous, &QToolButton::clicked, this, [this] { step(false); });
     connect(m_next, &QToolButton::clicked, this, [this] { step(true); });
     constexpr int high = 32;
@@ -64,6 +72,12 @@ QWidget* ProblemsPanel::heading()
     m_steps = IconButton::steps(*m_previous, *m_next);
     layout->addWidget(m_steps);
     return line;
+}
+
+void ProblemsPanel::sayCopied(bool copied)
+{
+    m_copy->setIcon(Icons::tool(copied ? u"checkmark"_s : u"copy"_s));
+    m_copy->setAccessibleDescription(copied ? u"Copied"_s : QString());
 }
 
 void ProblemsPanel::show(std::vector<Problem> problems, const std::optional<QString>& conflict,

@@ -3,6 +3,7 @@
 #include "Check/Problems.h"
 #include "VantroqueApp/Views/Report/OpenRows.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QBoxLayout;
@@ -38,6 +39,7 @@ Q_SIGNALS:
 
 private:
     QWidget* heading();
+    void sayCopied(bool copied);
     void noteOpen(const ProblemRow& row);
     void refill();
     void addRow(const Problem& problem);
@@ -52,6 +54,7 @@ private:
     QToolButton* m_next = nullptr;
     QWidget* m_steps = nullptr;
     QToolButton* m_copy = nullptr;
+    QTimer m_copied; ///< Runs while the button says that it was done.
     QLabel* m_conflict;
     QLabel* m_none;
     QBoxLayout* m_list;

@@ -73,9 +73,8 @@ DetailPane::DetailPane(FileList& list, const AnalysisQueue& queue, const Profile
         m_ownReport = width;
         WindowMemory::keepWidth(m_defaults, reportKey(), width);
     });
-    m_playerSoon.setSingleShot(true);
-    m_playerSoon.setInterval(0);
-    connect(&m_playerSoon, &QTimer::timeout, this, &DetailPane::addPlayer);
+    m_turns.setInterval(0);
+    connect(&m_turns, &QTimer::timeout, this, &DetailPane::buildPlayer);
     connect(&player, &OpenPlayer::playerAboutToGo, this, &DetailPane::dropPlayer);
     connect(&player, &OpenPlayer::playerChanged, this, &DetailPane::showPlayer);
     const auto ifSelected = [this](const QUuid& id) {
@@ -130,15 +129,27 @@ void DetailPane::dropPlayer()
     m_report->dropPlayer();
     m_beside->setUpdatesEnabled(false);
     m_wantsKeyboard = m_player != nullptr && m_player->isAncestorOf(window()->focusWidget());
-    m_playerSoon.stop();
+    m_turns.stop();
     delete std::exchange(m_player, nullptr);
 }
 
-/// The report is there first, then, each in a turn of its own, the player and its comments.
 void DetailPane::showPlayer()
 {
     if (m_openPlayer.player() != nullptr)
-        m_playerSoon.start();
+        m_turns.start();
+}
+
+/// The report is there first. What the player is made of comes one thing a turn, so that no turn is
+/// longer than a frame, and is seen when all of it is there.
+void DetailPane::buildPlayer()
+{
+    if (m_player == nullptr)
+        return addPlayer();
+    if (!m_player->hasBelow())
+        return m_player->setBelow(
+            new CommentsPanel(*m_openPlayer.player(), m_author, m_player->main()));
+    m_turns.stop();
+    m_beside->setUpdatesEnabled(true);
 }
 
 void DetailPane::addPlayer()
@@ -152,13 +163,6 @@ void DetailPane::addPlayer()
     m_player->show();
     if (m_wantsKeyboard)
         focusPicture();
-    QTimer::singleShot(0, m_player, [this] { addComments(); });
-}
-
-void DetailPane::addComments()
-{
-    m_player->setBelow(new CommentsPanel(*m_openPlayer.player(), m_author, m_player->main()));
-    m_beside->setUpdatesEnabled(true);
 }
 
 void DetailPane::setReview(bool review)

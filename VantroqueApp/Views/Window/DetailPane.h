@@ -47,8 +47,8 @@ protected:
 private:
     static int reportWidth(int room);
     void showPlayer();
+    void buildPlayer();
     void addPlayer();
-    void addComments();
     void dropPlayer();
     void shareRoom();
     void showDesk();
@@ -66,9 +66,9 @@ private:
     QSplitter* m_desk; ///< The report, and the player beside it.
     ReportView* m_report;
     QWidget* m_beside;              ///< Holds the player; keeps what the last one painted.
-    PlayerPane* m_player = nullptr; ///< Of the open player, a turn after that.
-    QTimer m_playerSoon;
-    bool m_wantsKeyboard = false; ///< The picture, as soon as it is there.
+    PlayerPane* m_player = nullptr; ///< Of the open player, some turns after that.
+    QTimer m_turns;                 ///< Of the event loop, while the player is made.
+    bool m_wantsKeyboard = false;   ///< The picture, as soon as it is there.
     OpenPlayer& m_openPlayer;
     const NoteAuthor& m_author;
     UserDefaults& m_defaults;
