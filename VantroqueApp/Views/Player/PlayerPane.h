@@ -42,7 +42,6 @@ public:
     /// Puts a view under the transport, a child of `main`: the style sheet costs a view that comes
     /// from elsewhere another look at each of its parts.
     void setBelow(QWidget* below);
-    bool hasBelow() const { return m_below != nullptr; }
     QWidget* main() const { return m_main; }
     /// As a desk, or beside a report.
     void setReview(bool review);

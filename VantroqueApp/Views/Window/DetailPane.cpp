@@ -135,21 +135,24 @@ void DetailPane::dropPlayer()
 
 void DetailPane::showPlayer()
 {
-    if (m_openPlayer.player() != nullptr)
-        m_turns.start();
+    if (m_openPlayer.player() == nullptr)
+        return;
+    m_step = 0;
+    m_turns.start();
 }
 
 /// The report is there first. What the player is made of comes one thing a turn, so that no turn is
 /// longer than a frame, and is seen when all of it is there.
 void DetailPane::buildPlayer()
 {
-    if (m_player == nullptr)
-        return addPlayer();
-    if (!m_player->hasBelow())
+    switch (m_step++) {
+    case 0: return; // the report is painted
+    case 1: return addPlayer();
+    case 2:
         return m_player->setBelow(
             new CommentsPanel(*m_openPlayer.player(), m_author, m_player->main()));
-    m_turns.stop();
-    m_beside->setUpdatesEnabled(true);
+    default: m_turns.stop(); m_beside->setUpdatesEnabled(true);
+    }
 }
 
 void DetailPane::addPlayer()

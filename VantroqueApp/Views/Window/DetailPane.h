@@ -68,6 +68,7 @@ private:
     QWidget* m_beside;              ///< Holds the player; keeps what the last one painted.
     PlayerPane* m_player = nullptr; ///< Of the open player, some turns after that.
     QTimer m_turns;                 ///< Of the event loop, while the player is made.
+    int m_step = 0;                 ///< Of that.
     bool m_wantsKeyboard = false;   ///< The picture, as soon as it is there.
     OpenPlayer& m_openPlayer;
     const NoteAuthor& m_author;
