@@ -1,4 +1,5 @@
 #include "VantroqueApp/Views/Controls/ToolButton.h"
+#include "VantroqueApp/Views/Notes/CommentsPanel.h"
 #include "VantroqueApp/Views/Report/ReportSections.h"
 #include "Views/WindowFixture.h"
 
@@ -108,6 +109,8 @@ TEST_F(Names, AreThereInEveryStateOfAFile)
         [&] { return model().queue().progress(model().files().analyses()[2].id) != nullptr; }));
     for (const FileAnalysis& file : model().files().analyses()) {
         model().files().select(file.id);
+        if (model().player() != nullptr)
+            ASSERT_NE(soonThe<CommentsPanel>(), nullptr);
         EXPECT_EQ(missing(), QStringList()) << file.url.fileName().toStdString();
     }
     model().files().select(std::nullopt);
