@@ -2,6 +2,7 @@
 
 #include "VantroqueApp/Views/Controls/FocusRing.h"
 #include "VantroqueApp/Views/Files/FileListView.h"
+#include "VantroqueApp/Views/Notes/CommentsPanel.h"
 #include "VantroqueApp/Views/Style/Look.h"
 #include "VantroqueApp/Views/Window/DetailPane.h"
 #include "Views/WindowScenes.h"
@@ -98,6 +99,14 @@ protected:
             urls << QUrl(file.toString());
         dropped.setUrls(urls);
         drop(dropped, window().rect().center());
+    }
+
+    /// Nothing is left to do, and the player of the selected file is there.
+    bool soonIdle()
+    {
+        return ModelTest::soonIdle() && soon([&] {
+                   return model().player() == nullptr || the<CommentsPanel>() != nullptr;
+               });
     }
 
     template<typename Widget>
