@@ -1,7 +1,9 @@
 #include "Check/CheckRow.h"
 #include "VantroqueApp/Views/Report/MeasurementCards.h"
+#include "VantroqueApp/Views/Style/Type.h"
 #include "Views/WindowFixture.h"
 
+#include <QLayout>
 #include <QPushButton>
 
 namespace vantroque {
@@ -151,6 +153,29 @@ TEST(Cards, AreHigherWhereACaptionNeedsASecondLine)
     EXPECT_GT(highAt(false, 280), 4 * 32);
     EXPECT_EQ(highAt(true, 700), 72);
     EXPECT_GT(highAt(true, 420), 72);
+}
+
+TEST(Cards, SideBySideTitleAndFigureAreWholeBesideALongCaption)
+{
+    std::vector<Profile> profiles;
+    for (const double target : {-24.0, -23.0, -18.0, -16.0}) {
+        profiles.push_back(withTarget());
+        profiles.back().loudness->targetLKFS = target;
+    }
+    MeasurementCards view;
+    view.show(cardsOf(spot(), profiles), 25, true);
+    view.setWide(true);
+    view.resize(520, view.heightForWidth(520));
+    view.layout()->activate();
+    const QFontMetrics metrics(Type::text(Type::caption));
+    int cards = 0;
+    for (const auto* card : view.findChildren<QAbstractButton*>(Qt::FindDirectChildrenOnly)) {
+        const QString title = card->accessibleName().section(u':', 0, 0);
+        EXPECT_GT(card->width(), metrics.horizontalAdvance(title) + 40) << title.toStdString();
+        EXPECT_GE(card->height(), card->heightForWidth(card->width())) << title.toStdString();
+        ++cards;
+    }
+    EXPECT_EQ(cards, 4);
 }
 
 TEST(Cards, NameRangeAndMatrixAndWhatWasAssumed)

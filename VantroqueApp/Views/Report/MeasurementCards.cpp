@@ -82,13 +82,16 @@ public:
 
     QSize sizeHint() const override
     {
-        const int words =
-            std::max({QFontMetrics(Type::text(Type::caption)).horizontalAdvance(m_card.caption),
-                      QFontMetrics(valueFont()).horizontalAdvance(m_card.value) + 40, 72});
+        const int caption =
+            QFontMetrics(Type::text(Type::caption)).horizontalAdvance(m_card.caption);
         constexpr int ample = 10'000; // for the caption on one line
-        return {words + 2 * padding + 1, heightForWidth(ample)};
+        return {std::max(caption, figureWidth()) + 2 * padding + 1, heightForWidth(ample)};
     }
-    QSize minimumSizeHint() const override { return {0, sizeHint().height()}; }
+    /// Side by side, title and value are whole. A caption can be broken.
+    QSize minimumSizeHint() const override
+    {
+        return {m_wide ? figureWidth() + 2 * padding + 1 : 0, sizeHint().height()};
+    }
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override
     {
@@ -155,6 +158,12 @@ private:
     {
         constexpr int label = 62;
         return padding + sign + RowParts::gap + label + RowParts::gap;
+    }
+    int figureWidth() const
+    {
+        const int title = QFontMetrics(Type::text(Type::caption)).horizontalAdvance(m_card.title);
+        return std::max(title + RowParts::gap + sign, valueWidth())
+               + (m_card.moment ? RowParts::chevron : 0);
     }
     int valueWidth() const
     {
