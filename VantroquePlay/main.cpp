@@ -6,6 +6,7 @@
 
 #include "Base/FrameRate.h"
 #include "Base/Numbers.h"
+#include "Cage/Cage.h"
 #include "VantroquePlay/FrameServer.h"
 #include "VantroquePlay/SoundServer.h"
 
@@ -63,13 +64,15 @@ std::optional<Call> callOf(int argc, char** argv)
     return Call{*parent, static_cast<int>(*stream), *rate, *reading, argv[6]};
 }
 
-/// Sees to it that no decoder outlives its window, takes the machine's memory or leaves a core.
-bool confine(std::int64_t parent)
+/// Sees to it that no decoder outlives its window, takes the machine's memory, leaves a core or
+/// touches more than its film and what the window hands to it.
+bool confine(std::int64_t parent, const std::string& film)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     constexpr rlimit none{0, 0};
     ::setrlimit(RLIMIT_CORE, &none);
-#ifndef VANTROQUE_SANITIZED // Sanitizers take terabytes of address space.
+#ifndef VANTROQUE_SANITIZED // Sanitizers take terabytes of address space, and look at themselves.
+    Cage::close({.reads = {film}});
     constexpr rlim_t mostMemory = rlim_t{4} << 30U;
     rlimit memory{};
     ::getrlimit(RLIMIT_AS, &memory);
@@ -114,7 +117,7 @@ int countProgress(void* desk)
 int main(int argc, char** argv)
 {
     const auto call = callOf(argc, argv);
-    if (!call || !confine(call->parent))
+    if (!call || !confine(call->parent, call->path))
         return EXIT_FAILURE;
     av_log_set_level(AV_LOG_QUIET);
     OrderDesk desk(PlayProtocol::linkDescriptor);

@@ -277,7 +277,8 @@ TEST(EmbeddedCaptions, AToolThatNeverEndsIsStopped)
     const FakeTools tools;
     tools.put("ffmpeg", "printf '1\\n0:01 --> 0:02\\nHello\\n'; exec sleep 600");
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(EmbeddedCaptions::srtText({"-i", "/spot.scc"}, 0.2), std::nullopt);
+    EXPECT_EQ(EmbeddedCaptions::srtText(FileUrl::fromPath("/spot.scc"), {"-i", "/spot.scc"}, 0.2),
+              std::nullopt);
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
 }
 

@@ -14,7 +14,10 @@ namespace vantroque {
 /// ones until the scope ends. A tool without a stand-in is the real one.
 class FakeTools {
 public:
-    FakeTools() : m_variable("VANTROQUE_FFMPEG_DIR", m_folder.path()) {}
+    FakeTools()
+        : m_variable("VANTROQUE_FFMPEG_DIR", m_folder.path()), m_cage("VANTROQUE_CAGE", "off")
+    {
+    }
 
     const std::filesystem::path& folder() const { return m_folder.path(); }
     std::filesystem::path ffprobe() const { return m_folder / "ffprobe"; }
@@ -58,6 +61,7 @@ public:
 private:
     TestFolder m_folder;
     ScopedVariable m_variable;
+    ScopedVariable m_cage; ///< What stands in for a tool writes where it likes.
 };
 
 } // namespace vantroque

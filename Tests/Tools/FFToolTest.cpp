@@ -59,6 +59,8 @@ protected:
     }
 
     const TestFolder m_folder;
+    /// Here the tools are programs of all kinds, that look around and write where they like.
+    const ScopedVariable m_cage{"VANTROQUE_CAGE", "off"};
 };
 
 FFToolError errorOf(FFToolError::Kind kind)

@@ -1,4 +1,5 @@
 #include "Base/Cancellation.h"
+#include "Base/ScopedVariable.h"
 #include "Support/TestFolder.h"
 #include "Tools/FFTool.h"
 #include "Tools/ProcessTable.h"
@@ -20,6 +21,7 @@ using Clock = std::chrono::steady_clock;
 /// Tools that list the processes they started in a file, and go on once it is whole.
 class Leftover : public testing::Test {
 protected:
+    const ScopedVariable m_cage{"VANTROQUE_CAGE", "off"}; // the tools tell of themselves in a file
     const TestFolder m_folder;
     const fs::path m_list = m_folder / "list";
 

@@ -25,7 +25,7 @@ Result<CaptionTrack, Problem> loadScenarist(const FileUrl& url)
 {
     std::optional<QString> text;
     if (Playlists::refuse(url))
-        text = EmbeddedCaptions::srtText({"-i", url.path().native()});
+        text = EmbeddedCaptions::srtText(url, {"-i", url.path().native()});
     if (!text)
         return tl::unexpected(Problem::unreadable);
     // ffmpeg puts a placement into every cue, whatever the file says.

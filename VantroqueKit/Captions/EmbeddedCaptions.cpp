@@ -87,21 +87,22 @@ std::optional<QString> language(const EmbeddedCaptionSource& source)
 std::optional<CaptionTrack> extract(const EmbeddedCaptionSource& source, const FileUrl& media)
 {
     const auto arguments = Playlists::refuse(media) ? input(source, media) : std::nullopt;
-    const auto text = arguments ? srtText(*arguments) : std::nullopt;
+    const auto text = arguments ? srtText(media, *arguments) : std::nullopt;
     if (!text)
         return std::nullopt;
     return CaptionParser::parse(*text, CaptionTrack::Format::embedded, placementTags(source));
 }
 
-std::optional<QString> srtText(const std::vector<std::string>& arguments, double timeout)
+std::optional<QString> srtText(const FileUrl& media, const std::vector<std::string>& arguments,
+                               double timeout)
 {
     const auto ffmpeg = FFTool::find("ffmpeg");
     if (!ffmpeg)
         return std::nullopt;
     FFmpegCall call(FFmpegCall::Log::complaints);
     call.add({"-nostdin"}).add(arguments).add({"-f", "srt", "-"});
-    const auto output =
-        FFTool::run(*ffmpeg, call.words(), {.allowFailure = true, .timeout = timeout});
+    const auto output = FFTool::run(
+        *ffmpeg, call.words(), {.allowFailure = true, .timeout = timeout, .reads = {media.path()}});
     // It can end well with nothing or half to tell, and badly with all that there was.
     if (!output || !output->output.contains("-->"))
         return std::nullopt;

@@ -27,9 +27,9 @@ std::optional<QString> language(const EmbeddedCaptionSource& source);
 /// captions in it or ffmpeg is missing, fails without a cue, or takes too long.
 std::optional<CaptionTrack> extract(const EmbeddedCaptionSource& source, const FileUrl& media);
 
-/// What ffmpeg makes of its input `arguments` as SubRip. Blocks for up to `timeout` seconds.
-/// Nothing when it makes no cue, is missing, or has not ended by then.
-std::optional<QString> srtText(const std::vector<std::string>& arguments,
+/// What ffmpeg makes of its input `arguments`, which are about `media`, as SubRip. Blocks for up to
+/// `timeout` seconds. Nothing when it makes no cue, is missing, or has not ended by then.
+std::optional<QString> srtText(const FileUrl& media, const std::vector<std::string>& arguments,
                                double timeout = FFTool::defaultTimeout);
 
 } // namespace vantroque::EmbeddedCaptions

@@ -341,7 +341,8 @@ BlockAndBlur blockAndBlur(const MediaInfo& media)
         "metadata=mode=print:key=lavfi.block,metadata=mode=print:key=lavfi.blur";
     FFmpegCall call(FFmpegCall::Log::filters);
     call.input(media.url).add({"-map", "0:" + media.video->specifier()}).filtered(filters);
-    const auto ran = FFTool::run(*ffmpeg, call.nowhere().words(), {.allowFailure = true});
+    const auto ran = FFTool::run(*ffmpeg, call.nowhere().words(),
+                                 {.allowFailure = true, .reads = {media.url.path()}});
     if (!ran)
         return {};
     const QByteArray log = LogHeaders::without(ran->words);

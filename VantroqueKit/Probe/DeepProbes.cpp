@@ -35,10 +35,11 @@ QString headerLines(const fs::path& ffmpeg, const FileUrl& url)
             }))
             kept.append(line) += '\n';
     };
-    const auto ran = FFTool::run(ffmpeg,
-                                 {"-v", "trace", "-i", url.path().native(), "-c", "copy", "-bsf:v",
-                                  "trace_headers", "-frames:v", "1", "-f", "null", "-"},
-                                 {.allowFailure = true, .observer = observer});
+    const auto ran =
+        FFTool::run(ffmpeg,
+                    {"-v", "trace", "-i", url.path().native(), "-c", "copy", "-bsf:v",
+                     "trace_headers", "-frames:v", "1", "-f", "null", "-"},
+                    {.allowFailure = true, .observer = observer, .reads = {url.path()}});
     return ran ? QString::fromStdString(kept) : QString();
 }
 
@@ -159,7 +160,7 @@ std::optional<HDRMetadata> hdrMetadata(const fs::path& ffprobe, const FileUrl& u
         FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-select_streams", stream,
                      "-read_intervals", "%+#1", "-show_frames", url.path().native()},
-                    {.allowFailure = true});
+                    {.allowFailure = true, .reads = {url.path()}});
     return printed ? hdrMetadata(printed->output) : std::nullopt;
 }
 

@@ -280,7 +280,7 @@ Result<MediaInfo> probe(const FileUrl& url, Captions captions)
     TRY(Playlists::refuse(url));
     auto arguments = ffprobeArguments();
     arguments.push_back(url.path().native());
-    const auto printed = FFTool::run(ffprobe, arguments);
+    const auto printed = FFTool::run(ffprobe, arguments, {.reads = {url.path()}});
     if (!printed)
         return failure(isEmpty(url) ? u"The file is empty.\n"_s + printed.error().toolWords()
                                     : printed.error().description());
@@ -383,7 +383,8 @@ std::optional<QString> startTimecode(const FileUrl& url)
         return std::nullopt;
     auto arguments = ffprobeArguments();
     arguments.push_back(url.path().native());
-    const auto printed = FFTool::run(*ffprobe, arguments, {.allowFailure = true});
+    const auto printed =
+        FFTool::run(*ffprobe, arguments, {.allowFailure = true, .reads = {url.path()}});
     if (!printed)
         return std::nullopt;
     const auto output = FFProbeOutput::decode(printed->output);

@@ -96,8 +96,9 @@ Result<FFTool::ToolOutput, FFToolError> run(const std::filesystem::path& ffmpeg,
 {
     const FFTool::RunOptions options{.allowFailure = true,
                                      .timeout = timeout,
-                                     .observer =
-                                         display ? display->observer() : FFTool::Observer()};
+                                     .observer = display ? display->observer() : FFTool::Observer(),
+                                     .reads = {plan.source().path()},
+                                     .writes = plan.folders()};
     auto output = TRY(FFTool::run(ffmpeg, plan.arguments(), options));
     while (const Refusal* refused = refusal(output, &plan)) {
         refused->leaveOut(plan);

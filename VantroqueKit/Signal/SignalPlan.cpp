@@ -99,6 +99,16 @@ SignalPlan::SignalPlan(const MediaInfo& media, Options options, fs::path scratch
 {
 }
 
+std::vector<fs::path> SignalPlan::folders() const
+{
+    std::vector<fs::path> folders;
+    if (!m_scratch.empty())
+        folders.push_back(m_scratch);
+    if (m_options.textFrames)
+        folders.push_back(m_options.textFrames->directory);
+    return folders;
+}
+
 FrameRate SignalPlan::frameRate() const
 {
     return FrameRate::of(m_media.video ? m_media.video->nominalFrameRate : 0)

@@ -50,6 +50,9 @@ public:
     void leaveOutTextFrames() { m_options.textFrames.reset(); }
 
     const std::optional<PictureSize>& preview() const { return m_preview; }
+    const FileUrl& source() const { return m_media.url; }
+    /// In which the call writes.
+    std::vector<std::filesystem::path> folders() const;
     std::filesystem::path halfStats() const { return m_scratch / "half.txt"; }
     std::filesystem::path quarterStats() const { return m_scratch / "quarter.txt"; }
     std::filesystem::path bitsDump() const { return m_scratch / "bits.raw"; }

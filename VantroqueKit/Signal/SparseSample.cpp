@@ -100,12 +100,13 @@ Result<std::optional<Output>, FFToolError> take(const std::filesystem::path& ffm
     std::optional<Output> sample;
     Votes votes;
     bool withBits = !media.video->isRgb();
+    const FFTool::RunOptions options{.reads = {media.url.path()}};
     for (const double place : places(media.durationSeconds)) {
-        auto ran = FFTool::run(ffmpeg, arguments(media, place, withBits));
+        auto ran = FFTool::run(ffmpeg, arguments(media, place, withBits), options);
         // Where it cannot take a plane of luma out, ffmpeg refuses the whole graph.
         if (!ran && !ran.error().isShortage() && withBits && !sample) {
             withBits = false;
-            ran = FFTool::run(ffmpeg, arguments(media, place, withBits));
+            ran = FFTool::run(ffmpeg, arguments(media, place, withBits), options);
         }
         if (!ran && ran.error().isShortage())
             return tl::unexpected(std::move(ran.error()));

@@ -47,19 +47,20 @@ Result<FFTool::ToolOutput, FFToolError> writeFrames(const fs::path& ffmpeg, cons
 {
     if (StreamSeek::isNeeded(media.url)) {
         return StreamSeek::run(
-            ffmpeg,
-            {.media = media.url,
-             .time = start,
-             .span = span,
-             .before = {"-y"},
-             .filters = filters,
-             .output = FFmpegCall().add(mapping(media)).forReading().files(pattern).words()});
+            ffmpeg, {.media = media.url,
+                     .time = start,
+                     .span = span,
+                     .before = {"-y"},
+                     .filters = filters,
+                     .output = FFmpegCall().add(mapping(media)).forReading().files(pattern).words(),
+                     .writes = {pattern.parent_path()}});
     }
     // ffmpeg turns the picture as its tag says: type that lies on its side could not be read.
     FFmpegCall call(FFmpegCall::Log::complaints);
     call.overwriting().from(start, 4).input(media.url).add(mapping(media)).lasting(span, 4);
     call.filtered(filters).forReading().files(pattern);
-    return FFTool::run(ffmpeg, call.words());
+    return FFTool::run(ffmpeg, call.words(),
+                       {.reads = {media.url.path()}, .writes = {pattern.parent_path()}});
 }
 
 } // namespace
@@ -140,7 +141,8 @@ std::optional<std::vector<TextRegion>> read(const MediaInfo& media, RecognizerPo
     call.filtered(wanted.selectFilter() + ",scale='min(" + Numbers::wholeText(wanted.maxWidth)
                   + ",iw)':-2");
     call.forReading().add({"-fps_mode", "passthrough"}).files(wanted.directory / "%05d.png");
-    if (!FFTool::run(*ffmpeg, call.words()))
+    if (!FFTool::run(*ffmpeg, call.words(),
+                     {.reads = {media.url.path()}, .writes = {wanted.directory}}))
         return std::nullopt;
     return scan.finish(media.signal ? media.signal->pictureStart.value_or(0) : 0);
 }

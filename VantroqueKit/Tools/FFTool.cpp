@@ -121,6 +121,18 @@ std::optional<SuperviseProtocol::Report> outcome(SupervisedProcess& process, dou
     return std::nullopt;
 }
 
+std::optional<Cage::Rights> cageOf(const RunOptions& options)
+{
+    if (!options.isCaged)
+        return std::nullopt;
+    Cage::Rights rights;
+    for (const fs::path& path : options.reads)
+        rights.reads.push_back(path.native());
+    for (const fs::path& path : options.writes)
+        rights.writes.push_back(path.native());
+    return rights;
+}
+
 /// Also of a shell that ran the tool.
 bool isCrash(int status)
 {
@@ -157,7 +169,7 @@ Result<fs::path, FFToolError> find(const std::string& name)
     for (const fs::path& candidate : candidates(name))
         if (isExecutableFile(candidate))
             return candidate;
-    const auto answer = run("/usr/bin/env", {"which", name});
+    const auto answer = run("/usr/bin/env", {"which", name}, {.isCaged = false});
     const QByteArray path = answer ? validUtf8(answer->output).trimmed().toUtf8() : QByteArray();
     if (path.isEmpty())
         return tl::unexpected(errorOf(FFToolError::Kind::notFound, name));
@@ -244,12 +256,13 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
             return cannotLaunch(error.code().value());
         }
         auto process = SupervisedProcess::start(executable, arguments, outEnd, errEnd,
-                                                memoryLimit(executable));
+                                                memoryLimit(executable), cageOf(options));
         if (!process)
             return cannotLaunch(process.error());
         outEnd.close();
         errEnd.close();
         report = outcome(*process, options.timeout);
+        output.cage = process->held();
     }
     if (Cancellation::isRequested())
         return tl::unexpected(errorOf(FFToolError::Kind::cancelled, executable));

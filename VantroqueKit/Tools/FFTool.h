@@ -74,12 +74,18 @@ struct RunOptions {
     bool allowFailure = false;
     double timeout = defaultTimeout; ///< Seconds.
     Observer observer = {};
+    /// The tool is caged: it opens these files and writes in these folders, and touches nothing
+    /// else.
+    std::vector<std::filesystem::path> reads = {};
+    std::vector<std::filesystem::path> writes = {};
+    bool isCaged = true;
 };
 
 struct ToolOutput {
     QByteArray output; ///< What it wrote to standard output,
     QByteArray words;  ///< and to standard error.
     int status = 0;
+    std::uint32_t cage = 0; ///< What of the cage held, bits of `Cage::Held`.
 };
 
 /// The address space that a run of that tool may take, in bytes: many times what a film of 8K needs

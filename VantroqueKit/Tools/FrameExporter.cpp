@@ -20,17 +20,22 @@ using Arguments = std::vector<std::string>;
 /// `filters` are those of the picture and may be empty.
 Result<FFTool::ToolOutput, FFToolError> run(const Arguments& before, const FileUrl& media,
                                             double time, const std::string& filters,
-                                            const Arguments& output)
+                                            const Arguments& output,
+                                            const std::vector<fs::path>& writes = {})
 {
     const auto ffmpeg = TRY(FFTool::find("ffmpeg"));
     TRY(Playlists::refuse(media));
     if (StreamSeek::isNeeded(media))
-        return StreamSeek::run(
-            ffmpeg,
-            {.media = media, .time = time, .before = before, .filters = filters, .output = output});
+        return StreamSeek::run(ffmpeg, {.media = media,
+                                        .time = time,
+                                        .before = before,
+                                        .filters = filters,
+                                        .output = output,
+                                        .writes = writes});
     FFmpegCall call(FFmpegCall::Log::complaints);
     call.add(before).from(std::max(time, 0.0), 6).input(media).add({"-frames:v", "1"});
-    return FFTool::run(ffmpeg, call.filtered(filters).add(output).words());
+    return FFTool::run(ffmpeg, call.filtered(filters).add(output).words(),
+                       {.reads = {media.path()}, .writes = writes});
 }
 
 FFToolError noFrame()
@@ -64,7 +69,7 @@ Result<QByteArray> image(const FileUrl& media, double time, const fs::path& outp
         filters = "scale='min(" + wholeText(*forReading) + ",iw)':-2";
         after.insert(after.begin(), {"-pix_fmt", "rgb24", "-compression_level", "1"});
     }
-    if (auto ran = run({"-y"}, media, time, filters, after); !ran) {
+    if (auto ran = run({"-y"}, media, time, filters, after, {scratch.path()}); !ran) {
         FFToolError error = std::move(ran.error());
         error.words.replace(QString::fromStdString(written.native()),
                             QString::fromStdString(output.native()));

@@ -112,7 +112,10 @@ Result<FFTool::ToolOutput, FFToolError> run(const fs::path& ffmpeg, const Reques
             keepComplaint(line, complaints);
         };
         auto output = TRY(FFTool::run(ffmpeg, arguments(request, seek),
-                                      {.allowFailure = true, .observer = observer}));
+                                      {.allowFailure = true,
+                                       .observer = observer,
+                                       .reads = {request.media.path()},
+                                       .writes = request.writes}));
         if (output.status != 0) {
             FFToolError error;
             error.tool = QStringLiteral("ffmpeg");

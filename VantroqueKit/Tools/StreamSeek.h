@@ -23,6 +23,7 @@ struct Request {
     std::vector<std::string> before; ///< Arguments before the input.
     std::string filters;             ///< Of the picture; may be empty.
     std::vector<std::string> output; ///< Arguments after the input.
+    std::vector<std::filesystem::path> writes = {}; ///< The folders of these outputs.
 };
 
 /// Runs ffmpeg from some time before, and from farther away until it has met a key frame before

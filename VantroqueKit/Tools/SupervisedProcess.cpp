@@ -96,6 +96,39 @@ private:
     posix_spawnattr_t m_attributes{};
 };
 
+/// What it takes to run the tool. One that somebody brought along may be a script, and has its
+/// libraries beside it or where package managers put them.
+std::vector<std::string> programs(const std::filesystem::path& executable)
+{
+    if (executable.parent_path() == "/usr/bin")
+        return {executable.native()};
+    std::error_code ignored;
+    const auto folder = std::filesystem::weakly_canonical(executable, ignored).parent_path();
+    return {executable.parent_path().native(),
+            folder.native(),
+            (folder.parent_path() / "lib").native(),
+            "/usr",
+            "/bin",
+            "/opt",
+            "/nix",
+            "/snap"};
+}
+
+/// The words of the cage, as the supervisor reads them.
+void addCage(std::vector<std::string>& command, const std::filesystem::path& executable,
+             const Cage::Rights& cage)
+{
+    command.emplace_back(cagedWord);
+    const auto add = [&](const char* word, const std::vector<std::string>& paths) {
+        for (const std::string& path : paths)
+            command.insert(command.end(), {word, path});
+    };
+    add(programWord, programs(executable));
+    add(programWord, cage.programs);
+    add(readWord, cage.reads);
+    add(writeWord, cage.writes);
+}
+
 void reap(pid_t process)
 {
     while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
@@ -131,12 +164,16 @@ Result<SupervisedProcess, int> SupervisedProcess::start(const std::filesystem::p
                                                         const std::vector<std::string>& arguments,
                                                         const FileDescriptor& standardOutput,
                                                         const FileDescriptor& standardError,
-                                                        std::uint64_t memoryLimit)
+                                                        std::uint64_t memoryLimit,
+                                                        const std::optional<Cage::Rights>& cage)
 {
     Pipe report = TRY(Pipe::make());
     const auto number = [](auto value) { return QByteArray::number(value).toStdString(); };
     std::vector<std::string> command{supervisorPath(), number(::getpid()),
-                                     number(quint64{memoryLimit}), executable.native()};
+                                     number(quint64{memoryLimit})};
+    if (cage)
+        addCage(command, executable, *cage);
+    command.insert(command.end(), {toolWord, executable.native()});
     command.insert(command.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
     for (std::string& argument : command)
@@ -169,11 +206,13 @@ std::optional<Report> SupervisedProcess::waitUntil(Clock::time_point deadline)
         const auto wait = std::chrono::ceil<std::chrono::milliseconds>(step);
         if (::poll(&ready, 1, static_cast<int>(wait.count())) <= 0)
             continue;
-        // The supervisor writes one report, atomically; without it, it was killed itself.
+        // The supervisor writes each report atomically; without the last, it was killed itself.
         Report report;
         if (::read(m_report.get(), &report, sizeof report) < 0 && errno == EINTR)
             continue;
-        return report;
+        if (report.outcome != Outcome::caged)
+            return report;
+        m_held = static_cast<std::uint32_t>(report.value);
     }
     return std::nullopt;
 }

@@ -2,6 +2,7 @@
 
 #include "Base/FileDescriptor.h"
 #include "Base/Result.h"
+#include "Cage/Cage.h"
 #include "Tools/SuperviseProtocol.h"
 
 #include <chrono>
@@ -25,17 +26,21 @@ public:
 
     /// Starts `executable` with its outputs on the given write ends. It may take `memoryLimit`
     /// bytes of address space, or as many as this program may if that is less; it leaves no core
-    /// file, and a limit on the size of files is an error to it and not its death. Fails with the
-    /// error number when the supervisor cannot be started; a tool that cannot be started reports
+    /// file, and a limit on the size of files is an error to it and not its death. In a `cage` it
+    /// touches nothing beyond those rights, its own program and libraries. Fails with the error
+    /// number when the supervisor cannot be started; a tool that cannot be started reports
     /// `launchFailed`.
     static Result<SupervisedProcess, int> start(const std::filesystem::path& executable,
                                                 const std::vector<std::string>& arguments,
                                                 const FileDescriptor& standardOutput,
                                                 const FileDescriptor& standardError,
-                                                std::uint64_t memoryLimit = unlimitedMemory);
+                                                std::uint64_t memoryLimit = unlimitedMemory,
+                                                const std::optional<Cage::Rights>& cage = {});
 
     SupervisedProcess(SupervisedProcess&& other) noexcept
-        : m_supervisor(std::exchange(other.m_supervisor, -1)), m_report(std::move(other.m_report))
+        : m_supervisor(std::exchange(other.m_supervisor, -1)),
+          m_report(std::move(other.m_report)),
+          m_held(other.m_held)
     {
     }
     SupervisedProcess& operator=(SupervisedProcess&&) = delete;
@@ -44,6 +49,8 @@ public:
     /// How the tool ended, or nothing when it still runs at the deadline.
     std::optional<SuperviseProtocol::Report>
     waitUntil(std::chrono::steady_clock::time_point deadline);
+    /// What of the cage holds, bits of `Cage::Held`. Known when the tool has ended.
+    std::uint32_t held() const { return m_held; }
     /// Asks the tool's group to terminate.
     void terminate() const;
     /// Kills the tool's group.
@@ -57,6 +64,7 @@ private:
 
     pid_t m_supervisor = -1; ///< -1 when moved from or reaped.
     FileDescriptor m_report;
+    std::uint32_t m_held = 0;
 };
 
 /// A pipe closed on exec, its ends above the descriptors that the supervisor uses.

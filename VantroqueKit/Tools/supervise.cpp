@@ -1,9 +1,11 @@
-// vantroque-supervise PARENT_PID MEMORY_BYTES TOOL [ARGUMENT...]
+// vantroque-supervise PARENT_PID MEMORY_BYTES [caged [program|read|write PATH]...] -- TOOL
+// [ARGUMENT...]
 //
 // Runs a tool in a process group of its own, within limits, and sees to it that nothing of the tool
 // is left when it ends: not when it leaves children behind, and not when the program that asked for
 // it is killed. A parent-death signal alone would spare the tool's own children.
 
+#include "Cage/Cage.h"
 #include "Tools/SuperviseProtocol.h"
 
 #include <algorithm>
@@ -13,7 +15,9 @@
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -38,7 +42,36 @@ void report(Outcome outcome, int value)
     [[maybe_unused]] const auto written = ::write(reportDescriptor, &message, sizeof message);
 }
 
-[[noreturn]] void becomeTool(char** command, const rlimit& ownMemory, rlim_t memoryBytes,
+/// What the caller asked to run, and in which cage.
+struct Call {
+    std::optional<vantroque::Cage::Rights> cage;
+    char** tool = nullptr;
+};
+
+/// Nothing when the words are not those of the protocol.
+std::optional<Call> callOf(char** words)
+{
+    Call call;
+    for (; *words != nullptr && std::string_view(*words) != toolWord; ++words) {
+        const std::string_view word = *words;
+        if (word == cagedWord) {
+            call.cage.emplace();
+            continue;
+        }
+        if (!call.cage || words[1] == nullptr)
+            return std::nullopt;
+        auto& paths = word == programWord ? call.cage->programs
+                      : word == readWord  ? call.cage->reads
+                                          : call.cage->writes;
+        paths.emplace_back(*++words);
+    }
+    if (*words == nullptr || words[1] == nullptr)
+        return std::nullopt;
+    call.tool = words + 1;
+    return call;
+}
+
+[[noreturn]] void becomeTool(const Call& call, const rlimit& ownMemory, rlim_t memoryBytes,
                              const sigset_t& blocked)
 {
     const rlimit limits{memoryBytes, ownMemory.rlim_max};
@@ -49,7 +82,9 @@ void report(Outcome outcome, int value)
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
-    ::execv(command[0], command);
+    if (call.cage)
+        report(Outcome::caged, static_cast<int>(vantroque::Cage::close(*call.cage)));
+    ::execv(call.tool[0], call.tool);
     const int problem = errno;
     ::setrlimit(RLIMIT_AS, &ownMemory); // To report it takes memory of its own.
     report(Outcome::launchFailed, problem);
@@ -147,7 +182,8 @@ Outcome outcomeOf(const End& end, rlim_t memoryBytes)
 
 int main(int argc, char** argv)
 {
-    if (argc < 4)
+    const auto call = argc < 4 ? std::nullopt : callOf(argv + 3);
+    if (!call)
         return EXIT_FAILURE;
     sigset_t signals;
     ::sigemptyset(&signals);
@@ -166,7 +202,7 @@ int main(int argc, char** argv)
 
     const pid_t tool = ::fork();
     if (tool == 0)
-        becomeTool(argv + 3, ownMemory, memoryBytes, signals);
+        becomeTool(*call, ownMemory, memoryBytes, signals);
     if (tool < 0) {
         report(Outcome::launchFailed, errno);
         return EXIT_FAILURE;
