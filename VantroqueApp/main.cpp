@@ -17,6 +17,9 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <thread>
 
 using namespace vantroque;
@@ -97,10 +100,27 @@ struct Unexpected {
 };
 thread_local Unexpected unexpectedEnd;
 
+/// The answer to a call for the program's words alone.
+std::optional<std::string> toldTo(int count, char** arguments)
+{
+    const std::string_view word = count == 2 ? arguments[1] : "";
+    if (word == "--version")
+        return "vantroque " VANTROQUE_VERSION "\n";
+    if (word == "--help")
+        return "Usage: vantroque [FILE]...\n"
+               "Opens the window with these files. Put \"./\" before names that begin with a "
+               "hyphen.\nThe command line is vantroque-cli.\n";
+    return std::nullopt;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    if (const auto words = toldTo(argc, argv)) {
+        std::fputs(words->c_str(), stdout);
+        return EXIT_SUCCESS;
+    }
     std::signal(SIGXFSZ, SIG_IGN); // Too large a file is an error like any other.
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Vantroque"_s);

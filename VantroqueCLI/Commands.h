@@ -14,6 +14,9 @@ struct Command {
     ExitStatus (*run)(const Arguments& arguments);
 };
 
+/// In the order of the help.
+const std::vector<Command>& commands();
+
 ExitStatus captions(const Arguments& arguments);
 ExitStatus check(const Arguments& arguments);
 ExitStatus markers(const Arguments& arguments);

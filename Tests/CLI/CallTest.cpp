@@ -1,3 +1,4 @@
+#include "Base/ScopedVariable.h"
 #include "CLI/Cli.h"
 #include "Support/Clips.h"
 
@@ -81,6 +82,22 @@ TEST(Call, TheVersionIsTold)
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.out.toStdString(), StartsWith("vantroque-cli "));
     EXPECT_THAT(run.out.toStdString(), EndsWith("\n"));
+}
+
+TEST(Call, TheVersionInManyWordsTellsTheToolsAndTheirCage)
+{
+    const auto run = Cli::run({"--version", "--verbose"});
+    EXPECT_EQ(run.status, 0);
+    const std::string text = run.out.toStdString();
+    EXPECT_THAT(text, StartsWith(Cli::run({"--version"}).out.toStdString()));
+    EXPECT_THAT(text, HasSubstr("ffprobe: /"));
+    EXPECT_THAT(text, HasSubstr("\n  ffmpeg version "));
+    EXPECT_THAT(text, HasSubstr("\n  caged: "));
+    const ScopedVariable open("VANTROQUE_CAGE", "off");
+    EXPECT_THAT(Cli::run({"--version", "--verbose"}).out.toStdString(),
+                HasSubstr("\n  caged: nothing\n"));
+    const ScopedVariable none("PATH", "/nowhere");
+    EXPECT_EQ(Cli::run({"--version", "--verbose"}).status, 0);
 }
 
 TEST(Call, TheLastOfSeveralValuesCounts)

@@ -1,0 +1,108 @@
+#include "VantroqueCLI/Commands.h"
+
+namespace vantroque {
+
+const std::vector<Command>& commands()
+{
+    static const std::vector<Command> all{
+        {"check",
+         "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit]\n"
+         "        [--summary] [--media] [--detail] [--skip-signal] [--captions FILE]\n"
+         "        [--text-language CODE]... [--jobs N] [--verbose] [--profiles-dir DIR]\n"
+         "        [-o FILE] [--overwrite] FILE...",
+         "Scores files against the delivery specifications of platforms; the digital ones\n"
+         "      unless profiles or groups (digital, broadcast, recommendation) are named.",
+         {{"profile", true},
+          {"group", true},
+          {"all", false},
+          {"format", true},
+          {"summary", false},
+          {"media", false},
+          {"detail", false},
+          {"skip-signal", false},
+          {"captions", true},
+          {"text-language", true},
+          {"verbose", false},
+          {"jobs", true},
+          {"profiles-dir", true},
+          {"output", true},
+          {"overwrite", false}},
+         check},
+        {"probe",
+         "FILE...",
+         "Prints what is known of each file without decoding it, as JSON.",
+         {},
+         probe},
+        {"measure",
+         "[--profiles-dir DIR] [-o FILE] [--overwrite] FILE...",
+         "Measures files and prints a table, one line a file and one column a measurement.",
+         {{"profiles-dir", true}, {"output", true}, {"overwrite", false}},
+         measure},
+        {"markers",
+         "--format avid|premiere|resolve|csv [--profile ID]... [--group GROUP]... [--all]\n"
+         "        [--skip-signal] [--text-language CODE]... [--profiles-dir DIR]\n"
+         "        [-o FILE] [--overwrite] FILE",
+         "Writes findings, and the notes of the file's review, as markers for an editing system\n"
+         "      or as a table.",
+         {{"format", true},
+          {"profile", true},
+          {"group", true},
+          {"all", false},
+          {"skip-signal", false},
+          {"text-language", true},
+          {"profiles-dir", true},
+          {"output", true},
+          {"overwrite", false}},
+         markers},
+        {"pdf",
+         "[--profile ID]... [--group GROUP]... [--all] [--skip-signal] [--captions FILE]\n"
+         "        [--reviewer NAME] [--text-language CODE]... [--jobs N] [--verbose]\n"
+         "        [--profiles-dir DIR] -o FILE [--overwrite] FILE...",
+         "Writes the reports of files and the notes of their reviews for people without the\n"
+         "      program, as PDF.",
+         {{"profile", true},
+          {"group", true},
+          {"all", false},
+          {"skip-signal", false},
+          {"captions", true},
+          {"reviewer", true},
+          {"text-language", true},
+          {"verbose", false},
+          {"jobs", true},
+          {"profiles-dir", true},
+          {"output", true},
+          {"overwrite", false}},
+         pdf},
+        {"captions",
+         "[--media FILE] [--format text|json] FILE",
+         "Checks a caption file, or the captions inside a media file, for spelling and timing.",
+         {{"media", true}, {"format", true}},
+         captions},
+        {"still",
+         "--at TIME [--guides LIST] [--captions FILE] [--clean] [-o FILE] [--overwrite] FILE",
+         "Writes one frame as a picture, by default beside the file, with the drawings of the\n"
+         "      file's review at it. LIST: safe, thirds, picture, feed, tiktok,\n"
+         "      meta-reels-stories or all, with commas between. --clean leaves out all drawing.",
+         {{"at", true},
+          {"guides", true},
+          {"captions", true},
+          {"clean", false},
+          {"output", true},
+          {"overwrite", false}},
+         still},
+        {"scopes",
+         "--at TIME -o DIR FILE",
+         "Writes waveform.png, parade.png, vectorscope.png and, over the frame,\n"
+         "      out-of-range.png into a folder.",
+         {{"at", true}, {"output", true}},
+         scopes},
+        {"profiles",
+         "[--freshness] [--format text|json] [--profiles-dir DIR]",
+         "Lists the installed profiles, or how long ago each was compared with its source.",
+         {{"freshness", false}, {"format", true}, {"profiles-dir", true}},
+         profiles},
+    };
+    return all;
+}
+
+} // namespace vantroque
