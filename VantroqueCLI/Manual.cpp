@@ -2,6 +2,8 @@
 
 #include "VantroqueCLI/Commands.h"
 
+#include <QByteArrayList>
+
 namespace vantroque::Manual {
 
 namespace {

@@ -144,7 +144,12 @@ std::uint32_t confine(const Cage::Rights& rights, int mostAbi)
                 readFile | writeFile | readDir | makeRegular | removeFile | truncate);
     if (!rules.enforce())
         return 0;
-    return Cage::files | (version >= 4 ? Cage::network : 0) | (version >= 6 ? Cage::signals : 0);
+    std::uint32_t held = Cage::files;
+    if (version >= 4)
+        held |= Cage::network;
+    if (version >= 6)
+        held |= Cage::signals;
+    return held;
 }
 
 } // namespace vantroque::Landlock
