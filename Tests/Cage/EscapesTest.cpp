@@ -42,7 +42,7 @@ protected:
     {
         const ScopedVariable cage("VANTROQUE_CAGE", caged ? std::to_string(GetParam()) : "off");
         const auto ran = FFTool::run(
-            prisoner, deed, {.allowFailure = true, .reads = {m_film}, .writes = {m_scratch}});
+            prisoner, deed, {.reads = {m_film}, .writes = {m_scratch}, .allowFailure = true});
         return ran ? ran->status : -1;
     }
     void expectStopped(const std::vector<std::string>& deed) const

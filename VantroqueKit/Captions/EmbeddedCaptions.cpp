@@ -102,7 +102,7 @@ std::optional<QString> srtText(const FileUrl& media, const std::vector<std::stri
     FFmpegCall call(FFmpegCall::Log::complaints);
     call.add({"-nostdin"}).add(arguments).add({"-f", "srt", "-"});
     const auto output = FFTool::run(
-        *ffmpeg, call.words(), {.allowFailure = true, .timeout = timeout, .reads = {media.path()}});
+        *ffmpeg, call.words(), {.reads = {media.path()}, .allowFailure = true, .timeout = timeout});
     // It can end well with nothing or half to tell, and badly with all that there was.
     if (!output || !output->output.contains("-->"))
         return std::nullopt;

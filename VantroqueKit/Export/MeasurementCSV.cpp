@@ -342,7 +342,7 @@ BlockAndBlur blockAndBlur(const MediaInfo& media)
     FFmpegCall call(FFmpegCall::Log::filters);
     call.input(media.url).add({"-map", "0:" + media.video->specifier()}).filtered(filters);
     const auto ran = FFTool::run(*ffmpeg, call.nowhere().words(),
-                                 {.allowFailure = true, .reads = {media.url.path()}});
+                                 {.reads = {media.url.path()}, .allowFailure = true});
     if (!ran)
         return {};
     const QByteArray log = LogHeaders::without(ran->words);

@@ -40,10 +40,10 @@ bool showsCaptions(const fs::path& ffprobe, const FileUrl& url, const std::strin
         FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-show_frames", "-read_intervals",
                      intervals.toStdString(), "-select_streams", stream, url.path().native()},
-                    {.allowFailure = true,
+                    {.reads = {url.path()},
+                     .allowFailure = true,
                      .timeout = longestSearch,
-                     .observer = observer,
-                     .reads = {url.path()}});
+                     .observer = observer});
     return ran && found;
 }
 
@@ -98,7 +98,7 @@ std::optional<bool> carriesMessages(const FileUrl& url, double duration, const s
     if (!units || !ffmpeg)
         return std::nullopt;
     const auto printed = FFTool::run(*ffmpeg, printingMessages(url, duration, stream, *units),
-                                     {.timeout = longestSearch, .reads = {url.path()}});
+                                     {.reads = {url.path()}, .timeout = longestSearch});
     return printed ? std::optional(holdsCaptions(printed->output)) : std::nullopt;
 }
 

@@ -39,7 +39,7 @@ QString headerLines(const fs::path& ffmpeg, const FileUrl& url)
         FFTool::run(ffmpeg,
                     {"-v", "trace", "-i", url.path().native(), "-c", "copy", "-bsf:v",
                      "trace_headers", "-frames:v", "1", "-f", "null", "-"},
-                    {.allowFailure = true, .observer = observer, .reads = {url.path()}});
+                    {.reads = {url.path()}, .allowFailure = true, .observer = observer});
     return ran ? QString::fromStdString(kept) : QString();
 }
 
@@ -160,7 +160,7 @@ std::optional<HDRMetadata> hdrMetadata(const fs::path& ffprobe, const FileUrl& u
         FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-select_streams", stream,
                      "-read_intervals", "%+#1", "-show_frames", url.path().native()},
-                    {.allowFailure = true, .reads = {url.path()}});
+                    {.reads = {url.path()}, .allowFailure = true});
     return printed ? hdrMetadata(printed->output) : std::nullopt;
 }
 

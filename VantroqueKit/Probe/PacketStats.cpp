@@ -172,7 +172,7 @@ Result<PacketStats> packetStats(const std::filesystem::path& ffprobe, const File
     TRY(FFTool::run(ffprobe,
                     {"-v", "error", "-print_format", "json", "-select_streams", stream,
                      "-show_entries", "packet=pts_time,dts_time,size", url.path().native()},
-                    {.observer = observer, .reads = {url.path()}}));
+                    {.reads = {url.path()}, .observer = observer}));
     if (!reader.isComplete())
         return failure(u"ffprobe printed a packet list that is not valid JSON"_s);
     return tally.stats(nominalFPS, areFields && areFields());

@@ -49,7 +49,7 @@ double pictureStart(const FileUrl& url, const std::string& stream)
                                          {"-v", "error", "-print_format", "json", "-select_streams",
                                           stream, "-read_intervals", packets, "-show_entries",
                                           "format=start_time:frame=pts_time", url.path().native()},
-                                         {.allowFailure = true, .reads = {url.path()}});
+                                         {.reads = {url.path()}, .allowFailure = true});
         if (const auto first = printed ? earliest(printed->output) : std::nullopt)
             return *first;
     }

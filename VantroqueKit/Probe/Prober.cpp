@@ -384,7 +384,7 @@ std::optional<QString> startTimecode(const FileUrl& url)
     auto arguments = ffprobeArguments();
     arguments.push_back(url.path().native());
     const auto printed =
-        FFTool::run(*ffprobe, arguments, {.allowFailure = true, .reads = {url.path()}});
+        FFTool::run(*ffprobe, arguments, {.reads = {url.path()}, .allowFailure = true});
     if (!printed)
         return std::nullopt;
     const auto output = FFProbeOutput::decode(printed->output);

@@ -94,11 +94,12 @@ Result<FFTool::ToolOutput, FFToolError> run(const std::filesystem::path& ffmpeg,
                                             double timeout, SignalAnalyzer::LiveDisplay* display,
                                             const std::function<void()>& restart)
 {
-    const FFTool::RunOptions options{.allowFailure = true,
+    const FFTool::RunOptions options{.reads = {plan.source().path()},
+                                     .writes = plan.folders(),
+                                     .allowFailure = true,
                                      .timeout = timeout,
-                                     .observer = display ? display->observer() : FFTool::Observer(),
-                                     .reads = {plan.source().path()},
-                                     .writes = plan.folders()};
+                                     .observer =
+                                         display ? display->observer() : FFTool::Observer()};
     auto output = TRY(FFTool::run(ffmpeg, plan.arguments(), options));
     while (const Refusal* refused = refusal(output, &plan)) {
         refused->leaveOut(plan);

@@ -36,7 +36,7 @@ std::optional<QString> printed(const FileUrl& url, double start, double duration
     call.from(std::max(start, 0.0), 3).lasting(duration, 3).input(url);
     call.add(filtered(audio, "volumedetect," + spectrum + ",ametadata=mode=print:file=-"));
     const auto ran =
-        FFTool::run(*ffmpeg, call.nowhere().words(), {.allowFailure = true, .reads = {url.path()}});
+        FFTool::run(*ffmpeg, call.nowhere().words(), {.reads = {url.path()}, .allowFailure = true});
     if (!ran)
         return std::nullopt;
     return QString::fromUtf8(ran->output) + QString::fromUtf8(LogHeaders::without(ran->words));

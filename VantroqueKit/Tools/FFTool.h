@@ -69,16 +69,16 @@ struct Observer {
 };
 
 struct RunOptions {
-    /// Return the output of a tool that ends with another status than 0. That of a tool that lacked
-    /// memory, threads, descriptors or disk never comes back, even when the status is 0.
-    bool allowFailure = false;
-    double timeout = defaultTimeout; ///< Seconds.
-    Observer observer = {};
     /// The tool is caged: it opens these files and writes in these folders, and touches nothing
     /// else.
     std::vector<std::filesystem::path> reads = {};
     std::vector<std::filesystem::path> writes = {};
     bool isCaged = true;
+    /// Return the output of a tool that ends with another status than 0. That of a tool that lacked
+    /// memory, threads, descriptors or disk never comes back, even when the status is 0.
+    bool allowFailure = false;
+    double timeout = defaultTimeout; ///< Seconds.
+    Observer observer = {};
 };
 
 struct ToolOutput {

@@ -112,10 +112,10 @@ Result<FFTool::ToolOutput, FFToolError> run(const fs::path& ffmpeg, const Reques
             keepComplaint(line, complaints);
         };
         auto output = TRY(FFTool::run(ffmpeg, arguments(request, seek),
-                                      {.allowFailure = true,
-                                       .observer = observer,
-                                       .reads = {request.media.path()},
-                                       .writes = request.writes}));
+                                      {.reads = {request.media.path()},
+                                       .writes = request.writes,
+                                       .allowFailure = true,
+                                       .observer = observer}));
         if (output.status != 0) {
             FFToolError error;
             error.tool = QStringLiteral("ffmpeg");
