@@ -1,16 +1,21 @@
-// SignalBenchmark: how long the levels of the largest raw dump take, and how fast and in how much
-// memory the log of a two-hour film is read.
+// SignalBenchmark MEDIA: how long the levels of the largest raw dump take, how fast and in how much
+// memory the log of a two-hour film is read, and what closing the tools in costs a start and a
+// decode.
 
 #include "Base/Numbers.h"
 #include "Signal/LevelsAnalyzer.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Signal/SignalLogParser.h"
+#include "Tools/FFTool.h"
 
+#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <functional>
 #include <iostream>
 #include <string>
+#include <sys/resource.h>
+#include <vector>
 
 using namespace vantroque;
 
@@ -139,11 +144,61 @@ void benchmarkLog()
               << " times its size (2.5 at most)\n";
 }
 
+/// The processor time of all tools so far, in seconds.
+double toolTime()
+{
+    rusage usage{};
+    ::getrusage(RUSAGE_CHILDREN, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+double median(std::vector<double> values)
+{
+    std::ranges::sort(values);
+    return values[values.size() / 2];
+}
+
+/// Open and closed in turns, so that what else the machine does meets both.
+void compareCaged(const char* what, int pairs, const std::string& tool,
+                  const std::vector<std::string>& words, const std::string& media)
+{
+    const auto program = FFTool::find(tool);
+    if (!program)
+        return;
+    std::vector<double> open;
+    std::vector<double> closed;
+    for (int i = 0; i < 2 * pairs; ++i) {
+        const bool isCaged = i % 2 == 0;
+        const double before = toolTime();
+        const auto ran = FFTool::run(*program, words, {.reads = {media}, .isCaged = isCaged});
+        if (!ran) {
+            std::cout << what << ": " << ran.error().description().toStdString() << '\n';
+            return;
+        }
+        (isCaged ? closed : open).push_back(toolTime() - before);
+    }
+    std::cout << what << ": " << printed(median(open) * 1000, 2) << " ms of processor time, caged "
+              << printed(median(closed) * 1000, 2) << " ms ("
+              << printed(100 * (median(closed) / median(open) - 1), 2) << " % more)\n";
+}
+
+void benchmarkCage(const std::string& media)
+{
+    compareCaged("a start of ffprobe", 60, "ffprobe", {"-v", "error", media}, media);
+    compareCaged("a decode", 7, "ffmpeg",
+                 {"-v", "error", "-nostdin", "-i", media, "-f", "null", "-"}, media);
+}
+
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
     benchmarkLog(); // first, while the peak is its own
     benchmarkLevels();
+    if (argc > 1)
+        benchmarkCage(argv[1]);
     return 0;
 }
