@@ -109,8 +109,9 @@ TEST_F(Names, AreThereInEveryStateOfAFile)
         [&] { return model().queue().progress(model().files().analyses()[2].id) != nullptr; }));
     for (const FileAnalysis& file : model().files().analyses()) {
         model().files().select(file.id);
-        if (model().player() != nullptr)
+        if (model().player() != nullptr) {
             ASSERT_NE(soonThe<CommentsPanel>(), nullptr);
+        }
         EXPECT_EQ(missing(), QStringList()) << file.url.fileName().toStdString();
     }
     model().files().select(std::nullopt);
