@@ -66,7 +66,7 @@ std::optional<Call> callOf(int argc, char** argv)
 
 /// Sees to it that no decoder outlives its window, takes the machine's memory, leaves a core or
 /// touches more than its film and what the window hands to it.
-bool confine(std::int64_t parent, const std::string& film)
+bool confine(std::int64_t parent, [[maybe_unused]] const std::string& film)
 {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     constexpr rlimit none{0, 0};
