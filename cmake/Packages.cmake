@@ -69,16 +69,16 @@ set(CPACK_DEBIAN_CLI_PACKAGE_DEPENDS "ffmpeg, tesseract-ocr-eng")
 set(CPACK_DEBIAN_CLI_PACKAGE_RECOMMENDS "hunspell-en-us, fonts-noto-core")
 set(CPACK_DEBIAN_WINDOW_PACKAGE_NAME vantroque)
 set(CPACK_DEBIAN_WINDOW_PACKAGE_DEPENDS
-    "vantroque-cli (= ${PROJECT_VERSION}), fonts-inter, fonts-jetbrains-mono")
+    "vantroque-cli (= ${PROJECT_VERSION}), fonts-inter, fonts-jetbrains-mono, qt6-qpa-plugins")
 set(CPACK_DEBIAN_WINDOW_PACKAGE_RECOMMENDS "fonts-noto-cjk, fonts-noto-color-emoji")
-set(CPACK_COMPONENT_CLI_DESCRIPTION "quality control for finished videos, command line
- Tells whether finished videos (TV spots, online ads, social cuts) meet the
- delivery specifications of the platforms they are meant for: what was measured,
- what was expected and how to fix it. Writes text, JSON, JUnit, PDF, markers for
- editing systems and tables.")
-set(CPACK_COMPONENT_WINDOW_DESCRIPTION "quality control for finished videos
- Drop finished videos on the window, and read which platforms take them, what is
- wrong and how to fix it. Around the report stand a player that is exact to the
- frame, scopes, guides, captions, notes, drawings, a decision, and a view that
- compares versions.")
+set(CPACK_COMPONENT_CLI_DESCRIPTION
+    "The command line. Tells whether finished videos (TV spots, online ads, social
+cuts) meet the delivery specifications of the platforms they are meant for: what
+was measured, what was expected and how to fix it. Writes text, JSON, JUnit,
+PDF, markers for editing systems and tables.")
+set(CPACK_COMPONENT_WINDOW_DESCRIPTION
+    "Drop finished videos on the window, and read which platforms take them, what
+is wrong and how to fix it. Around the report stand a player that is exact to
+the frame, scopes, guides, captions, notes, drawings, a decision, and a view
+that compares versions.")
 include(CPack)
