@@ -74,6 +74,9 @@ std::optional<Call> callOf(char** words)
 [[noreturn]] void becomeTool(const Call& call, const rlimit& ownMemory, rlim_t memoryBytes,
                              const sigset_t& blocked)
 {
+    // Before the limit on memory, which is the tool's and not this program's.
+    if (call.cage)
+        report(Outcome::caged, static_cast<int>(vantroque::Cage::close(*call.cage)));
     const rlimit limits{memoryBytes, ownMemory.rlim_max};
     ::setrlimit(RLIMIT_AS, &limits);
     constexpr rlimit none{0, 0};
@@ -82,8 +85,6 @@ std::optional<Call> callOf(char** words)
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     ::sigprocmask(SIG_UNBLOCK, &blocked, nullptr);
-    if (call.cage)
-        report(Outcome::caged, static_cast<int>(vantroque::Cage::close(*call.cage)));
     ::execv(call.tool[0], call.tool);
     const int problem = errno;
     ::setrlimit(RLIMIT_AS, &ownMemory); // To report it takes memory of its own.
