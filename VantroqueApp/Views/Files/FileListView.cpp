@@ -153,7 +153,7 @@ void FileListView::remove(const QModelIndex& index)
         return;
     const QUuid id = m_files->entry(index).id;
     const auto& selected = m_list.selection().ids;
-    m_list.remove(selected.contains(id) ? std::set(selected) : FileIds{id});
+    m_list.remove(selected.contains(id) ? FileIds(selected) : FileIds{id});
 }
 
 void FileListView::goTo(const QUuid& id)
