@@ -9,6 +9,7 @@
 #include "VantroqueApp/Views/Compare/PairPicture.h"
 #include "VantroqueApp/Views/Controls/Scrubber.h"
 #include "VantroqueApp/Views/Style/Look.h"
+#include "Views/InFront.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -41,10 +42,7 @@ protected:
     {
         m_view = std::make_unique<CompareView>(compare(), [this] { ++m_left; });
         m_view->resize(size);
-        m_view->show();
-        m_view->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_view.get(), 60'000));
-        EXPECT_TRUE(soon([&] { return m_view->isActiveWindow(); }));
+        bringToFront(*m_view);
         return *m_view;
     }
     CompareView& view() { return *m_view; }

@@ -18,8 +18,6 @@ protected:
             files.push_back(anyFile("ok" + std::to_string(i) + ".mp4"));
         drop(files);
         ASSERT_TRUE(soonIdle());
-        window().activateWindow();
-        ASSERT_TRUE(soon([this] { return window().isActiveWindow(); })); // for its shortcuts
     }
     ToolButton& button() { return *the<ToolButton>(u"Compare"_s); }
     CompareView* view() { return the<CompareView>(); }

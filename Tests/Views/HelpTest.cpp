@@ -69,8 +69,7 @@ TEST_F(Help, WithoutABrowserOpensInAWindowOfItsOwn)
     EXPECT_TRUE(soon([&] { return page()->toPlainText().contains(u"In the player"_s); }));
     choose(u"How to Compare Versions"_s);
     EXPECT_TRUE(soon([&] { return page()->toPlainText().contains(u"Where they differ"_s); }));
-    page()->activateWindow();
-    ASSERT_TRUE(soon([&] { return page()->isActiveWindow(); }));
+    bringToFront(*page());
     QTest::keyClick(page(), Qt::Key_Escape);
     EXPECT_FALSE(page()->isVisible());
 }

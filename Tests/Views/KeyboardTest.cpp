@@ -19,7 +19,6 @@ protected:
         open();
         drop({anyFile("fail.mp4"), anyFile("ok.mp4"), anyFile("ok2.mp4")});
         EXPECT_TRUE(soonIdle());
-        window().activateWindow();
         auto& list = *the<FileListView>();
         list.setFocus();
         return list;
@@ -124,7 +123,6 @@ TEST_F(Keyboard, TabGoesFromTheListToTheReportToThePlayerAndToTheHeader)
 TEST_F(Keyboard, AnEmptyWindowBeginsAtItsButton)
 {
     open();
-    window().activateWindow();
     ASSERT_TRUE(soon([] { return QApplication::focusWidget() != nullptr; }));
     // What cannot be done yet is skipped.
     EXPECT_EQ(walk(), (QStringList{u"Choose Files"_s, u"Add File"_s, u"Compare"_s, u"Profiles"_s}));
@@ -133,7 +131,6 @@ TEST_F(Keyboard, AnEmptyWindowBeginsAtItsButton)
 TEST_F(Keyboard, TheFirstFileBringsItToTheList)
 {
     open();
-    window().activateWindow();
     drop({anyFile("ok.mp4")});
     EXPECT_TRUE(soon([&] { return QApplication::focusWidget() == the<FileListView>(); }));
     QTest::keyClick(the<FileListView>(), Qt::Key_Delete);
@@ -202,7 +199,6 @@ TEST_F(Keyboard, WithoutAPlayerSpacePressesButtons)
     drop({anyFile("sound.wav")});
     ASSERT_TRUE(soonIdle());
     ASSERT_EQ(model().player(), nullptr);
-    window().activateWindow();
     auto* button = the<ToolButton>(u"Profiles"_s);
     button->setFocus();
     QTest::keyClick(button, Qt::Key_Space);

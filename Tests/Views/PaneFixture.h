@@ -6,6 +6,7 @@
 #include "VantroqueApp/Views/Player/TimecodeField.h"
 #include "VantroqueApp/Views/Player/Timeline.h"
 #include "VantroqueApp/Views/Style/Look.h"
+#include "Views/InFront.h"
 
 #include <QApplication>
 
@@ -40,10 +41,7 @@ protected:
     {
         m_pane = std::make_unique<PlayerPane>(player, m_settings);
         m_pane->resize(size);
-        m_pane->show();
-        m_pane->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_pane.get(), 60'000));
-        EXPECT_TRUE(soon([&] { return m_pane->isActiveWindow(); }));
+        bringToFront(*m_pane);
         m_pane->picture().setFocus();
         return *m_pane;
     }

@@ -4,6 +4,7 @@
 #include "VantroqueApp/Views/Notes/NoteField.h"
 #include "VantroqueApp/Views/Notes/TimedList.h"
 #include "VantroqueApp/Views/Style/Look.h"
+#include "Views/InFront.h"
 #include "Views/PaintedWords.h"
 #include "Views/WindowScenes.h"
 
@@ -37,9 +38,7 @@ protected:
         EXPECT_TRUE(soon([this] { return notebook().isOpen(); }));
         m_panel = std::make_unique<CommentsPanel>(player(), model().noteAuthor());
         m_panel->resize(480, 420);
-        m_panel->show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_panel.get(), 60'000));
-        m_panel->activateWindow();
+        bringToFront(*m_panel);
         return *m_panel;
     }
     CommentsPanel& panel() { return *m_panel; }

@@ -28,7 +28,6 @@ protected:
         open(std::move(profiles));
         drop({anyFile(file)});
         EXPECT_TRUE(soonIdle());
-        window().activateWindow();
     }
     std::vector<ProblemRow*> problems()
     {

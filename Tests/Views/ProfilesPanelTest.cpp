@@ -23,7 +23,6 @@ protected:
     void openPanel(std::vector<Profile> profiles = WindowScenes::profiles())
     {
         open(std::move(profiles));
-        window().activateWindow();
         QTest::mouseClick(button(), Qt::LeftButton);
         EXPECT_TRUE(panel().isVisible());
     }
@@ -292,7 +291,6 @@ TEST_F(ProfilesOfTheWindow, TheKeyboardGoesBackToWhereItWas)
     open();
     drop({anyFile("ok.mp4")});
     ASSERT_TRUE(soonIdle());
-    window().activateWindow();
     auto* files = the<FileListView>();
     files->setFocus();
     QTest::mouseClick(button(), Qt::LeftButton);

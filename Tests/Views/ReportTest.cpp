@@ -182,7 +182,6 @@ TEST_F(ReportPane, ExpectedStandsOnTheRowWhereThereIsRoom)
 TEST_F(ReportPane, ARowOrAPlatformIsCopiedAsText)
 {
     auto& sections = report("fail.mp4");
-    window().activateWindow();
     sections.setFocus();
     ASSERT_TRUE(soon([&] { return sections.hasFocus(); }));
     sections.setCurrentIndex(sections.model()->index(0, 0));

@@ -31,8 +31,6 @@ protected:
         ASSERT_TRUE(soonIdle());
         ASSERT_NE(soonThe<CommentsPanel>(), nullptr);
         ASSERT_TRUE(soon([this] { return player().notebook().isOpen(); }));
-        window().activateWindow();
-        ASSERT_TRUE(soon([this] { return window().isActiveWindow(); }));
         the<PlayerPane>()->picture().setFocus();
     }
     PlayerController& player() { return *model().player(); }

@@ -172,9 +172,7 @@ TEST_F(TransportKeysTest, AnotherWindowLetsGoOfK)
     QTest::keyPress(m_view, Qt::Key_K);
     ASSERT_TRUE(TransportKeys::shared().kHeld());
     QWidget dialog;
-    dialog.show();
-    dialog.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog, 60'000));
+    bringToFront(dialog);
     EXPECT_FALSE(TransportKeys::shared().kHeld());
 }
 

@@ -5,6 +5,7 @@
 #include "VantroqueApp/Views/Notes/CommentsPanel.h"
 #include "VantroqueApp/Views/Style/Look.h"
 #include "VantroqueApp/Views/Window/DetailPane.h"
+#include "Views/InFront.h"
 #include "Views/WindowScenes.h"
 
 #include <QAbstractButton>
@@ -55,9 +56,7 @@ protected:
         m_window.reset();
         AppModel& model = start(m_scene.engine(), std::move(profiles));
         m_window = std::make_unique<MainWindow>(model);
-        m_window->show();
-        constexpr int milliseconds = 60'000;
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_window.get(), milliseconds));
+        bringToFront(*m_window);
         return *m_window;
     }
     MainWindow& window() { return *m_window; }
