@@ -5,14 +5,6 @@ target_compile_options(vantroque_compile INTERFACE
     -Wno-missing-field-initializers -Wnon-virtual-dtor -Woverloaded-virtual -Wundef)
 target_compile_definitions(vantroque_compile INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # g++ 12 reports the latter falsely for std::string in optimised code (its bugs 105329 and 105651).
-    target_compile_options(vantroque_compile INTERFACE
-        -Wduplicated-cond -Wno-restrict -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
-    # A twelfth of the time of a build goes into collecting the compiler's own garbage.
-    target_compile_options(vantroque_compile INTERFACE
-        --param=ggc-min-expand=1000 --param=ggc-min-heapsize=4000000)
-endif()
 # Arithmetic in single precision is compared exactly, so no fused multiply-add behind our back.
 target_compile_options(vantroque_compile INTERFACE -ffp-contract=off)
 if(VANTROQUE_SANITIZE)
