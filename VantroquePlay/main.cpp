@@ -4,65 +4,27 @@
 // asked for down in memory that the window gave it. A file may be made to do harm, so this is a
 // process of its own, which the window kills when it dies, hangs or lies.
 
-#include "Base/FrameRate.h"
-#include "Base/Numbers.h"
 #include "Cage/Cage.h"
 #include "VantroquePlay/FrameServer.h"
+#include "VantroquePlay/PlayCall.h"
 #include "VantroquePlay/SoundServer.h"
 
 #include <QByteArray>
 
 #include <algorithm>
-#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <malloc.h>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <thread>
 #include <unistd.h>
-#include <utility>
 
 using namespace vantroque;
 
 namespace {
-
-struct Call {
-    std::int64_t parent = 0;
-    int stream = 0;
-    FrameRate rate = FrameRate::television();
-    PictureCopier::Reading reading;
-    std::string path;
-};
-
-std::optional<PictureCopier::Reading> readingOf(std::string_view matrix, std::string_view range)
-{
-    static constexpr std::array<std::pair<std::string_view, int>, 3> matrices{
-        {{"bt709", SWS_CS_ITU709}, {"bt601", SWS_CS_ITU601}, {"bt2020", SWS_CS_BT2020}}};
-    const auto* const named =
-        std::ranges::find(matrices, matrix, &std::pair<std::string_view, int>::first);
-    if (named == matrices.end() || (range != "full" && range != "video"))
-        return std::nullopt;
-    return PictureCopier::Reading{named->second, range == "full"};
-}
-
-std::optional<Call> callOf(int argc, char** argv)
-{
-    if (argc != 7)
-        return std::nullopt;
-    const auto parent = Numbers::toInt(std::string_view(argv[1]));
-    const auto stream = Numbers::toInt(std::string_view(argv[2]));
-    const auto perSecond = Numbers::toDouble(std::string_view(argv[3]));
-    const auto rate = perSecond ? FrameRate::of(*perSecond) : std::nullopt;
-    const auto reading = readingOf(argv[4], argv[5]);
-    if (!parent || !stream || *stream < 0 || *stream > 100'000 || !rate || !reading)
-        return std::nullopt;
-    return Call{*parent, static_cast<int>(*stream), *rate, *reading, argv[6]};
-}
 
 /// Sees to it that no decoder outlives its window, takes the machine's memory, leaves a core or
 /// touches more than its film and what the window hands to it.
@@ -98,7 +60,7 @@ int countProgress(void* desk)
     ::_exit(EXIT_FAILURE);
 }
 
-[[noreturn]] void serve(const Call& call, OrderDesk& desk, SoundServer& sound)
+[[noreturn]] void serve(const PlayCall& call, OrderDesk& desk, SoundServer& sound)
 {
     auto file = MediaFile::open(call.path, {countProgress, &desk});
     if (!file)
@@ -116,7 +78,7 @@ int countProgress(void* desk)
 
 int main(int argc, char** argv)
 {
-    const auto call = callOf(argc, argv);
+    const auto call = PlayCall::of(argc, argv);
     if (!call || !confine(call->parent, call->path))
         return EXIT_FAILURE;
     av_log_set_level(AV_LOG_QUIET);

@@ -5,35 +5,25 @@
 // is left when it ends: not when it leaves children behind, and not when the program that asked for
 // it is killed. A parent-death signal alone would spare the tool's own children.
 
-#include "Cage/Cage.h"
+#include "Tools/SuperviseCall.h"
 #include "Tools/SuperviseProtocol.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 #include <fcntl.h>
-#include <optional>
 #include <string>
-#include <string_view>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace vantroque;
 using namespace vantroque::SuperviseProtocol;
 
 namespace {
-
-template<typename Number>
-Number numberOf(const char* text)
-{
-    Number number = 0;
-    std::from_chars(text, text + std::strlen(text), number);
-    return number;
-}
 
 void report(Outcome outcome, int value)
 {
@@ -42,41 +32,12 @@ void report(Outcome outcome, int value)
     [[maybe_unused]] const auto written = ::write(reportDescriptor, &message, sizeof message);
 }
 
-/// What the caller asked to run, and in which cage.
-struct Call {
-    std::optional<vantroque::Cage::Rights> cage;
-    char** tool = nullptr;
-};
-
-/// Nothing when the words are not those of the protocol.
-std::optional<Call> callOf(char** words)
-{
-    Call call;
-    for (; *words != nullptr && std::string_view(*words) != toolWord; ++words) {
-        const std::string_view word = *words;
-        if (word == cagedWord) {
-            call.cage.emplace();
-            continue;
-        }
-        if (!call.cage || words[1] == nullptr)
-            return std::nullopt;
-        auto& paths = word == programWord ? call.cage->programs
-                      : word == readWord  ? call.cage->reads
-                                          : call.cage->writes;
-        paths.emplace_back(*++words);
-    }
-    if (*words == nullptr || words[1] == nullptr)
-        return std::nullopt;
-    call.tool = words + 1;
-    return call;
-}
-
-[[noreturn]] void becomeTool(const Call& call, const rlimit& ownMemory, rlim_t memoryBytes,
+[[noreturn]] void becomeTool(const SuperviseCall& call, const rlimit& ownMemory, rlim_t memoryBytes,
                              const sigset_t& blocked)
 {
     // Before the limit on memory, which is the tool's and not this program's.
     if (call.cage)
-        report(Outcome::caged, static_cast<int>(vantroque::Cage::close(*call.cage)));
+        report(Outcome::caged, static_cast<int>(Cage::close(*call.cage)));
     const rlimit limits{memoryBytes, ownMemory.rlim_max};
     ::setrlimit(RLIMIT_AS, &limits);
     constexpr rlimit none{0, 0};
@@ -183,7 +144,7 @@ Outcome outcomeOf(const End& end, rlim_t memoryBytes)
 
 int main(int argc, char** argv)
 {
-    const auto call = argc < 4 ? std::nullopt : callOf(argv + 3);
+    const auto call = SuperviseCall::of(argc, argv);
     if (!call)
         return EXIT_FAILURE;
     sigset_t signals;
@@ -193,11 +154,10 @@ int main(int argc, char** argv)
     ::sigprocmask(SIG_BLOCK, &signals, nullptr);
     ::prctl(PR_SET_PDEATHSIG, orphanedSignal);
     ::prctl(PR_SET_CHILD_SUBREAPER, 1);
-    const auto parent = numberOf<pid_t>(argv[1]);
     rlimit ownMemory{RLIM_INFINITY, RLIM_INFINITY};
     ::getrlimit(RLIMIT_AS, &ownMemory);
-    const rlim_t memoryBytes = std::min(ownMemory.rlim_cur, numberOf<rlim_t>(argv[2]));
-    if (::getppid() != parent) // It died before it could be watched.
+    const rlim_t memoryBytes = std::min(ownMemory.rlim_cur, call->memoryBytes);
+    if (::getppid() != call->parent) // It died before it could be watched.
         return EXIT_FAILURE;
     ::fcntl(reportDescriptor, F_SETFD, FD_CLOEXEC);
 
