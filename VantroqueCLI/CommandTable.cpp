@@ -97,9 +97,11 @@ const std::vector<Command>& commands()
          {{"at", true}, {"output", true}},
          scopes},
         {"profiles",
-         "[--freshness] [--format text|json] [--profiles-dir DIR]",
-         "Lists the installed profiles, or how long ago each was compared with its source.",
-         {{"freshness", false}, {"format", true}, {"profiles-dir", true}},
+         "[--freshness] [--format text|json] [--profiles-dir DIR]\n"
+         "        --check FILE...",
+         "Lists the installed profiles, or how long ago each was compared with its source.\n"
+         "      --check tells what is wrong with profiles of your own, and on which line.",
+         {{"freshness", false}, {"format", true}, {"profiles-dir", true}, {"check", false}},
          profiles},
     };
     return all;

@@ -1,5 +1,7 @@
+#include "Base/Files.h"
 #include "Base/Json.h"
 #include "Base/Text.h"
+#include "Profiles/ProfileCheck.h"
 #include "Profiles/SpecFreshness.h"
 #include "VantroqueCLI/Commands.h"
 #include "VantroqueCLI/Output.h"
@@ -48,14 +50,52 @@ Result<QByteArray> document(const std::vector<Profile>& profiles, bool freshness
     return Json::print(QJsonObject{{u"profiles"_s, list}});
 }
 
+/// What is wrong with one file, a line each, as compilers say it.
+QString problemsOf(const QString& name, const std::vector<ProfileCheck::Problem>& problems)
+{
+    if (problems.empty())
+        return name + u": no problems\n"_s;
+    return Text::joined(problems, QString(), [&](const ProfileCheck::Problem& problem) {
+        const bool isError = problem.kind == ProfileCheck::Problem::Kind::error;
+        const QString place = problem.path.isEmpty() ? QString() : problem.path + u": "_s;
+        return u"%1:%2: %3: %4%5\n"_s.arg(name, QString::number(problem.line),
+                                          isError ? u"error"_s : u"warning"_s,
+                                          Text::printable(place), Text::printable(problem.problem));
+    });
+}
+
+ExitStatus check(const std::vector<std::string>& files)
+{
+    ExitStatus status = ExitStatus::passed;
+    for (const std::string& file : files) {
+        const QString name = Text::printable(QString::fromStdString(file));
+        const auto text = Files::read(file, Json::maxBytes);
+        if (!text) {
+            Output::complain(name + u": "_s + text.error().description);
+            status = ExitStatus::trouble;
+            continue;
+        }
+        const auto problems = ProfileCheck::problems(*text);
+        if (!problems.empty())
+            status = worse(status, ExitStatus::failed);
+        if (const auto printed = Output::print(problemsOf(name, problems).toUtf8()); !printed) {
+            Output::complain(printed.error().description);
+            return ExitStatus::trouble;
+        }
+    }
+    return status;
+}
+
 Result<void> print(const Arguments& arguments)
 {
     const std::string format = arguments.value("format", "text");
     if (format != "text" && format != "json")
         return failure(
             u"unknown format \"%1\": one of text, json"_s.arg(QString::fromStdString(format)));
+    if (arguments.has("check"))
+        return failure(u"no file given"_s);
     if (!arguments.files().empty())
-        return failure(u"profiles takes no files"_s);
+        return failure(u"profiles takes files with --check only"_s);
     const auto profiles = TRY(loadProfiles(arguments));
     return Output::print(TRY(document(profiles, arguments.has("freshness"), format == "json")));
 }
@@ -64,6 +104,8 @@ Result<void> print(const Arguments& arguments)
 
 ExitStatus profiles(const Arguments& arguments)
 {
+    if (arguments.has("check") && !arguments.files().empty())
+        return check(arguments.files());
     const auto printed = print(arguments);
     if (printed)
         return ExitStatus::passed;

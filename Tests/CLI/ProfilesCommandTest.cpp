@@ -5,7 +5,9 @@
 #include "Support/Clips.h"
 #include "Support/Media.h"
 
+#include <QFile>
 #include <QJsonArray>
+#include <QTemporaryDir>
 
 namespace vantroque {
 namespace {
@@ -123,6 +125,35 @@ TEST(InstalledProfiles, AreFoundByTheProgram)
         if (profile.content)
             profile.content->installedLeaders.clear(); // Not told: they are those of the others.
     EXPECT_EQ(listed<Profile>(Cli::run({"profiles", "--format", "json"})), shipped);
+}
+
+TEST_F(ProfilesCommand, TellsWhatIsWrongWithAProfileAndWhere)
+{
+    const QTemporaryDir folder;
+    const auto write = [&](const QString& name, const QByteArray& text) {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(text) == text.size());
+        return file.fileName().toStdString();
+    };
+    const QByteArray head = R"({"id": "mine", "name": "Mine", "group": "digital",
+"sourceURL": "", "verifiedDate": "2026-03-01",
+)";
+    const std::string good = write(u"good.json"_s, head + R"("duration": {"maxSeconds": 30}})");
+    const std::string odd = write(u"odd.json"_s, head + R"("duration": {"maxSecond": 30}})");
+    const std::string bad = write(u"bad.json"_s, head + R"("duration": {"maxSeconds": "30"}})");
+
+    const auto passed = run({"--check", good});
+    EXPECT_EQ(passed.status, 0);
+    EXPECT_EQ(passed.out.toStdString(), good + ": no problems\n");
+    const auto failed = run({"--check", good, odd, bad});
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_THAT(failed.out.toStdString(),
+                AllOf(HasSubstr(odd + ":3: warning: .duration.maxSecond: no such field"),
+                      HasSubstr(bad + ":3: error: .duration.maxSeconds: ")));
+    const auto missing = run({"--check", good + "x", good});
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_EQ(missing.out.toStdString(), good + ": no problems\n") << "the others are still told";
+    EXPECT_THAT(missing.err.toStdString(), HasSubstr(good + "x: "));
 }
 
 } // namespace

@@ -66,16 +66,9 @@ Result<void> requirePattern(const Profile& profile)
         pattern.errorString(), QString::number(pattern.patternErrorOffset() + 1)));
 }
 
-Result<Profile> decoded(const QByteArray& text)
-{
-    const Profile profile = TRY(Json::read<Profile>(text));
-    TRY(requirePattern(profile));
-    return profile;
-}
-
 Result<Profile> read(const fs::path& file)
 {
-    auto profile = decoded(TRY(Files::read(file, Json::maxBytes)));
+    auto profile = parse(TRY(Files::read(file, Json::maxBytes)));
     if (!profile)
         return failure(display(file) + u": "_s + profile.error().description);
     return profile;
@@ -109,6 +102,13 @@ bool precedes(const Profile& a, const Profile& b)
 QString noneFoundText()
 {
     return u"No platform profiles were found in the app bundle."_s;
+}
+
+Result<Profile> parse(const QByteArray& text)
+{
+    const Profile profile = TRY(Json::read<Profile>(text));
+    TRY(requirePattern(profile));
+    return profile;
 }
 
 Directory profilesDirectory()

@@ -34,6 +34,8 @@ Result<std::vector<Profile>> loadAll(const std::vector<std::filesystem::path>& r
 /// cannot be listed.
 Result<std::vector<Profile>> loadFrom(const std::filesystem::path& directory);
 
+/// The profile in a file's text. Fails, with the place, as `loadFrom` does.
+Result<Profile> parse(const QByteArray& text);
 /// The profile with that id out of a new `loadAll`.
 Result<std::optional<Profile>> profile(const QString& id);
 
