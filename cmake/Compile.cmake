@@ -33,6 +33,11 @@ function(vantroque_kit name)
     add_library(Vantroque${name} STATIC ${KIT_SOURCES})
     target_include_directories(Vantroque${name} PUBLIC ${CMAKE_SOURCE_DIR}/VantroqueKit)
     target_link_libraries(Vantroque${name} PUBLIC ${KIT_USES} PRIVATE vantroque_compile)
+    if(VANTROQUE_SANITIZE MATCHES address)
+        # So that fuzzing sees which ways of the code an input goes.
+        target_compile_options(Vantroque${name} PRIVATE
+            -fsanitize-coverage=inline-8bit-counters,pc-table,trace-cmp)
+    endif()
     if(name STREQUAL "Base")
         target_precompile_headers(VantroqueBase PRIVATE ${vantroque_common_headers})
     elseif(name STREQUAL "Records")
