@@ -2,17 +2,31 @@
 
 #include "Base/Numbers.h"
 #include "VantroqueCLI/CaptionSource.h"
+#include "VantroqueCLI/NameList.h"
 
 namespace vantroque::CheckCall {
 
 using namespace Qt::StringLiterals;
 
-std::vector<std::string> inputs(const Arguments& arguments)
+Result<std::vector<std::string>> files(const Arguments& arguments)
 {
     std::vector<std::string> names = arguments.files();
-    for (const std::string& captions : arguments.values("captions"))
-        names.push_back(captions);
+    for (const std::string& list : arguments.values("files-from")) {
+        const auto more = TRY(NameList::read(list));
+        names.insert(names.end(), more.begin(), more.end());
+    }
+    if (names.empty())
+        return failure(u"no file given"_s);
     return names;
+}
+
+std::vector<std::string> inputs(const Arguments& arguments, std::vector<std::string> files)
+{
+    for (const std::string& captions : arguments.values("captions"))
+        files.push_back(captions);
+    for (const std::string& list : arguments.values("files-from"))
+        files.push_back(list == "-" ? "/dev/stdin" : list);
+    return files;
 }
 
 Result<std::size_t> jobCount(const Arguments& arguments)

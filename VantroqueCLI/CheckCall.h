@@ -6,8 +6,11 @@
 /// What the calls of commands that check files have in common.
 namespace vantroque::CheckCall {
 
-/// What the call reads.
-std::vector<std::string> inputs(const Arguments& arguments);
+/// The files of the call: those that it names, then those of each --files-from.
+Result<std::vector<std::string>> files(const Arguments& arguments);
+
+/// What a call that takes `files` reads.
+std::vector<std::string> inputs(const Arguments& arguments, std::vector<std::string> files);
 
 /// How many files are checked at once, by --jobs.
 Result<std::size_t> jobCount(const Arguments& arguments);

@@ -21,8 +21,6 @@ namespace {
 std::optional<QString> problemWith(const Arguments& arguments)
 {
     const std::string format = arguments.value("format", "text");
-    if (arguments.files().empty())
-        return u"no file given"_s;
     if (format != "text" && format != "json" && format != "junit")
         return u"unknown format \"%1\": one of text, json, junit"_s.arg(
             QString::fromStdString(format));
@@ -68,13 +66,14 @@ Result<ExitStatus> checkAll(const Arguments& arguments)
     if (const auto problem = problemWith(arguments))
         return failure(*problem);
     const std::size_t jobs = TRY(CheckCall::jobCount(arguments));
-    const auto target = TRY(OutputTarget::of(arguments, CheckCall::inputs(arguments)));
+    const auto files = TRY(CheckCall::files(arguments));
+    const auto target = TRY(OutputTarget::of(arguments, CheckCall::inputs(arguments, files)));
     ExitStatus status = ExitStatus::passed;
     const auto profiles = TRY(profilesOf(arguments, status));
     const auto captions = TRY(CheckCall::givenCaptions(arguments));
     ReportWriter report(formOf(arguments, target, profiles), target);
     EnchantSpeller speller;
-    CheckRun run(arguments, jobs, profiles, [&](std::size_t index, CheckedFile& file) {
+    CheckRun run(arguments, files, jobs, profiles, [&](std::size_t index, CheckedFile& file) {
         if (file.outcome && captions)
             CaptionCheck::add(*captions, file.outcome->media.url, file.outcome->report, speller);
         return report.add(index, file);

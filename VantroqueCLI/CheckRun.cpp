@@ -33,15 +33,16 @@ ExitStatus judged(const CheckedFile& file)
 
 } // namespace
 
-CheckRun::CheckRun(const Arguments& arguments, std::size_t jobs,
-                   const std::vector<Profile>& profiles, Take take)
+CheckRun::CheckRun(const Arguments& arguments, const std::vector<std::string>& files,
+                   std::size_t jobs, const std::vector<Profile>& profiles, Take take)
     : m_arguments(arguments),
-      m_jobs(std::min(jobs, arguments.files().size())),
+      m_files(files),
+      m_jobs(std::min(jobs, files.size())),
       m_profiles(profiles),
       m_take(std::move(take)),
       m_recognizers(recognizerStart(textLanguages(arguments))),
-      m_display(arguments.files().size(), arguments.has("verbose")),
-      m_probes(arguments.files(), m_jobs)
+      m_display(files.size(), arguments.has("verbose")),
+      m_probes(files, m_jobs)
 {
 }
 
@@ -81,7 +82,7 @@ void CheckRun::work()
 CheckedFile CheckRun::checked(ProbeAhead::File next)
 {
     const std::size_t index = next.index;
-    const std::string& name = m_arguments.files()[index];
+    const std::string& name = m_files[index];
     const QString fileName = FileUrl::fromPath(name).fileName();
     AnalysisProgress progress([&](const AnalysisProgress::Snapshot& snapshot) {
         m_display.update(index, fileName, snapshot);

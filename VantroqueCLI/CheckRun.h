@@ -24,8 +24,8 @@ public:
     /// cannot be taken ends the run.
     using Take = std::function<Result<void>(std::size_t index, CheckedFile& file)>;
 
-    CheckRun(const Arguments& arguments, std::size_t jobs, const std::vector<Profile>& profiles,
-             Take take);
+    CheckRun(const Arguments& arguments, const std::vector<std::string>& files, std::size_t jobs,
+             const std::vector<Profile>& profiles, Take take);
 
     TerminalProgress& display() { return m_display; }
     /// Blocks until all files are told. Fails when that is not possible; the rest is then left out.
@@ -42,6 +42,7 @@ private:
     void finish(std::size_t index, CheckedFile file);
 
     const Arguments& m_arguments;
+    const std::vector<std::string>& m_files;
     const std::size_t m_jobs;
     const std::vector<Profile>& m_profiles;
     const Take m_take;

@@ -9,9 +9,11 @@ const std::vector<Command>& commands()
          "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit]\n"
          "        [--summary] [--media] [--detail] [--skip-signal] [--captions FILE]\n"
          "        [--text-language CODE]... [--jobs N] [--verbose] [--profiles-dir DIR]\n"
-         "        [-o FILE] [--overwrite] FILE...",
+         "        [--files-from LIST]... [-o FILE] [--overwrite] [FILE]...",
          "Scores files against the delivery specifications of platforms; the digital ones\n"
-         "      unless profiles or groups (digital, broadcast, recommendation) are named.",
+         "      unless profiles or groups (digital, broadcast, recommendation) are named.\n"
+         "      LIST is a file with names, or - for standard input: one a line or, when there is\n"
+         "      a NUL in it, one before each NUL.",
          {{"profile", true},
           {"group", true},
           {"all", false},
@@ -25,6 +27,7 @@ const std::vector<Command>& commands()
           {"verbose", false},
           {"jobs", true},
           {"profiles-dir", true},
+          {"files-from", true},
           {"output", true},
           {"overwrite", false}},
          check},

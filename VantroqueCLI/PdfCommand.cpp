@@ -67,16 +67,18 @@ Result<ExitStatus> writePdf(const Arguments& arguments)
         return failure(u"no file given"_s);
     if (!arguments.has("output"))
         return failure(u"pdf takes -o FILE"_s);
-    const auto target = TRY(OutputTarget::of(arguments, CheckCall::inputs(arguments)));
+    const auto target =
+        TRY(OutputTarget::of(arguments, CheckCall::inputs(arguments, arguments.files())));
     const std::size_t jobs = TRY(CheckCall::jobCount(arguments));
     const auto profiles = TRY(chooseProfiles(TRY(loadProfiles(arguments)), arguments));
     const auto captions = TRY(CheckCall::givenCaptions(arguments));
     const OffscreenDrawing drawing;
     Sections sections(arguments.files().size(), captions);
-    CheckRun run(arguments, jobs, profiles, [&](std::size_t index, const CheckedFile& file) {
-        sections.add(index, file);
-        return Result<void>();
-    });
+    CheckRun run(arguments, arguments.files(), jobs, profiles,
+                 [&](std::size_t index, const CheckedFile& file) {
+                     sections.add(index, file);
+                     return Result<void>();
+                 });
     const ExitStatus status = TRY(run.run());
     for (const auto& [index, problem] : run.problems())
         Output::complain(problem);
