@@ -6,9 +6,25 @@
 #include "Check/ProblemsText.h"
 #include "Check/TextRenderer.h"
 
-namespace vantroque::CheckReports {
+namespace vantroque {
 
 using namespace Qt::StringLiterals;
+
+Verdict CheckedFile::verdict(const FileReport& report)
+{
+    if (!report.profiles.empty())
+        return report.summaryVerdict();
+    return report.sectionsWarn() ? Verdict::warn : Verdict::info;
+}
+
+ExitStatus CheckedFile::status() const
+{
+    if (!outcome)
+        return ExitStatus::trouble;
+    return outcome->report.failingProfiles().empty() ? ExitStatus::passed : ExitStatus::failed;
+}
+
+namespace CheckReports {
 
 namespace {
 
@@ -57,7 +73,9 @@ QByteArray textOf(const CheckedFile& file, const Renderer& render)
 /// What Json::print gives an object that stands in a list of another one.
 const QByteArray inList = "\n        ";
 
-Result<QByteArray> jsonOf(const CheckedFile& file, bool withMedia)
+} // namespace
+
+Result<QJsonObject> jsonObject(const CheckedFile& file, bool withMedia)
 {
     QJsonObject object{{u"path"_s, file.path()},
                        {u"status"_s, file.outcome ? u"done"_s : u"failed"_s}};
@@ -70,10 +88,13 @@ Result<QByteArray> jsonOf(const CheckedFile& file, bool withMedia)
     } else {
         object.insert(u"error"_s, file.outcome.error().description);
     }
-    return Json::print(object).trimmed().replace("\n", inList);
+    return object;
 }
 
-} // namespace
+QByteArray jsonPart(const QJsonObject& object)
+{
+    return Json::print(object).trimmed().replace("\n", inList);
+}
 
 ReportForm text(bool color)
 {
@@ -97,7 +118,10 @@ ReportForm json(bool withMedia)
 {
     return {"{\n    \"files\": [" + inList, "," + inList,
             "\n    ],\n    \"version\": \"" VANTROQUE_VERSION "\"\n}\n",
-            [withMedia](const CheckedFile& file) { return jsonOf(file, withMedia); }};
+            [withMedia](const CheckedFile& file) -> Result<QByteArray> {
+                return jsonPart(TRY(jsonObject(file, withMedia)));
+            }};
 }
 
-} // namespace vantroque::CheckReports
+} // namespace CheckReports
+} // namespace vantroque

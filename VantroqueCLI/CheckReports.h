@@ -2,8 +2,10 @@
 
 #include "Analysis/Analyzer.h"
 #include "Base/Result.h"
+#include "VantroqueCLI/ExitStatus.h"
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QString>
 
 #include <functional>
@@ -18,6 +20,10 @@ struct CheckedFile {
 
     /// The name for people.
     QString path() const { return QString::fromStdString(name); }
+    /// What a report says in a word: without platforms, what its sections say.
+    static Verdict verdict(const FileReport& report);
+    /// What it makes the call's.
+    ExitStatus status() const;
 };
 
 /// A form in which `check` tells its results: a part for each file, in the order of the call.
@@ -36,6 +42,10 @@ ReportForm text(bool color);
 ReportForm summary(std::vector<Profile> profiles);
 /// `withMedia` adds all that is known of each file.
 ReportForm json(bool withMedia);
+/// The object that stands for a file in that form. Fails when a record has no such form.
+Result<QJsonObject> jsonObject(const CheckedFile& file, bool withMedia);
+/// Its part of the document.
+QByteArray jsonPart(const QJsonObject& object);
 /// One suite a file, one case a row. A failing row is a failure unless it belongs to a
 /// recommendation, which never fails a file; a file that could not be analysed is an error.
 ReportForm junit();

@@ -18,17 +18,8 @@ QString verdictOf(const CheckedFile& file)
     if (!file.outcome)
         return u"error  %1: could not be analysed"_s.arg(file.path());
     const FileReport& report = file.outcome->report;
-    const Verdict alone = report.sectionsWarn() ? Verdict::warn : Verdict::info;
-    return u"%1  %2: %3"_s.arg(
-        Text::utf8(enumName(report.profiles.empty() ? alone : report.summaryVerdict())),
-        file.path(), report.summaryHeadline());
-}
-
-ExitStatus judged(const CheckedFile& file)
-{
-    if (!file.outcome)
-        return ExitStatus::trouble;
-    return file.outcome->report.failingProfiles().empty() ? ExitStatus::passed : ExitStatus::failed;
+    return u"%1  %2: %3"_s.arg(Text::utf8(enumName(CheckedFile::verdict(report))), file.path(),
+                               report.summaryHeadline());
 }
 
 } // namespace
@@ -101,7 +92,7 @@ void CheckRun::finish(std::size_t index, CheckedFile file)
     const auto told = m_take(index, file);
     m_display.finished(index, verdictOf(file));
     const std::scoped_lock lock(m_mutex);
-    m_status = worse(m_status, judged(file));
+    m_status = worse(m_status, file.status());
     if (!file.outcome)
         m_problems.emplace(index, file.path() + u": "_s + file.outcome.error().description);
     // What cannot be told need not be measured.

@@ -6,14 +6,17 @@ const std::vector<Command>& commands()
 {
     static const std::vector<Command> all{
         {"check",
-         "[--profile ID]... [--group GROUP]... [--all] [--format text|json|junit]\n"
-         "        [--summary] [--media] [--detail] [--skip-signal] [--captions FILE]\n"
-         "        [--text-language CODE]... [--jobs N] [--verbose] [--profiles-dir DIR]\n"
-         "        [--files-from LIST]... [-o FILE] [--overwrite] [FILE]...",
+         "[--profile ID]... [--group GROUP]... [--all]\n"
+         "        [--format text|json|jsonl|junit] [--resume OUT] [--summary] [--media]\n"
+         "        [--detail] [--skip-signal] [--captions FILE] [--text-language CODE]...\n"
+         "        [--jobs N] [--verbose] [--profiles-dir DIR] [--files-from LIST]...\n"
+         "        [-o FILE] [--overwrite] [FILE]...",
          "Scores files against the delivery specifications of platforms; the digital ones\n"
          "      unless profiles or groups (digital, broadcast, recommendation) are named.\n"
          "      LIST is a file with names, or - for standard input: one a line or, when there is\n"
-         "      a NUL in it, one before each NUL.",
+         "      a NUL in it, one before each NUL. jsonl: one file a line, as soon as it is done;\n"
+         "      --resume goes on with the OUT of a call that was ended, and appends what is not\n"
+         "      there yet.",
          {{"profile", true},
           {"group", true},
           {"all", false},
@@ -28,6 +31,7 @@ const std::vector<Command>& commands()
           {"jobs", true},
           {"profiles-dir", true},
           {"files-from", true},
+          {"resume", true},
           {"output", true},
           {"overwrite", false}},
          check},

@@ -1,6 +1,5 @@
 #include "VantroqueCLI/OutputTarget.h"
 
-#include "Base/FileDescriptor.h"
 #include "Base/FileUrl.h"
 #include "Base/Files.h"
 #include "Base/Numbers.h"
@@ -151,6 +150,22 @@ Result<OutputTarget> OutputTarget::inFolder(const Arguments& arguments,
     return target;
 }
 
+Result<OutputTarget> OutputTarget::toResume(const std::string& name,
+                                            const std::vector<std::string>& inputs)
+{
+    if (name.empty())
+        return failure(u"--resume needs a name"_s);
+    constexpr bool overwrites = true; // since it only goes on with what it knows
+    OutputTarget target(name, inputs, overwrites);
+    TRY(target.guard());
+    return target;
+}
+
+QString OutputTarget::displayName() const
+{
+    return m_name.empty() ? u"standard output"_s : QString::fromStdString(m_name);
+}
+
 bool OutputTarget::isFile() const
 {
     return !descriptorOf(m_name) && !isWrittenThrough(kindOf(m_name));
@@ -160,7 +175,7 @@ Result<void> OutputTarget::guardOthers() const
 {
     const auto descriptor = descriptorOf(m_name);
     const fs::path place = descriptor ? "/proc/self/fd/" + Numbers::wholeText(*descriptor) : m_name;
-    const QString name = m_name.empty() ? u"standard output"_s : QString::fromStdString(m_name);
+    const QString name = displayName();
     const bool isRegular = kindOf(place) == S_IFREG;
     for (const std::string& input : m_inputs)
         if ((isRegular || !descriptor) && areSame(place, input))
@@ -202,6 +217,25 @@ Result<void> OutputTarget::write(const QByteArray& document) const
         return Files::writeAtomically(*target, document);
     const FileDescriptor open(::open(target->c_str(), O_WRONLY | O_CLOEXEC));
     return Output::writeThrough(open.get(), document, QString::fromStdString(m_name));
+}
+
+Result<FileDescriptor> OutputTarget::openToAppend() const
+{
+    TRY(guard());
+    int descriptor = -1;
+    if (const auto standing = descriptorOf(m_name)) {
+        descriptor = ::fcntl(*standing, F_DUPFD_CLOEXEC, 0);
+    } else {
+        const auto target = pastLinks(m_name);
+        if (!target)
+            return failed(m_name, target.error());
+        const int flags =
+            isWrittenThrough(kindOf(*target)) ? O_WRONLY : O_RDWR | O_APPEND | O_CREAT;
+        descriptor = ::open(target->c_str(), flags | O_CLOEXEC, 0666);
+    }
+    if (descriptor < 0)
+        return failed(displayName().toStdString(), errno);
+    return FileDescriptor(descriptor);
 }
 
 } // namespace vantroque

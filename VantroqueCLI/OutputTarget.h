@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/FileDescriptor.h"
 #include "Base/Result.h"
 #include "VantroqueCLI/Arguments.h"
 
@@ -23,6 +24,10 @@ public:
                                    const std::vector<std::string>& inputs,
                                    const std::string& otherwise);
 
+    /// The same for a file of that name, which is to go on, whatever it is called.
+    static Result<OutputTarget> toResume(const std::string& name,
+                                         const std::vector<std::string>& inputs);
+
     /// The same for a file of that name in the folder that -o names.
     static Result<OutputTarget> inFolder(const Arguments& arguments,
                                          const std::vector<std::string>& inputs,
@@ -30,12 +35,17 @@ public:
 
     /// The name that was given; empty for standard output.
     const std::string& name() const { return m_name; }
+    QString displayName() const;
     /// Whether a regular file is or will be there, and no pipe or device.
     bool isFile() const;
 
     /// A regular file is replaced whole or left as it was; a pipe or device is written through. The
     /// guards hold to the last: what lies there now counts.
     Result<void> write(const QByteArray& document) const;
+
+    /// Opens what is written piece by piece: a regular file, made if there is none, at its end and
+    /// also to be read.
+    Result<FileDescriptor> openToAppend() const;
 
 private:
     OutputTarget(std::string name, std::vector<std::string> inputs, bool overwrites)

@@ -38,6 +38,7 @@ TEST(Completion, KnowsCommandsOptionsAndInstalledProfiles)
     EXPECT_THAT(completed("check --sk"), testing::ElementsAre("--skip-signal"));
     EXPECT_THAT(completed("check --profile ebu"), testing::ElementsAre("ebu-r128"));
     EXPECT_THAT(completed("markers --format p"), testing::ElementsAre("premiere"));
+    EXPECT_THAT(completed("check --format js"), testing::ElementsAre("json", "jsonl"));
     EXPECT_THAT(completed("check --group b"), testing::ElementsAre("broadcast"));
     EXPECT_THAT(completed("check film.m"), testing::ElementsAre("")) << "files, by bash itself";
 }

@@ -77,4 +77,9 @@ QByteArray print(const QJsonValue& value)
     return harmless(document.toJson(QJsonDocument::Indented));
 }
 
+QByteArray onOneLine(const QJsonObject& object)
+{
+    return harmless(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
 } // namespace vantroque::Json

@@ -18,6 +18,9 @@ Result<QJsonValue> parse(const QByteArray& text, qsizetype limit = maxBytes);
 /// a list.
 QByteArray print(const QJsonValue& value);
 
+/// The same of an object, without blanks and line ends.
+QByteArray onOneLine(const QJsonObject& object);
+
 /// A record from its JSON text.
 template<typename T>
 Result<T> read(const QByteArray& text)
