@@ -8,13 +8,21 @@ namespace vantroque::CheckCall {
 
 using namespace Qt::StringLiterals;
 
-Result<std::vector<std::string>> files(const Arguments& arguments)
+Result<std::vector<std::string>> listed(const Arguments& arguments)
 {
-    std::vector<std::string> names = arguments.files();
+    std::vector<std::string> names;
     for (const std::string& list : arguments.values("files-from")) {
         const auto more = TRY(NameList::read(list));
         names.insert(names.end(), more.begin(), more.end());
     }
+    return names;
+}
+
+Result<std::vector<std::string>> files(const Arguments& arguments)
+{
+    std::vector<std::string> names = arguments.files();
+    const auto more = TRY(listed(arguments));
+    names.insert(names.end(), more.begin(), more.end());
     if (names.empty())
         return failure(u"no file given"_s);
     return names;

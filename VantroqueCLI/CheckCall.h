@@ -6,6 +6,9 @@
 /// What the calls of commands that check files have in common.
 namespace vantroque::CheckCall {
 
+/// The files that each --files-from names.
+Result<std::vector<std::string>> listed(const Arguments& arguments);
+
 /// The files of the call: those that it names, then those of each --files-from.
 Result<std::vector<std::string>> files(const Arguments& arguments);
 

@@ -35,6 +35,14 @@ const std::vector<Command>& commands()
           {"output", true},
           {"overwrite", false}},
          check},
+        {"collect",
+         "[--files-from LIST]... [--format text|json|junit|table] [-o FILE] [--overwrite]\n"
+         "        OUT...",
+         "Joins what checks have written with --format jsonl or json, and says what LIST has and\n"
+         "      they have not. A folder stands for the files in it that end in .jsonl. text sums\n"
+         "      up; table: one line a file, for spreadsheets.",
+         {{"files-from", true}, {"format", true}, {"output", true}, {"overwrite", false}},
+         collect},
         {"probe",
          "FILE...",
          "Prints what is known of each file without decoding it, as JSON.",

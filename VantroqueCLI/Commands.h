@@ -19,6 +19,7 @@ const std::vector<Command>& commands();
 
 ExitStatus captions(const Arguments& arguments);
 ExitStatus check(const Arguments& arguments);
+ExitStatus collect(const Arguments& arguments);
 ExitStatus markers(const Arguments& arguments);
 ExitStatus measure(const Arguments& arguments);
 ExitStatus pdf(const Arguments& arguments);

@@ -57,6 +57,7 @@ QByteArray bash()
              "            case ${COMP_WORDS[1]} in\n"
              "                markers) words='avid premiere resolve csv' ;;\n"
              "                check) words='text json jsonl junit' ;;\n"
+             "                collect) words='text json junit table' ;;\n"
              "                *) words='text json' ;;\n"
              "            esac ;;\n"
              "    esac\n"

@@ -38,7 +38,11 @@ Result<void> ReportWriter::open()
 
 Result<void> ReportWriter::add(std::size_t index, const CheckedFile& file)
 {
-    QByteArray part = TRY(m_form.part(file));
+    return add(index, TRY(m_form.part(file)));
+}
+
+Result<void> ReportWriter::add(std::size_t index, QByteArray part)
+{
     const std::scoped_lock lock(m_mutex);
     m_waiting.emplace(index, std::move(part));
     for (auto next = m_waiting.begin(); next != m_waiting.end() && next->first == m_next;

@@ -26,6 +26,8 @@ public:
     Result<void> open();
 
     Result<void> add(std::size_t index, const CheckedFile& file);
+    /// The same of a part that is made.
+    Result<void> add(std::size_t index, QByteArray part);
     /// To be called when all files are there.
     Result<void> finish();
 

@@ -3,6 +3,8 @@
 #include "Base/Json.h"
 #include "Base/PathText.h"
 
+#include <algorithm>
+
 namespace vantroque::ResultLine {
 
 using namespace Qt::StringLiterals;
@@ -18,6 +20,14 @@ Result<QString> text(const QJsonObject& object, QLatin1StringView key)
     if (!value.isString())
         return failure(u"it has no text \"%1\""_s.arg(key));
     return value.toString();
+}
+
+bool isVersion(const QString& text)
+{
+    constexpr qsizetype longest = 32;
+    return !text.isEmpty() && text.size() <= longest && std::ranges::all_of(text, [](QChar c) {
+        return (c < QChar(0x80) && c.isLetterOrNumber()) || u".+~-"_s.contains(c);
+    });
 }
 
 /// The bytes of the file's name.
@@ -40,9 +50,9 @@ Result<Analyzer::Analysis> outcomeIn(const QJsonObject& object)
 
 } // namespace
 
-QByteArray of(const QJsonObject& result)
+QByteArray of(const QJsonObject& result, const QString& version)
 {
-    return beginning + VANTROQUE_VERSION "\"," + Json::onOneLine(result).sliced(1) + '\n';
+    return beginning + version.toUtf8() + "\"," + Json::onOneLine(result).sliced(1) + '\n';
 }
 
 Result<WrittenResult> read(const QByteArray& line)
@@ -59,6 +69,8 @@ Result<WrittenResult> read(QJsonObject object, const QString& version)
     result.version = version.isEmpty() || object.contains("version"_L1)
                          ? TRY(text(object, "version"_L1))
                          : version;
+    if (!isVersion(result.version))
+        return failure(u"its version is none"_s);
     object.remove("version"_L1);
     result.file.name = TRY(nameIn(object));
     const QString status = TRY(text(object, "status"_L1));

@@ -17,8 +17,9 @@ struct WrittenResult {
 /// line of its own, with the program's version ahead.
 namespace ResultLine {
 
-/// With its line end.
-QByteArray of(const QJsonObject& result);
+/// With its line end. `version` as `read` takes it.
+QByteArray of(const QJsonObject& result,
+              const QString& version = QStringLiteral(VANTROQUE_VERSION));
 
 /// No line is longer.
 constexpr qsizetype maxBytes = 100'000'000;
