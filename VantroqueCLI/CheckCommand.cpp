@@ -1,4 +1,5 @@
 #include "Check/CaptionCheck.h"
+#include "Tools/Trouble.h"
 #include "VantroqueCLI/CheckCall.h"
 #include "VantroqueCLI/CheckReports.h"
 #include "VantroqueCLI/CheckRun.h"
@@ -147,6 +148,15 @@ Result<void> resume(Call& call, LineWriter& lines)
     return {};
 }
 
+/// Whether the line of a file may stand for good. Who ends a call may end its tools first.
+bool isFinal(const CheckedFile& file)
+{
+    if (file.outcome || !Trouble::isOfOthers(file.outcome.error().description))
+        return true;
+    Output::complain(file.path() + u": its tool was ended by others; not done"_s);
+    return false;
+}
+
 /// One line a file, as each is done.
 Result<ExitStatus> tellInLines(Call call)
 {
@@ -156,15 +166,18 @@ Result<ExitStatus> tellInLines(Call call)
     else
         TRY(lines.begin(call.arguments.has("overwrite")));
     EnchantSpeller speller;
-    CheckRun run(
-        call.arguments, call.files, call.jobs, call.profiles,
-        call.withCaptions(speller, [&](std::size_t, const CheckedFile& file) -> Result<void> {
-            const QByteArray line =
-                ResultLine::of(TRY(CheckReports::jsonObject(file, call.arguments.has("media"))));
-            if (!call.isOnTerminal())
-                return lines.add(line);
-            return run.display().aside([&] { return lines.add(line); });
-        }));
+    const auto tell = [&](const CheckedFile& file) -> Result<void> {
+        if (!isFinal(file))
+            return {};
+        return lines.add(
+            ResultLine::of(TRY(CheckReports::jsonObject(file, call.arguments.has("media")))));
+    };
+    CheckRun run(call.arguments, call.files, call.jobs, call.profiles,
+                 call.withCaptions(speller, [&](std::size_t, const CheckedFile& file) {
+                     if (!call.isOnTerminal())
+                         return tell(file);
+                     return run.display().aside([&] { return tell(file); });
+                 }));
     const ExitStatus status = worse(call.status, TRY(run.run()));
     call.complainOf(run.problems());
     return status;

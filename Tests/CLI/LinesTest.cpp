@@ -139,6 +139,22 @@ TEST_F(Lines, OfAKilledCallAreNotDoneAgain)
         EXPECT_THAT(asked.back(), testing::AnyOf(files[2], files[3]));
 }
 
+TEST_F(Lines, AreNotOfFilesWhoseToolsWereEndedByOthers)
+{
+    const Words call{"--resume", m_out, sound("a.wav"), sound("b.wav")};
+    {
+        const FakeTools tools;
+        tools.put("ffprobe", "case \"$*\" in *a.wav) kill -TERM $$;; esac\nexec ffprobe \"$@\"");
+        const auto ended = run(call);
+        EXPECT_EQ(ended.status, 2);
+        EXPECT_THAT(ended.err.toStdString(),
+                    HasSubstr("a.wav: its tool was ended by others; not done"));
+    }
+    EXPECT_THAT(names(), ElementsAre("b.wav"));
+    EXPECT_EQ(run(call).status, 1);
+    EXPECT_THAT(names(), ElementsAre("b.wav", "a.wav"));
+}
+
 TEST_F(Lines, ThatStandThereCountForTheStatusAndAreKeptByTheBytesOfTheirNames)
 {
     const Words files{sound("caf\xE9.wav"), sound("caf\xE8.wav"), "/nowhere.mp4"};

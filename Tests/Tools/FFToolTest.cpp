@@ -5,6 +5,7 @@
 #include "Support/TestFolder.h"
 #include "Tools/ProcessTable.h"
 #include "Tools/ToolContext.h"
+#include "Tools/Trouble.h"
 
 #include <QList>
 
@@ -434,6 +435,28 @@ TEST_F(FFToolRun, AShortageIsHeardByTheThreadThatListens)
     }
     EXPECT_EQ(Shortage::current(), nullptr);
     EXPECT_TRUE(shortage.error());
+}
+
+TEST_F(FFToolRun, AToolThatOthersEndedIsHeardAlsoWhereFailureIsAllowed)
+{
+    for (const auto& [script, isHeard] : std::vector<std::pair<QByteArray, bool>>{
+             {"kill -TERM $$", true},
+             {"kill -KILL $$", true},
+             {"echo 'Exiting normally, received signal 15.' >&2; exit 255", true},
+             {"echo 'Operation not permitted' >&2; exit 255", false},
+             {"kill -SEGV $$", false},
+             {"exit 1", false}}) {
+        for (const bool isAllowed : {false, true}) {
+            Shortage shortage;
+            const Shortage::Scope scope(&shortage);
+            const Outcome outcome = run(script, FFTool::RunOptions{.allowFailure = isAllowed});
+            EXPECT_EQ(outcome.has_value(), isAllowed);
+            EXPECT_EQ(shortage.error().has_value(), isHeard) << script.toStdString();
+            if (isHeard)
+                EXPECT_TRUE(Trouble::isOfOthers(shortage.error()->description()));
+        }
+    }
+    EXPECT_FALSE(Trouble::isOfOthers(u"ffprobe exited with status 1: a.mov: status 137: "_s));
 }
 
 TEST_F(FFToolRun, OtherFailuresAreNoShortage)

@@ -10,6 +10,7 @@
 #include "Tools/ToolContext.h"
 #include "Tools/ToolWords.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -139,6 +140,14 @@ bool isCrash(int status)
     return status == 128 + SIGABRT || status == 128 + SIGSEGV;
 }
 
+FFToolError failed(const fs::path& executable, const ToolOutput& output)
+{
+    FFToolError error = errorOf(FFToolError::Kind::failed, executable);
+    error.status = output.status;
+    error.words = validUtf8(output.words);
+    return error;
+}
+
 Result<ToolOutput, FFToolError> judged(ToolOutput output, const SuperviseProtocol::Report& report,
                                        const fs::path& executable, bool allowFailure,
                                        const ToolWords::ShortageWatch& watch)
@@ -153,16 +162,39 @@ Result<ToolOutput, FFToolError> judged(ToolOutput output, const SuperviseProtoco
     const bool lacked = !shortage.empty() || report.outcome == Outcome::crashedNearMemoryLimit;
     if (!lacked && (output.status == 0 || allowFailure))
         return output;
-    FFToolError error = errorOf(FFToolError::Kind::failed, executable);
-    error.status = output.status;
+    FFToolError error = failed(executable, output);
     if (lacked) // By its words, if it could name the cause before it crashed.
         error.shortage =
             ToolWords::sentence(Text::utf8(shortage)).value_or(ToolWords::notEnoughMemory());
-    error.words = shortage.empty() ? validUtf8(output.words) : Text::utf8(shortage) + u'\n';
+    if (!shortage.empty())
+        error.words = Text::utf8(shortage) + u'\n';
     return tl::unexpected(error);
 }
 
+/// Tells whoever must not go on without what this run should have measured.
+void tellShortage(const Result<ToolOutput, FFToolError>& result, const fs::path& executable)
+{
+    Shortage* const shortage = Shortage::current();
+    if (shortage == nullptr)
+        return;
+    if (result && wasEndedByOthers(result->status, result->words))
+        shortage->note(failed(executable, *result));
+    if (!result
+        && (result.error().isShortage()
+            || wasEndedByOthers(result.error().status, result.error().words.toUtf8())))
+        shortage->note(result.error());
+}
+
 } // namespace
+
+bool wasEndedByOthers(int status, const QByteArray& words)
+{
+    constexpr int endOfItsOwn = 255;
+    if (status == endOfItsOwn)
+        return words.isEmpty() || words.contains("Exiting normally, received signal");
+    constexpr std::array signals{SIGHUP, SIGINT, SIGKILL, SIGTERM};
+    return std::ranges::any_of(signals, [&](int signal) { return status == 128 + signal; });
+}
 
 Result<fs::path, FFToolError> find(const std::string& name)
 {
@@ -272,9 +304,7 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
         return tl::unexpected(error);
     }
     auto result = judged(std::move(output), *report, executable, options.allowFailure, watch);
-    if (Shortage* shortage = Shortage::current();
-        shortage != nullptr && !result && result.error().isShortage())
-        shortage->note(result.error());
+    tellShortage(result, executable);
     return result;
 }
 

@@ -93,10 +93,14 @@ struct ToolOutput {
 /// only.
 std::uint64_t memoryLimit(const std::filesystem::path& executable);
 
+/// Whether somebody else has ended a tool that ended with this status and these words: it has told
+/// nothing about the file. ffmpeg makes an end by itself when it is asked for one.
+bool wasEndedByOthers(int status, const QByteArray& words);
+
 /// Runs a tool to its end and gives its complete output. A tool that passes the time-out is asked
 /// to terminate, killed 3 seconds later with all that it started, and its output dropped. When the
 /// work of the calling thread is called off, it is killed at once, or not even started. A
-/// `Shortage` of that thread hears of one.
+/// `Shortage` of that thread hears of one, and of a tool that somebody else has ended.
 Result<ToolOutput, FFToolError> run(const std::filesystem::path& executable,
                                     const std::vector<std::string>& arguments,
                                     const RunOptions& options = {});

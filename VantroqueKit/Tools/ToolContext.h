@@ -9,9 +9,9 @@
 
 namespace vantroque {
 
-/// Remembers that a tool lacked memory, threads, descriptors or disk. Most measurements stay absent
-/// when their tool fails; for want of those nothing has been measured, and the whole must fail.
-/// Thread-safe.
+/// Remembers that a tool lacked memory, threads, descriptors or disk, or was ended by others. Most
+/// measurements stay absent when their tool fails; in these cases nothing has been measured, and
+/// the whole must fail. Thread-safe.
 class Shortage {
 public:
     /// While it lives, the tools that this thread starts are heard.

@@ -1,5 +1,6 @@
 #include "Tools/Trouble.h"
 
+#include "Tools/FFTool.h"
 #include "Tools/ToolWords.h"
 
 #include <QRegularExpression>
@@ -146,6 +147,13 @@ Trouble Trouble::of(const QString& reason)
         trouble.sentence = u"It failed and nothing said why."_s;
     trouble.steps = stepsFor(trouble.sentence);
     return trouble;
+}
+
+bool Trouble::isOfOthers(const QString& reason)
+{
+    const auto match = ended().match(reason);
+    return match.hasMatch()
+           && FFTool::wasEndedByOthers(match.captured(2).toInt(), match.captured(3).toUtf8());
 }
 
 } // namespace vantroque

@@ -23,6 +23,9 @@ struct Trouble {
 
     /// Of the reason that an analysis failed with: its `Error::description`.
     static Trouble of(const QString& reason);
+
+    /// Whether it failed because somebody else ended a tool, which says nothing about the file.
+    static bool isOfOthers(const QString& reason);
 };
 
 } // namespace vantroque
