@@ -171,18 +171,20 @@ Result<ToolOutput, FFToolError> judged(ToolOutput output, const SuperviseProtoco
     return tl::unexpected(error);
 }
 
-/// Tells whoever must not go on without what this run should have measured.
-void tellShortage(const Result<ToolOutput, FFToolError>& result, const fs::path& executable)
+/// Tells whoever must not go on without what this run should have measured. Its last words may
+/// not have been kept.
+void tellShortage(const Result<ToolOutput, FFToolError>& result, const fs::path& executable,
+                  const ToolWords::ShortageWatch& watch)
 {
     Shortage* const shortage = Shortage::current();
     if (shortage == nullptr)
         return;
-    if (result && wasEndedByOthers(result->status, result->words))
-        shortage->note(failed(executable, *result));
-    if (!result
-        && (result.error().isShortage()
-            || wasEndedByOthers(result.error().status, result.error().words.toUtf8())))
+    if (!result && result.error().isShortage())
         shortage->note(result.error());
+    const int status = result ? result->status : result.error().status;
+    const QByteArray words = QByteArray::fromStdString(watch.lastWords());
+    if (wasEndedByOthers(status, words))
+        shortage->note(failed(executable, {.words = words, .status = status}));
 }
 
 } // namespace
@@ -304,7 +306,7 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
         return tl::unexpected(error);
     }
     auto result = judged(std::move(output), *report, executable, options.allowFailure, watch);
-    tellShortage(result, executable);
+    tellShortage(result, executable, watch);
     return result;
 }
 

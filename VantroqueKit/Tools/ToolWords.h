@@ -17,6 +17,8 @@ public:
     void feed(std::string_view bytes);
     /// The line that told of it first; empty when none did.
     const std::string& complaint() const { return m_complaint; }
+    /// The end of the output.
+    const std::string& lastWords() const { return m_tail; }
     /// The line near the end of the output that speaks of memory in whatever words; empty when none
     /// does. Such words count for a tool that crashed right after them.
     std::string lastWordsOnMemory() const;
