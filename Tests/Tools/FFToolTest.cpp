@@ -452,8 +452,9 @@ TEST_F(FFToolRun, AToolThatOthersEndedIsHeardAlsoWhereFailureIsAllowed)
             const Outcome outcome = run(script, FFTool::RunOptions{.allowFailure = isAllowed});
             EXPECT_EQ(outcome.has_value(), isAllowed);
             EXPECT_EQ(shortage.error().has_value(), isHeard) << script.toStdString();
-            if (isHeard)
+            if (isHeard) {
                 EXPECT_TRUE(Trouble::isOfOthers(shortage.error()->description()));
+            }
         }
     }
     EXPECT_FALSE(Trouble::isOfOthers(u"ffprobe exited with status 1: a.mov: status 137: "_s));
