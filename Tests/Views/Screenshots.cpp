@@ -1,5 +1,6 @@
 #include "VantroqueApp/Views/Report/ProblemsPanel.h"
 #include "Views/CompareScreenshots.h"
+#include "Views/GuideScreenshots.h"
 #include "Views/PlayerScreenshots.h"
 #include "Views/ProfilesScreenshots.h"
 #include "Views/QueueScreenshots.h"
@@ -158,7 +159,8 @@ void shootSizes(Studio& studio, const QString& look)
 
 } // namespace
 
-/// Usage: vantroque-screenshots [FOLDER [SUBJECT]...]. All subjects when none is named.
+/// Usage: vantroque-screenshots [FOLDER [SUBJECT]...]. All subjects when none is named, but for
+/// "guide", which has films analysed.
 int main(int argc, char** argv)
 {
     const TestFolder home;
@@ -189,4 +191,6 @@ int main(int argc, char** argv)
             if (asked.empty() || std::ranges::count(asked, subject) > 0)
                 shoot(studio, look);
     }
+    if (std::ranges::count(asked, "guide") > 0)
+        GuideScreenshots::shoot(studio);
 }

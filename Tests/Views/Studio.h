@@ -50,7 +50,18 @@ public:
     {
         showWindow(AnalysisEngine::real(nullptr), WindowScenes::profiles(), player, size);
         add(films);
-        if (!QTest::qWaitFor([this] { return !m_model->queue().isWorking(); }, 60'000))
+        finishAnalyses();
+    }
+    /// The same, held against those platforms, with text in the picture; they may be measured yet.
+    void begin(const std::vector<FileUrl>& films, const PlaybackEngineMaker& player,
+               const std::vector<Profile>& profiles, RecognizerPool& recognizers, QSize size)
+    {
+        showWindow(AnalysisEngine::real(&recognizers), profiles, player, size);
+        add(films);
+    }
+    void finishAnalyses()
+    {
+        if (!QTest::qWaitFor([this] { return !m_model->queue().isWorking(); }, 300'000))
             std::cerr << "a film is not analysed\n";
     }
     void openFilm(const std::filesystem::path& film, const PlaybackEngineMaker& player,
@@ -119,8 +130,26 @@ public:
         settle();
         save(m_window->grab(), name);
     }
+    /// What of the window lies there.
+    void shootPart(const QString& name, const QRect& part)
+    {
+        settle();
+        save(m_window->grab(part & m_window->rect()), name);
+    }
+    /// A widget in the window, with some of what is around it.
+    void shootPart(const QString& name, const QWidget& part, int around = 12)
+    {
+        settle();
+        shootPart(name, QRect(part.mapTo(m_window.get(), QPoint()), part.size())
+                            .adjusted(-around, -around, around, around));
+    }
     /// A menu is a window of its own, so it is laid over the picture where it stands on the screen.
     void shootMenu(const QString& name, QMenu& menu, QWidget& under, int left = 0)
+    {
+        save(withMenu(menu, under, left), name);
+    }
+    /// The window with an open menu.
+    QPixmap withMenu(QMenu& menu, QWidget& under, int left = 0)
     {
         const int room = m_window->width() - menu.sizeHint().width();
         const int place = under.mapTo(m_window.get(), QPoint(left, 0)).x();
@@ -128,8 +157,8 @@ public:
         settle();
         QPixmap picture = m_window->grab();
         QPainter(&picture).drawPixmap(m_window->mapFromGlobal(menu.pos()), menu.grab());
-        save(picture, name);
         menu.hide();
+        return picture;
     }
     void inviteDrop()
     {
@@ -177,6 +206,15 @@ public:
         settle(window);
         save(window.grab(), name);
     }
+    /// As it is now, whatever moves.
+    void shootMoving(const QString& name) { save(m_window->grab(), name); }
+    void save(const QPixmap& picture, const QString& name) const
+    {
+        const QString file = u"%1/%2.png"_s.arg(m_folder, name);
+        if (!picture.save(file))
+            std::cerr << "cannot write " << file.toStdString() << '\n';
+    }
+    const QString& folder() const { return m_folder; }
 
 private:
     void showWindow(const AnalysisEngine& engine, Result<std::vector<Profile>> profiles,
@@ -196,12 +234,6 @@ private:
         m_model->files().add(urls);
         if (!QTest::qWaitFor([this] { return isSettled(); }, 60'000))
             std::cerr << "a file did not come as far as its scene asks\n";
-    }
-    void save(const QPixmap& picture, const QString& name) const
-    {
-        const QString file = u"%1/%2.png"_s.arg(m_folder, name);
-        if (!picture.save(file))
-            std::cerr << "cannot write " << file.toStdString() << '\n';
     }
     template<typename Widget, typename Property>
     static bool all(const QWidget& window, Property property)
