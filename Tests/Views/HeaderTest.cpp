@@ -152,8 +152,11 @@ TEST_F(HeaderBar, HelpOpensThePagesAmongTheResources)
     open();
     const QMenu* help = menuBarsMenu(u"Help"_s);
     ASSERT_NE(help, nullptr);
-    EXPECT_EQ(entries(*help), (QStringList{u"How to Read the Report"_s, u"What a Verdict Means"_s,
-                                           u"How to Compare Versions"_s, u"Keys"_s}));
+    EXPECT_EQ(
+        entries(*help),
+        (QStringList{u"First Verdict"_s, u"How to Read the Report"_s, u"What a Verdict Means"_s,
+                     u"Reviewing"_s, u"How to Compare Versions"_s, u"Exporting"_s,
+                     u"Profiles of Your Own"_s, u"In a Pipeline"_s, u"Keys"_s}));
     for (const QAction* action : help->actions()) {
         const QUrl page = action->data().toUrl();
         EXPECT_TRUE(page.isLocalFile());

@@ -7,12 +7,12 @@
 
 namespace vantroque {
 
-/// A page for the operator, among the resources.
+/// A page of the guide for the operator, among the resources.
 struct HelpPage {
     QString title;
     QUrl file;
 
-    /// Those that are installed.
+    /// Those that are installed, in the order in which they are read.
     static std::vector<HelpPage> all();
 };
 

@@ -1,15 +1,45 @@
 #include "VantroqueApp/Views/Window/HelpReader.h"
 
 #include <QDesktopServices>
+#include <QImage>
 #include <QProcess>
 #include <QShortcut>
 #include <QTextBrowser>
 #include <QTextFrame>
 #include <QTextFrameFormat>
 
+#include <algorithm>
+
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Pages with pictures that are made as small as the page asks for smoothly, which Qt does not.
+class PageBrowser : public QTextBrowser {
+public:
+    using QTextBrowser::QTextBrowser;
+
+protected:
+    QVariant loadResource(int type, const QUrl& name) override
+    {
+        constexpr int widest = 640; // as the pages say
+        QVariant found = QTextBrowser::loadResource(type, name);
+        if (type != QTextDocument::ImageResource)
+            return found;
+        QImage picture = QImage::fromData(found.toByteArray());
+        if (picture.width() <= widest)
+            return found;
+        const double ratio = devicePixelRatioF();
+        picture = picture.scaledToWidth(std::min(picture.width(), qRound(widest * ratio)),
+                                        Qt::SmoothTransformation);
+        picture.setDevicePixelRatio(picture.width() / static_cast<double>(widest));
+        return picture;
+    }
+};
+
+} // namespace
 
 HelpReader::HelpReader(QWidget& owner) : QObject(&owner), m_owner(owner)
 {
@@ -44,7 +74,7 @@ void HelpReader::showHere(const QUrl& file)
     constexpr QSize size(720, 640);
     constexpr int margin = 28;
     if (m_window == nullptr) {
-        m_window = new QTextBrowser(m_owner.window());
+        m_window = new PageBrowser(m_owner.window());
         m_window->setObjectName(u"help"_s);
         m_window->setWindowFlag(Qt::Window);
         m_window->setAccessibleName(u"Help"_s);
