@@ -16,12 +16,22 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Pages with pictures that are made as small as the page asks for smoothly, which Qt does not.
+/// Pages with room around them, whatever led there, and with pictures that are made as small as
+/// they ask for smoothly, which Qt does not.
 class PageBrowser : public QTextBrowser {
 public:
     using QTextBrowser::QTextBrowser;
 
 protected:
+    void doSetSource(const QUrl& name, QTextDocument::ResourceType type) override
+    {
+        constexpr int margin = 28;
+        QTextBrowser::doSetSource(name, type);
+        setWindowTitle(documentTitle());
+        QTextFrameFormat format = document()->rootFrame()->frameFormat();
+        format.setMargin(margin);
+        document()->rootFrame()->setFrameFormat(format);
+    }
     QVariant loadResource(int type, const QUrl& name) override
     {
         constexpr int widest = 640; // as the pages say
@@ -72,7 +82,6 @@ void HelpReader::answer(const QUrl& file, bool hasBrowser)
 void HelpReader::showHere(const QUrl& file)
 {
     constexpr QSize size(720, 640);
-    constexpr int margin = 28;
     if (m_window == nullptr) {
         m_window = new PageBrowser(m_owner.window());
         m_window->setObjectName(u"help"_s);
@@ -84,10 +93,6 @@ void HelpReader::showHere(const QUrl& file)
         connect(close, &QShortcut::activated, m_window, &QWidget::hide);
     }
     m_window->setSource(file);
-    m_window->setWindowTitle(m_window->documentTitle());
-    QTextFrameFormat format = m_window->document()->rootFrame()->frameFormat();
-    format.setMargin(margin);
-    m_window->document()->rootFrame()->setFrameFormat(format);
     m_window->show();
     m_window->raise();
     m_window->activateWindow();
