@@ -550,18 +550,22 @@ TEST_F(BadMedia, AnMxfThatEndsInsideTheIndexOfItsFooterIsRefusedInWords)
 
 TEST_F(BadMedia, AFileThatLacksBytesFailsAPlatformThatAsksForNoMeasurement)
 {
-    const fs::path whole =
-        Media::make({"whole.mkv", Clips::picture("320x180", "25", "4") + Clips::tone("4")});
     Profile size = bareProfile();
     size.file = FileRule{};
     size.file->maxBytes = 1'000'000'000;
     const auto verdict = [&](const fs::path& file) {
         return Analyzer::analyze(FileUrl::fromPath(file), {size})->report.summaryVerdict();
     };
-    EXPECT_EQ(verdict(whole), Verdict::pass);
-    EXPECT_EQ(
-        verdict(m_folder.write("cut.mkv", contents(whole).chopped(contents(whole).size() / 2))),
-        Verdict::fail);
+    for (const std::string extension : {"mkv", "mp4", "mov"}) {
+        const fs::path whole = Media::make(
+            {"early." + extension, Clips::picture("320x180", "25", "4") + Clips::tone("4")
+                                       + Words{"-movflags", "+faststart"}});
+        const QByteArray bytes = contents(whole);
+        EXPECT_EQ(verdict(whole), Verdict::pass) << extension;
+        EXPECT_EQ(verdict(m_folder.write("cut." + extension, bytes.chopped(bytes.size() / 2))),
+                  Verdict::fail)
+            << extension;
+    }
 }
 
 // Faults around the file.

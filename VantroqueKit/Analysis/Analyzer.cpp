@@ -62,17 +62,10 @@ Result<MediaInfo> probedAgain(const MediaInfo& stored, AnalysisProgress* progres
     return media;
 }
 
-/// Of a file that was not decoded yet. How much of one that lacks bytes is lost, only a decode
-/// tells, and no platform takes it.
-bool needsFirstDecode(const MediaInfo& media, const std::vector<Profile>& profiles)
-{
-    return needsSignalPass(profiles) || (!profiles.empty() && media.missingBytes.value_or(0) > 0);
-}
-
 bool needsDecode(const MediaInfo& media, bool isCurrent, const std::vector<Profile>& profiles)
 {
     if (!media.signal)
-        return needsFirstDecode(media, profiles);
+        return needsSignalPass(profiles);
     return !isCurrent || !media.signal->blackRuns || !media.signal->decodeHealth;
 }
 
@@ -105,7 +98,9 @@ Result<Analysis> measured(MediaInfo probed, const std::vector<Profile>& profiles
     analysis.media = TRY(deliverable(std::move(probed)));
     if (progress != nullptr)
         progress->set(analysis.media);
-    const bool isDecoded = !options.skipSignalPass && needsFirstDecode(analysis.media, profiles);
+    // No platform takes a file that is cut off, and how much is lost only a decode tells.
+    const bool isDecoded = !options.skipSignalPass
+                           && (needsSignalPass(profiles) || Prober::mediaMayBeCut(analysis.media));
     BesideDecode beside(analysis.media, isDecoded ? profiles : std::vector<Profile>(),
                         options.recognizers);
     if (isDecoded)
@@ -301,8 +296,7 @@ bool needsAdditionalSignalPass(const MediaInfo& media, const std::vector<Profile
 {
     if (!media.isCurrentAnalysis())
         return true;
-    return media.signal ? storedMeasurementsAreStale(media, profiles)
-                        : needsFirstDecode(media, profiles);
+    return media.signal ? storedMeasurementsAreStale(media, profiles) : needsSignalPass(profiles);
 }
 
 } // namespace vantroque::Analyzer

@@ -75,17 +75,20 @@ std::uint64_t littleEndian(std::string_view bytes)
     return bigEndian(turned);
 }
 
-/// Atoms up to the end of the file (ISO/IEC 14496-12). Media may be shorter than its atom says, as
-/// long as every sample of the index is there; an index may not.
-std::optional<std::int64_t> missingOfAtoms(const Pieces& file)
+/// Where the atoms of a file lead (ISO/IEC 14496-12).
+struct LastAtom {
+    std::string type;        ///< Of the atom that reaches beyond the end of the file.
+    std::int64_t beyond = 0; ///< How far it does; 0 when none does.
+};
+
+/// Nothing for more atoms than are looked at.
+std::optional<LastAtom> lastAtom(const Pieces& file)
 {
-    static constexpr std::array indexes{"moov"sv, "moof"sv, "mfra"sv, "sidx"sv};
     std::int64_t offset = 0;
     for (int i = 0; i < mostElements; ++i) {
         const auto header = file.read(offset, 8);
         if (!header)
-            return 0;
-        const std::string_view type = std::string_view(*header).substr(4);
+            return LastAtom{};
         std::uint64_t size = bigEndian(std::string_view(*header).substr(0, 4));
         if (size == 1) {
             const auto large = file.read(offset + 8, 8);
@@ -93,12 +96,23 @@ std::optional<std::int64_t> missingOfAtoms(const Pieces& file)
         }
         const auto beyond = file.beyond(offset, size);
         if (size < 8 || !beyond)
-            return 0; // up to the end of the file, or no atom
+            return LastAtom{}; // up to the end of the file, or no atom
         if (*beyond > 0)
-            return std::ranges::find(indexes, type) != indexes.end() ? *beyond : 0;
+            return LastAtom{header->substr(4), *beyond};
         offset += static_cast<std::int64_t>(size);
     }
     return std::nullopt;
+}
+
+/// Media may be shorter than its atom says, as long as every sample of the index is there; an index
+/// may not.
+std::optional<std::int64_t> missingOfAtoms(const Pieces& file)
+{
+    static constexpr std::array indexes{"moov"sv, "moof"sv, "mfra"sv, "sidx"sv};
+    const auto last = lastAtom(file);
+    if (!last)
+        return std::nullopt;
+    return std::ranges::find(indexes, last->type) != indexes.end() ? last->beyond : 0;
 }
 
 /// A number of EBML (RFC 8794, section 4): the leading zeros of its first byte tell its length.
@@ -287,6 +301,15 @@ std::optional<std::int64_t> missingBytes(const FileUrl& url, std::int64_t fileSi
     if (bytes.starts_with("\x06\x0e\x2b\x34\x02\x05\x01\x01\x0d\x01\x02\x01\x01\x02"sv))
         return missingOfMxf(file);
     return missingOfTransport(file);
+}
+
+bool mediaMayBeCut(const MediaInfo& media)
+{
+    if (media.missingBytes.value_or(0) > 0)
+        return true;
+    const bool hasAtoms = media.containerKind == u"mp4" || media.containerKind == u"mov";
+    const auto last = hasAtoms ? lastAtom(Pieces(media.url, media.fileSizeBytes)) : std::nullopt;
+    return last && last->beyond > 0;
 }
 
 } // namespace vantroque::Prober

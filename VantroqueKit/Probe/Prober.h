@@ -80,6 +80,9 @@ std::optional<bool> moovBeforeMdat(const FileUrl& url);
 /// How many bytes of so many the file lacks by its container's own account: QuickTime and MP4,
 /// Matroska, RIFF, MXF and transport streams have one. Reads a few bytes an element.
 std::optional<std::int64_t> missingBytes(const FileUrl& url, std::int64_t fileSize);
+/// Whether a probed file ends before its container says: bytes are missing, or the media of a
+/// QuickTime or MP4 file is shorter than its atom, which only a decode can tell from a loss.
+bool mediaMayBeCut(const MediaInfo& media);
 
 /// Frames in which captions are looked for at each place; they repeat their data at least once a
 /// second.
