@@ -140,7 +140,7 @@ Result<void> resume(Call& call, LineWriter& lines)
     if (standing.wasTorn)
         Output::complain(u"%1: cut off a torn last line"_s.arg(call.target.displayName()));
     if (!standing.names.empty())
-        Output::complain(u"%1: goes on behind the %2 files that stand there"_s.arg(
+        Output::complain(u"%1: goes on after the %2 files that stand there"_s.arg(
             call.target.displayName(), QString::number(standing.names.size())));
     std::erase_if(call.files,
                   [&](const std::string& name) { return !standing.names.insert(name).second; });

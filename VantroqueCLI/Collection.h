@@ -24,7 +24,7 @@ public:
 
     /// Fails as `take` does, or for want of room for scratch.
     Result<void> add(const std::string& part);
-    /// To be called behind the last part.
+    /// To be called after the last part.
     Result<void> finish();
 
     bool has(const std::string& name) const { return m_seen.contains(name); }

@@ -132,7 +132,7 @@ TEST_F(Lines, OfAKilledCallAreNotDoneAgain)
     EXPECT_EQ(again.status, 1);
     EXPECT_THAT(again.err.toStdString(), HasSubstr(": cut off a torn last line\n"));
     EXPECT_THAT(again.err.toStdString(),
-                HasSubstr(": goes on behind the 2 files that stand there\n"));
+                HasSubstr(": goes on after the 2 files that stand there\n"));
     EXPECT_TRUE(contents(m_out).startsWith(whole));
     EXPECT_THAT(names(), ElementsAre("a.wav", "b.wav", "slow.wav", "d.wav"));
     for (const auto& asked : tools.calls("ffprobe"))
@@ -169,7 +169,7 @@ TEST_F(Lines, ThatStandThereCountForTheStatusAndAreKeptByTheBytesOfTheirNames)
     EXPECT_EQ(contents(m_out), before);
 }
 
-TEST_F(Lines, GoOnBehindNothingElse)
+TEST_F(Lines, GoOnAfterNothingElse)
 {
     run({"--resume", m_out, sound("a.wav")});
     const QByteArray line = contents(m_out);

@@ -16,7 +16,7 @@ struct Level {
     qsizetype index = 0; ///< Of a list's next element.
 };
 
-/// The bytes of a string from its first quote to behind its last.
+/// The bytes of a string with both quotes.
 QByteArray stringAt(const QByteArray& text, qsizetype start)
 {
     qsizetype end = start + 1;
