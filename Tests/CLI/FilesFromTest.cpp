@@ -107,7 +107,7 @@ TEST_F(FilesFrom, AndTheListItselfAreNeverWrittenOver)
 
 TEST_F(FilesFrom, MayBeMoreThanFitIntoACall)
 {
-    // Facts that need no tool.
+    // A device is refused without a tool, so that so many are soon done.
     const QByteArray name = "/dev/" + QByteArray("./").repeated(1900) + "null\n";
     const auto list = m_folder.write("list", name.repeated(600));
     EXPECT_GT(fs::file_size(list), static_cast<std::uintmax_t>(::sysconf(_SC_ARG_MAX)));
