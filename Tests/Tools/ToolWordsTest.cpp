@@ -61,6 +61,12 @@ TEST(ToolWords, KnownCausesAreToldInAPlainSentenceAheadOfTheWords)
          u"The index is missing: the file was cut off, or is no media file."_s},
         {u"[mxf @ 0x1] error reading header metadata\n/a.mxf: Invalid data found when processing input\n"_s,
          u"Its header or footer cannot be read: the file was cut off, or is damaged."_s},
+        {u"[mov @ 0x1] error reading header\n/a.mp4: End of file\n"_s,
+         u"Its header or footer cannot be read: the file was cut off, or is damaged."_s},
+        {u"Decoder (codec none) not found for input stream #0:0\n"_s,
+         u"Nothing in it can be decoded."_s},
+        {u"CTTS invalid\nOutput file is empty, nothing was encoded (check -ss / -t)\n"_s,
+         u"Nothing in it can be decoded."_s},
         {u"/a.mkv: Invalid data found when processing input\n"_s,
          u"Nothing in it can be decoded."_s},
     };

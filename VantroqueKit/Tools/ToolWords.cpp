@@ -84,11 +84,16 @@ const std::vector<KnownWords>& knownWords()
          u"It cannot be read from its disk or network share."_s},
         {[](auto line) { return line.ends_with("moov atom not found"); },
          u"The index is missing: the file was cut off, or is no media file."_s},
-        {[](auto line) { return line.ends_with("error reading header metadata"); }, // MXF
+        {[](auto line) {
+             return line.ends_with("error reading header metadata") // MXF
+                    || line.ends_with("error reading header");      // MP4 and QuickTime
+         },
          u"Its header or footer cannot be read: the file was cut off, or is damaged."_s},
         {[](auto line) {
              return saysSystem(line, "Invalid data found when processing input")
-                    || line.starts_with("Cannot determine format of input stream ");
+                    || line.starts_with("Cannot determine format of input stream ")
+                    || line.starts_with("Decoder (codec none) not found for input stream ")
+                    || line.starts_with("Output file is empty, nothing was encoded");
          },
          u"Nothing in it can be decoded."_s},
     };
