@@ -84,6 +84,9 @@ TEST(DecodeTrouble, AComplaintLiesWhereTheLastFrameDoes)
           "[hevc @ 0x1] Could not find ref with POC 24\n",
           "[matroska,webm @ 0x1] 0x00 at pos 156039 (0x26187) invalid as first byte of an EBML "
           "number\n",
+          "[matroska,webm @ 0x1] Length 5 indicated by an EBML number's first byte 0x0d at pos "
+          "119740 (0x1d3bc) exceeds max length 4.\n",
+          "[matroska,webm @ 0x1] Unknown-sized element at 0x27592 inside parent with finite size\n",
           "Error while decoding stream #0:0: Invalid data found when processing input\n",
           "/spots/spot.mp4: corrupt decoded frame in stream 0\n"}) {
         const auto found = trouble(mapping + frames(0, 20) + words + frames(21, 49)).complaints();
@@ -239,6 +242,17 @@ TEST(DecodeHealth, AGapBesideAnIncompletePacketOfATransportStreamIsDamage)
 {
     const std::string words = "[mpegts @ 0x1] Packet corrupt (stream = 0, dts = 392400).\n";
     EXPECT_FALSE(health(mapping + frames(0, 20) + words + frames(24, 49), 47).isWhole());
+}
+
+TEST(DecodeHealth, FramesThatAreLostMakeNoVariableRate)
+{
+    const std::string words = "[mpegts @ 0x1] Packet corrupt (stream = 0, dts = 392400).\n";
+    const std::string lost = mapping + frames(0, 20) + words + frames(24, 49);
+    MediaInfo media = spot(47);
+    media.video->isVFR = true;
+    EXPECT_FALSE(DecodeHealthAnalyzer::measure(trouble(lost), media).isWhole());
+    const std::string variable = lost + frames(55, 60) + frames(90, 99);
+    EXPECT_TRUE(DecodeHealthAnalyzer::measure(trouble(variable), media).isWhole());
 }
 
 TEST(DecodeHealth, OfAFileThatEndsInAPacketTellsItsLastFrame)

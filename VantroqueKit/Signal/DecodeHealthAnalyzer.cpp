@@ -75,7 +75,13 @@ bool isCutOff(const DecodeTrouble& trouble, const MediaInfo& media)
 std::vector<Place> damagedPlaces(const DecodeTrouble& trouble, const MediaInfo& media)
 {
     std::vector<Place> places = trouble.complaints();
-    if (!media.video || media.video->isVFR)
+    const auto isComplainedOf = [&](const Place& gap) {
+        return isNearAny(gap, trouble.complaints()) || isNearAny(gap, trouble.doubtfulPackets());
+    };
+    // In a short file what was lost is enough for a variable rate. One that has it makes steps
+    // elsewhere as well.
+    if (!media.video
+        || (media.video->isVFR && !std::ranges::all_of(trouble.gaps(), isComplainedOf)))
         return places;
     std::int64_t inGaps = 0;
     for (const Place& gap : trouble.gaps())
@@ -83,8 +89,7 @@ std::vector<Place> damagedPlaces(const DecodeTrouble& trouble, const MediaInfo& 
     const auto missing = media.video->frameCount.value_or(0) - trouble.frames();
     const bool accountsForAll = missing > 0 && missing == inGaps && !keepsDroppedFrames(media);
     for (const Place& gap : trouble.gaps())
-        if (accountsForAll || lostItsMiddle(trouble, media) || isNearAny(gap, trouble.complaints())
-            || isNearAny(gap, trouble.doubtfulPackets()))
+        if (accountsForAll || lostItsMiddle(trouble, media) || isComplainedOf(gap))
             places.push_back(gap);
     return DecodeTrouble::joined(std::move(places));
 }

@@ -37,12 +37,18 @@ constexpr std::array<std::string_view, 10> damagedPictureWords{
 };
 
 /// Words of demuxers over a container whose parts do not fit together.
-constexpr std::array<std::string_view, 5> damagedContainerWords{
-    "invalid as first byte of an EBML number", // Matroska
-    "exceeds containing master element",       // Matroska
-    "Packet mismatch ",                        // Flash video
-    "PES packet size mismatch",                // transport stream
-    "could not find sync byte",                // transport stream
+constexpr std::array<std::string_view, 11> damagedContainerWords{
+    "invalid as first byte of an EBML number",       // Matroska
+    " indicated by an EBML number's first byte ",    // Matroska: longer than there may be
+    "exceeds containing master element",             // Matroska
+    "inside parent with finite size",                // Matroska
+    "has unknown length, yet the length of",         // Matroska
+    "for which no syntax for parsing is available",  // Matroska
+    " considered as invalid data. Last known good ", // Matroska
+    "Max EBML element depth ",                       // Matroska
+    "Packet mismatch ",                              // Flash video
+    "PES packet size mismatch",                      // transport stream
+    "could not find sync byte",                      // transport stream
 };
 
 /// Words over pictures whose headers came before the file began.
