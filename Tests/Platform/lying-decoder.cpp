@@ -3,10 +3,13 @@
 #include "Playback/PictureLayout.h"
 #include "Playback/PlayProtocol.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <map>
+#include <random>
 #include <string>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -75,6 +78,36 @@ std::function<void()> asFrame(std::function<void(Told&)> change)
         change(told);
         tell(told);
     };
+}
+
+/// Tells frames, and now and then what is none, by chance, until nobody listens.
+void tellAnything(unsigned seed)
+{
+    std::mt19937_64 chance(seed);
+    const auto oneOf = [&](std::uint64_t count) { return chance() % count; };
+    const auto anyNumber = [&]() -> std::int64_t {
+        const std::array<std::int64_t, 6> edges{-1, 0, 1, INT32_MAX, INT64_MAX, INT64_MIN};
+        return oneOf(2) == 0 ? edges.at(oneOf(edges.size())) : static_cast<std::int64_t>(chance());
+    };
+    tell(opened());
+    const Order want = nextWant();
+    for (std::int64_t number = want.first;; ++number) {
+        Told told = frame(want);
+        told.first = told.last = number;
+        told.kind = static_cast<Told::Kind>(oneOf(4) == 0 ? oneOf(8) : 2);
+        told.slot = static_cast<std::uint32_t>(oneOf(8));
+        if (oneOf(4) == 0)
+            told.token = static_cast<std::uint64_t>(anyNumber());
+        if (oneOf(4) == 0)
+            told.last = anyNumber();
+        if (oneOf(4) == 0)
+            told.group = anyNumber();
+        if (oneOf(8) == 0)
+            told.width = static_cast<std::int32_t>(anyNumber());
+        if (oneOf(8) == 0)
+            std::ranges::fill(told.words, 'a'); // without an end
+        tell(told);
+    }
 }
 
 const std::map<std::string, std::function<void()>> lies{
@@ -149,7 +182,11 @@ const std::map<std::string, std::function<void()>> lies{
 int main(int, char** argv)
 {
     const std::string path = argv[6];
-    const auto lie = lies.find(path.substr(path.rfind('/') + 1));
+    const std::string name = path.substr(path.rfind('/') + 1);
+    const std::string anything = "anything-";
+    if (name.starts_with(anything))
+        tellAnything(static_cast<unsigned>(std::stoul(name.substr(anything.size()))));
+    const auto lie = lies.find(name);
     if (lie == lies.end())
         return EXIT_FAILURE;
     lie->second();
