@@ -72,7 +72,7 @@ Result<LineWriter::Standing> LineWriter::readStanding() const
     file.open(m_file.get(), QIODevice::ReadOnly);
     qint64 kept = 0;
     for (qint64 number = 1; !file.atEnd(); ++number) {
-        const QByteArray line = file.readLine(ResultLine::maxBytes + 1);
+        const QByteArray line = ResultLine::next(file);
         if (file.error() != QFile::NoError)
             return failure(m_target.displayName() + u": "_s + file.errorString());
         if (!line.endsWith('\n') && file.atEnd() && ResultLine::isTorn(line)) {

@@ -42,18 +42,6 @@ struct BadLines {
     }
 };
 
-/// A whole line, or the beginning of one that is longer than any of ours; the rest of it is passed
-/// over.
-QByteArray nextLine(QFile& file)
-{
-    constexpr qint64 step = 1'000'000;
-    QByteArray line = file.readLine(ResultLine::maxBytes + 1);
-    if (line.size() > ResultLine::maxBytes)
-        for (QByteArray rest = line; !rest.endsWith('\n') && !rest.isEmpty();)
-            rest = file.readLine(step);
-    return line;
-}
-
 /// Whether a file whose first line this is holds one result a line.
 bool isOfLines(const QByteArray& first)
 {
@@ -67,7 +55,7 @@ Result<Flaws> readLines(QFile& file, QByteArray line, const QString& name, const
 {
     Flaws flaws;
     BadLines bad;
-    for (qint64 number = 1; !line.isEmpty(); ++number, line = nextLine(file)) {
+    for (qint64 number = 1; !line.isEmpty(); ++number, line = ResultLine::next(file)) {
         if (line == "\n")
             continue;
         if (!line.endsWith('\n') && file.atEnd() && ResultLine::isTorn(line)) {
@@ -166,7 +154,7 @@ Result<Flaws> read(const std::string& part, const Take& take)
         return Flaws{.unreadable = name + u": not a file"_s};
     QFile file;
     file.open(open.get(), QIODevice::ReadOnly);
-    const QByteArray first = nextLine(file);
+    const QByteArray first = ResultLine::next(file);
     if (first.isEmpty() || isOfLines(first))
         return readLines(file, first, name, take);
     return readDocument(part, take);

@@ -55,6 +55,19 @@ QByteArray of(const QJsonObject& result, const QString& version)
     return beginning + version.toUtf8() + "\"," + Json::onOneLine(result).sliced(1) + '\n';
 }
 
+QByteArray next(QIODevice& file)
+{
+    constexpr qint64 step = 65'536; // QIODevice takes as much memory as a line may have bytes.
+    QByteArray line;
+    for (QByteArray piece = file.readLine(step); !piece.isEmpty(); piece = file.readLine(step)) {
+        if (line.size() <= maxBytes)
+            line += piece;
+        if (piece.endsWith('\n'))
+            break;
+    }
+    return line;
+}
+
 Result<WrittenResult> read(const QByteArray& line)
 {
     const QJsonValue value = TRY(Json::parse(line, maxBytes));

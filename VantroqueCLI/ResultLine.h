@@ -2,6 +2,7 @@
 
 #include "VantroqueCLI/CheckReports.h"
 
+#include <QIODevice>
 #include <QJsonObject>
 
 namespace vantroque {
@@ -23,6 +24,10 @@ QByteArray of(const QJsonObject& result,
 
 /// No line is longer.
 constexpr qsizetype maxBytes = 100'000'000;
+
+/// The next line with its end; empty when there is none. One that is longer than any of ours is cut
+/// off, and the rest of it skipped.
+QByteArray next(QIODevice& file);
 
 /// The result on a whole line of any origin; says why it is none.
 Result<WrittenResult> read(const QByteArray& line);

@@ -27,17 +27,20 @@ set(vantroque_record_headers
     ${CMAKE_SOURCE_DIR}/VantroqueKit/Records/Profile.h
     ${CMAKE_SOURCE_DIR}/VantroqueKit/Records/Report.h)
 
+# So that fuzzing sees which ways of the code an input goes.
+function(vantroque_seen_by_fuzzing target)
+    if(VANTROQUE_SANITIZE MATCHES address)
+        target_compile_options(${target} PRIVATE -fsanitize-coverage=inline-8bit-counters,pc-table,trace-cmp)
+    endif()
+endfunction()
+
 # vantroque_kit(NAME SOURCES... USES targets...): one folder of the kit, one library, one floor.
 function(vantroque_kit name)
     cmake_parse_arguments(PARSE_ARGV 1 KIT "" "" "SOURCES;USES")
     add_library(Vantroque${name} STATIC ${KIT_SOURCES})
     target_include_directories(Vantroque${name} PUBLIC ${CMAKE_SOURCE_DIR}/VantroqueKit)
     target_link_libraries(Vantroque${name} PUBLIC ${KIT_USES} PRIVATE vantroque_compile)
-    if(VANTROQUE_SANITIZE MATCHES address)
-        # So that fuzzing sees which ways of the code an input goes.
-        target_compile_options(Vantroque${name} PRIVATE
-            -fsanitize-coverage=inline-8bit-counters,pc-table,trace-cmp)
-    endif()
+    vantroque_seen_by_fuzzing(Vantroque${name})
     if(name STREQUAL "Base")
         target_precompile_headers(VantroqueBase PRIVATE ${vantroque_common_headers})
     elseif(name STREQUAL "Records")
