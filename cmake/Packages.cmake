@@ -51,6 +51,12 @@ foreach(component cli window)
     install(FILES ${described}/copyright DESTINATION ${folder} COMPONENT ${component})
     packed_file(${described}/changelog ${folder} changelog ${component})
 endforeach()
+install(FILES docs/CAPTIONS.md docs/DAMAGE.md docs/FARM.md docs/SAFETY.md
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vantroque-cli COMPONENT cli)
+install(DIRECTORY docs/ci docs/examples/
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vantroque-cli/examples COMPONENT cli)
+install(PROGRAMS scripts/slurm-check
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vantroque-cli/examples COMPONENT cli)
 get_property(packed GLOBAL PROPERTY VANTROQUE_PACKED)
 add_custom_target(packaging ALL DEPENDS ${packed})
 
