@@ -46,13 +46,17 @@ TEST(CageTest, AToolThatIsNotToBeCagedIsNot)
 TEST(CageTest, AFileOfAnyNameIsRead)
 {
     const TestFolder folder;
-    const auto clip = Media::make({"caged.mkv", {"-f", "lavfi", "-i", "color=s=64x64:d=0.2"}});
+    const auto clip = Media::make(
+        {"caged.mkv", {"-f", "lavfi", "-i", "color=s=64x64:d=0.2", "-c:v", "rawvideo"}});
+    const auto isProbed = [](const std::filesystem::path& file) {
+        return Prober::probe(FileUrl::fromPath(file)).has_value();
+    };
     for (const char* name : {"a b.mkv", "it's [1], so.mkv", "\xe2\x82\xac%d.mkv", "-i.mkv"}) {
         std::filesystem::copy_file(clip, folder / name);
-        EXPECT_TRUE(Prober::probe(FileUrl::fromPath(folder / name))) << name;
+        EXPECT_TRUE(isProbed(folder / name)) << name;
     }
     std::filesystem::create_symlink(clip, folder / "link.mkv");
-    EXPECT_TRUE(Prober::probe(FileUrl::fromPath(folder / "link.mkv")));
+    EXPECT_TRUE(isProbed(folder / "link.mkv"));
 }
 
 } // namespace

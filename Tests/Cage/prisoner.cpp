@@ -1,8 +1,9 @@
-// prisoner DEED [PATH]: one thing that no decoder does. Ends with 0 when it was done, and otherwise
-// with the error number.
+// prisoner DEED [PATH [OTHER]]: one thing that no decoder does. Ends with 0 when it was done, and
+// otherwise with the error number.
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <dirent.h>
@@ -34,6 +35,16 @@ int callOfAnotherTable()
 #else
     return ENOSYS;
 #endif
+}
+
+/// Once whoever has opened the gate, a pipe, for writing has closed it again.
+int readAfter(const char* path, const char* gate)
+{
+    const int end = ::open(gate, O_RDONLY);
+    char byte = 0;
+    if (end < 0 || ::read(end, &byte, 1) < 0)
+        return errno;
+    return answer(::open(path, O_RDONLY));
 }
 
 int list(const char* folder)
@@ -69,8 +80,11 @@ int main(int argc, char** argv)
 {
     const std::string_view deed = argc > 1 ? argv[1] : "";
     const char* path = argc > 2 ? argv[2] : "";
+    const char* other = argc > 3 ? argv[3] : "";
     if (deed == "read")
         return answer(::open(path, O_RDONLY));
+    if (deed == "read-after")
+        return readAfter(path, other);
     if (deed == "write")
         return answer(::open(path, O_WRONLY | O_CREAT, 0644));
     if (deed == "append")
@@ -82,7 +96,11 @@ int main(int argc, char** argv)
     if (deed == "remove")
         return answer(::unlink(path));
     if (deed == "link")
-        return answer(::symlink("/etc/hostname", path));
+        return answer(::symlink(path, other));
+    if (deed == "name") // one more
+        return answer(::link(path, other));
+    if (deed == "move")
+        return answer(std::rename(path, other));
     if (deed == "cut") // by its name
         return answer(::truncate(path, 0));
     if (deed == "mode")
