@@ -69,6 +69,13 @@ TEST(Trouble, AnEmptyFileMayStillBeOnItsWay)
     EXPECT_EQ(trouble.tool, u"ffprobe, status 1"_s);
 }
 
+TEST(Trouble, AFileThatIsStillWrittenNeedsPatience)
+{
+    const Trouble trouble =
+        Trouble::of(u"The file was changed while it was analysed. Analyze it again."_s);
+    EXPECT_EQ(todos(trouble), QStringList{u"Wait until it is written, then analyze it again."_s});
+}
+
 TEST(Trouble, CaptionsUnderTheNameOfAFilmAreNoDeliverable)
 {
     const TestFolder folder;

@@ -320,10 +320,11 @@ TEST_P(OddName, IsProbedLikeAnyOther)
 {
     const TestFolder folder;
     const auto file = folder.write(GetParam(), contents(Clips::plain()));
-    const auto media = probed(file);
+    auto media = probed(file);
     EXPECT_EQ(media.url, FileUrl::fromPath(file));
     EXPECT_EQ(media.video, probedVideo(Clips::plain()));
     EXPECT_EQ(media.moovBeforeMdat, true);
+    EXPECT_EQ(std::exchange(media.stamp, {}), FileStamp::of(media.url)); // It is not stored.
     EXPECT_EQ(Json::read<MediaInfo>(Json::write(media).value()).value(), media);
 }
 

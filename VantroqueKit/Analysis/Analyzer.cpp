@@ -110,6 +110,11 @@ Result<Analysis> measured(MediaInfo probed, const std::vector<Profile>& profiles
     return analysis;
 }
 
+Error wasChanged(const QString& when)
+{
+    return {u"The file was changed %1 it was analysed. Analyze it again."_s.arg(when)};
+}
+
 Result<FileReport> measuredAgain(MediaInfo& media, const std::vector<Profile>& profiles,
                                  RecognizerPool* recognizers, AnalysisProgress* progress)
 {
@@ -139,8 +144,27 @@ Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profile
 Result<Analysis> analyze(MediaInfo probed, const std::vector<Profile>& profiles,
                          const Options& options, AnalysisProgress* progress)
 {
-    return withoutShortage(
-        [&] { return measured(std::move(probed), profiles, options, progress); });
+    const FileUrl url = probed.url;
+    auto before = FileStamp::of(url);
+    bool isOfThisFile = !before || !probed.stamp || probed.stamp == before;
+    for (const bool isLast : {false, true}) {
+        auto analysis = withoutShortage([&]() -> Result<Analysis> {
+            if (!isOfThisFile) {
+                enter(progress, Stage::probing);
+                probed = TRY(Prober::probe(url, Prober::Captions::leftOut));
+            }
+            return measured(probed, profiles, options, progress);
+        });
+        const auto after = FileStamp::of(url);
+        if (!after || after == before || Cancellation::isRequested())
+            return analysis;
+        const bool isWrittenTo = before && before->isOfSameFile(*after);
+        if (isWrittenTo || isLast)
+            break;
+        before = after;
+        isOfThisFile = false;
+    }
+    return tl::unexpected(wasChanged(u"while"_s));
 }
 
 Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profiles,
@@ -151,9 +175,15 @@ Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profile
         enter(progress, Stage::done);
         return scored;
     }
+    const auto before = FileStamp::of(media.url);
+    if (before && media.stamp && !before->looksLike(*media.stamp))
+        return tl::unexpected(wasChanged(u"after"_s));
     MediaInfo renewed = media;
     FileReport scored = TRY(
         withoutShortage([&] { return measuredAgain(renewed, profiles, recognizers, progress); }));
+    const auto after = FileStamp::of(media.url);
+    if (after && after != before)
+        return tl::unexpected(wasChanged(u"while"_s));
     media = std::move(renewed);
     return scored;
 }

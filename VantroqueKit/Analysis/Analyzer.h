@@ -26,7 +26,8 @@ struct Options {
 /// Probes a file, measures what the profiles ask for and scores it. Blocks; any thread. Fails with
 /// the words of the probe or of the decode, when there is neither picture nor sound, when any tool
 /// lacked memory, threads, descriptors or disk, and soon when this thread's work is called off
-/// (`Cancellation`). `progress` may be null.
+/// (`Cancellation`). All of it is of one file: one that is replaced meanwhile is analysed from the
+/// start, once, and with one that is written to it fails. `progress` may be null.
 Result<Analysis> analyze(const FileUrl& url, const std::vector<Profile>& profiles,
                          const Options& options = {}, AnalysisProgress* progress = nullptr);
 
@@ -35,7 +36,8 @@ Result<Analysis> analyze(MediaInfo probed, const std::vector<Profile>& profiles,
                          const Options& options = {}, AnalysisProgress* progress = nullptr);
 
 /// Scores a stored record against other profiles, and first measures what it lacks for them.
-/// Blocks; any thread. On failure, also when the work is called off, `media` stays as it was.
+/// Blocks; any thread. Fails when the file is no longer the one of the record. On failure, also
+/// when the work is called off, `media` stays as it was.
 /// `recognizers` and `progress` may be null.
 Result<FileReport> rescore(MediaInfo& media, const std::vector<Profile>& profiles,
                            RecognizerPool* recognizers = nullptr,

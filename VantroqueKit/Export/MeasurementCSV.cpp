@@ -316,6 +316,8 @@ Result<QString> row(const FileUrl& url, const std::vector<Profile>& profiles)
     const auto analysis = TRY(Analyzer::analyze(url, profiles, {.includeDetail = true}));
     return withoutShortage([&]() -> Result<QString> {
         const auto extra = blockAndBlur(analysis.media);
+        if (const auto now = FileStamp::of(url); now && now != analysis.media.stamp)
+            return failure(u"The file was changed while it was measured. Measure it again."_s);
         return line(analysis.media, extra.block, extra.blur);
     });
 }

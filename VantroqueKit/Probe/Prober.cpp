@@ -270,10 +270,9 @@ std::vector<SubtitleStreamInfo> describeSubtitles(const FFProbeOutput& output)
     return subtitles;
 }
 
-} // namespace
-
-Result<MediaInfo> probe(const FileUrl& url, Captions captions)
+Result<MediaInfo> probedOnce(const FileUrl& url, Captions captions)
 {
+    const auto stamp = FileStamp::of(url);
     const fs::path ffprobe = TRY(FFTool::find("ffprobe"));
     if (isPipeOrDevice(url))
         return failure(u"%1 is a pipe, socket or device and not a file."_s.arg(url.fileName()));
@@ -305,7 +304,20 @@ Result<MediaInfo> probe(const FileUrl& url, Captions captions)
     media.startTimecode = startTimecode(output);
     media.missingBytes = missingBytes(url, media.fileSizeBytes);
     media.analysisVersion = currentAnalysisVersion;
+    media.stamp = stamp;
     return media;
+}
+
+} // namespace
+
+Result<MediaInfo> probe(const FileUrl& url, Captions captions)
+{
+    const auto before = FileStamp::of(url);
+    auto media = probedOnce(url, captions);
+    const auto after = FileStamp::of(url);
+    // What replaces it meanwhile, a tool in its cage may not open.
+    const bool isReplaced = before && after && !before->isOfSameFile(*after);
+    return isReplaced ? probedOnce(url, captions) : std::move(media);
 }
 
 QString containerKind(const QString& formatName, const QString& ext)

@@ -23,7 +23,7 @@ enum class Captions { lookedFor, leftOut };
 /// All of `MediaInfo` but `signal`, and without `closedCaptions` when these are left out and only
 /// frames can tell. Fails with the tool's words when ffprobe cannot be found, run or understood, or
 /// when the path is a pipe, socket, device or playlist; whatever else cannot be found out stays
-/// absent.
+/// absent. A file that is replaced by another one meanwhile is probed once more.
 Result<MediaInfo> probe(const FileUrl& url, Captions captions = Captions::lookedFor);
 
 /// "mp4", "mov", "mxf", "webm", "mkv" or "mpg", else `formatName`. ffprobe prints one name for a

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Base/FileStamp.h"
 #include "Base/FileUrl.h"
 #include "Base/Record.h"
 #include "Records/ColorMatrix.h"
@@ -179,6 +180,8 @@ struct MediaInfo {
     /// How many bytes the file lacks by its container's own account; 0 when it is complete, absent
     /// where the container says nothing.
     std::optional<std::int64_t> missingBytes;
+    /// The file as the probe met it; not stored, and none in a record that was.
+    std::optional<FileStamp> stamp = {};
 
     bool isCurrentAnalysis() const { return analysisVersion == currentAnalysisVersion; }
     /// Size, duration, picture size and codec in one line for people.
