@@ -18,7 +18,8 @@ QByteArray toolLines(const std::string& name)
         return ran.error().description().toUtf8() + '\n';
     const QByteArray words = ran->output.left(ran->output.indexOf('\n'));
     return QByteArray::fromStdString(name + ": " + path->native()) + '\n' + "  " + words + '\n'
-           + "  caged: " + QByteArray::fromStdString(Cage::words(ran->cage)) + '\n';
+           + "  caged: " + QByteArray::fromStdString(Cage::words(ran->cage))
+           + (FFTool::isSnap(*path) ? ", since a snap cannot start in the cage\n" : "\n");
 }
 
 } // namespace

@@ -43,6 +43,15 @@ TEST(CageTest, AToolThatIsNotToBeCagedIsNot)
     EXPECT_EQ(FFTool::run("/usr/bin/true", {}, {.isCaged = false})->cage, 0U);
 }
 
+TEST(CageTest, AToolOfASnapIsNotToBeCaged)
+{
+    for (const char* tool : {"/usr/bin/snap", "/snap/bin/ffmpeg", "/snap/ffmpeg/7/usr/bin/ffmpeg"})
+        EXPECT_TRUE(FFTool::isSnap(tool)) << tool;
+    for (const char* tool : {"/usr/bin/snapper", "/snapshots/ffmpeg", "/home/me/snap/ffmpeg",
+                             "/snap/../usr/bin/ffmpeg", "/usr/bin/ffmpeg"})
+        EXPECT_FALSE(FFTool::isSnap(tool)) << tool;
+}
+
 TEST(CageTest, AFileOfAnyNameIsRead)
 {
     const TestFolder folder;

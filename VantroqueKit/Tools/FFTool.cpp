@@ -122,9 +122,9 @@ std::optional<SuperviseProtocol::Report> outcome(SupervisedProcess& process, dou
     return std::nullopt;
 }
 
-std::optional<Cage::Rights> cageOf(const RunOptions& options)
+std::optional<Cage::Rights> cageOf(const fs::path& executable, const RunOptions& options)
 {
-    if (!options.isCaged)
+    if (!options.isCaged || isSnap(executable))
         return std::nullopt;
     Cage::Rights rights;
     for (const fs::path& path : options.reads)
@@ -210,6 +210,13 @@ Result<fs::path, FFToolError> find(const std::string& name)
     return fs::path(path.toStdString());
 }
 
+bool isSnap(const fs::path& executable)
+{
+    std::error_code ignored;
+    const fs::path resolved = fs::weakly_canonical(executable, ignored);
+    return resolved == "/usr/bin/snap" || resolved.native().starts_with("/snap/");
+}
+
 std::uint64_t memoryLimit(const fs::path& executable)
 {
     constexpr std::uint64_t mebibyte = 1 << 20;
@@ -289,8 +296,9 @@ Result<ToolOutput, FFToolError> run(const fs::path& executable,
         } catch (const std::system_error& error) {
             return cannotLaunch(error.code().value());
         }
-        auto process = SupervisedProcess::start(executable, arguments, outEnd, errEnd,
-                                                memoryLimit(executable), cageOf(options));
+        auto process =
+            SupervisedProcess::start(executable, arguments, outEnd, errEnd, memoryLimit(executable),
+                                     cageOf(executable, options));
         if (!process)
             return cannotLaunch(process.error());
         outEnd.close();

@@ -58,6 +58,10 @@ constexpr double defaultTimeout = 600.0;
 /// is installed while the program runs is found.
 Result<std::filesystem::path, FFToolError> find(const std::string& name);
 
+/// Whether it is a tool of a snap. The system starts it by a program with more rights than this
+/// one, which nothing in a cage is ever given: so it runs uncaged, or not at all.
+bool isSnap(const std::filesystem::path& executable);
+
 /// Watches a run. The callbacks run on two reader threads, beside each other, and never after `run`
 /// has returned.
 struct Observer {
@@ -69,8 +73,8 @@ struct Observer {
 };
 
 struct RunOptions {
-    /// The tool is caged: it opens these files and writes in these folders, and touches nothing
-    /// else.
+    /// The tool is caged, if it is no `isSnap`: it opens these files and writes in these folders,
+    /// and touches nothing else.
     std::vector<std::filesystem::path> reads = {};
     std::vector<std::filesystem::path> writes = {};
     bool isCaged = true;

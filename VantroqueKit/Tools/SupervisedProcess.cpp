@@ -110,8 +110,7 @@ std::vector<std::string> programs(const std::filesystem::path& executable)
             "/usr",
             "/bin",
             "/opt",
-            "/nix",
-            "/snap"};
+            "/nix"};
 }
 
 /// The words of the cage, as the supervisor reads them.
