@@ -57,7 +57,7 @@ Result<std::vector<Profile>> profilesOf(const Arguments& arguments, ExitStatus& 
 {
     const auto all = loadProfiles(arguments);
     if (all)
-        return chooseProfiles(*all, arguments);
+        return chooseProfiles(all->all, arguments);
     if (arguments.value("format", {}) == "jsonl")
         return tl::unexpected(all.error());
     Output::complain(all.error().description);

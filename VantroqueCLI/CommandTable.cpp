@@ -114,7 +114,9 @@ const std::vector<Command>& commands()
         {"profiles",
          "[--freshness] [--format text|json] [--profiles-dir DIR]\n"
          "        --check FILE...",
-         "Lists the installed profiles, or how long ago each was compared with its source.\n"
+         "Lists the profiles, or how long ago each was compared with its source. Those of your\n"
+         "      own lie in ~/.local/share/Vantroque/Profiles, beside the installed ones; one with\n"
+         "      the id of an installed one stands in for it. --profiles-dir replaces them all.\n"
          "      --check tells what is wrong with profiles of your own, and on which line.",
          {{"freshness", false}, {"format", true}, {"profiles-dir", true}, {"check", false}},
          profiles},

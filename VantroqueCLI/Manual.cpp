@@ -70,7 +70,12 @@ QByteArray page()
     for (const QByteArray& paragraph : QByteArray(endings).replace("\n\n", "\f").split('\f'))
         text.append(".PP\n").append(escaped(paragraph)).append('\n');
     return text
-           + ".SH ENVIRONMENT\n"
+           + ".SH FILES\n"
+             ".TP\n.I ~/.local/share/Vantroque/Profiles\n"
+             "Profiles of your own, which are read beside the installed ones.\n"
+             ".SH ENVIRONMENT\n"
+             ".TP\n.B XDG_DATA_HOME\n"
+             "The folder in place of ~/.local/share.\n"
              ".TP\n.B VANTROQUE_FFMPEG_DIR\n"
              "Where ffmpeg and ffprobe are looked for first.\n"
              ".TP\n.B VANTROQUE_CAGE\n"

@@ -26,7 +26,7 @@ Result<MarkerExport::Format> chosenFormat(const Arguments& arguments)
 
 Result<Analyzer::Analysis> analysed(const FileUrl& url, const Arguments& arguments)
 {
-    const auto profiles = TRY(chooseProfiles(TRY(loadProfiles(arguments)), arguments));
+    const auto profiles = TRY(chooseProfiles(TRY(loadProfiles(arguments)).all, arguments));
     RecognizerPool recognizers(recognizerStart(textLanguages(arguments)));
     const bool skips = arguments.has("skip-signal");
     if (!skips)

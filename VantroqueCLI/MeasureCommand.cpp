@@ -23,7 +23,7 @@ ExitStatus measure(const Arguments& arguments)
     ExitStatus status = ExitStatus::passed;
     QString table = MeasurementCSV::headerLine() + u'\n';
     for (const std::string& name : arguments.files()) {
-        const auto row = MeasurementCSV::row(FileUrl::fromPath(name), *profiles);
+        const auto row = MeasurementCSV::row(FileUrl::fromPath(name), profiles->all);
         if (row) {
             table += *row + u'\n';
         } else {

@@ -70,7 +70,7 @@ Result<ExitStatus> writePdf(const Arguments& arguments)
     const auto target =
         TRY(OutputTarget::of(arguments, CheckCall::inputs(arguments, arguments.files())));
     const std::size_t jobs = TRY(CheckCall::jobCount(arguments));
-    const auto profiles = TRY(chooseProfiles(TRY(loadProfiles(arguments)), arguments));
+    const auto profiles = TRY(chooseProfiles(TRY(loadProfiles(arguments)).all, arguments));
     const auto captions = TRY(CheckCall::givenCaptions(arguments));
     const OffscreenDrawing drawing;
     Sections sections(arguments.files().size(), captions);

@@ -2,6 +2,7 @@
 
 #include "Profiles/ProfileSelection.h"
 #include "Profiles/ProfileStore.h"
+#include "VantroqueCLI/Output.h"
 
 #include <algorithm>
 #include <set>
@@ -26,12 +27,19 @@ Result<void> addGroup(const QString& group, const std::vector<Profile>& all, std
 
 } // namespace
 
-Result<std::vector<Profile>> loadProfiles(const Arguments& arguments)
+Result<LoadedProfiles> loadProfiles(const Arguments& arguments)
 {
-    auto loaded = arguments.has("profiles-dir")
-                      ? ProfileStore::loadFrom(arguments.value("profiles-dir", {}))
-                      : ProfileStore::loadAll();
-    if (loaded && loaded->empty())
+    LoadedProfiles loaded;
+    if (arguments.has("profiles-dir")) {
+        loaded.all = TRY(ProfileStore::loadFrom(arguments.value("profiles-dir", {})));
+    } else {
+        auto shipped = TRY(ProfileStore::loadAll());
+        loaded.own = OwnProfiles::readBeside(shipped);
+        loaded.all = OwnProfiles::joined(std::move(shipped), loaded.own);
+    }
+    for (const QString& problem : loaded.own.problems)
+        Output::complain(problem);
+    if (loaded.all.empty())
         return failure(ProfileStore::noneFoundText());
     return loaded;
 }

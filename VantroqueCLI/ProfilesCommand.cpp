@@ -1,3 +1,4 @@
+#include "Base/FileUrl.h"
 #include "Base/Files.h"
 #include "Base/Json.h"
 #include "Base/Text.h"
@@ -8,6 +9,7 @@
 #include "VantroqueCLI/ProfileChoice.h"
 
 #include <QDateTime>
+#include <QJsonArray>
 
 namespace vantroque {
 
@@ -15,9 +17,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Ids by group, each with its name: what --profile and --group take.
-QString listing(const std::vector<Profile>& profiles)
+/// Whose a profile is, where it did not come with the program.
+QString ownership(const OwnProfiles::Own* own)
 {
+    if (own == nullptr)
+        return {};
+    return own->standsIn ? u" (yours, stands in for the shipped one)"_s : u" (yours)"_s;
+}
+
+/// Ids by group, each with its name: what --profile and --group take.
+QString listing(const LoadedProfiles& loaded)
+{
+    const std::vector<Profile>& profiles = loaded.all;
     qsizetype width = 0;
     for (const Profile& profile : profiles)
         width = std::max(width, Text::characterCount(profile.id));
@@ -30,24 +41,40 @@ QString listing(const std::vector<Profile>& profiles)
             lines << Text::utf8(enumName(profile.group));
             group = profile.group;
         }
-        lines << u"  %1  %2  %3%4"_s.arg(
+        lines << u"  %1  %2  %3%4%5"_s.arg(
             Text::fitted(Text::printable(profile.id), width), Text::printable(profile.verifiedDate),
             Text::printable(profile.name),
-            profile.inferred.value_or(false) ? u" (spec inferred)"_s : QString());
+            profile.inferred.value_or(false) ? u" (spec inferred)"_s : QString(),
+            ownership(OwnProfiles::find(loaded.own, profile.id)));
     }
     return lines.join(u'\n') + u'\n';
 }
 
-Result<QByteArray> document(const std::vector<Profile>& profiles, bool freshness, bool json)
+/// Which of the listed ones are this user's, and where they lie.
+QJsonArray ownList(const OwnProfiles::Found& own)
 {
+    QJsonArray list;
+    for (const OwnProfiles::Own& each : own.profiles)
+        list.append(QJsonObject{{u"id"_s, each.profile.id},
+                                {u"file"_s, FileUrl::fromPath(each.file).displayPath()},
+                                {u"standsIn"_s, each.standsIn}});
+    return list;
+}
+
+Result<QByteArray> document(const LoadedProfiles& loaded, bool freshness, bool json)
+{
+    const std::vector<Profile>& profiles = loaded.all;
     const QDateTime now = QDateTime::currentDateTimeUtc();
     if (!json)
-        return (freshness ? SpecFreshnessReport::summary(profiles, now) + u'\n' : listing(profiles))
+        return (freshness ? SpecFreshnessReport::summary(profiles, now) + u'\n' : listing(loaded))
             .toUtf8();
     const QJsonValue list =
         freshness ? TRY(RecordCoding::encode(SpecFreshnessReport::rows(profiles, now)))
                   : TRY(RecordCoding::encode(profiles));
-    return Json::print(QJsonObject{{u"profiles"_s, list}});
+    QJsonObject object{{u"profiles"_s, list}};
+    if (!loaded.own.profiles.empty())
+        object.insert(u"own"_s, ownList(loaded.own));
+    return Json::print(object);
 }
 
 /// What is wrong with one file, a line each, as compilers say it.

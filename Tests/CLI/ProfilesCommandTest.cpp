@@ -1,4 +1,5 @@
 #include "Base/Json.h"
+#include "Base/ScopedVariable.h"
 #include "CLI/Cli.h"
 #include "Profiles/ProfileStore.h"
 #include "Profiles/SpecFreshness.h"
@@ -118,8 +119,46 @@ TEST_F(ProfilesCommand, TellsHowOldEachIs)
     EXPECT_GT(rows[1].days.value_or(0), 365);
 }
 
+/// Profiles of the user's own, in a home of the test's own.
+TEST_F(ProfilesCommand, ReadsThoseOfTheUserBesideTheInstalledOnes)
+{
+    const ScopedVariable data("XDG_DATA_HOME", m_folder.path());
+    const auto write = [&](const std::string& name, const QByteArray& text) {
+        return m_folder.write("Vantroque/Profiles/" + name, text).native();
+    };
+    const auto own = [](const char* id) {
+        return Json::write(Cli::containerProfile(id, ProfileGroup::digital, "mxf")).value();
+    };
+    write("mine.json", own("my-own"));
+    write("stricter.json", own("tiktok-in-feed"));
+    const std::string broken = write("broken.json", "{}");
+    const auto listing = Cli::run({"profiles"});
+    EXPECT_EQ(listing.status, 0);
+    EXPECT_EQ(listing.err.toStdString(),
+              "vantroque-cli: " + broken
+                  + ": .id: missing\nThis tells on which line, and what else is wrong: "
+                    "vantroque-cli profiles --check "
+                  + broken + '\n');
+    for (const char* line : {"  2020-02-02  Test my-own (yours)\n",
+                             "  2020-02-02  Test tiktok-in-feed (yours, stands in for the shipped "
+                             "one)\n",
+                             "Netflix Ads\n"})
+        EXPECT_THAT(listing.out.toStdString(), HasSubstr(line));
+    const auto owned =
+        Cli::json(Cli::run({"profiles", "--format", "json"})).value("own"_L1).toArray();
+    ASSERT_EQ(owned.size(), 2);
+    EXPECT_EQ(owned[1]["id"_L1].toString(), u"tiktok-in-feed"_s);
+    EXPECT_TRUE(owned[1]["standsIn"_L1].toBool());
+
+    const Words film{"check", "--profile", "my-own", Clips::wav().native()};
+    EXPECT_EQ(Cli::run(film).status, 1) << "the others work, and say what they say";
+    EXPECT_EQ(run({}).err, "") << "another folder replaces all";
+}
+
 TEST(InstalledProfiles, AreFoundByTheProgram)
 {
+    const TestFolder home;
+    const ScopedVariable data("XDG_DATA_HOME", home.path());
     auto shipped = ProfileStore::loadFrom(VANTROQUE_SHIPPED_PROFILES).value();
     for (Profile& profile : shipped)
         if (profile.content)

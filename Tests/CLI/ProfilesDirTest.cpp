@@ -11,6 +11,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 using Media::operator+;
+using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -116,8 +117,10 @@ TEST_F(ProfilesDir, WithAPatternForNamesThatIsNone)
 {
     EXPECT_THAT(problemOfFile(R"({"id": "a", "name": "A", "group": "digital", "sourceURL": "",
                                   "verifiedDate": "", "file": {"namePattern": "^(spot"}})"),
-                EndsWith("/damaged.json: .file.namePattern: no regular expression: missing "
-                         "closing parenthesis at character 7\n"));
+                AllOf(HasSubstr("/damaged.json: .file.namePattern: no regular expression: missing "
+                                "closing parenthesis at character 7\n"),
+                      EndsWith("vantroque-cli profiles --check "
+                               + (m_folder / "damaged.json").native() + '\n')));
 }
 
 TEST_F(ProfilesDir, WithAnUnknownGroup)

@@ -41,6 +41,13 @@ QString display(const fs::path& path)
     return FileUrl::fromPath(path).displayPath();
 }
 
+/// What is said after the mistake in a file.
+QString whatToDo(const fs::path& file)
+{
+    return u"\nThis tells on which line, and what else is wrong: vantroque-cli profiles --check "_s
+           + display(file);
+}
+
 /// Ends a child process with what `loadFrom` says to a user whom permissions bind.
 [[noreturn]] void loadAsNobody(const fs::path& directory)
 {
@@ -177,8 +184,9 @@ TEST(ProfileStore, AFileThatIsNoProfileStopsAllWithThePlaceInIt)
     QByteArray text = profileText(u"b"_s);
     text.insert(1, R"("video": {"codecs": [{}], "resolutions": []},)");
     const fs::path file = folder.write("b.json", text);
-    EXPECT_THAT(idsOf(ProfileStore::loadFrom(folder.path())),
-                ElementsAre(display(file) + u": .video.codecs[0].codec: missing"_s));
+    EXPECT_THAT(
+        idsOf(ProfileStore::loadFrom(folder.path())),
+        ElementsAre(display(file) + u": .video.codecs[0].codec: missing"_s + whatToDo(file)));
 }
 
 TEST(ProfileStore, APatternForNamesThatIsNoneStopsAllWithThePlaceInIt)
@@ -209,7 +217,8 @@ TEST(ProfileStore, TheFirstDamagedFileByNameIsTheOneNamed)
     folder.write("c.json", "{}");
     folder.write("b.json", "{}");
     EXPECT_THAT(idsOf(ProfileStore::loadFrom(folder.path())),
-                ElementsAre(display(folder / "b.json") + u": .id: missing"_s));
+                ElementsAre(display(folder / "b.json") + u": .id: missing"_s
+                            + whatToDo(folder / "b.json")));
 }
 
 TEST(ProfileStore, ASubfolderNamedLikeAProfileStopsAll)

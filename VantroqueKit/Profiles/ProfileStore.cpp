@@ -38,22 +38,6 @@ Error profilesMissing(const std::vector<fs::path>& searched)
             + Text::joined(searched, u"\n"_s, display)};
 }
 
-/// The profile files of a folder in the order of their names, so that the first damaged one is the
-/// same on every machine.
-Result<std::vector<fs::path>> profileFiles(const fs::path& directory)
-{
-    std::error_code error;
-    std::vector<fs::path> files;
-    for (fs::directory_iterator entry(directory, error); !error && entry != fs::end(entry);
-         entry.increment(error))
-        if (FileUrl::fromPath(entry->path()).extension() == "json"_L1)
-            files.push_back(entry->path());
-    if (error)
-        return failure(display(directory) + u": "_s + Files::systemMessage(error.value()));
-    std::ranges::sort(files);
-    return files;
-}
-
 /// A pattern that is none would let no file pass, and nobody would know why.
 Result<void> requirePattern(const Profile& profile)
 {
@@ -64,14 +48,6 @@ Result<void> requirePattern(const Profile& profile)
         return {};
     return failure(u".file.namePattern: no regular expression: %1 at character %2"_s.arg(
         pattern.errorString(), QString::number(pattern.patternErrorOffset() + 1)));
-}
-
-Result<Profile> read(const fs::path& file)
-{
-    auto profile = parse(TRY(Files::read(file, Json::maxBytes)));
-    if (!profile)
-        return failure(display(file) + u": "_s + profile.error().description);
-    return profile;
 }
 
 /// A file for one platform may be the master of another, also of one that nobody chose.
@@ -111,6 +87,44 @@ Result<Profile> parse(const QByteArray& text)
     return profile;
 }
 
+QString checkCommand(const fs::path& file)
+{
+    QString name = display(file);
+    if (static const QRegularExpression plain(u"^[\\w./+,=-]+$"_s); !plain.match(name).hasMatch())
+        name = u'\'' + name.replace(u'\'', u"'\\''"_s) + u'\'';
+    return u"vantroque-cli profiles --check "_s + name;
+}
+
+Result<Profile> readFile(const fs::path& file)
+{
+    auto profile = parse(TRY(Files::read(file, Json::maxBytes)));
+    if (!profile)
+        return failure(u"%1: %2\nThis tells on which line, and what else is wrong: %3"_s.arg(
+            display(file), profile.error().description, checkCommand(file)));
+    return profile;
+}
+
+Result<std::vector<fs::path>> filesIn(const fs::path& directory)
+{
+    std::error_code error;
+    std::vector<fs::path> files;
+    for (fs::directory_iterator entry(directory, error); !error && entry != fs::end(entry);
+         entry.increment(error))
+        if (FileUrl::fromPath(entry->path()).extension() == "json"_L1)
+            files.push_back(entry->path());
+    if (error)
+        return failure(display(directory) + u": "_s + Files::systemMessage(error.value()));
+    std::ranges::sort(files);
+    return files;
+}
+
+std::vector<Profile> arranged(std::vector<Profile> profiles)
+{
+    std::ranges::stable_sort(profiles, precedes);
+    shareLeaders(profiles);
+    return profiles;
+}
+
 Directory profilesDirectory()
 {
     return profilesDirectory(programRoots());
@@ -146,11 +160,9 @@ Result<std::vector<Profile>> loadAll(const std::vector<fs::path>& roots)
 Result<std::vector<Profile>> loadFrom(const fs::path& directory)
 {
     std::vector<Profile> profiles;
-    for (const fs::path& file : TRY(profileFiles(directory)))
-        profiles.push_back(TRY(read(file)));
-    std::ranges::stable_sort(profiles, precedes);
-    shareLeaders(profiles);
-    return profiles;
+    for (const fs::path& file : TRY(filesIn(directory)))
+        profiles.push_back(TRY(readFile(file)));
+    return arranged(std::move(profiles));
 }
 
 Result<std::optional<Profile>> profile(const QString& id)

@@ -36,6 +36,15 @@ Result<std::vector<Profile>> loadFrom(const std::filesystem::path& directory);
 
 /// The profile in a file's text. Fails, with the place, as `loadFrom` does.
 Result<Profile> parse(const QByteArray& text);
+/// The profile in a file. An error names the file, the place in it and what to do next.
+Result<Profile> readFile(const std::filesystem::path& file);
+/// What is typed to hear all that is wrong with a file.
+QString checkCommand(const std::filesystem::path& file);
+/// The files of a folder with the extension "json" in the order of their names, so that the first
+/// damaged one is the same on every machine. Fails when the folder cannot be listed.
+Result<std::vector<std::filesystem::path>> filesIn(const std::filesystem::path& directory);
+/// By group and then by name; each is told of the leaders of all.
+std::vector<Profile> arranged(std::vector<Profile> profiles);
 /// The profile with that id out of a new `loadAll`.
 Result<std::optional<Profile>> profile(const QString& id);
 
