@@ -54,7 +54,8 @@ void open(const std::filesystem::path& folder, const std::vector<Profile>& profi
     std::cout << profiles.size() << " platforms\n";
     ProfilesPanel* panel = nullptr;
     measure("  made and opened                   ", [&] {
-        panel = new ProfilesPanel(choice, sets, button, window);
+        panel = new ProfilesPanel(
+            choice, sets, [] {}, button, window);
         panel->open();
         window.repaint();
     });

@@ -193,6 +193,31 @@ TEST_F(Notes, ThatAreDeletedAreSelectedNoLonger)
     EXPECT_THAT(stored()->comments, IsEmpty());
 }
 
+TEST_F(Notes, ThatWereDeletedComeBackTheLastOneFirstAndAreStored)
+{
+    openReviewed();
+    write(u"one"_s);
+    player().seek(30);
+    write(u"two"_s);
+    ASSERT_TRUE(soonWritten());
+    const auto before = notes().comments();
+    EXPECT_FALSE(player().bringBackComment());
+    player().removeComment(before[0].id);
+    player().removeComment(before[1].id);
+    ASSERT_TRUE(soonWritten());
+    EXPECT_THAT(stored()->comments, IsEmpty());
+    EXPECT_TRUE(player().bringBackComment());
+    EXPECT_EQ(player().focus().selectedCommentID(), before[1].id);
+    ASSERT_TRUE(soonWritten());
+    EXPECT_THAT(texts(), ElementsAre(u"two"_s));
+    ASSERT_EQ(stored()->comments.size(), 1U);
+    EXPECT_EQ(stored()->comments[0].id, before[1].id);
+    EXPECT_TRUE(player().bringBackComment());
+    ASSERT_TRUE(soonWritten());
+    EXPECT_EQ(notes().comments(), before);
+    EXPECT_FALSE(player().bringBackComment());
+}
+
 TEST_F(Notes, WrittenElsewhereAreNotLost)
 {
     openReviewed();

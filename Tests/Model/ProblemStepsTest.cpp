@@ -94,5 +94,25 @@ TEST(ProblemSteps, AreCounted)
     EXPECT_EQ(words({}, 7), u"– of 7"_s);
 }
 
+TEST(ProblemSteps, SayWhereThoseAreThatHaveNoPlace)
+{
+    ProfileReport platform;
+    platform.checks = {{.id = u"a"_s, .title = u"A"_s, .verdict = Verdict::fail},
+                       {.id = u"b"_s, .title = u"B"_s, .verdict = Verdict::warn},
+                       {.id = u"c"_s, .title = u"C"_s, .verdict = Verdict::pass}};
+    platform.checks[0].moment = CheckMoment{.frame = 10, .endFrame = {}, .box = {}};
+    FileReport report;
+    report.profiles = {platform};
+    EXPECT_EQ(withoutPlace(report, {event(10, 20)}), 1U);
+    EXPECT_EQ(withoutPlace(report, {event(5, 20)}), 2U) << "N does not lead to its moment";
+    EXPECT_EQ(elsewhereWords(0), QString());
+    EXPECT_EQ(endWords(true, 1, 2), u"No place after this one needs a look. 2 problems of the file "
+                                    "as a whole stand in the report (F2)."_s);
+    EXPECT_EQ(endWords(false, 1, 0), u"No place before this one needs a look."_s);
+    EXPECT_EQ(endWords(true, 0, 1),
+              u"No place in the film needs a look. 1 problem of the file as a "
+              "whole stands in the report (F2)."_s);
+}
+
 } // namespace
 } // namespace vantroque::ProblemSteps

@@ -137,7 +137,8 @@ TEST_F(CompareTiles, GrowBetweenWhatFitsAndTheWholePage)
     show({shaped(1920, 1080), shaped(1920, 1080), shaped(1080, 1920)});
     auto& size = named<Scrubber>(u"Tile size"_s);
     EXPECT_TRUE(size.isEnabled());
-    EXPECT_EQ(size.toolTip(), u"Tile size  (Command-plus, Command-minus, Command-0 to fit)"_s);
+    EXPECT_EQ(size.toolTip(), u"Tile size  (Command-plus, Command-minus, Command-0 to fit)\n"
+                              "On this desktop: Ctrl+plus, Ctrl+minus, Ctrl+0"_s);
     const int fits = tileView(0).height();
     key(Qt::Key_Plus, Qt::ControlModifier);
     EXPECT_EQ(compare().tileSize(), 0.125);

@@ -87,15 +87,18 @@ TEST_F(DeskPaneTest, StepsThroughProblemsByTimeAndStopsAtTheEnds)
     EXPECT_FALSE(previous.isEnabled());
     QTest::mouseClick(&next, Qt::LeftButton);
     EXPECT_EQ(frame(), 20);
-    EXPECT_THAT(paintedWords(pane()), testing::IsSupersetOf({u"1 of 2"_s, u"Video levels"_s}));
+    EXPECT_THAT(paintedWords(pane()),
+                testing::IsSupersetOf({u"Place"_s, u"1 of 2"_s, u"Video levels"_s}));
     EXPECT_FALSE(previous.isEnabled());
     const QPoint place = next.mapTo(&pane(), QPoint());
     key(Qt::Key_N);
     EXPECT_EQ(frame(), 60);
     EXPECT_EQ(next.mapTo(&pane(), QPoint()), place) << "it stays under the pointer";
     EXPECT_FALSE(next.isEnabled());
+    EXPECT_EQ(player().exportMessage(), std::nullopt);
     key(Qt::Key_N);
     EXPECT_EQ(frame(), 60);
+    EXPECT_EQ(player().exportMessage(), u"No place after this one needs a look."_s);
     key(Qt::Key_N, Qt::ShiftModifier);
     EXPECT_EQ(frame(), 20);
     EXPECT_EQ(player().overlay().finding->label, u"luma"_s) << "the ring says it too";

@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QTextBrowser>
 #include <QTextFrame>
+#include <QToolButton>
 
 namespace vantroque {
 
@@ -37,7 +38,7 @@ protected:
     {
         for (const QMenu* menu : window().findChildren<QMenu*>())
             for (QAction* action : menu->actions())
-                if (action->text() == title)
+                if (action->text() == title && menu->parentWidget()->window() == &window())
                     action->trigger();
     }
     QTextBrowser* page() { return window().findChild<QTextBrowser*>(u"help"_s); }
@@ -63,18 +64,67 @@ TEST_F(Help, WithoutABrowserOpensInAWindowOfItsOwn)
     choose(u"What a Verdict Means"_s);
     ASSERT_TRUE(soon([&] { return page() != nullptr && page()->isVisible(); }));
     EXPECT_TRUE(browser.shown().isEmpty());
-    EXPECT_TRUE(page()->isWindow());
-    EXPECT_TRUE(page()->windowTitle().startsWith(u"What a Verdict Means"_s));
+    EXPECT_TRUE(page()->window() != &window());
+    EXPECT_TRUE(page()->window()->windowTitle().startsWith(u"What a Verdict Means"_s));
     EXPECT_TRUE(page()->toPlainText().contains(u"What a Verdict Means"_s));
     page()->setSource(QUrl(u"keys.html"_s)); // as a link does
     EXPECT_TRUE(page()->toPlainText().contains(u"In the player"_s));
-    EXPECT_TRUE(page()->windowTitle().startsWith(u"Keys"_s));
+    EXPECT_TRUE(page()->window()->windowTitle().startsWith(u"Keys"_s));
     EXPECT_GT(page()->document()->rootFrame()->frameFormat().margin(), 0);
     choose(u"How to Compare Versions"_s);
     EXPECT_TRUE(soon([&] { return page()->toPlainText().contains(u"Where they differ"_s); }));
-    bringToFront(*page());
+    bringToFront(*page()->window());
     QTest::keyClick(page(), Qt::Key_Escape);
     EXPECT_FALSE(page()->isVisible());
+}
+
+TEST_F(Help, HasTheWayBackAndForwardAndToEachPage)
+{
+    const Browser browser;
+    answer("");
+    open();
+    QTest::keyClick(&window(), Qt::Key_F1);
+    ASSERT_TRUE(soon([&] { return page() != nullptr && page()->isVisible(); }));
+    const auto shown = [&] { return page()->source().fileName(); };
+    const auto button = [&](const QString& name) {
+        for (auto* each : page()->window()->findChildren<QToolButton*>())
+            if (each->accessibleName() == name || each->text() == name)
+                return each;
+        throw std::logic_error("no such button");
+    };
+    bringToFront(*page()->window());
+    EXPECT_EQ(shown(), u"first.html"_s);
+    EXPECT_FALSE(button(u"Back"_s)->isEnabled());
+    for (QAction* action : button(u"Contents"_s)->menu()->actions())
+        if (action->text() == u"Keys"_s)
+            action->trigger();
+    EXPECT_EQ(shown(), u"keys.html"_s);
+    QTest::mouseClick(button(u"Back"_s), Qt::LeftButton);
+    EXPECT_EQ(shown(), u"first.html"_s);
+    EXPECT_TRUE(button(u"Contents"_s)->menu()->actions().front()->isChecked());
+    QTest::keyClick(page(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(shown(), u"keys.html"_s);
+    QTest::keyClick(button(u"Contents"_s), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(shown(), u"first.html"_s);
+    QTest::mouseClick(button(u"Forward"_s), Qt::LeftButton);
+    EXPECT_EQ(shown(), u"keys.html"_s);
+    EXPECT_FALSE(button(u"Forward"_s)->isEnabled());
+}
+
+/// By the keyboard, from where it stands in the empty window.
+TEST_F(Help, IsOfferedToWhoeverIsNew)
+{
+    const Browser browser;
+    answer("browser.desktop");
+    open();
+    EXPECT_TRUE(shows(u"New here?"_s));
+    EXPECT_TRUE(shows(u"Read the guide."_s));
+    QTest::keyClick(window().windowHandle(), Qt::Key_Tab);
+    auto* read = qobject_cast<QPushButton*>(QApplication::focusWidget());
+    ASSERT_NE(read, nullptr);
+    EXPECT_EQ(read->accessibleName(), u"New here? Read the guide"_s);
+    QTest::keyClick(window().windowHandle(), Qt::Key_Return);
+    EXPECT_TRUE(soon([&] { return browser.shown() == u"first.html"_s; }));
 }
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "VantroqueApp/Views/Profiles/ProfilesPanel.h"
+#include "Base/Json.h"
 #include "Profiles/ProfileStore.h"
+#include "VantroqueApp/Views/Controls/CopyButton.h"
+#include "VantroqueApp/Views/Controls/NoticeBar.h"
 #include "VantroqueApp/Views/Controls/ToolButton.h"
 #include "VantroqueApp/Views/Player/TransportKeys.h"
 #include "VantroqueApp/Views/Profiles/GroupHeader.h"
@@ -8,9 +11,11 @@
 #include "VantroqueApp/Views/Profiles/SetChip.h"
 #include "Views/WindowFixture.h"
 
+#include <QDesktopServices>
 #include <QMenu>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTextBrowser>
 
 namespace vantroque {
 namespace {
@@ -314,6 +319,7 @@ TEST_F(ProfilesOfTheWindow, TabStaysInThePanelAndComesToAllOfIt)
                          u"Platforms to check"_s,
                          u"Digital / CTV, 23 of 23"_s,
                          u"None of Digital / CTV"_s,
+                         u"Open the Folder of Your Own Profiles"_s,
                          u"Broadcast, 0 of 14"_s,
                          u"All of Broadcast"_s,
                          u"Recommendations, 0 of 5"_s,
@@ -528,6 +534,60 @@ TEST_F(ProfilesOfTheWindow, TwoHundredAreListedAndFound)
     key(Qt::Key_Down);
     key(Qt::Key_Space);
     EXPECT_FALSE(isChosen(u"platform-199"_s));
+}
+
+/// A file manager stands for the desktop's.
+TEST_F(ProfilesOfTheWindow, OnesOwnStandBesideTheOthersAndABrokenOneTakesNoneAlong)
+{
+    const auto write = [this](const std::string& name, const QString& id, const QString& title) {
+        Profile own = WindowScenes::profiles().front();
+        own.id = id;
+        own.name = title;
+        m_folder.write("data/Vantroque/Profiles/" + name, Json::write(own).value());
+    };
+    const auto rowSays = [this](const QString& name) {
+        return row(name).data(Qt::AccessibleTextRole).toString();
+    };
+    const auto shipped = WindowScenes::profiles();
+    m_folder.write("data/Vantroque/Profiles/broken.json", "{}");
+    open(shipped);
+    EXPECT_EQ(model().profiles().profiles().size(), shipped.size());
+    auto* bar = the<NoticeBar>();
+    ASSERT_NE(bar, nullptr);
+    EXPECT_EQ(bar->accessibleName(), u"A profile of your own cannot be used"_s);
+    for (auto* show : bar->findChildren<ToolButton*>())
+        if (show->text() == u"Show"_s)
+            QTest::mouseClick(show, Qt::LeftButton);
+    ASSERT_TRUE(panel().isVisible());
+    EXPECT_TRUE(shows(u"broken.json: .id: missing"_s));
+    EXPECT_THAT(the<CopyButton>(u"Copy what is wrong"_s)->copied().toStdString(),
+                testing::HasSubstr("vantroque-cli profiles --check "
+                                   + (m_folder / "data/Vantroque/Profiles/broken.json").native()));
+    EXPECT_TRUE(window().rect().contains(panel().geometry()));
+
+    write("broken.json", u"mine"_s, u"My Own"_s);
+    write("better.json", shipped[1].id, u"My Better One"_s);
+    key(Qt::Key_Escape);
+    QTest::mouseClick(button(), Qt::LeftButton);
+    ASSERT_TRUE(soon([&] { return row(u"My Own"_s).isValid(); }));
+    EXPECT_THAT(rowSays(u"My Own"_s).toStdString(), testing::HasSubstr(", yours,"));
+    EXPECT_THAT(rowSays(u"My Better One"_s).toStdString(),
+                testing::HasSubstr(", yours, stands in"));
+    EXPECT_FALSE(row(shipped[1].name).isValid());
+    EXPECT_TRUE(isChosen(u"mine"_s));
+    EXPECT_FALSE(the<CopyButton>(u"Copy what is wrong"_s)->isVisible());
+    EXPECT_TRUE(shows(u"2 of yours"_s));
+    click(u"My Own"_s);
+    EXPECT_FALSE(isChosen(u"mine"_s));
+
+    std::filesystem::remove_all(m_folder / "data/Vantroque/Profiles");
+    QTextBrowser manager;
+    QDesktopServices::setUrlHandler(u"file"_s, &manager, "setSource");
+    the<QPushButton>(u"Open the Folder of Your Own Profiles"_s)->setFocus();
+    key(Qt::Key_Space);
+    QDesktopServices::unsetUrlHandler(u"file"_s);
+    EXPECT_EQ(manager.source().fileName(), u"Profiles"_s);
+    EXPECT_TRUE(std::filesystem::is_directory(m_folder / "data/Vantroque/Profiles"));
 }
 
 } // namespace

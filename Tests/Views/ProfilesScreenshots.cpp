@@ -1,5 +1,8 @@
 #include "Views/ProfilesScreenshots.h"
 
+#include "Base/Files.h"
+#include "Base/Json.h"
+#include "Profiles/OwnProfiles.h"
 #include "Profiles/ProfileStore.h"
 #include "VantroqueApp/Views/Profiles/ProfileList.h"
 #include "VantroqueApp/Views/Profiles/ProfilesPanel.h"
@@ -73,6 +76,22 @@ void shoot(Studio& studio, const QString& look)
     studio.close();
     openPanel(studio, {1440, 900}, WindowScenes::profiles());
     studio.shoot(look + u"-profiles-few"_s);
+    studio.close();
+    // One's own: one beside the others, one in place of another, and one that is broken.
+    auto own = profiles().front();
+    const auto write = [](const QString& name, const QByteArray& text) {
+        const auto folder = OwnProfiles::folder();
+        if (!Files::makeFolder(folder)
+            || !Files::writeAtomically(folder / name.toStdString(), text))
+            std::cerr << "cannot write " << name.toStdString() << '\n';
+    };
+    write(u"stricter.json"_s, Json::write(own).value());
+    own.id = u"northlight-online"_s;
+    own.name = u"Northlight Online Master"_s;
+    write(u"northlight-online.json"_s, Json::write(own).value());
+    write(u"draft.json"_s, "{}");
+    openPanel(studio, {1440, 900}, profiles());
+    studio.shoot(look + u"-profiles-own"_s);
     studio.close();
     openPanel(studio, {1024, 700}, WindowScenes::profiles(200));
     studio.shoot(look + u"-profiles-200"_s);

@@ -192,10 +192,12 @@ TEST_F(Queue, FiltersHideRowsAndNeverChangeTheSelection)
     press(u"Fail"_s);
     EXPECT_THAT(shown(), ElementsAre(u"fail1.mp4"_s, u"fail2.mp4"_s));
     EXPECT_THAT(selected(), ElementsAre(u"a.mp4"_s));
+    EXPECT_TRUE(shows(u"4 files · 2 shown"_s));
     press(u"Could not analyze"_s);
     EXPECT_THAT(shown(), ElementsAre(u"bad.mp4"_s));
     press(u"All"_s);
     EXPECT_EQ(shown(), names());
+    EXPECT_TRUE(shows(u"4 files"_s));
     EXPECT_EQ(list().currentIndex().row(), 0);
 }
 
@@ -229,19 +231,19 @@ TEST_F(Queue, SortsTheViewAlone)
 TEST_F(Queue, TheFootCountsVerdictsAndTroubleApartAndLeadsToTheRunningFile)
 {
     openWith({"fail.mp4", "bad.mp4", "a.mp4"});
-    EXPECT_EQ(footLine(), u"3 files checked · 1 fail · 1 could not be analyzed"_s);
+    EXPECT_EQ(footLine(), u"Last run: 3 files checked · 1 fail · 1 could not be analyzed"_s);
     std::vector<FileUrl> more;
     for (const char* name : {"fail2.mp4", "run.mp4", "wait.mp4"})
         more.push_back(anyFile(name));
     drop(more);
-    ASSERT_TRUE(soon([&] { return footLine().startsWith(u"1 of 3 · 1 fail · about"_s); }))
+    ASSERT_TRUE(soon([&] { return footLine().startsWith(u"This run: 1 of 3 · 1 fail · about"_s); }))
         << footLine().toStdString();
     click(0);
     QTest::mouseClick(the<ToolButton>(u"Show the running file"_s), Qt::LeftButton);
     EXPECT_EQ(selectedName(), u"run.mp4"_s);
     m_scene.release();
     ASSERT_TRUE(soonIdle());
-    EXPECT_TRUE(soon([&] { return footLine() == u"3 files checked · 1 fail"_s; }));
+    EXPECT_TRUE(soon([&] { return footLine() == u"Last run: 3 files checked · 1 fail"_s; }));
     EXPECT_FALSE(the<ToolButton>(u"Show the running file"_s)->isVisible());
 }
 

@@ -1,6 +1,9 @@
+#include "VantroqueApp/Views/Controls/NoticeBar.h"
+#include "VantroqueApp/Views/Controls/ToolButton.h"
 #include "VantroqueApp/Views/Files/Sidebar.h"
 #include "VantroqueApp/Views/Notes/CommentsPanel.h"
 #include "VantroqueApp/Views/Notes/NoteField.h"
+#include "VantroqueApp/Views/Notes/TimedList.h"
 #include "VantroqueApp/Views/Player/DeskInstruments.h"
 #include "VantroqueApp/Views/Player/FileLine.h"
 #include "VantroqueApp/Views/Player/PictureView.h"
@@ -197,6 +200,63 @@ TEST_F(ReviewDesk, InALowWindowTheInstrumentsFold)
     resizeTo({1440, 900});
     EXPECT_FALSE(the<QToolButton>(u"Instruments"_s)->isVisible());
     EXPECT_TRUE(the<DeskInstruments>()->isVisible());
+}
+
+/// With the keys that an operator would try, and with the pointer.
+TEST_F(ReviewDesk, ADeletedNoteComesBack)
+{
+    openFilm();
+    auto& comments = *the<CommentsPanel>();
+    auto& field = *comments.findChild<NoteField*>();
+    for (const QString& text : {u"one"_s, u"two"_s}) {
+        QTest::mouseClick(field.viewport(), Qt::LeftButton);
+        QTest::keyClicks(&field, text);
+        QTest::keyClick(&field, Qt::Key_Return, Qt::ControlModifier);
+    }
+    const auto texts = [this] {
+        QStringList texts;
+        for (const ReviewComment& comment : player().notebook().comments())
+            texts << comment.text;
+        return texts.join(u' ');
+    };
+    const auto bar = [this]() -> NoticeBar* {
+        for (auto* each : window().findChildren<NoticeBar*>())
+            if (each->isVisible())
+                return each;
+        return nullptr;
+    };
+    ASSERT_TRUE(soon([&] { return texts() == u"one two"_s; }));
+    auto& list = *the<TimedList>(u"Notes"_s);
+    list.setFocus();
+    const auto takeAway = [&](const QString& left) {
+        list.setCurrentIndex(list.model()->index(list.model()->rowCount() - 1, 0));
+        press(Qt::Key_Delete);
+        return soon([&] { return texts() == left; });
+    };
+    ASSERT_TRUE(takeAway(u"one"_s));
+    ASSERT_NE(bar(), nullptr);
+    EXPECT_TRUE(bar()->accessibleName().startsWith(u"Deleted the note at 00:00:0"_s));
+    ASSERT_TRUE(takeAway(QString()));
+    EXPECT_FALSE(field.hasFocus()) << "the next key is one of transport";
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(soon([&] { return texts() == u"one"_s; }));
+    EXPECT_EQ(bar(), nullptr);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(soon([&] { return texts() == u"one two"_s; }));
+
+    list.setFocus();
+    ASSERT_TRUE(takeAway(u"one"_s));
+    for (auto* undo : bar()->findChildren<ToolButton*>())
+        if (undo->text() == u"Undo"_s)
+            QTest::mouseClick(undo, Qt::LeftButton);
+    EXPECT_TRUE(soon([&] { return texts() == u"one two"_s; }));
+
+    ASSERT_TRUE(takeAway(u"one"_s));
+    QTest::mouseClick(field.viewport(), Qt::LeftButton);
+    QTest::keyClicks(&field, u"x"_s);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(field.toPlainText(), QString()) << "where a note is written the key is its own";
+    EXPECT_EQ(texts(), u"one"_s);
 }
 
 } // namespace

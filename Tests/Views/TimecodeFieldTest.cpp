@@ -53,7 +53,7 @@ TEST_F(TimecodeFieldTest, GoesToWhatIsTypedOnReturn)
     openPane();
     EXPECT_EQ(timecodeField().toolTip(),
               u"Click to select it, then copy it or type a new one. Command-V goes to the one you "
-              u"copied"_s);
+              u"copied\nOn this desktop: Ctrl+V"_s);
     QLineEdit& entry = begin();
     EXPECT_EQ(entry.text(), QString());
     EXPECT_TRUE(entry.hasFocus());

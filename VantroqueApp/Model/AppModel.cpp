@@ -77,7 +77,8 @@ void AppModel::saveWorkspaceNow()
 bool AppModel::isIdle() const
 {
     return !m_workspace.isRestoring() && !m_queue.isWorking() && m_rescorer.isIdle()
-           && m_verifier.isIdle() && m_reviews.isIdle() && m_exports.isIdle();
+           && m_verifier.isIdle() && m_ownProfiles.isIdle() && m_reviews.isIdle()
+           && m_exports.isIdle();
 }
 
 } // namespace vantroque

@@ -15,6 +15,7 @@
 #include "VantroqueApp/Model/Review/ReviewBook.h"
 #include "VantroqueApp/Model/Review/SignOffs.h"
 #include "VantroqueApp/Model/Workspace/FileVerifier.h"
+#include "VantroqueApp/Model/Workspace/OwnProfilesReader.h"
 #include "VantroqueApp/Model/Workspace/WorkspaceKeeper.h"
 
 namespace vantroque {
@@ -25,9 +26,9 @@ namespace vantroque {
 /// and leaves, and the tools end with it.
 class AppModel {
 public:
-    /// Reads the choices, begins to read the stored list, and goes on with what was left.
-    /// `defaults`, `desktop` and `checker` must outlive the model. Without a maker of engines
-    /// players show stills.
+    /// `profiles` are the shipped ones. Reads the choices, begins to read the stored list, and goes
+    /// on with what was left. `defaults`, `desktop` and `checker` must outlive the model. Without a
+    /// maker of engines players show stills.
     AppModel(UserDefaults& defaults, Desktop& desktop, const AnalysisEngine& engine,
              SpellChecker& checker, Result<std::vector<Profile>> profiles,
              PlaybackEngineMaker makeEngine = {});
@@ -40,6 +41,7 @@ public:
     DoneNoticeChoice& doneNotice() { return m_doneNotice; }
     ProfileChoice& profiles() { return m_profiles; }
     ProfileSets& profileSets() { return m_profileSets; }
+    OwnProfilesReader& ownProfiles() { return m_ownProfiles; }
     FileList& files() { return m_files; }
     Comparison& comparison() { return m_comparison; }
     OpenComparison& openComparison() { return m_openComparison; }
@@ -70,6 +72,7 @@ private:
     DoneNoticeChoice m_doneNotice;
     ProfileChoice m_profiles;
     ProfileSets m_profileSets;
+    OwnProfilesReader m_ownProfiles{m_profiles};
     FileList m_files;
     Comparison m_comparison{m_files};
     ReviewBook m_reviews;

@@ -5,16 +5,36 @@
 
 namespace vantroque {
 
-ProfileChoice::ProfileChoice(UserDefaults& defaults, Result<std::vector<Profile>> profiles)
+ProfileChoice::ProfileChoice(UserDefaults& defaults, Result<std::vector<Profile>> shipped)
     : m_defaults(defaults)
 {
-    if (!profiles)
-        m_profilesError = profiles.error().description;
-    else if (profiles->empty())
+    if (!shipped)
+        m_profilesError = shipped.error().description;
+    else if (shipped->empty())
         m_profilesError = ProfileStore::noneFoundText();
     else
-        m_profiles = *std::move(profiles);
+        m_shipped = *std::move(shipped);
+    m_profiles = m_shipped;
+    if (!m_profilesError)
+        m_own = OwnProfiles::readBeside(m_shipped);
+    if (!m_own.profiles.empty())
+        m_profiles = OwnProfiles::joined(m_shipped, m_own);
     take(ProfileSelectionStore(m_defaults).load(m_profiles));
+}
+
+void ProfileChoice::renew(OwnProfiles::Found own)
+{
+    if (m_profilesError || own == m_own)
+        return;
+    const bool areOthers = own.profiles != m_own.profiles;
+    m_own = std::move(own);
+    if (areOthers) {
+        m_profiles = OwnProfiles::joined(m_shipped, m_own);
+        take(ProfileSelectionStore(m_defaults).load(m_profiles));
+    }
+    Q_EMIT renewed();
+    if (areOthers)
+        Q_EMIT changed();
 }
 
 void ProfileChoice::take(const std::set<QString>& ids)

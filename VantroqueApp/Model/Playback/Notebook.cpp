@@ -189,9 +189,42 @@ std::optional<QUuid> Notebook::saveComment(std::int64_t frame, const std::option
 
 void Notebook::removeComment(const QUuid& id)
 {
+    const auto all = comments();
+    const auto found = std::ranges::find(all, id, &ReviewComment::id);
+    if (found == all.end())
+        return;
     persist([id](FileReview& review) {
         std::erase_if(review.comments, [&](const ReviewComment& each) { return each.id == id; });
     });
+    m_removed.push_back(*found);
+    Q_EMIT removedChanged();
+}
+
+void Notebook::setRemoved(std::vector<ReviewComment> comments)
+{
+    if (m_removed.empty() && comments.empty())
+        return;
+    m_removed = std::move(comments);
+    Q_EMIT removedChanged();
+}
+
+std::optional<QUuid> Notebook::bringBackComment()
+{
+    if (m_removed.empty())
+        return std::nullopt;
+    const ReviewComment comment = std::move(m_removed.back());
+    m_removed.pop_back();
+    persist([comment](FileReview& review) {
+        if (std::ranges::count(review.comments, comment.id, &ReviewComment::id) > 0)
+            return;
+        // Of several on one frame the older ones stand first.
+        const auto later = std::ranges::find_if(review.comments, [&](const ReviewComment& each) {
+            return each.createdAt > comment.createdAt;
+        });
+        review.comments.insert(later, comment);
+    });
+    Q_EMIT removedChanged();
+    return comment.id;
 }
 
 void Notebook::setSignOff(std::optional<ReviewSignOff::Decision> decision, const FileReport* report)

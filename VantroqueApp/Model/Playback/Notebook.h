@@ -60,6 +60,12 @@ public:
     /// Closes the editor and forgets what is in it.
     void discardDraft();
     void removeComment(const QUuid& id);
+    /// Those that were removed here and did not come back, the last one last. Whoever lets go of
+    /// the notebook may keep them for the next one.
+    const std::vector<ReviewComment>& removed() const { return m_removed; }
+    void setRemoved(std::vector<ReviewComment> comments);
+    /// The one that was removed last is a note again; its id. Nothing without one.
+    std::optional<QUuid> bringBackComment();
     /// Nothing takes the decision back. `report` is what the check says now; it may be null.
     void setSignOff(std::optional<ReviewSignOff::Decision> decision, const FileReport* report);
     void setCaptionsPath(const std::optional<FileUrl>& sidecar);
@@ -67,7 +73,8 @@ public:
 Q_SIGNALS:
     void opened(); ///< The stored review was read, or there is none: once.
     void reviewChanged();
-    void draftChanged();               ///< Also tool, ink and whether the editor is open.
+    void draftChanged(); ///< Also tool, ink and whether the editor is open.
+    void removedChanged();
     void message(const QString& text); ///< For the operator.
 
 private:
@@ -82,6 +89,7 @@ private:
     std::vector<ReviewBook::Edit> m_early; ///< That were made before it was known.
     ReviewBook::Review m_review;
     NoteDraft m_draft;
+    std::vector<ReviewComment> m_removed;
     Tasks m_tasks; ///< Ends first.
 };
 

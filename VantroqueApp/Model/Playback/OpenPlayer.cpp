@@ -13,6 +13,12 @@ OpenPlayer::OpenPlayer(FileList& files, const PlayerSurroundings& surroundings)
         if (m_player)
             m_player->captions().loadCaptions(captions);
     });
+    // What was deleted last is what comes back first, and that are files now.
+    connect(&files, &FileList::removed, this, [this] {
+        m_removed.clear();
+        if (m_player)
+            m_player->notebook().setRemoved({});
+    });
 }
 
 OpenPlayer::~OpenPlayer() = default;
@@ -71,11 +77,15 @@ void OpenPlayer::keepDraft()
     if (notebook.hasDraft())
         m_drafts[m_player->file().url.path()] = {.draft = notebook.draft(),
                                                  .frame = m_player->playhead().frame()};
+    if (!notebook.removed().empty())
+        m_removed[m_player->file().url.path()] = notebook.removed();
 }
 
 /// With the frame that it is about.
 void OpenPlayer::giveDraftBack()
 {
+    if (auto removed = m_removed.extract(m_player->file().url.path()))
+        m_player->notebook().setRemoved(std::move(removed.mapped()));
     auto kept = m_drafts.extract(m_player->file().url.path());
     if (!kept)
         return;

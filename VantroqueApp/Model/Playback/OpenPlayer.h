@@ -56,6 +56,7 @@ private:
     const PlayerSurroundings m_surroundings;
     std::unique_ptr<PlayerController> m_player;
     std::map<std::filesystem::path, KeptDraft> m_drafts; ///< Of files without a player.
+    std::map<std::filesystem::path, std::vector<ReviewComment>> m_removed; ///< Notes; likewise.
     bool m_videoFocused = false;
 };
 

@@ -167,7 +167,8 @@ TransportActions PlayerController::transportActions()
             .undo = [this] { return m_notebook.undoDrawing(); },
             .redo = [this] { return m_notebook.redoDrawing(); },
             .toMark = [this](bool forward) { goToMark(forward); },
-            .toProblem = [this](bool forward) { goToProblem(forward); }};
+            .toProblem = [this](bool forward) { goToProblem(forward); },
+            .bringBack = [this] { return !m_notebook.isComposing() && bringBackComment(); }};
 }
 
 std::vector<SignalEvent> PlayerController::detectedEvents() const
@@ -220,9 +221,17 @@ void PlayerController::goToProblem(bool forward)
     const auto stand = ProblemSteps::at(problems, m_focus.selectedEventID(), m_playhead.frame());
     const auto& to = forward ? stand.next : stand.previous;
     if (!to)
-        return;
+        return setExportMessage(
+            ProblemSteps::endWords(forward, problems.size(), problemsWithoutPlace()));
     m_shuttle.stop();
     goTo(problems[*to]);
+}
+
+std::size_t PlayerController::problemsWithoutPlace() const
+{
+    return m_report ? ProblemSteps::withoutPlace(
+               *m_report, ProblemSteps::among(detectedEvents(), lastFrameIndex()))
+                    : 0;
 }
 
 void PlayerController::saveComment(const std::optional<QString>& author)
@@ -235,6 +244,14 @@ void PlayerController::removeComment(const QUuid& id)
 {
     m_focus.forget(id);
     m_notebook.removeComment(id);
+}
+
+bool PlayerController::bringBackComment()
+{
+    const auto id = m_notebook.bringBackComment();
+    if (id)
+        m_focus.select(*id);
+    return id.has_value();
 }
 
 void PlayerController::setSignOff(std::optional<ReviewSignOff::Decision> decision)

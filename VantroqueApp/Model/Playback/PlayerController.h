@@ -93,12 +93,16 @@ public:
     void goTo(const SignalEvent& event);
     /// To the next finding or note after this frame, or to the last before it, if there is one.
     void goToMark(bool forward);
-    /// To the next place that fails or warns, or to the one before, if there is one.
+    /// To the next place that fails or warns, or to the one before; says so when there is none.
     void goToProblem(bool forward);
+    /// Of the report, to which nobody can go.
+    std::size_t problemsWithoutPlace() const;
 
     /// Keeps the draft as a note on this frame, and selects it.
     void saveComment(const std::optional<QString>& author);
     void removeComment(const QUuid& id);
+    /// The note that was removed last comes back, selected. False without one.
+    bool bringBackComment();
     void setSignOff(std::optional<ReviewSignOff::Decision> decision);
 
     void exportStill(bool withGuides);

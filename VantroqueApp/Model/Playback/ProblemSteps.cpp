@@ -1,5 +1,7 @@
 #include "VantroqueApp/Model/Playback/ProblemSteps.h"
 
+#include "Check/Problems.h"
+
 #include <algorithm>
 
 namespace vantroque::ProblemSteps {
@@ -47,6 +49,34 @@ Stand at(const std::vector<SignalEvent>& problems, const std::optional<QString>&
             stand.next = i;
     }
     return stand;
+}
+
+std::size_t withoutPlace(const FileReport& report, const std::vector<SignalEvent>& places)
+{
+    const auto hasPlace = [&](const Problem& problem) {
+        return problem.moment
+               && std::ranges::count(places, problem.moment->frame, &SignalEvent::frame) > 0;
+    };
+    const auto problems = Problems::of(report);
+    return problems.size() - static_cast<std::size_t>(std::ranges::count_if(problems, hasPlace));
+}
+
+QString elsewhereWords(std::size_t withoutPlace)
+{
+    if (withoutPlace == 0)
+        return {};
+    return withoutPlace == 1
+               ? u"1 problem of the file as a whole stands in the report (F2)."_s
+               : u"%1 problems of the file as a whole stand in the report (F2)."_s.arg(
+                   withoutPlace);
+}
+
+QString endWords(bool forward, std::size_t places, std::size_t withoutPlace)
+{
+    const QString end = places == 0 ? u"No place in the film needs a look."_s
+                        : forward   ? u"No place after this one needs a look."_s
+                                    : u"No place before this one needs a look."_s;
+    return withoutPlace == 0 ? end : end + u' ' + elsewhereWords(withoutPlace);
 }
 
 QString words(const Stand& stand, std::size_t count)

@@ -21,6 +21,15 @@ struct Stand {
 Stand at(const std::vector<SignalEvent>& problems, const std::optional<QString>& selected,
          std::int64_t frame);
 
+/// How many problems of a report begin at none of these places, since they are of the file as a
+/// whole.
+std::size_t withoutPlace(const FileReport& report, const std::vector<SignalEvent>& places);
+/// Why there is no step further: "No place after this one needs a look.", and where the problems
+/// without a place are.
+QString endWords(bool forward, std::size_t places, std::size_t withoutPlace);
+/// Where those are: "2 problems of the file as a whole stand in the report (F2)."; empty for none.
+QString elsewhereWords(std::size_t withoutPlace);
+
 /// "4 of 7", or "– of 7" where one stands on none.
 QString words(const Stand& stand, std::size_t count);
 

@@ -28,6 +28,7 @@ struct TransportActions {
     std::function<bool()> redo;
     std::function<void(bool forward)> toMark;    ///< To the finding or note after, or before.
     std::function<void(bool forward)> toProblem; ///< To what fails or warns after, or before.
+    std::function<bool()> bringBack; ///< What was deleted last; whether there was anything.
 };
 
 } // namespace vantroque

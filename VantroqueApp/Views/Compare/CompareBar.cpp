@@ -146,7 +146,8 @@ QWidget* CompareBar::sizes()
     m_size->setMaximum(sizeSteps);
     m_size->setSingleStep(step);
     m_size->setPageStep(step);
-    m_size->setToolTip(u"Tile size  (Command-plus, Command-minus, Command-0 to fit)"_s);
+    m_size->setToolTip(u"Tile size  (Command-plus, Command-minus, Command-0 to fit)\n"
+                       "On this desktop: Ctrl+plus, Ctrl+minus, Ctrl+0"_s);
     layout->addWidget(smaller);
     layout->addWidget(m_size);
     layout->addWidget(larger);

@@ -97,7 +97,8 @@ TransportActions CompareView::transportActions(std::function<void()> leave)
             .undo = nullptr,
             .redo = nullptr,
             .toMark = nullptr,
-            .toProblem = nullptr};
+            .toProblem = nullptr,
+            .bringBack = nullptr};
 }
 
 void CompareView::showMode()

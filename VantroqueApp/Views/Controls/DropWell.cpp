@@ -44,6 +44,7 @@ DropWell* DropWell::large(bool toolMissing, const QString& problem, QWidget* par
     well->setFocusProxy(choose);
     connect(choose, &QPushButton::clicked, well, &DropWell::pressed);
     layout->addWidget(choose, 0, Qt::AlignHCenter);
+    well->addGuideLine(*layout);
     if (toolMissing)
         well->addWarning(*layout, u"ffmpeg was not found. Install it with: brew install ffmpeg"_s,
                          u"On Debian and Ubuntu: sudo apt install ffmpeg"_s);
@@ -51,6 +52,26 @@ DropWell* DropWell::large(bool toolMissing, const QString& problem, QWidget* par
         well->addWarning(*layout, problem, {});
     layout->addStretch();
     return well;
+}
+
+void DropWell::addGuideLine(QVBoxLayout& layout)
+{
+    m_guide = new QWidget(this);
+    auto* read = new QPushButton(u"Read the guide."_s, m_guide);
+    read->setProperty("kind", u"link"_s);
+    read->setFont(Type::text(Type::body, QFont::Medium));
+    read->setAccessibleName(u"New here? Read the guide"_s);
+    read->setToolTip(u"From the first start to the first verdict  (F1)"_s);
+    read->setAutoDefault(true);
+    connect(read, &QPushButton::clicked, this, &DropWell::guideWanted);
+    auto* line = new QHBoxLayout(m_guide);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(0);
+    line->addWidget(
+        Type::label(u"New here?"_s, Type::body, QFont::Normal, Type::Ink::text2, m_guide));
+    line->addWidget(read);
+    layout.addSpacing(16);
+    layout.addWidget(m_guide, 0, Qt::AlignHCenter);
 }
 
 DropWell* DropWell::small(QWidget* parent)

@@ -19,11 +19,14 @@ public:
     /// The small one under the list.
     static DropWell* small(QWidget* parent = nullptr);
 
+    /// Of the large one: whether there is one to be read.
+    void offerGuide(bool offered) { m_guide->setVisible(offered); }
     /// Something that can be dropped is over the window.
     void setInviting(bool inviting);
 
 Q_SIGNALS:
     void pressed();
+    void guideWanted(); ///< By somebody new, of the large one.
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -32,10 +35,12 @@ protected:
 
 private:
     DropWell(int radius, int margin, QWidget* parent);
+    void addGuideLine(QVBoxLayout& layout);
     void addWarning(QVBoxLayout& layout, const QString& text, const QString& hint);
 
     const int m_radius;
     const int m_margin;
+    QWidget* m_guide = nullptr; ///< Of the large one alone.
     bool m_inviting = false;
 };
 

@@ -54,7 +54,7 @@ void QueueFoot::refresh()
     if (counts.all == 0)
         return;
     m_line->setText(m_run.isRunning() ? QueueLine::running(counts, m_run.timeLeft())
-                                      : QueueLine::ended(counts));
+                                      : u"Last run:\u00a0"_s + QueueLine::ended(counts));
     m_bar->setRange(0, static_cast<int>(counts.all));
     m_bar->setValue(static_cast<int>(counts.done));
 }

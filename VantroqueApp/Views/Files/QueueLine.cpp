@@ -44,7 +44,7 @@ QString about(QueueRun::Seconds time)
 
 QString running(const QueueRun::Counts& counts, std::optional<QueueRun::Seconds> left)
 {
-    QStringList parts{u"%1 of %2"_s.arg(counts.done).arg(counts.all)};
+    QStringList parts{u"This run: %1 of %2"_s.arg(counts.done).arg(counts.all)};
     addOutcomes(parts, counts);
     if (left)
         parts << about(*left);

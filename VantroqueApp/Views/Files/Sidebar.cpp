@@ -102,6 +102,8 @@ void Sidebar::refresh()
 {
     const auto files = m_list.analyses().size();
     QString count = files == 1 ? u"1 file"_s : u"%1 files"_s.arg(files);
+    if (m_files->files().order().filter != FileFilter::all)
+        count += u" · %1 shown"_s.arg(m_files->model()->rowCount());
     if (m_list.isSeveralSelected())
         count += u" · %1 selected"_s.arg(m_list.selection().ids.size());
     m_count->setText(count);
@@ -120,6 +122,7 @@ void Sidebar::refreshRows()
         m_files->model()->rowCount() == 0 && m_files->files().count(FileFilter::all) > 0;
     m_files->setVisible(!none);
     m_none->setVisible(none);
+    refresh();
 }
 
 } // namespace vantroque

@@ -7,6 +7,7 @@
 #include "VantroqueApp/Views/Notes/TimedList.h"
 #include "VantroqueApp/Views/Style/Type.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QLabel>
 #include <QStackedWidget>
@@ -233,7 +234,11 @@ void CommentsPanel::showPage()
         page = m_detected->rows().rowCount() > 0 ? m_detected : m_nothingDetected;
     else if (m_notes->rows().rowCount() == 0)
         page = m_noNotes;
+    // The keyboard must not fall into the field where a note is typed.
+    const bool hadFocus = m_pages->isAncestorOf(QApplication::focusWidget());
     m_pages->setCurrentWidget(page);
+    if (hadFocus && !page->hasFocus())
+        page->setFocus();
 }
 
 void CommentsPanel::goToNote(const QString& key)

@@ -34,6 +34,7 @@ ProblemButtons::ProblemButtons(PlayerController& player, QWidget* parent)
       m_previous(button(u"back"_s, u"Previous problem by time"_s,
                         u"To the place before that needs a look  (Shift+N)"_s, false)),
       m_sign(new Glyph(Verdict::fail, 14, this)),
+      m_word(Type::label(u"Place"_s, Type::caption, QFont::Normal, Type::Ink::text2, this)),
       m_number(new QLabel(this)),
       m_title(
           new ElidedLabel(Type::text(Type::body, QFont::Medium), Qt::ElideRight, u"text1"_s, this)),
@@ -54,6 +55,7 @@ ProblemButtons::ProblemButtons(PlayerController& player, QWidget* parent)
     words->setContentsMargins(10, 0, 10, 0);
     words->setSpacing(8);
     words->addWidget(m_sign);
+    words->addWidget(m_word);
     words->addWidget(m_number);
     words->addWidget(m_title);
     auto* layout = new QHBoxLayout(this);
@@ -98,6 +100,11 @@ void ProblemButtons::refill()
     const bool had = hasProblems();
     m_problems = ProblemSteps::among(m_player.detectedEvents(), m_player.lastFrameIndex());
     keepPlaces();
+    m_elsewhere = ProblemSteps::elsewhereWords(m_player.problemsWithoutPlace());
+    const QString help =
+        u"Places in the film that need a look. N goes through them by time.\n"_s + m_elsewhere;
+    for (QWidget* word : std::initializer_list<QWidget*>{m_word, m_number})
+        word->setToolTip(help.trimmed());
     refresh();
     if (had != hasProblems())
         Q_EMIT problemsChanged();
@@ -116,6 +123,7 @@ void ProblemButtons::keepPlaces()
                          m_title->fontMetrics().horizontalAdvance(EventWords::title(problem.kind)));
     m_title->setFixedWidth(std::min(title + air, widest));
     m_title->setVisible(m_titled);
+    m_word->setVisible(m_titled);
 }
 
 void ProblemButtons::refresh()
@@ -131,7 +139,8 @@ void ProblemButtons::refresh()
     }
     m_sign->setVisible(stand.current.has_value());
     m_number->setText(words);
-    m_number->setAccessibleName(title.isEmpty() ? words : words + u", "_s + title);
+    m_number->setAccessibleName(u"Place "_s + (title.isEmpty() ? words : words + u", "_s + title));
+    m_number->setAccessibleDescription(m_elsewhere);
     m_title->setText(title);
     m_previous->setEnabled(stand.previous.has_value());
     m_next->setEnabled(stand.next.has_value());

@@ -36,8 +36,10 @@ private:
 
     PlayerController& m_player;
     std::vector<SignalEvent> m_problems;
+    QString m_elsewhere; ///< On the problems that have no place.
     QToolButton* m_previous;
     Glyph* m_sign;
+    QLabel* m_word;
     QLabel* m_number;
     ElidedLabel* m_title;
     QToolButton* m_next;

@@ -80,7 +80,7 @@ void TimecodeField::showHelp()
         setToolTip(u"Copy it, or type a new one and press Return"_s);
     else if (m_onSeek)
         setToolTip(u"Click to select it, then copy it or type a new one. Command-V goes to the one "
-                   u"you copied"_s);
+                   u"you copied\nOn this desktop: Ctrl+V"_s);
     else
         setToolTip(u"This clip's timecode"_s);
 }

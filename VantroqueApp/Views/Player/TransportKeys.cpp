@@ -68,6 +68,7 @@ bool command(const QKeyEvent& event, const TransportActions& actions)
     case Qt::Key_V: return paste(actions);
     case Qt::Key_0: return call(actions.zoom, ZoomCommand::fit);
     case Qt::Key_1: return call(actions.zoom, ZoomCommand::actualPixels);
+    case Qt::Key_Z: return actions.bringBack && actions.bringBack();
     case Qt::Key_F: return !event.isAutoRepeat() && call(actions.fullScreen);
     case Qt::Key_Left:
     case Qt::Key_Right: return call(actions.toMark, event.key() == Qt::Key_Right);

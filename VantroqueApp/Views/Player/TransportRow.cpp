@@ -21,7 +21,7 @@ constexpr int wordsFrom = 620;    ///< Width from which the tools have words.
 constexpr int durationFrom = 560; ///< From which the time has the film's length beside it.
 constexpr int problemsFrom = 580; ///< From which there is room to step through what is wrong,
 constexpr int besideNumber = 220; ///< which takes so much from the words of the tools,
-constexpr int besideTitle = 370;  ///< and so much with the name of the check.
+constexpr int besideTitle = 412;  ///< and so much with the name of the check and a word before.
 
 /// A small figure beside the time.
 QLabel* chip(const QString& accessibleName, QWidget* parent)

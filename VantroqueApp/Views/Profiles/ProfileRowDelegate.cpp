@@ -97,12 +97,12 @@ void drawTag(QPainter& painter, const QRect& tag, const QString& text)
 }
 
 /// The name as far as there is room, and the tag after it.
-void drawName(QPainter& painter, QRect rect, const Profile& profile)
+void drawName(QPainter& painter, QRect rect, const ProfileRows::Spec& spec)
 {
     constexpr int tagHeight = 18;
-    const QString inferred = u"spec inferred"_s;
+    const Profile& profile = *spec.profile;
     const QFont font = Type::text(Type::body);
-    const int tag = profile.inferred == true ? tagWidth(inferred) : 0;
+    const int tag = spec.tag.isEmpty() ? 0 : tagWidth(spec.tag);
     const int room = rect.width() - (tag > 0 ? tag + gap : 0);
     const int width = std::min(QFontMetrics(font).horizontalAdvance(profile.name) + 1, room);
     Type::draw(painter, QRect(rect.left(), rect.top(), width, rect.height()), profile.name, font,
@@ -111,7 +111,7 @@ void drawName(QPainter& painter, QRect rect, const Profile& profile)
         drawTag(
             painter,
             QRect(rect.left() + width + gap, rect.center().y() + 1 - tagHeight / 2, tag, tagHeight),
-            inferred);
+            spec.tag);
 }
 
 } // namespace
@@ -148,7 +148,7 @@ void ProfileRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
         right -= width + gap;
     }
     const int left = option.rect.left() + nameInset;
-    drawName(*painter, QRect(left, option.rect.top(), right - left, rowHeight), *spec->profile);
+    drawName(*painter, QRect(left, option.rect.top(), right - left, rowHeight), *spec);
     painter->restore();
 }
 

@@ -1,5 +1,7 @@
 #include "VantroqueApp/Views/Profiles/ProfileRows.h"
 
+#include "Base/FileUrl.h"
+
 #include <algorithm>
 
 namespace vantroque {
@@ -23,14 +25,29 @@ QString ageInWords(SpecFreshness freshness, std::int64_t days)
 QString inWords(const ProfileRows::Spec& spec)
 {
     QString text = spec.profile->name;
-    if (spec.profile->inferred == true)
-        text += u", spec inferred"_s;
+    if (!spec.tag.isEmpty())
+        text += u", "_s + spec.tag;
     return text + u", "_s + (spec.words.isEmpty() ? u"fresh"_s : spec.words);
 }
 
-QString source(const Profile& profile)
+QString tagOf(const Profile& profile, const OwnProfiles::Own* own)
 {
-    return profile.sourceURL + u"\nVerified "_s + profile.verifiedDate;
+    QStringList tags;
+    if (own != nullptr)
+        tags << (own->standsIn ? u"yours, stands in"_s : u"yours"_s);
+    if (profile.inferred == true)
+        tags << u"spec inferred"_s;
+    return tags.join(u", "_s);
+}
+
+QString source(const Profile& profile, const OwnProfiles::Own* own)
+{
+    QString text = profile.sourceURL + u"\nVerified "_s + profile.verifiedDate;
+    if (own != nullptr)
+        text += u"\nYours: "_s + FileUrl::fromPath(own->file).displayPath();
+    if (own != nullptr && own->standsIn)
+        text += u"\nIt stands in for the one that came with the program."_s;
+    return text;
 }
 
 } // namespace
@@ -42,6 +59,7 @@ ProfileRows::ProfileRows(ProfileChoice& choice, QObject* parent)
         if (!m_rows.empty())
             Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Qt::CheckStateRole});
     });
+    connect(&choice, &ProfileChoice::renewed, this, [this] { judge(m_now); });
 }
 
 QString ProfileRows::title(ProfileGroup group)
@@ -71,7 +89,8 @@ QVariant ProfileRows::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole: return of->profile->name;
     case Qt::AccessibleTextRole: return inWords(*of);
-    case Qt::ToolTipRole: return source(*of->profile);
+    case Qt::ToolTipRole:
+        return source(*of->profile, OwnProfiles::find(m_choice.own(), of->profile->id));
     case Qt::CheckStateRole: return isChosen(*of->profile) ? Qt::Checked : Qt::Unchecked;
     default: return {};
     }
@@ -96,13 +115,23 @@ Qt::ItemFlags ProfileRows::flags(const QModelIndex& index) const
 
 void ProfileRows::judge(const QDateTime& now)
 {
-    m_specs.clear();
+    m_now = now;
+    beginResetModel();
+    m_specs = specs();
+    fill();
+    endResetModel();
+}
+
+std::vector<ProfileRows::Spec> ProfileRows::specs() const
+{
+    std::vector<Spec> specs;
     for (const Profile& profile : m_choice.profiles()) {
-        const SpecFreshness is = freshness(profile, now);
-        m_specs.push_back(
-            {&profile, is, ageInWords(is, daysSinceVerified(profile, now).value_or(0))});
+        const SpecFreshness is = freshness(profile, m_now);
+        specs.push_back({&profile, is,
+                         ageInWords(is, daysSinceVerified(profile, m_now).value_or(0)),
+                         tagOf(profile, OwnProfiles::find(m_choice.own(), profile.id))});
     }
-    refill();
+    return specs;
 }
 
 void ProfileRows::setSearch(const QString& text)
@@ -123,6 +152,12 @@ void ProfileRows::setFolded(ProfileGroup group, bool folded)
 void ProfileRows::refill()
 {
     beginResetModel();
+    fill();
+    endResetModel();
+}
+
+void ProfileRows::fill()
+{
     m_rows.clear();
     for (const ProfileGroup group : groups) {
         std::vector<Row> found;
@@ -135,7 +170,6 @@ void ProfileRows::refill()
         if (!isFolded(group) || isSearching())
             m_rows.insert(m_rows.end(), found.begin(), found.end());
     }
-    endResetModel();
 }
 
 bool ProfileRows::isHit(const Profile& profile) const

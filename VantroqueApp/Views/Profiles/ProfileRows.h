@@ -24,6 +24,8 @@ public:
         SpecFreshness freshness = SpecFreshness::unreadable;
         /// All but fresh ones say so in words.
         QString words;
+        /// What is to know of it, such as that it is the operator's own; mostly empty.
+        QString tag;
     };
     struct Count {
         int chosen = 0;
@@ -40,7 +42,7 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
-    /// How old each specification is at that time.
+    /// How old each specification is at that time, also of profiles that come later.
     void judge(const QDateTime& now);
     void setSearch(const QString& text);
     bool isSearching() const { return !m_search.isEmpty(); }
@@ -68,11 +70,14 @@ private:
         const Spec* spec = nullptr;
     };
 
+    std::vector<Spec> specs() const;
     bool isHit(const Profile& profile) const;
     bool isChosen(const Profile& profile) const;
     void refill();
+    void fill();
 
     ProfileChoice& m_choice;
+    QDateTime m_now; ///< When they were judged.
     std::vector<Spec> m_specs;
     std::vector<Row> m_rows;
     std::set<ProfileGroup> m_folded;

@@ -1,5 +1,6 @@
 #include "VantroqueApp/Views/Profiles/ProfilesPanel.h"
 
+#include "VantroqueApp/Views/Profiles/OwnProfilesFoot.h"
 #include "VantroqueApp/Views/Profiles/ProfileList.h"
 #include "VantroqueApp/Views/Profiles/SavedSets.h"
 #include "VantroqueApp/Views/Profiles/SearchField.h"
@@ -31,17 +32,20 @@ constexpr int setsWidth = panelWidth - 2 * padding - 6; ///< Beside a bar to scr
 
 } // namespace
 
-ProfilesPanel::ProfilesPanel(ProfileChoice& choice, ProfileSets& sets, const QWidget& opener,
+ProfilesPanel::ProfilesPanel(ProfileChoice& choice, ProfileSets& sets,
+                             std::function<void()> readAgain, const QWidget& opener,
                              QWidget& window)
     : QWidget(&window),
       m_choice(choice),
+      m_readAgain(std::move(readAgain)),
       m_opener(opener),
       m_search(new SearchField(u"Find a platform"_s, this)),
       m_sets(new SavedSets(sets, setsWidth)),
       m_setsArea(new QScrollArea(this)),
       m_list(new ProfileList(choice, this)),
       m_none(
-          Type::label(u"No platform matches"_s, Type::body, QFont::Normal, Type::Ink::text2, this))
+          Type::label(u"No platform matches"_s, Type::body, QFont::Normal, Type::Ink::text2, this)),
+      m_own(new OwnProfilesFoot(choice, this))
 {
     hide();
     setAccessibleName(u"Profiles"_s);
@@ -54,6 +58,7 @@ ProfilesPanel::ProfilesPanel(ProfileChoice& choice, ProfileSets& sets, const QWi
     layout->addWidget(m_head);
     layout->addWidget(m_list, 1);
     layout->addWidget(m_none, 1);
+    layout->addWidget(m_own);
     layout->addWidget(m_foot);
     window.installEventFilter(this);
     connect(m_search, &QLineEdit::textChanged, this, &ProfilesPanel::search);
@@ -65,6 +70,8 @@ ProfilesPanel::ProfilesPanel(ProfileChoice& choice, ProfileSets& sets, const QWi
     });
     connect(m_list, &ProfileList::allWanted, this, [this] { selectAll(true); });
     connect(&choice, &ProfileChoice::changed, this, &ProfilesPanel::refresh);
+    connect(&choice, &ProfileChoice::renewed, this, &ProfilesPanel::takeRenewed);
+    connect(m_own, &OwnProfilesFoot::heightChanged, this, &ProfilesPanel::place);
     connect(m_sets, &SavedSets::heightChanged, this, &ProfilesPanel::place);
     refresh();
     place();
@@ -136,6 +143,7 @@ void ProfilesPanel::open()
     m_search->setFocus(Qt::PopupFocusReason);
     qApp->installEventFilter(this);
     Q_EMIT openChanged(true);
+    m_readAgain();
 }
 
 void ProfilesPanel::close()
@@ -170,6 +178,14 @@ void ProfilesPanel::selectAll(bool on)
     m_choice.setEnabledProfileIDs(ids);
 }
 
+void ProfilesPanel::takeRenewed()
+{
+    search();
+    m_listHeight = m_list->wholeHeight();
+    place();
+    refresh();
+}
+
 void ProfilesPanel::refresh()
 {
     const auto count = m_choice.enabledProfiles().size();
@@ -185,7 +201,9 @@ void ProfilesPanel::place()
     const QWidget& window = *parentWidget();
     constexpr int mostSets = 128; // four lines of them
     m_setsArea->setFixedHeight(std::min(m_sets->height(), mostSets));
-    const int wanted = m_head->sizeHint().height() + m_listHeight + m_foot->height() + 2;
+    m_own->setFixedHeight(m_own->heightAt(panelWidth - 2));
+    const int wanted =
+        m_head->sizeHint().height() + m_listHeight + m_own->height() + m_foot->height() + 2;
     setGeometry(window.width() - rightInset - panelWidth, top, panelWidth,
                 std::min(window.height() - besides, wanted));
     m_head->layout()->activate();
@@ -194,6 +212,9 @@ void ProfilesPanel::place()
 
 bool ProfilesPanel::event(QEvent* event)
 {
+    // Back from the editor, where a profile was written.
+    if (event->type() == QEvent::WindowActivate && isVisible())
+        m_readAgain();
     // What a key does here it does not do in the window.
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& key = static_cast<const QKeyEvent&>(*event);

@@ -5,12 +5,15 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
+
 class QLabel;
 class QPushButton;
 class QScrollArea;
 
 namespace vantroque {
 
+class OwnProfilesFoot;
 class ProfileList;
 class SavedSets;
 class SearchField;
@@ -22,7 +25,9 @@ class ProfilesPanel : public QWidget {
 
 public:
     /// Hidden at first. `opener` is the button that opens it; all must outlive it.
-    ProfilesPanel(ProfileChoice& choice, ProfileSets& sets, const QWidget& opener, QWidget& window);
+    /// `readAgain` has the operator's own profiles read anew.
+    ProfilesPanel(ProfileChoice& choice, ProfileSets& sets, std::function<void()> readAgain,
+                  const QWidget& opener, QWidget& window);
 
     void open();
     void close();
@@ -45,8 +50,10 @@ private:
     void selectAll(bool on);
     void refresh();
     void place();
+    void takeRenewed();
 
     ProfileChoice& m_choice;
+    const std::function<void()> m_readAgain;
     const QWidget& m_opener;
     SearchField* m_search;
     SavedSets* m_sets;
@@ -54,6 +61,7 @@ private:
     ProfileList* m_list;
     QLabel* m_none;
     QWidget* m_head = nullptr;
+    OwnProfilesFoot* m_own;
     QWidget* m_foot = nullptr;
     QLabel* m_count = nullptr;
     QPushButton* m_all = nullptr;

@@ -33,11 +33,13 @@ constexpr int reviewTab = 1;
 } // namespace
 
 Header::Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
-               AppearanceChoice& appearance, Exports& exports, QWidget* parent)
+               OwnProfilesReader& ownProfiles, AppearanceChoice& appearance, Exports& exports,
+               QWidget* parent)
     : QWidget(parent),
       m_list(list),
       m_choice(profiles),
       m_sets(sets),
+      m_ownProfiles(ownProfiles),
       m_appearance(appearance),
       m_exports(exports),
       m_desk(new TabSwitch(u"Desk"_s, {u"Report"_s, u"Review"_s}, this)),
@@ -105,7 +107,8 @@ Header::~Header() = default;
 void Header::toggleProfiles()
 {
     if (m_panel == nullptr) {
-        m_panel = new ProfilesPanel(m_choice, m_sets, *m_profiles, *window());
+        m_panel = new ProfilesPanel(
+            m_choice, m_sets, [this] { m_ownProfiles.readAgain(); }, *m_profiles, *window());
         connect(m_panel, &ProfilesPanel::openChanged, this, [this](bool isOpen) {
             m_profiles->setChecked(isOpen);
             m_pause = isOpen ? std::make_unique<TransportKeysPause>() : nullptr;
@@ -115,6 +118,18 @@ void Header::toggleProfiles()
         m_panel->close();
     else
         m_panel->open();
+}
+
+void Header::showGuide()
+{
+    if (const auto pages = HelpPage::all(); !pages.empty())
+        m_help->show(pages.front());
+}
+
+void Header::showProfiles()
+{
+    if (m_panel == nullptr || !m_panel->isVisible())
+        toggleProfiles();
 }
 
 QMenuBar* Header::menuBar()
@@ -220,6 +235,8 @@ void Header::addHelpMenu(QMenuBar& bar)
     help->setAccessibleName(u"Help"_s);
     for (const HelpPage& page : HelpPage::all())
         help->addAction(page.title, [this, page] { m_help->show(page); })->setData(page.file);
+    if (!help->isEmpty())
+        help->actions().front()->setShortcut(Qt::Key_F1);
     help->menuAction()->setVisible(!help->isEmpty());
 }
 

@@ -4,6 +4,7 @@
 #include "VantroqueApp/Model/Choices/ProfileSets.h"
 #include "VantroqueApp/Model/Exports/Exports.h"
 #include "VantroqueApp/Model/Files/FileList.h"
+#include "VantroqueApp/Model/Workspace/OwnProfilesReader.h"
 
 #include <QWidget>
 
@@ -28,7 +29,8 @@ class Header : public QWidget {
 
 public:
     Header(const FileList& list, ProfileChoice& profiles, ProfileSets& sets,
-           AppearanceChoice& appearance, Exports& exports, QWidget* parent = nullptr);
+           OwnProfilesReader& ownProfiles, AppearanceChoice& appearance, Exports& exports,
+           QWidget* parent = nullptr);
     ~Header() override;
 
     /// Which desk the window is, and whether it can be one for reviewing.
@@ -36,6 +38,11 @@ public:
 
     /// Whether files are compared now, and whether there are any to be compared.
     void showCompare(bool comparing, bool possible);
+
+    /// Opens the first page of the guide.
+    void showGuide();
+    /// Opens the panel with the platforms, where it is not open.
+    void showProfiles();
 
     /// Among those in the file menu.
     void addSetting(QAction* action);
@@ -64,6 +71,7 @@ private:
     const FileList& m_list;
     ProfileChoice& m_choice;
     ProfileSets& m_sets;
+    OwnProfilesReader& m_ownProfiles;
     AppearanceChoice& m_appearance;
     Exports& m_exports;
     TabSwitch* m_desk; ///< For reading reports, or for reviewing a film.

@@ -4,10 +4,11 @@
 
 #include <QObject>
 
-class QTextBrowser;
 class QWidget;
 
 namespace vantroque {
+
+class HelpWindow;
 
 /// Shows the pages for the operator: in the browser, or in a window of its own where the desktop
 /// has none.
@@ -24,7 +25,7 @@ private:
     void showHere(const QUrl& file);
 
     QWidget& m_owner;
-    QTextBrowser* m_window = nullptr; ///< Once it was needed.
+    HelpWindow* m_window = nullptr; ///< Once it was needed.
 };
 
 } // namespace vantroque

@@ -12,6 +12,9 @@
 #include "VantroqueApp/Views/Window/ExportNotices.h"
 #include "VantroqueApp/Views/Window/FileNotices.h"
 #include "VantroqueApp/Views/Window/Header.h"
+#include "VantroqueApp/Views/Window/HelpPage.h"
+#include "VantroqueApp/Views/Window/NoteNotices.h"
+#include "VantroqueApp/Views/Window/ProfileNotices.h"
 #include "VantroqueApp/Views/Window/WindowMemory.h"
 
 #include <QDragEnterEvent>
@@ -44,8 +47,8 @@ QString sidebarKey()
 MainWindow::MainWindow(AppModel& model, FileLooker::Look look)
     : m_model(model),
       // The keyboard goes through the widgets as they are made.
-      m_header(new Header(model.files(), model.profiles(), model.profileSets(), model.appearance(),
-                          model.exports(), this)),
+      m_header(new Header(model.files(), model.profiles(), model.profileSets(), model.ownProfiles(),
+                          model.appearance(), model.exports(), this)),
       m_pages(new QStackedWidget(this)),
       m_well(DropWell::large(model.queue().toolMissing(),
                              model.profiles().profilesError().value_or(QString()), this)),
@@ -67,6 +70,7 @@ MainWindow::MainWindow(AppModel& model, FileLooker::Look look)
     setMinimumSize(QSize(1024, 700).boundedTo(room));
     resize(QSize(1440, 900).boundedTo(room));
     WindowMemory::restore(*this, model.defaults());
+    m_well->offerGuide(!HelpPage::all().empty());
     m_pages->addWidget(m_well);
     m_pages->addWidget(m_files);
     auto* layout = new QVBoxLayout(this);
@@ -75,6 +79,8 @@ MainWindow::MainWindow(AppModel& model, FileLooker::Look look)
     layout->addWidget(m_header);
     layout->addWidget(m_pages, 1);
     ExportNotices::tell(model.exports(), *m_notices);
+    NoteNotices::tell(model.openPlayer(), *m_notices);
+    ProfileNotices::tell(model.profiles(), *m_notices, [this] { m_header->showProfiles(); });
     addDoneNotice();
     connect(m_header, &Header::addPressed, this, &MainWindow::chooseFiles);
     connect(m_header, &Header::comparePressed, this, &MainWindow::compare);
@@ -90,6 +96,7 @@ MainWindow::MainWindow(AppModel& model, FileLooker::Look look)
     connect(m_header, &Header::namePressed, this, &MainWindow::chooseName);
     connect(m_header, &Header::quitPressed, this, &QWidget::close);
     connect(m_well, &DropWell::pressed, this, &MainWindow::chooseFiles);
+    connect(m_well, &DropWell::guideWanted, m_header, &Header::showGuide);
     connect(m_sidebar, &Sidebar::addPressed, this, &MainWindow::chooseFiles);
     connect(&model.files(), &FileList::listChanged, this, &MainWindow::refresh);
     connect(&model.files(), &FileList::entryChanged, this, &MainWindow::showComparable);
