@@ -79,9 +79,9 @@ set(CPACK_DEBIAN_WINDOW_PACKAGE_DEPENDS
 set(CPACK_DEBIAN_WINDOW_PACKAGE_RECOMMENDS "fonts-noto-cjk, fonts-noto-color-emoji")
 set(CPACK_COMPONENT_CLI_DESCRIPTION
     "The command line. Tells whether finished videos (TV spots, online ads, social
-cuts) meet the delivery specifications of the platforms they are meant for: what
-was measured, what was expected and how to fix it. Writes text, JSON, JUnit,
-PDF, markers for editing systems and tables.")
+cuts) meet the delivery specifications of the platforms they are meant for:
+what was measured, what was expected and how to fix it. Writes text, JSON,
+JUnit, PDF, markers for editing systems and tables.")
 set(CPACK_COMPONENT_WINDOW_DESCRIPTION
     "Drop finished videos on the window, and read which platforms take them, what
 is wrong and how to fix it. Around the report stand a player that is exact to

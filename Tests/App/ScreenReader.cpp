@@ -2,9 +2,9 @@
 
 #include <tesseract/baseapi.h>
 
-#include <omp.h>
-
 #include <stdexcept>
+
+extern "C" void omp_set_max_active_levels(int levels); // of Tesseract's OpenMP
 
 namespace vantroque {
 

@@ -1,11 +1,14 @@
 #include "VantroquePlatform/Recognition/LineReader.h"
 
 #include <leptonica/allheaders.h>
-#include <omp.h>
 #include <tesseract/baseapi.h>
 #include <tesseract/ocrclass.h>
 
 #include <algorithm>
+
+/// OpenMP 5.0, 3.2.15, of the runtime that Tesseract is linked with. The header of another compiler
+/// would lead to another runtime.
+extern "C" void omp_set_max_active_levels(int levels);
 
 namespace vantroque {
 
