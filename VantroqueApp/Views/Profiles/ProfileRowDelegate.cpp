@@ -136,9 +136,8 @@ void ProfileRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     drawBox(*painter, QRect(option.rect.left() + boxInset, top, boxSize, boxSize),
             index.data(Qt::CheckStateRole).toInt() == Qt::Checked);
     int right = option.rect.right() + 1 - signInset - signSize;
-    drawSign(*painter,
-             QRectF(right, option.rect.top() + (rowHeight - signSize) / 2, signSize, signSize),
-             spec->freshness);
+    const int signTop = option.rect.top() + (rowHeight - signSize) / 2;
+    drawSign(*painter, QRectF(right, signTop, signSize, signSize), spec->freshness);
     right -= gap;
     if (!spec->words.isEmpty()) {
         const QFont font = Type::text(Type::badge);
