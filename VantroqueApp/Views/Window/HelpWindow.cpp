@@ -4,7 +4,6 @@
 #include "VantroqueApp/Views/Controls/ToolButton.h"
 #include "VantroqueApp/Views/Window/HelpPage.h"
 
-#include <QActionGroup>
 #include <QBoxLayout>
 #include <QImage>
 #include <QKeyEvent>
@@ -113,14 +112,16 @@ QMenu* HelpWindow::contents()
 {
     auto* menu = new QMenu(this);
     menu->setAccessibleName(u"Contents"_s);
-    auto* group = new QActionGroup(menu);
     for (const HelpPage& page : HelpPage::all()) {
-        QAction* action =
-            menu->addAction(page.title, this, [this, page] { m_page->setSource(page.file); });
+        QAction* action = menu->addAction(page.title);
         action->setCheckable(true);
-        group->addAction(action);
-        connect(m_page, &QTextBrowser::sourceChanged, action, [action, page](const QUrl& shown) {
-            action->setChecked(shown.fileName() == page.file.fileName());
+        const auto check = [this, action, page] {
+            action->setChecked(m_page->source().fileName() == page.file.fileName());
+        };
+        connect(m_page, &QTextBrowser::sourceChanged, action, check);
+        connect(action, &QAction::triggered, this, [this, check, page] {
+            m_page->setSource(page.file);
+            check();
         });
     }
     return menu;

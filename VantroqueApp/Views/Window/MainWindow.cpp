@@ -25,6 +25,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -254,8 +255,7 @@ void MainWindow::showCompare()
     if (open.controller() != nullptr && m_compare == nullptr) {
         // The view goes when its keys have been dealt with.
         const auto leave = [this] {
-            QMetaObject::invokeMethod(
-                this, [this] { m_model.comparison().setComparing(false); }, Qt::QueuedConnection);
+            QTimer::singleShot(0, this, [this] { m_model.comparison().setComparing(false); });
         };
         m_compare = new CompareView(*open.controller(), leave, m_pages);
         m_pages->addWidget(m_compare);
