@@ -179,7 +179,7 @@ std::optional<QString> sentence(const QString& words)
 QString shown(const QString& words)
 {
     constexpr qsizetype shownLength = 400;
-    const QString plain = withoutAddresses(words);
+    QString plain = withoutAddresses(words);
     if (Text::characterCount(plain) <= shownLength)
         return plain;
     const QString tail = Text::lastCharacters(plain, shownLength);
