@@ -82,6 +82,7 @@ TEST(Installed, AllOfItIsFoundFromWhereverItLies)
     const auto checked = Program({program, "probe", Clips::wav().native()}).wait();
     EXPECT_EQ(checked.status, 0) << checked.err.toStdString();
     EXPECT_EQ(checked.out, Cli::run({"probe", Clips::wav().native()}).out);
+#ifndef VANTROQUE_SANITIZED // which is never packed
     const fs::path share = folder / "second" / "share";
     for (const char* name : {"vantroque/Schemas/check.schema.json", "doc/vantroque-cli/FARM.md",
                              "doc/vantroque-cli/examples/northlight-online.json",
@@ -89,6 +90,7 @@ TEST(Installed, AllOfItIsFoundFromWhereverItLies)
         EXPECT_TRUE(fs::is_regular_file(share / name)) << name;
     const auto called = Program({share / "doc/vantroque-cli/examples/slurm-check"}).wait();
     EXPECT_THAT(called.err.toStdString(), testing::StartsWith("slurm-check: run "));
+#endif
 }
 
 } // namespace
