@@ -4,6 +4,7 @@
 
 #include <QUuid>
 
+#include <cstdlib>
 #include <cxxabi.h>
 #include <memory>
 #include <type_traits>

@@ -9,6 +9,11 @@ std::optional<FileStamp> FileStamp::of(const FileUrl& url)
     struct stat status {};
     if (::stat(url.path().c_str(), &status) != 0 || !S_ISREG(status.st_mode))
         return std::nullopt;
+    return in(status);
+}
+
+FileStamp FileStamp::in(const struct stat& status)
+{
     constexpr std::int64_t second = 1'000'000'000;
     return FileStamp{.device = status.st_dev,
                      .number = status.st_ino,

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 
+struct stat;
+
 namespace vantroque {
 
 /// Which file a name leads to, and how old it is. Of two that are equal it is the same file with
@@ -18,6 +20,8 @@ struct FileStamp {
 
     /// Nothing when no regular file has that name.
     static std::optional<FileStamp> of(const FileUrl& url);
+    /// Of what the system says of a file.
+    static FileStamp in(const struct stat& status);
     bool isOfSameFile(const FileStamp& other) const;
     /// The same bytes as far as size and time tell, for later: a disk or share that is connected
     /// anew numbers its files afresh.

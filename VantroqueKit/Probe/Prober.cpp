@@ -270,9 +270,9 @@ std::vector<SubtitleStreamInfo> describeSubtitles(const FFProbeOutput& output)
     return subtitles;
 }
 
-Result<MediaInfo> probedOnce(const FileUrl& url, Captions captions)
+Result<MediaInfo> probedOnce(const FileUrl& url, Captions captions,
+                             const std::optional<FileStamp>& stamp)
 {
-    const auto stamp = FileStamp::of(url);
     const fs::path ffprobe = TRY(FFTool::find("ffprobe"));
     if (isPipeOrDevice(url))
         return failure(u"%1 is a pipe, socket or device and not a file."_s.arg(url.fileName()));
@@ -313,11 +313,11 @@ Result<MediaInfo> probedOnce(const FileUrl& url, Captions captions)
 Result<MediaInfo> probe(const FileUrl& url, Captions captions)
 {
     const auto before = FileStamp::of(url);
-    auto media = probedOnce(url, captions);
+    auto media = probedOnce(url, captions, before);
     const auto after = FileStamp::of(url);
     // What replaces it meanwhile, a tool in its cage may not open.
     const bool isReplaced = before && after && !before->isOfSameFile(*after);
-    return isReplaced ? probedOnce(url, captions) : std::move(media);
+    return isReplaced ? probedOnce(url, captions, after) : std::move(media);
 }
 
 QString containerKind(const QString& formatName, const QString& ext)

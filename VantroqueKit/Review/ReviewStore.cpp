@@ -164,7 +164,7 @@ FileReview reviewOf(const FileUrl& url, const QString& fingerprint,
     return review;
 }
 
-Result<std::optional<Stamp>> stamp(const QString& fingerprint)
+Result<std::optional<FileStamp>> stamp(const QString& fingerprint)
 {
     const fs::path file = TRY(fileOf(fingerprint));
     struct stat status {};
@@ -174,10 +174,7 @@ Result<std::optional<Stamp>> stamp(const QString& fingerprint)
         return failure(QString::fromStdString(file.native()) + u": "_s
                        + Files::systemMessage(errno));
     }
-    constexpr std::int64_t second = 1'000'000'000;
-    return Stamp{.file = status.st_ino,
-                 .size = status.st_size,
-                 .nanoseconds = status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec};
+    return FileStamp::in(status);
 }
 
 Result<void> save(const FileReview& review, const QDateTime& now)

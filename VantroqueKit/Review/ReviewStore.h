@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Base/FileStamp.h"
 #include "Base/FileUrl.h"
 #include "Base/Result.h"
 #include "Records/FileReview.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -39,13 +39,7 @@ FileReview reviewOf(const FileUrl& url, const QString& fingerprint,
 
 /// Which file of the disk holds the stored review, and when it was written: another one, and it
 /// must be loaded again. Nothing where none is stored. Fails when that cannot be told.
-struct Stamp {
-    std::uint64_t file = 0;
-    std::int64_t size = 0;
-    std::int64_t nanoseconds = 0;
-    bool operator==(const Stamp&) const = default;
-};
-Result<std::optional<Stamp>> stamp(const QString& fingerprint);
+Result<std::optional<FileStamp>> stamp(const QString& fingerprint);
 
 /// Stores the review with `now` as its `updatedAt`; a crash leaves the old file or the new one.
 /// What a newer version of the program has added to the stored record stays in it.

@@ -49,7 +49,7 @@ Q_SIGNALS:
 private:
     struct Page {
         Review review;
-        std::optional<ReviewStore::Stamp> stamp; ///< Of what it was read from or written to.
+        std::optional<FileStamp> stamp; ///< Of what it was read from or written to.
         bool isUnsaved = false;
     };
 

@@ -25,7 +25,6 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -255,7 +254,8 @@ void MainWindow::showCompare()
     if (open.controller() != nullptr && m_compare == nullptr) {
         // The view goes when its keys have been dealt with.
         const auto leave = [this] {
-            QTimer::singleShot(0, this, [this] { m_model.comparison().setComparing(false); });
+            QMetaObject::invokeMethod(
+                this, [this] { m_model.comparison().setComparing(false); }, Qt::QueuedConnection);
         };
         m_compare = new CompareView(*open.controller(), leave, m_pages);
         m_pages->addWidget(m_compare);
