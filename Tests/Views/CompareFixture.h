@@ -40,7 +40,8 @@ protected:
     }
     CompareView& show(QSize size = {1440, 852})
     {
-        m_view = std::make_unique<CompareView>(compare(), [this] { ++m_left; });
+        m_view = std::make_unique<CompareView>(compare());
+        QObject::connect(m_view.get(), &CompareView::left, [this] { ++m_left; });
         m_view->resize(size);
         bringToFront(*m_view);
         return *m_view;

@@ -11,13 +11,13 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-#include <utility>
+#include <functional>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-CompareView::CompareView(CompareController& compare, std::function<void()> leave, QWidget* parent)
+CompareView::CompareView(CompareController& compare, QWidget* parent)
     : QWidget(parent),
       m_compare(compare),
       m_pair(compare),
@@ -35,7 +35,7 @@ CompareView::CompareView(CompareController& compare, std::function<void()> leave
     layout->setSpacing(0);
     layout->addWidget(m_pages, 1);
     layout->addWidget(m_bar);
-    new TransportKeysModifier(*this, transportActions(std::move(leave)));
+    new TransportKeysModifier(*this, transportActions());
     addKeys();
     connect(&m_pair, &ComparePair::modeChanged, this, &CompareView::showMode);
     connect(m_grid, &CompareGrid::canEnlargeChanged, this,
@@ -72,7 +72,7 @@ void CompareView::addKeys()
     edge(Qt::ALT | Qt::SHIFT | Qt::Key_Right, much);
 }
 
-TransportActions CompareView::transportActions(std::function<void()> leave)
+TransportActions CompareView::transportActions()
 {
     const auto walk = [this](std::int64_t frames) {
         m_compare.shuttle().stop();
@@ -92,7 +92,7 @@ TransportActions CompareView::transportActions(std::function<void()> leave)
                 },
             .seek = [this](const Timecode& time) { m_compare.seek(time.seconds()); },
             .zoom = [this](ZoomCommand command) { m_compare.zoom(command); },
-            .escape = std::move(leave),
+            .escape = [this] { Q_EMIT left(); },
             .fullScreen = nullptr,
             .undo = nullptr,
             .redo = nullptr,

@@ -4,8 +4,6 @@
 
 #include <QWidget>
 
-#include <functional>
-
 class QStackedWidget;
 
 namespace vantroque {
@@ -19,16 +17,21 @@ class CompareView : public QWidget {
     Q_OBJECT
 
 public:
-    /// `compare` must outlive it; `leave` goes back to the reports.
-    CompareView(CompareController& compare, std::function<void()> leave, QWidget* parent = nullptr);
+    /// `compare` must outlive it.
+    explicit CompareView(CompareController& compare, QWidget* parent = nullptr);
 
     ComparePair& pair() { return m_pair; }
     /// What a notice may lie on.
     QWidget& pages();
 
+Q_SIGNALS:
+    /// The user wants the reports back. Emitted while a key is dealt with: a slot that
+    /// deletes the view is connected as queued.
+    void left();
+
 private:
     void addKeys();
-    TransportActions transportActions(std::function<void()> leave);
+    TransportActions transportActions();
     void showMode();
 
     CompareController& m_compare;

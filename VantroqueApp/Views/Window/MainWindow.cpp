@@ -252,12 +252,10 @@ void MainWindow::showCompare()
 {
     OpenComparison& open = m_model.openComparison();
     if (open.controller() != nullptr && m_compare == nullptr) {
-        // The view goes when its keys have been dealt with.
-        const auto leave = [this] {
-            QMetaObject::invokeMethod(
-                this, [this] { m_model.comparison().setComparing(false); }, Qt::QueuedConnection);
-        };
-        m_compare = new CompareView(*open.controller(), leave, m_pages);
+        m_compare = new CompareView(*open.controller(), m_pages);
+        connect(
+            m_compare, &CompareView::left, this,
+            [this] { m_model.comparison().setComparing(false); }, Qt::QueuedConnection);
         m_pages->addWidget(m_compare);
     }
     refresh();
