@@ -251,4 +251,16 @@ TEST(AdditionalSignalPass, OfARecordMadeWithoutASlateIsNeededForOne)
 }
 
 } // namespace
+TEST(Needs, LoudestWindowsAreMeasuredForARecordThatLacksThem)
+{
+    Profile limited = withLoudness();
+    limited.loudness->maxShortTerm = LoudnessLimit{-18, {}};
+    MediaInfo media = measured();
+    media.signal->integratedLKFS = -23;
+    EXPECT_FALSE(storedMeasurementsAreStale(media, {withLoudness()}));
+    EXPECT_TRUE(storedMeasurementsAreStale(media, {limited}));
+    media.signal->maxMomentary = LoudestWindow{-20, 1};
+    EXPECT_FALSE(storedMeasurementsAreStale(media, {limited}));
+}
+
 } // namespace vantroque

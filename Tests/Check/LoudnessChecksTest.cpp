@@ -85,6 +85,32 @@ CheckResult silence(Verdict verdict, const char* measured, const char* fix = nul
     return row("silence", "Audio silence", verdict, measured, "no silent run over 2.0 s", fix);
 }
 
+const char* const adverts = "at most -18 LUFS in any 3 s (EBU R 128 s1, 2016)";
+
+LoudnessRule limitedTo(double shortTerm)
+{
+    LoudnessRule rule;
+    rule.maxShortTerm = LoudnessLimit{shortTerm, {u"EBU R 128 s1"_s, {}, u"2016"_s}};
+    return rule;
+}
+
+/// Half a minute of sound with that loudest window.
+Rows loudestAt(const LoudnessRule& rule, double lufs, double seconds = 30)
+{
+    SignalInfo signal;
+    signal.soundStart = 0;
+    signal.soundEnd = seconds;
+    if (seconds >= 3)
+        signal.maxShortTerm = LoudestWindow{lufs, 8};
+    signal.maxMomentary = LoudestWindow{lufs + 2, 9};
+    return loudnessRows(rule, signal);
+}
+
+CheckResult shortTerm(Verdict verdict, const char* measured)
+{
+    return row("short-term", "Short-term loudness", verdict, measured, adverts);
+}
+
 } // namespace
 
 TEST(LoudnessChecks, AnUnmeasuredFileIsInfoWhereThereIsATarget)
@@ -317,6 +343,48 @@ TEST(LoudnessChecks, LoudnessPeakAndSilenceStandInThisOrder)
     signal.truePeakDb = -3;
     EXPECT_THAT(idsOf(loudnessRows(rule, signal)),
                 ElementsAre(u"loudness"_s, u"true-peak"_s, u"silence"_s));
+}
+
+TEST(LoudnessChecks, TheLoudestWindowMayReachItsLimitAndNotExceedIt)
+{
+    const LoudnessRule rule = limitedTo(-18);
+    EXPECT_THAT(loudestAt(rule, -18),
+                ElementsAre(shortTerm(Verdict::pass, "-18.0 LUFS at its loudest")));
+    const Rows over = loudestAt(rule, -17.9);
+    ASSERT_EQ(over.size(), 1U);
+    EXPECT_EQ(over[0].verdict, Verdict::fail);
+    EXPECT_EQ(over[0].measured, u"-17.9 LUFS at its loudest (0.1 LU over)"_s);
+    EXPECT_EQ(over[0].moment.value_or(CheckMoment{}).frame, 200);
+    EXPECT_TRUE(over[0].fix);
+}
+
+TEST(LoudnessChecks, SoundShorterThanAWindowHasNoLoudnessInIt)
+{
+    EXPECT_THAT(loudestAt(limitedTo(-18), -10, 2.9),
+                ElementsAre(shortTerm(Verdict::info, "the sound is shorter than 3 s")));
+}
+
+TEST(LoudnessChecks, AWindowThatWasNotMeasuredIsNoPass)
+{
+    const LoudnessRule rule = limitedTo(-18);
+    EXPECT_THAT(loudnessRows(rule, SignalInfo{}),
+                ElementsAre(shortTerm(Verdict::warn, "could not be measured")));
+    EXPECT_THAT(loudnessRows(rule, {}),
+                ElementsAre(shortTerm(Verdict::info, "signal pass skipped")));
+    EXPECT_THAT(loudestAt(rule, -99), ElementsAre(shortTerm(Verdict::pass, "silent")));
+}
+
+TEST(LoudnessChecks, AMomentHasALimitOfItsOwn)
+{
+    LoudnessRule rule;
+    rule.maxMomentary = LoudnessLimit{
+        -15, {u"EBU R 128 s1"_s, u"item b"_s, u"2014"_s, {}, RuleSource::Certainty::secondHand}};
+    EXPECT_THAT(loudestAt(rule, -17),
+                ElementsAre(row("momentary", "Momentary loudness", Verdict::pass,
+                                "-15.0 LUFS at its loudest",
+                                "at most -15 LUFS in any 0.4 s (EBU R 128 s1, item b, 2014, at "
+                                "second hand)")));
+    EXPECT_EQ(loudestAt(rule, -16.5).at(0).verdict, Verdict::fail);
 }
 
 } // namespace vantroque::Checker

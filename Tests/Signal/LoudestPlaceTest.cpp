@@ -95,6 +95,30 @@ TEST(LoudestPlace, SilenceHasNone)
     EXPECT_EQ(parsed(filter + "Summary:\n    I: -23.0 LUFS\n").loudestSeconds, std::nullopt);
 }
 
+TEST(LoudestPlace, KnowsHowLoudTheLoudestWindowsAreAndWhereTheyBegin)
+{
+    const std::string frame = "[Parsed_metadata_9 @ 0x1] frame:0 pts:480 pts_time:0.48\n";
+    const auto loudness = [](double at) {
+        return at > 4 && at < 4.4 ? -9.0 : at > 20 && at < 24 ? -15.0 : -30.0;
+    };
+    const SignalInfo info = parsed(frame + lines(30, loudness));
+    ASSERT_TRUE(info.maxShortTerm && info.maxMomentary);
+    EXPECT_EQ(info.maxShortTerm->lufs, -15);
+    EXPECT_NEAR(info.maxShortTerm->start, 19.52, 0.01);
+    EXPECT_EQ(info.maxMomentary->lufs, -9);
+    EXPECT_NEAR(info.maxMomentary->start, 3.52, 0.01);
+}
+
+TEST(LoudestPlace, SilenceHasLoudestWindowsOfNothingAndWhatWasNotMeasuredHasNone)
+{
+    const SignalInfo silent = parsed(line("3.1", "-120.7", "-164.1", "-inf  -inf"));
+    EXPECT_EQ(silent.maxShortTerm, (LoudestWindow{-99, 0}));
+    EXPECT_EQ(silent.maxMomentary, (LoudestWindow{-99, 0}));
+    const SignalInfo unmeasured = parsed(filter + "Summary:\n    I: -23.0 LUFS\n");
+    EXPECT_EQ(unmeasured.maxShortTerm, std::nullopt);
+    EXPECT_EQ(unmeasured.maxMomentary, std::nullopt);
+}
+
 TEST(LoudestPlace, CountsFromTheFirstFrame)
 {
     const std::string frame = "[Parsed_metadata_9 @ 0x1] frame:0 pts:480 pts_time:0.48\n";

@@ -62,11 +62,22 @@ Result<MediaInfo> probedAgain(const MediaInfo& stored, AnalysisProgress* progres
     return media;
 }
 
+/// Every decode measures the loudest windows; records of earlier versions lack them.
+bool lacksLoudestWindows(const SignalInfo& signal, const std::vector<Profile>& profiles)
+{
+    return signal.integratedLKFS && !signal.maxMomentary
+           && std::ranges::any_of(profiles, [](const Profile& profile) {
+                  return profile.loudness
+                         && (profile.loudness->maxShortTerm || profile.loudness->maxMomentary);
+              });
+}
+
 bool needsDecode(const MediaInfo& media, bool isCurrent, const std::vector<Profile>& profiles)
 {
     if (!media.signal)
         return needsSignalPass(profiles);
-    return !isCurrent || !media.signal->blackRuns || !media.signal->decodeHealth;
+    return !isCurrent || !media.signal->blackRuns || !media.signal->decodeHealth
+           || lacksLoudestWindows(*media.signal, profiles);
 }
 
 /// The decode of a stored record. Text that was read once is not read again.
@@ -311,6 +322,8 @@ bool storedMeasurementsAreStale(const MediaInfo& media, const std::vector<Profil
     if (!signal.decodeHealth)
         return true;
     if (needsTextPlacement(profiles) && !signal.textScanAttempted.value_or(false))
+        return true;
+    if (lacksLoudestWindows(signal, profiles))
         return true;
     if (!slateSeconds(profiles))
         return false;

@@ -115,6 +115,44 @@ std::optional<CheckMoment> placeAt(const std::optional<double>& seconds, const M
     return CheckMoment{std::max<std::int64_t>(std::min(frame, last), 0), {}, {}};
 }
 
+/// A limit on the loudest window of some length.
+struct WindowLimit {
+    QString id;
+    QString title;
+    const std::optional<LoudnessLimit>& limit;
+    const std::optional<LoudestWindow>& loudest;
+    double seconds; ///< Of the window.
+};
+
+CheckResult windowRow(const WindowLimit& window, const MediaInfo& media)
+{
+    const CheckRow row{window.id, window.title,
+                       u"at most %1 LUFS in any %2 s (%3)"_s.arg(given(window.limit->lufs),
+                                                                 given(window.seconds),
+                                                                 window.limit->source.words())};
+    if (!media.signal)
+        return row.info(u"signal pass skipped"_s);
+    const SignalInfo& signal = *media.signal;
+    const bool isShorter = signal.soundStart && signal.soundEnd
+                           && Numbers::below(*signal.soundEnd - *signal.soundStart, window.seconds);
+    if (isShorter)
+        return row.info(u"the sound is shorter than %1 s"_s.arg(given(window.seconds)));
+    if (!window.loudest)
+        return row.warn(u"could not be measured"_s);
+    const double loudest = window.loudest->lufs;
+    if (!Numbers::above(loudest, absoluteGate))
+        return row.pass(u"silent"_s);
+    const QString measured = u"%1 LUFS at its loudest"_s.arg(oneDecimal(loudest));
+    if (!Numbers::above(loudest, window.limit->lufs))
+        return row.pass(measured);
+    CheckResult result = row.fail(
+        measured + u" (%1 LU over)"_s.arg(oneDecimal(loudest - window.limit->lufs)),
+        u"Turn the loudest passage down, or compress the mix, and bring the whole back to its "
+        u"loudness: turned down as a whole it would be too quiet."_s);
+    result.moment = placeAt(window.loudest->start, media);
+    return result;
+}
+
 CheckResult silenceRow(double limit, double longest)
 {
     const CheckRow row{u"silence"_s, u"Audio silence"_s,
@@ -125,6 +163,20 @@ CheckResult silenceRow(double limit, double longest)
                         u"the gap is enough to clear this."_s);
     return row.pass(longest > 0 ? u"longest silent run %1 s"_s.arg(oneDecimal(longest))
                                 : u"no silent runs"_s);
+}
+
+void addWindowRows(const LoudnessRule& rule, const MediaInfo& media, Rows& rows)
+{
+    if (!media.audio)
+        return;
+    static const std::optional<LoudestWindow> none;
+    const auto& shortTerm = media.signal ? media.signal->maxShortTerm : none;
+    const auto& momentary = media.signal ? media.signal->maxMomentary : none;
+    for (const WindowLimit& window :
+         {WindowLimit{u"short-term"_s, u"Short-term loudness"_s, rule.maxShortTerm, shortTerm, 3},
+          WindowLimit{u"momentary"_s, u"Momentary loudness"_s, rule.maxMomentary, momentary, 0.4}})
+        if (window.limit)
+            rows.push_back(windowRow(window, media));
 }
 
 } // namespace
@@ -138,6 +190,7 @@ void checkLoudness(const Profile& profile, const MediaInfo& media, Rows& rows)
     if (!media.signal) {
         if (target)
             rows.push_back(loudnessLabel(rule, *target).info(u"signal pass skipped"_s));
+        addWindowRows(rule, media, rows);
         return;
     }
     const SignalInfo& signal = *media.signal;
@@ -158,6 +211,7 @@ void checkLoudness(const Profile& profile, const MediaInfo& media, Rows& rows)
     if (rule.maxSilenceSeconds)
         rows.push_back(
             silenceRow(*rule.maxSilenceSeconds, signal.longestSilenceSeconds.value_or(0)));
+    addWindowRows(rule, media, rows);
 }
 
 } // namespace vantroque::Checker

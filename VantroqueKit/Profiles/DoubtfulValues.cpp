@@ -113,6 +113,23 @@ private:
         order(u".loudness"_s, u"minTruePeakDb"_s, rule.minTruePeakDb, u"maxTruePeakDb"_s,
               rule.maxTruePeakDb);
         bounds(u".loudness.maxSilenceSeconds"_s, rule.maxSilenceSeconds, 0, 86'400);
+        about(rule.maxShortTerm, u".loudness.maxShortTerm"_s);
+        about(rule.maxMomentary, u".loudness.maxMomentary"_s);
+    }
+    void about(const std::optional<LoudnessLimit>& limit, const QString& path) const
+    {
+        if (!limit)
+            return;
+        bounds(path + u".lufs"_s, std::optional(limit->lufs), -70, 0);
+        about(limit->source, path + u".source"_s);
+    }
+    void about(const RuleSource& source, const QString& path) const
+    {
+        static const QRegularExpression date(u"^\\d{4}(-\\d\\d){0,2}$"_s);
+        if (source.document.trimmed().isEmpty())
+            m_tell(path + u".document"_s, u"is empty; it is what the operator reads"_s);
+        if (!date.match(source.date).hasMatch())
+            m_tell(path + u".date"_s, u"is none such as \"2016\" or \"2026-03-01\""_s);
     }
     void about(const DurationRule& rule) const
     {

@@ -16,6 +16,14 @@ struct ChannelLevel {
     VANTROQUE_RECORD(ChannelLevel, rmsDb, peakDb, bitsInUse)
 };
 
+/// The loudest of all windows of some length (EBU Tech 3341).
+struct LoudestWindow {
+    double lufs = 0;  ///< -99 where none is above the gate of ITU-R BS.1770.
+    double start = 0; ///< Seconds.
+
+    VANTROQUE_RECORD(LoudestWindow, lufs, start)
+};
+
 /// A channel that carried sound and is silent from some moment to the end, while others go on.
 struct LostChannel {
     int channel = 0;  ///< Counted from 0.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/Record.h"
+#include "Records/RuleSource.h"
 
 #include <QString>
 
@@ -98,6 +99,14 @@ struct AudioRule {
                      channels, channelOptions, maxStreams)
 };
 
+/// The loudest that some window of ITU-R BS.1770 loudness may be.
+struct LoudnessLimit {
+    double lufs = 0;
+    RuleSource source;
+
+    VANTROQUE_RECORD(LoudnessLimit, lufs, source)
+};
+
 /// The presence of the rule, even an empty one, asks for the measurement.
 struct LoudnessRule {
     std::optional<double> targetLKFS;
@@ -108,9 +117,12 @@ struct LoudnessRule {
     std::optional<double> maxSilenceSeconds;
     std::optional<double> recommendedMaxTruePeakDb;
     std::optional<bool> autoNormalized; ///< The platform brings the file to the target itself.
+    std::optional<LoudnessLimit> maxShortTerm; ///< Of any three seconds (EBU Tech 3341).
+    std::optional<LoudnessLimit> maxMomentary; ///< Of any 0.4 seconds.
 
     VANTROQUE_RECORD(LoudnessRule, targetLKFS, toleranceLU, peakSource, maxTruePeakDb,
-                     minTruePeakDb, maxSilenceSeconds, recommendedMaxTruePeakDb, autoNormalized)
+                     minTruePeakDb, maxSilenceSeconds, recommendedMaxTruePeakDb, autoNormalized,
+                     maxShortTerm, maxMomentary)
 };
 
 struct DurationRule {

@@ -38,6 +38,8 @@ struct SignalInfo {
     std::optional<double> integratedLKFS; ///< ITU-R BS.1770 programme loudness.
     std::optional<double> truePeakDb;     ///< dBTP.
     std::optional<double> loudnessRangeLU;
+    std::optional<LoudestWindow> maxShortTerm; ///< Of three seconds; absent in shorter sound.
+    std::optional<LoudestWindow> maxMomentary; ///< Of 0.4 seconds.
     std::optional<double> loudestSeconds;  ///< Where it is loudest, of its loudest three seconds.
     std::optional<double> truePeakSeconds; ///< Where the tenth of a second begins that has it.
     std::optional<double> longestSilenceSeconds;
@@ -67,12 +69,13 @@ struct SignalInfo {
     std::optional<DecodeHealth> decodeHealth;
 
     VANTROQUE_RECORD(SignalInfo, pictureStart, pictureEnd, soundStart, soundEnd, integratedLKFS,
-                     truePeakDb, loudnessRangeLU, loudestSeconds, truePeakSeconds,
-                     longestSilenceSeconds, headBlackSeconds, tailBlackSeconds, headFreezeSeconds,
-                     activePicture, interlacedRatio, blackRuns, freezeRuns, audioIslands,
-                     leaderToneHz, leaderPopPeakDb, leaderToneChecked, headSilenceSeconds,
-                     slateTextLines, textRegions, textScanAttempted, levels, cadence, phase,
-                     channelLevels, channelSeries, lostChannels, audioTracks, detail, decodeHealth)
+                     truePeakDb, loudnessRangeLU, maxShortTerm, maxMomentary, loudestSeconds,
+                     truePeakSeconds, longestSilenceSeconds, headBlackSeconds, tailBlackSeconds,
+                     headFreezeSeconds, activePicture, interlacedRatio, blackRuns, freezeRuns,
+                     audioIslands, leaderToneHz, leaderPopPeakDb, leaderToneChecked,
+                     headSilenceSeconds, slateTextLines, textRegions, textScanAttempted, levels,
+                     cadence, phase, channelLevels, channelSeries, lostChannels, audioTracks,
+                     detail, decodeHealth)
 };
 
 } // namespace vantroque

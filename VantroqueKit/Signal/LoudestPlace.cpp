@@ -13,6 +13,7 @@ namespace {
 constexpr double gate = -70; ///< LUFS, of ITU-R BS.1770; windows that are not full read less.
 constexpr double step = 0.1; ///< Seconds from one line to the next.
 constexpr double momentarySeconds = 0.4;
+constexpr double shortTermSeconds = 3;
 constexpr std::size_t momentsOfWindow = 27; ///< That lie in three seconds, a step apart.
 
 std::optional<double> audible(std::string_view line, std::string_view key)
@@ -29,6 +30,7 @@ void LoudestPlace::read(std::string_view line)
     if (m_isClosed)
         *this = LoudestPlace();
     if (const auto time = number(line)) {
+        m_hasRead = true;
         readLoudness(*time, line);
         readPeaks(*time, line);
     }
@@ -38,6 +40,26 @@ std::optional<double> LoudestPlace::loudness() const
 {
     const auto& found = m_inLoudestWindow ? m_inLoudestWindow : m_loudestMoment;
     return found ? std::optional(found->end - momentarySeconds) : std::nullopt;
+}
+
+std::optional<LoudestWindow> LoudestPlace::shortTerm() const
+{
+    return loudest(m_loudestWindow, shortTermSeconds);
+}
+
+std::optional<LoudestWindow> LoudestPlace::momentary() const
+{
+    return loudest(m_loudestMoment, momentarySeconds);
+}
+
+std::optional<LoudestWindow> LoudestPlace::loudest(const std::optional<Moment>& window,
+                                                   double seconds) const
+{
+    constexpr double silent = -99;
+    if (!m_hasRead)
+        return std::nullopt;
+    return window ? LoudestWindow{*window->loudness, window->end - seconds}
+                  : LoudestWindow{silent, 0};
 }
 
 void LoudestPlace::readLoudness(double time, std::string_view line)
@@ -51,9 +73,9 @@ void LoudestPlace::readLoudness(double time, std::string_view line)
     if (m_recent.size() > momentsOfWindow)
         m_recent.pop_front();
     const auto window = audible(line, " S:");
-    if (!window || *window <= m_loudestWindow)
+    if (!window || (m_loudestWindow && *window <= *m_loudestWindow->loudness))
         return;
-    m_loudestWindow = *window;
+    m_loudestWindow = {time, window};
     m_inLoudestWindow.reset();
     for (const Moment& moment : m_recent)
         keepLouder(moment, m_inLoudestWindow);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Records/AudioLevels.h"
+
 #include <deque>
 #include <limits>
 #include <optional>
@@ -23,6 +25,9 @@ public:
     /// Where the tenth of a second begins in which the true peak of all channels lies; nothing in
     /// digital silence.
     std::optional<double> truePeak() const { return m_peakStart; }
+    /// The loudest windows of three seconds and of 0.4; nothing when no line of the filter came.
+    std::optional<LoudestWindow> shortTerm() const;
+    std::optional<LoudestWindow> momentary() const;
 
 private:
     struct Moment {
@@ -30,6 +35,7 @@ private:
         std::optional<double> loudness; ///< When it can be heard.
     };
 
+    std::optional<LoudestWindow> loudest(const std::optional<Moment>& window, double seconds) const;
     void readLoudness(double time, std::string_view line);
     void readPeaks(double time, std::string_view line);
 
@@ -37,7 +43,8 @@ private:
     std::deque<Moment> m_recent; ///< The last momentary windows, those of a short-term one.
     std::optional<Moment> m_loudestMoment;
     std::optional<Moment> m_inLoudestWindow; ///< The loudest moment of the loudest window.
-    double m_loudestWindow = -std::numeric_limits<double>::infinity();
+    std::optional<Moment> m_loudestWindow;   ///< Of three seconds.
+    bool m_hasRead = false;
     double m_peak = -std::numeric_limits<double>::infinity();
     std::optional<double> m_peakStart;
 };

@@ -57,6 +57,8 @@ void dropSound(SignalInfo& info)
     info.integratedLKFS.reset();
     info.loudnessRangeLU.reset();
     info.truePeakDb.reset();
+    info.maxShortTerm.reset();
+    info.maxMomentary.reset();
     info.loudestSeconds.reset();
     info.truePeakSeconds.reset();
     info.longestSilenceSeconds.reset();

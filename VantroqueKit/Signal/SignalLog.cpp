@@ -203,6 +203,13 @@ std::optional<double> SignalLog::fromFirstFrame(const std::optional<double>& tim
     return time ? std::optional(*time - pictureStart()) : std::nullopt;
 }
 
+std::optional<LoudestWindow> SignalLog::fromFirstFrame(std::optional<LoudestWindow> window) const
+{
+    if (window)
+        window->start -= pictureStart();
+    return window;
+}
+
 /// Nothing is heard until the sound begins, and ffmpeg looks for silence only from there on.
 void SignalLog::addLateSoundToSilence()
 {

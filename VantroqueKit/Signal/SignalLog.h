@@ -82,6 +82,15 @@ public:
     /// Where what is graded is loudest, and where the tenth of a second begins in which it peaks.
     std::optional<double> loudestSeconds() const { return fromFirstFrame(m_loudest.loudness()); }
     std::optional<double> truePeakSeconds() const { return fromFirstFrame(m_loudest.truePeak()); }
+    /// The loudest three and 0.4 seconds of what is graded.
+    std::optional<LoudestWindow> maxShortTerm() const
+    {
+        return fromFirstFrame(m_loudest.shortTerm());
+    }
+    std::optional<LoudestWindow> maxMomentary() const
+    {
+        return fromFirstFrame(m_loudest.momentary());
+    }
     bool hasSilenceDetector() const { return m_hasSilenceDetector; }
     const std::vector<double>& silenceStarts() const { return m_silenceStarts; }
     const std::vector<double>& silenceEnds() const { return m_silenceEnds; }
@@ -111,6 +120,7 @@ private:
     bool readSummary(std::string_view line);
     void countFromFirstFrame();
     std::optional<double> fromFirstFrame(const std::optional<double>& time) const;
+    std::optional<LoudestWindow> fromFirstFrame(std::optional<LoudestWindow> window) const;
     void addLateSoundToSilence();
     void readMetadata(std::string_view text);
     void readStatistic(std::string_view text);

@@ -81,6 +81,8 @@ void parseLoudness(SignalInfo& info, const SignalLog& log)
     info.integratedLKFS = integrated(summary);
     info.loudnessRangeLU = loudness(uR"(LRA:\s+([\d.]+)\s+LU)"_s, summary);
     info.truePeakDb = truePeak(summary);
+    info.maxShortTerm = log.maxShortTerm();
+    info.maxMomentary = log.maxMomentary();
     info.loudestSeconds = log.loudestSeconds();
     info.truePeakSeconds = log.truePeakSeconds();
     if (!info.soundStart || !info.soundEnd)
@@ -90,10 +92,15 @@ void parseLoudness(SignalInfo& info, const SignalLog& log)
     constexpr double secondWindow = 3.5;
     if (seconds < secondWindow && info.loudnessRangeLU == 20.0)
         info.loudnessRangeLU = 0;
+    constexpr double shortTermWindow = 3;
+    if (Numbers::below(seconds, shortTermWindow))
+        info.maxShortTerm.reset();
     // The shortest sound that has a loudness at all is one block of ITU-R BS.1770 long.
     constexpr double block = 0.4;
-    if (Numbers::below(seconds, block))
+    if (Numbers::below(seconds, block)) {
         info.integratedLKFS.reset();
+        info.maxMomentary.reset();
+    }
 }
 
 /// Where silence number `index` ends: at its end, or with the file.
