@@ -72,6 +72,21 @@ TEST(SignalPlan, TheWholeGraphOfAStereoSpotWithDetail)
                   + statistics + ";" + stereoChains);
 }
 
+TEST(SignalPlan, EverySampleOfTheSoundGoesIntoAFifoWhereItIsAskedFor)
+{
+    const MediaInfo spot = media();
+    Options options;
+    options.scanSound = true;
+    EXPECT_THAT(plan(spot, options).graph(),
+                AllOf(HasSubstr("asplit=4[amain][alevels][aphase][ascan];"),
+                      HasSubstr(";[ascan]aformat=sample_fmts=flt[scan]")));
+    EXPECT_THAT(plan(spot, options).arguments(),
+                testing::IsSupersetOf({"[scan]", "f32le", "/tmp/sound.f32"}));
+    SignalPlan without = plan(spot, options);
+    without.leaveOutSoundScan();
+    EXPECT_EQ(without.graph(), plan(spot).graph());
+}
+
 TEST(SignalPlan, ThePlainArgumentsOfAStereoSpot)
 {
     const MediaInfo spot = media();

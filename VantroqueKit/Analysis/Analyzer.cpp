@@ -72,12 +72,26 @@ bool lacksLoudestWindows(const SignalInfo& signal, const std::vector<Profile>& p
               });
 }
 
+bool needsSoundScan(const std::vector<Profile>& profiles)
+{
+    return std::ranges::any_of(profiles, [](const Profile& profile) {
+        return profile.sound
+               && (profile.sound->alertTonesForbidden || profile.sound->clippingForbidden);
+    });
+}
+
+bool lacksSoundScan(const MediaInfo& media, const std::vector<Profile>& profiles)
+{
+    return media.audio && !media.signal->soundScanAttempted.value_or(false)
+           && needsSoundScan(profiles);
+}
+
 bool needsDecode(const MediaInfo& media, bool isCurrent, const std::vector<Profile>& profiles)
 {
     if (!media.signal)
         return needsSignalPass(profiles);
     return !isCurrent || !media.signal->blackRuns || !media.signal->decodeHealth
-           || lacksLoudestWindows(*media.signal, profiles);
+           || lacksLoudestWindows(*media.signal, profiles) || lacksSoundScan(media, profiles);
 }
 
 /// The decode of a stored record. Text that was read once is not read again.
@@ -85,8 +99,7 @@ Result<SignalInfo> decodedAgain(const MediaInfo& media, const std::vector<Profil
                                 RecognizerPool* recognizers, AnalysisProgress* progress)
 {
     const bool textIsRead = media.signal && media.signal->textScanAttempted.value_or(false);
-    return decode(media, textIsRead ? std::vector<Profile>() : profiles,
-                  {.recognizers = recognizers}, progress);
+    return decode(media, profiles, {.recognizers = textIsRead ? nullptr : recognizers}, progress);
 }
 
 /// What a new decode does not measure and an earlier reading has found.
@@ -99,6 +112,10 @@ void carryOver(const SignalInfo& old, SignalInfo& fresh)
     if (old.textScanAttempted.value_or(false)) {
         fresh.textRegions = old.textRegions;
         fresh.textScanAttempted = true;
+    }
+    if (!fresh.soundScanAttempted) {
+        fresh.soundScan = old.soundScan;
+        fresh.soundScanAttempted = old.soundScanAttempted;
     }
 }
 
@@ -204,6 +221,7 @@ Result<SignalInfo> decode(const MediaInfo& media, const std::vector<Profile>& pr
 {
     SignalAnalyzer::Options asked;
     asked.includeDetail = options.includeDetail;
+    asked.scanSound = needsSoundScan(profiles);
     if (progress != nullptr && progress->wantsPreview())
         asked.previewWidth = previewWidth;
     // The decode sees the picture as it is stored. Where it is shown turned, text is read
@@ -288,13 +306,14 @@ void measureLeaderToneIfNeeded(MediaInfo& media, const std::vector<Profile>& pro
 
 bool needsSignalPass(const std::vector<Profile>& profiles)
 {
-    return std::ranges::any_of(profiles, [](const Profile& profile) {
-        const auto& rate = profile.frameRate;
-        return profile.loudness || profile.content || (profile.video && profile.video->levels)
-               || (rate
-                   && (rate->duplicateFramesForbidden.value_or(false)
-                       || rate->telecineForbidden.value_or(false)));
-    });
+    return needsSoundScan(profiles) || std::ranges::any_of(profiles, [](const Profile& profile) {
+               const auto& rate = profile.frameRate;
+               return profile.loudness || profile.content
+                      || (profile.video && profile.video->levels)
+                      || (rate
+                          && (rate->duplicateFramesForbidden.value_or(false)
+                              || rate->telecineForbidden.value_or(false)));
+           });
 }
 
 bool needsTextPlacement(const std::vector<Profile>& profiles)
@@ -323,7 +342,7 @@ bool storedMeasurementsAreStale(const MediaInfo& media, const std::vector<Profil
         return true;
     if (needsTextPlacement(profiles) && !signal.textScanAttempted.value_or(false))
         return true;
-    if (lacksLoudestWindows(signal, profiles))
+    if (lacksLoudestWindows(signal, profiles) || lacksSoundScan(media, profiles))
         return true;
     if (!slateSeconds(profiles))
         return false;

@@ -11,10 +11,10 @@ namespace {
 
 /// The order of the rows in every report.
 constexpr std::array checksInOrder{
-    checkContainer,     checkVideoCodec,    checkResolution, checkPixels,   checkChroma,
-    checkFrameRate,     checkCadence,       checkLevels,     checkBitrate,  checkRecommendedBitrate,
-    checkAudio,         checkAudioCoverage, checkLoudness,   checkDuration, checkContent,
-    checkTextPlacement, checkFile,          checkDecoding,
+    checkContainer, checkVideoCodec,    checkResolution, checkPixels,    checkChroma,
+    checkFrameRate, checkCadence,       checkLevels,     checkBitrate,   checkRecommendedBitrate,
+    checkAudio,     checkAudioCoverage, checkLoudness,   checkSoundScan, checkDuration,
+    checkContent,   checkTextPlacement, checkFile,       checkDecoding,
 };
 
 bool namesZonesOnly(const Profile& profile)
@@ -23,10 +23,10 @@ bool namesZonesOnly(const Profile& profile)
     const bool namesZones =
         content && content->textClearOfZones && !content->textClearOfZones->empty();
     return namesZones && !profile.container && !profile.video && !profile.frameRate
-           && !profile.audio && !profile.loudness && !profile.duration && !profile.file
-           && !profile.recommendedBitrate && !content->slate && !content->letterboxForbidden
-           && !content->headTailBlackForbidden && !content->textSafeFraction
-           && !content->textRejectFraction;
+           && !profile.audio && !profile.loudness && !profile.sound && !profile.duration
+           && !profile.file && !profile.recommendedBitrate && !content->slate
+           && !content->letterboxForbidden && !content->headTailBlackForbidden
+           && !content->textSafeFraction && !content->textRejectFraction;
 }
 
 } // namespace

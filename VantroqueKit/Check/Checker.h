@@ -37,6 +37,8 @@ void checkRecommendedBitrate(const Profile& profile, const MediaInfo& media, Row
 void checkAudio(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkAudioCoverage(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkLoudness(const Profile& profile, const MediaInfo& media, Rows& rows);
+/// Tones of public warnings, and clipping.
+void checkSoundScan(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkDuration(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkContent(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkTextPlacement(const Profile& profile, const MediaInfo& media, Rows& rows);

@@ -33,6 +33,8 @@ public:
             about(*profile.audio);
         if (profile.loudness)
             about(*profile.loudness);
+        if (profile.sound)
+            about(*profile.sound);
         if (profile.duration)
             about(*profile.duration);
         if (profile.content)
@@ -115,6 +117,13 @@ private:
         bounds(u".loudness.maxSilenceSeconds"_s, rule.maxSilenceSeconds, 0, 86'400);
         about(rule.maxShortTerm, u".loudness.maxShortTerm"_s);
         about(rule.maxMomentary, u".loudness.maxMomentary"_s);
+    }
+    void about(const SoundRule& rule) const
+    {
+        if (rule.alertTonesForbidden)
+            about(*rule.alertTonesForbidden, u".sound.alertTonesForbidden"_s);
+        if (rule.clippingForbidden)
+            about(*rule.clippingForbidden, u".sound.clippingForbidden"_s);
     }
     void about(const std::optional<LoudnessLimit>& limit, const QString& path) const
     {

@@ -99,6 +99,14 @@ struct AudioRule {
                      channels, channelOptions, maxStreams)
 };
 
+/// What may be heard nowhere. The presence of each asks for the measurement.
+struct SoundRule {
+    std::optional<RuleSource> alertTonesForbidden; ///< Those of public warnings.
+    std::optional<RuleSource> clippingForbidden;   ///< Only warned of: it may be meant.
+
+    VANTROQUE_RECORD(SoundRule, alertTonesForbidden, clippingForbidden)
+};
+
 /// The loudest that some window of ITU-R BS.1770 loudness may be.
 struct LoudnessLimit {
     double lufs = 0;
@@ -230,13 +238,14 @@ struct Profile {
     std::optional<FrameRateRule> frameRate;
     std::optional<AudioRule> audio;
     std::optional<LoudnessRule> loudness;
+    std::optional<SoundRule> sound;
     std::optional<DurationRule> duration;
     std::optional<ContentRule> content;
     std::optional<FileRule> file;
     std::optional<BitrateLadderRule> recommendedBitrate;
 
     VANTROQUE_RECORD(Profile, id, name, shortName, group, sourceURL, verifiedDate, inferred, notes,
-                     container, video, frameRate, audio, loudness, duration, content, file,
+                     container, video, frameRate, audio, loudness, sound, duration, content, file,
                      recommendedBitrate)
 };
 

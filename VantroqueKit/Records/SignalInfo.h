@@ -5,6 +5,7 @@
 #include "Records/DetailEstimate.h"
 #include "Records/FrameCadence.h"
 #include "Records/PictureLevels.h"
+#include "Records/SoundScan.h"
 #include "Records/TextRegion.h"
 #include "Records/TimeSpan.h"
 
@@ -64,6 +65,8 @@ struct SignalInfo {
     std::optional<std::vector<ChannelLevel>> channelLevels; ///< One a channel, in file order.
     std::optional<ChannelLevelSeries> channelSeries;
     std::optional<std::vector<LostChannel>> lostChannels;
+    std::optional<SoundScan> soundScan; ///< Only where a profile asks for it.
+    std::optional<bool> soundScanAttempted;
     std::optional<std::vector<TrackLoudness>> audioTracks; ///< All but those that are graded.
     std::optional<DetailEstimate> detail;
     std::optional<DecodeHealth> decodeHealth;
@@ -74,8 +77,8 @@ struct SignalInfo {
                      headFreezeSeconds, activePicture, interlacedRatio, blackRuns, freezeRuns,
                      audioIslands, leaderToneHz, leaderPopPeakDb, leaderToneChecked,
                      headSilenceSeconds, slateTextLines, textRegions, textScanAttempted, levels,
-                     cadence, phase, channelLevels, channelSeries, lostChannels, audioTracks,
-                     detail, decodeHealth)
+                     cadence, phase, channelLevels, channelSeries, lostChannels, soundScan,
+                     soundScanAttempted, audioTracks, detail, decodeHealth)
 };
 
 } // namespace vantroque

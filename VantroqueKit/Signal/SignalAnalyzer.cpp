@@ -8,6 +8,7 @@
 #include "Signal/SignalLog.h"
 #include "Signal/SignalLogParser.h"
 #include "Signal/SignalPlan.h"
+#include "Signal/SoundReader.h"
 #include "Signal/SparseSample.h"
 #include "Tools/Playlists.h"
 #include "Tools/ToolWords.h"
@@ -103,6 +104,33 @@ std::optional<PictureSize> previewIn(const fs::path& scratch, const MediaInfo& m
     return size;
 }
 
+/// Sound is only looked at when the FIFO of its samples can be made.
+void openSoundReader(std::optional<SoundReader>& reader, const SignalPlan& plan,
+                     const MediaInfo& media)
+{
+    if (!plan.scansSound() || ::mkfifo(plan.soundFifo().c_str(), 0600) != 0)
+        return;
+    reader.emplace(std::max(media.audio->measuredChannels(), 1), media.audio->sampleRate,
+                   plan.soundFifo());
+    if (!reader->isOpen())
+        reader.reset();
+}
+
+/// What was found, when all that was decoded was looked at: the levels are measured of the same
+/// samples, in windows.
+std::optional<SoundScan> soundScan(SoundReader& reader, const SignalLog& log, double soundStart)
+{
+    constexpr std::int64_t window = 4'800;
+    const auto levels = log.levelWindows().find(1);
+    if (levels == log.levelWindows().end())
+        return std::nullopt;
+    const std::int64_t decoded = window * std::ssize(levels->second.rms);
+    const std::int64_t missing = decoded - reader.samples();
+    if (missing < 0 || missing >= window)
+        return std::nullopt;
+    return reader.finish(soundStart);
+}
+
 } // namespace
 
 bool leavesRoom(const VideoStreamInfo& video)
@@ -128,6 +156,11 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
                             : std::nullopt);
     if (!scratch)
         plan.leaveOutBits();
+    std::optional<SoundReader> sound;
+    if (scratch)
+        openSoundReader(sound, plan, source);
+    if (!sound)
+        plan.leaveOutSoundScan();
     if (options.textFrames) {
         std::error_code ignored;
         fs::create_directories(options.textFrames->directory, ignored);
@@ -139,8 +172,14 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
         progress->set(AnalysisProgress::Stage::decoding);
         display.emplace(*progress, source, plan);
     }
-    auto output = DecodeRun::run(ffmpeg, plan, options.timeout, display ? &*display : nullptr,
-                                 options.onRestart);
+    const auto restart = [&] {
+        if (sound)
+            sound->restart();
+        if (options.onRestart)
+            options.onRestart();
+    };
+    auto output =
+        DecodeRun::run(ffmpeg, plan, options.timeout, display ? &*display : nullptr, restart);
     if (display)
         display->finish();
     if (!output)
@@ -149,13 +188,20 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     if (plan.hasDetail())
         if (auto error = fullDisk(plan.halfStats()))
             return tl::unexpected(std::move(*error));
-    const SignalLog log(Text::view(output->words));
+    SignalLog log(Text::view(output->words));
+    if (sound)
+        log.leaveOut(sound->samples() * source.audio->measuredChannels() * sizeof(float));
     if (!DecodeRun::counts(*output, source, log))
         return tl::unexpected(failedRun(*output));
     SignalInfo info = parse(log, media.durationSeconds, media.audio);
     const DecodeTrouble trouble(Text::view(output->words), source.url.path().native(),
                                 source.video ? source.video->nominalFrameRate : 0);
     info.decodeHealth = DecodeHealthAnalyzer::measure(trouble, source);
+    if (options.scanSound && source.audio) {
+        info.soundScanAttempted = true;
+        if (sound)
+            info.soundScan = soundScan(*sound, log, info.soundStart.value_or(0));
+    }
     SideOutputs outputs = sideOutputs(plan, std::move(output->output));
     // ffmpeg sums up also what it decoded no sample of, as silence.
     if (media.audio && !log.hasSound())

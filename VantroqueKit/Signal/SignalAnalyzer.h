@@ -33,6 +33,7 @@ private:
 
 struct Options {
     bool includeDetail = false; ///< Measure how well the picture survives half and quarter size.
+    bool scanSound = false;     ///< Look at every sample of the sound (`SoundScan`).
     std::optional<TextFrameRequest> textFrames;
     /// Called when the decode begins anew, since ffmpeg could not do a part of what is asked. Text
     /// frames that are there already count no longer.

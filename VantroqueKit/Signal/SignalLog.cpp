@@ -210,6 +210,12 @@ std::optional<LoudestWindow> SignalLog::fromFirstFrame(std::optional<LoudestWind
     return window;
 }
 
+void SignalLog::leaveOut(std::uint64_t bytes)
+{
+    if (m_soundKilobytes)
+        *m_soundKilobytes -= static_cast<double>(bytes) / 1024;
+}
+
 /// Nothing is heard until the sound begins, and ffmpeg looks for silence only from there on.
 void SignalLog::addLateSoundToSilence()
 {

@@ -70,6 +70,8 @@ public:
     std::optional<double> lastSoundWindow() const { return m_lastSound; }
     /// Of all decoded sound, as ffmpeg counts its output, to half a kilobyte.
     std::optional<double> soundKilobytes() const { return m_soundKilobytes; }
+    /// That many bytes of it were put out for another reader.
+    void leaveOut(std::uint64_t bytes);
     /// Some filter said something.
     bool hasFilterLines() const { return m_hasFilterLines; }
     bool hasSummary() const { return m_summaries.contains(0); }

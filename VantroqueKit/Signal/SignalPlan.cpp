@@ -200,9 +200,13 @@ void SignalPlan::addDetailChains(std::vector<std::string>& chains) const
 void SignalPlan::addAudioChains(std::vector<std::string>& chains) const
 {
     const bool hasPhase = m_media.audio->measuredChannels() > 1;
-    chains.push_back(
-        AudioTracks::source(*m_media.audio, m_media.audio->trackGroups().front())
-        + (hasPhase ? "asplit=3[amain][alevels][aphase]" : "asplit=2[amain][alevels]"));
+    std::vector<std::string> labels{"[amain]", "[alevels]"};
+    if (hasPhase)
+        labels.emplace_back("[aphase]");
+    if (scansSound())
+        labels.emplace_back("[ascan]");
+    chains.push_back(AudioTracks::source(*m_media.audio, m_media.audio->trackGroups().front())
+                     + "asplit=" + wholeText(std::ssize(labels)) + joined(labels, ""));
     chains.emplace_back("[alevels]asetnsamples=n=4800,astats=metadata=1:reset=1:measure_overall="
                         "none:measure_perchannel=RMS_level+Peak_level,ametadata=mode=print"
                         "[levelsout]");
@@ -214,6 +218,8 @@ void SignalPlan::addAudioChains(std::vector<std::string>& chains) const
         chains.emplace_back(
             "[aphase]pan=stereo|c0=c0|c1=c1,asetnsamples=n=4800,aphasemeter=video=0,"
             "ametadata=mode=print:key=lavfi.aphasemeter.phase[phaseout]");
+    if (scansSound())
+        chains.emplace_back("[ascan]aformat=sample_fmts=flt[scan]");
     if (m_hasFurtherTracks)
         addFurtherTracks(chains);
 }
@@ -247,6 +253,8 @@ std::vector<std::string> SignalPlan::arguments() const
     if (m_preview)
         call.add({"-map", "[preview]", "-fps_mode", "passthrough", "-f", "rawvideo",
                   previewFifo().native()});
+    if (scansSound())
+        call.add({"-map", "[scan]", "-f", "f32le", soundFifo().native()});
     const auto sink = [&](const char* label) { call.add({"-map", label}).nowhere(); };
     if (m_media.video && m_options.includeDetail) {
         sink("[phalf]");

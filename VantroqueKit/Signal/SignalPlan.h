@@ -45,6 +45,9 @@ public:
     /// Loudness and true peak of the audio streams that are not graded.
     bool hasFurtherTracks() const { return m_hasFurtherTracks; }
     void leaveOutFurtherTracks() { m_hasFurtherTracks = false; }
+    /// Every sample of the sound, for `SoundReader`.
+    bool scansSound() const { return m_options.scanSound && m_media.audio.has_value(); }
+    void leaveOutSoundScan() { m_options.scanSound = false; }
     /// The frames for text recognition. A scan that lacks some would miss text, so all go.
     bool hasTextFrames() const { return m_options.textFrames.has_value(); }
     void leaveOutTextFrames() { m_options.textFrames.reset(); }
@@ -56,6 +59,7 @@ public:
     std::filesystem::path halfStats() const { return m_scratch / "half.txt"; }
     std::filesystem::path quarterStats() const { return m_scratch / "quarter.txt"; }
     std::filesystem::path bitsDump() const { return m_scratch / "bits.raw"; }
+    std::filesystem::path soundFifo() const { return m_scratch / "sound.f32"; }
     std::filesystem::path previewFifo() const { return m_scratch / "preview.yuv"; }
 
 private:

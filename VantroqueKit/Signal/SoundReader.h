@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Signal/FifoReader.h"
+#include "Sound/SoundScanner.h"
+
+#include <optional>
+#include <vector>
+
+namespace vantroque {
+
+/// Looks at the sound that a decode writes into a FIFO, as 32-bit floats.
+class SoundReader {
+public:
+    SoundReader(int channels, int sampleRate, const std::filesystem::path& fifo);
+
+    bool isOpen() const { return m_fifo.isOpen(); }
+
+    // To be called when the tool has ended.
+
+    /// Forgets what was read; the tool is to run once more.
+    void restart();
+    /// Returns when all was read: how many samples of a channel.
+    std::int64_t samples();
+    /// What was found; times count from where `soundStart` seconds do.
+    SoundScan finish(double soundStart);
+
+private:
+    void start();
+    void add(std::span<const std::byte> bytes);
+
+    int m_channels;
+    int m_sampleRate;
+    SoundScanner m_scanner;
+    std::vector<float> m_samples;     ///< Of the next whole ones.
+    std::vector<std::byte> m_pending; ///< The beginning of the next.
+    FifoReader m_fifo;                ///< The last: its thread uses all the others.
+};
+
+} // namespace vantroque
