@@ -24,12 +24,12 @@ std::size_t place(double seconds)
 
 void addVoice(MadeSound& sound, std::mt19937& chance, double tuning)
 {
-    const auto upTo = [&](double most) { return most * (chance() % 1'000) / 1'000.0; };
+    const auto below = [&](double most) { return most * (chance() % 1'000) / 1'000.0; };
     for (std::size_t at = 0; at < sound.size();) {
-        const auto length = std::min(place(0.1 + upTo(1.4)), sound.size() - at);
+        const auto length = std::min(place(0.1 + below(1.4)), sound.size() - at);
         const double hertz = tuning * std::pow(2, (static_cast<int>(chance() % 36) - 24) / 12.0);
-        const double vibrato = upTo(1) < 0.5 ? 0 : upTo(0.006);
-        const double fall = 1 + upTo(6);
+        const double vibrato = below(1) < 0.5 ? 0 : below(0.006);
+        const double fall = 1 + below(6);
         double phase = 0;
         for (std::size_t i = 0; i < length; ++i) {
             const double time = static_cast<double>(i) / madeRate;

@@ -135,7 +135,7 @@ std::optional<SoundScan> soundScan(SoundReader& reader, const SignalLog& log, do
 
 bool leavesRoom(const VideoStreamInfo& video)
 {
-    constexpr std::int64_t mostPixels = 4096 * 2304;
+    constexpr std::int64_t mostPixels = std::int64_t{4096} * 2304;
     return std::int64_t{video.width} * video.height <= mostPixels;
 }
 
