@@ -31,6 +31,19 @@ TEST_F(List, AFileIsMeasuredAndScored)
     EXPECT_EQ(model().queue().progress(entry(0).id), nullptr);
 }
 
+TEST_F(List, WhatReportsSayAlikeIsInMemoryOnce)
+{
+    Profile profile = loud();
+    profile.loudness->targetLKFS = -23;
+    start({profile}).files().add({file("spot.mp4"), file("again.mp4")});
+    ASSERT_TRUE(soonIdle());
+    const CheckResult& first = entry(0).report()->profiles.at(0).checks.at(0);
+    const CheckResult& second = entry(1).report()->profiles.at(0).checks.at(0);
+    EXPECT_EQ(first, second);
+    EXPECT_EQ(first.expected.constData(), second.expected.constData());
+    EXPECT_EQ(first.title.constData(), second.title.constData());
+}
+
 TEST_F(List, AFileThatCannotBeReadFailsWithTheToolsWordsAndTheNextOneGoesOn)
 {
     start().files().add({anyFile("broken.mp4"), file("spot.mp4")});

@@ -3,6 +3,7 @@
 #include "Base/Cancellation.h"
 #include "Review/ReviewStore.h"
 #include "Tools/FFTool.h"
+#include "VantroqueApp/Model/Files/KeptReport.h"
 
 #include <algorithm>
 
@@ -85,8 +86,8 @@ AnalysisQueue::Outcome AnalysisQueue::analyze(const Job& job, const FileUrl& url
             {.wantsPreview = true});
         if (auto analysis = m_engine.analyze(url, profiles, progress)) {
             outcome.media = std::make_shared<const MediaInfo>(std::move(analysis->media));
-            outcome.status = FileAnalysis::Done{
-                std::make_shared<const FileReport>(std::move(analysis->report)), choice};
+            outcome.status =
+                FileAnalysis::Done{KeptReport::of(std::move(analysis->report)), choice};
         } else {
             outcome.status = FileAnalysis::Failed{analysis.error().description};
         }

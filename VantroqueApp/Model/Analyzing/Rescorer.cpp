@@ -1,6 +1,7 @@
 #include "VantroqueApp/Model/Analyzing/Rescorer.h"
 
 #include "Base/Cancellation.h"
+#include "VantroqueApp/Model/Files/KeptReport.h"
 
 #include <utility>
 
@@ -99,8 +100,7 @@ void Rescorer::score(const FileAnalysis& entry)
          choice = m_choice.number()]() -> std::optional<FileAnalysis::Done> {
             if (choice != m_choice.number())
                 return std::nullopt; // the next choice scores it again
-            return FileAnalysis::Done{
-                std::make_shared<const FileReport>(Analyzer::report(*media, *profiles)), choice};
+            return FileAnalysis::Done{KeptReport::of(Analyzer::report(*media, *profiles)), choice};
         },
         [this, id = entry.id, media = entry.media](const std::optional<FileAnalysis::Done>& done) {
             if (done)
@@ -148,7 +148,7 @@ void Rescorer::startMeasuring(const FileAnalysis& entry)
             MediaInfo media = *job.before;
             if (auto report = m_engine.rescore(media, *profiles)) {
                 measured.media = std::make_shared<const MediaInfo>(std::move(media));
-                measured.report = std::make_shared<const FileReport>(*std::move(report));
+                measured.report = KeptReport::of(*std::move(report));
             }
             return measured;
         },
