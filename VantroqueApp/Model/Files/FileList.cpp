@@ -1,5 +1,6 @@
 #include "VantroqueApp/Model/Files/FileList.h"
 
+#include "Base/FilmTypes.h"
 #include "Captions/CaptionLoader.h"
 
 #include <QRandomGenerator>
@@ -25,13 +26,6 @@ QUuid newId()
     QRandomGenerator::global()->fillRange(words.data(), std::ssize(words));
     return QUuid::fromRfc4122(QByteArrayView(reinterpret_cast<const char*>(words.data()),
                                              static_cast<qsizetype>(sizeof words)));
-}
-
-bool isVideo(const FileUrl& url)
-{
-    static const std::set<QString> extensions{u"mp4"_s, u"mov"_s,  u"m4v"_s, u"mxf"_s, u"webm"_s,
-                                              u"mpg"_s, u"mpeg"_s, u"avi"_s, u"mkv"_s};
-    return extensions.contains(url.extension().toLower());
 }
 
 } // namespace
@@ -106,7 +100,7 @@ std::vector<SkippedFile> FileList::append(const std::vector<FileUrl>& urls)
     std::vector<FileAnalysis> added;
     added.reserve(urls.size()); // each stays where it is
     for (const FileUrl& url : urls) {
-        if (!isVideo(url)) {
+        if (!FilmTypes::isFilm(url)) {
             if (captions == urls.end() || url != *captions)
                 skipped.push_back({url.fileName(), u"is not a video file"_s});
             continue;

@@ -1,5 +1,6 @@
 #include "VantroqueApp/Views/Window/MainWindow.h"
 
+#include "Base/FilmTypes.h"
 #include "Captions/CaptionLoader.h"
 #include "VantroqueApp/Views/Compare/CompareView.h"
 #include "VantroqueApp/Views/Controls/DropWell.h"
@@ -40,6 +41,15 @@ namespace {
 QString sidebarKey()
 {
     return u"window.sidebar"_s;
+}
+
+/// Of films, for the panel that asks for files.
+QString patterns()
+{
+    QStringList all;
+    for (const QString& extension : FilmTypes::extensions())
+        all << u"*."_s + extension << u"*."_s + extension.toUpper();
+    return all.join(u' ');
 }
 
 } // namespace
@@ -175,10 +185,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
 void MainWindow::chooseFiles()
 {
     const QStringList names = QFileDialog::getOpenFileNames(
-        this, u"Add Files"_s, {},
-        u"Video files (*.mp4 *.mov *.m4v *.mxf *.webm *.mpg *.mpeg *.avi *.mkv *.MP4 *.MOV *.M4V "
-        "*.MXF *.WEBM *.MPG *.MPEG *.AVI *.MKV)"_s,
-        nullptr, QFileDialog::HideNameFilterDetails);
+        this, u"Add Files"_s, {}, u"Video files (%1)"_s.arg(patterns()), nullptr,
+        QFileDialog::HideNameFilterDetails);
     std::vector<std::filesystem::path> paths;
     for (const QString& name : names)
         paths.emplace_back(QFile::encodeName(name).toStdString());
