@@ -208,6 +208,21 @@ TEST(Files, AFailedSwapRemovesTheSibling)
     EXPECT_EQ(contents(folder / "a/inside"), "old");
 }
 
+TEST(Files, WhatIsNewReplacesNothing)
+{
+    const TestFolder folder;
+    EXPECT_TRUE(Files::writeNew(folder / "a", "first").value());
+    EXPECT_FALSE(Files::writeNew(folder / "a", "second").value());
+    EXPECT_TRUE(Files::writeNew(folder / "b", "third").value());
+    EXPECT_FALSE(Files::moveToNew(folder / "b", folder / "a").value());
+    EXPECT_TRUE(Files::moveToNew(folder / "b", folder / "c").value());
+    EXPECT_EQ(contents(folder / "a"), "first");
+    EXPECT_EQ(contents(folder / "c"), "third");
+    EXPECT_THAT(folder.names(), ElementsAre("a", "c"));
+    EXPECT_EQ(Files::moveToNew(folder / "b", folder / "d").error().description,
+              about(folder / "b", u"No such file or directory"_s));
+}
+
 TEST(Files, AMissingFolderIsNamed)
 {
     const TestFolder folder;

@@ -53,6 +53,25 @@ int atFreshName(const fs::path& path, fs::path& name, Make make)
     return problem;
 }
 
+/// 0 or an error number, EEXIST when something has that name.
+int movedToNew(const fs::path& from, const fs::path& to)
+{
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
+    const bool isMoved = ::link(from.c_str(), to.c_str()) == 0 && ::unlink(from.c_str()) == 0;
+    return isMoved ? 0 : errno;
+}
+
+/// Of what may have failed only because a name is taken.
+Result<bool> unlessTaken(int problem, const fs::path& path)
+{
+    if (problem != 0 && problem != EEXIST)
+        return failed(path, problem);
+    return problem == 0;
+}
+
 /// A file in the making, in the folder of the one whose place it takes. Gone with this value unless
 /// it was moved there.
 class NewFile {
@@ -88,11 +107,7 @@ public:
     int moveTo(const fs::path& path)
     {
         if (m_name.empty())
-            m_problem = atFreshName(path, m_name, [&](const fs::path& name) {
-                const std::string self = "/proc/self/fd/" + Numbers::wholeText(m_file.get());
-                return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW)
-                       == 0;
-            });
+            m_problem = atFreshName(path, m_name, [&](const fs::path& name) { return link(name); });
         if (m_problem == 0 && std::rename(m_name.c_str(), path.c_str()) != 0)
             m_problem = errno;
         if (m_problem == 0)
@@ -100,8 +115,26 @@ public:
         return m_problem;
     }
 
+    /// The same where nothing has that name: EEXIST when something has it.
+    int moveToNew(const fs::path& path)
+    {
+        if (m_name.empty())
+            return link(path) ? 0 : errno;
+        const int problem = movedToNew(m_name, path);
+        if (problem == 0)
+            m_name.clear();
+        return problem;
+    }
+
 private:
     static constexpr mode_t mode = 0666;
+
+    /// Names a file that has none.
+    bool link(const fs::path& name) const
+    {
+        const std::string self = "/proc/self/fd/" + Numbers::wholeText(m_file.get());
+        return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    }
 
     static fs::path folderOf(const fs::path& path)
     {
@@ -157,6 +190,22 @@ Result<void> writeAtomically(const fs::path& path, const QByteArray& bytes)
     if (problem != 0)
         return failed(path, problem);
     return {};
+}
+
+Result<bool> writeNew(const fs::path& path, const QByteArray& bytes)
+{
+    NewFile file(path);
+    int problem = file.problem();
+    if (problem == 0)
+        problem = writeWhole(file.descriptor(), bytes);
+    if (problem == 0)
+        problem = file.moveToNew(path);
+    return unlessTaken(problem, path);
+}
+
+Result<bool> moveToNew(const fs::path& from, const fs::path& to)
+{
+    return unlessTaken(movedToNew(from, to), from);
 }
 
 Result<void> makeFolder(const fs::path& path)

@@ -17,6 +17,14 @@ Result<QByteArray> read(const std::filesystem::path& path, qint64 maxBytes);
 /// in: a crash or a full disk leaves the old file whole, and on failure nothing else is left.
 Result<void> writeAtomically(const std::filesystem::path& path, const QByteArray& bytes);
 
+/// The same where nothing has that name yet: never replaces anything. False when something has it.
+Result<bool> writeNew(const std::filesystem::path& path, const QByteArray& bytes);
+
+/// Gives a file another name on the same file system, and never replaces anything. False when
+/// something has that name. Where only links refuse that, as on NFS, it is linked there first: a
+/// kill in between leaves it with both names.
+Result<bool> moveToNew(const std::filesystem::path& from, const std::filesystem::path& to);
+
 /// Makes the folder, and those that it lies in, where they are missing. An error names the path.
 Result<void> makeFolder(const std::filesystem::path& path);
 
