@@ -10,6 +10,7 @@
 #include "VantroqueCLI/ProfileChoice.h"
 #include "VantroqueCLI/ReportWriter.h"
 #include "VantroqueCLI/ResultLine.h"
+#include "VantroqueCLI/TextLanguages.h"
 #include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
 #include <unistd.h>
@@ -117,7 +118,8 @@ Result<ExitStatus> tellTogether(const Call& call)
 {
     ReportWriter report(formOf(call.arguments, call.target, call.profiles), call.target);
     EnchantSpeller speller;
-    CheckRun run(call.arguments, call.files, call.jobs, call.profiles,
+    const auto recognizers = startRecognizers(call.arguments, call.profiles);
+    CheckRun run(call.arguments, call.files, call.jobs, call.profiles, *recognizers,
                  call.withCaptions(speller, [&](std::size_t index, const CheckedFile& file) {
                      return report.add(index, file);
                  }));
@@ -172,7 +174,8 @@ Result<ExitStatus> tellInLines(Call call)
         return lines.add(
             ResultLine::of(TRY(CheckReports::jsonObject(file, call.arguments.has("media")))));
     };
-    CheckRun run(call.arguments, call.files, call.jobs, call.profiles,
+    const auto recognizers = startRecognizers(call.arguments, call.profiles);
+    CheckRun run(call.arguments, call.files, call.jobs, call.profiles, *recognizers,
                  call.withCaptions(speller, [&](std::size_t, const CheckedFile& file) {
                      if (!call.isOnTerminal())
                          return tell(file);

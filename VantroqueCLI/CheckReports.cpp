@@ -17,6 +17,15 @@ Verdict CheckedFile::verdict(const FileReport& report)
     return report.sectionsWarn() ? Verdict::warn : Verdict::info;
 }
 
+QString CheckedFile::verdictLine() const
+{
+    if (!outcome)
+        return u"error  %1: could not be analysed"_s.arg(path());
+    const FileReport& report = outcome->report;
+    return u"%1  %2: %3"_s.arg(Text::utf8(enumName(verdict(report))), path(),
+                               report.summaryHeadline());
+}
+
 ExitStatus CheckedFile::status() const
 {
     if (!outcome)

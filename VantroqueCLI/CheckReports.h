@@ -22,6 +22,8 @@ struct CheckedFile {
     QString path() const { return QString::fromStdString(name); }
     /// What a report says in a word: without platforms, what its sections say.
     static Verdict verdict(const FileReport& report);
+    /// That word, the name and what there is to say.
+    QString verdictLine() const;
     /// What it makes the call's.
     ExitStatus status() const;
 };

@@ -1,37 +1,20 @@
 #include "VantroqueCLI/CheckRun.h"
 
-#include "Base/Text.h"
-#include "VantroqueCLI/Output.h"
-#include "VantroqueCLI/TextLanguages.h"
-
 #include <thread>
 
 namespace vantroque {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// The verdict of a file in a line.
-QString verdictOf(const CheckedFile& file)
-{
-    if (!file.outcome)
-        return u"error  %1: could not be analysed"_s.arg(file.path());
-    const FileReport& report = file.outcome->report;
-    return u"%1  %2: %3"_s.arg(Text::utf8(enumName(CheckedFile::verdict(report))), file.path(),
-                               report.summaryHeadline());
-}
-
-} // namespace
-
 CheckRun::CheckRun(const Arguments& arguments, const std::vector<std::string>& files,
-                   std::size_t jobs, const std::vector<Profile>& profiles, Take take)
+                   std::size_t jobs, const std::vector<Profile>& profiles,
+                   RecognizerPool& recognizers, Take take)
     : m_arguments(arguments),
       m_files(files),
       m_jobs(std::min(jobs, files.size())),
       m_profiles(profiles),
       m_take(std::move(take)),
-      m_recognizers(recognizerStart(textLanguages(arguments))),
+      m_recognizers(recognizers),
       m_display(files.size(), arguments.has("verbose")),
       m_probes(files, m_jobs)
 {
@@ -39,8 +22,6 @@ CheckRun::CheckRun(const Arguments& arguments, const std::vector<std::string>& f
 
 Result<ExitStatus> CheckRun::run()
 {
-    if (!options().skipSignalPass)
-        complainIfTextCannotBeRead(m_recognizers, m_profiles);
     {
         std::vector<std::jthread> helpers; // join at the end of the block
         for (std::size_t i = 1; i < m_jobs; ++i)
@@ -90,7 +71,7 @@ Result<Analyzer::Analysis> CheckRun::analysed(ProbeAhead::File next, AnalysisPro
 void CheckRun::finish(std::size_t index, CheckedFile file)
 {
     const auto told = m_take(index, file);
-    m_display.finished(index, verdictOf(file));
+    m_display.finished(index, file.verdictLine());
     const std::scoped_lock lock(m_mutex);
     m_status = worse(m_status, file.status());
     if (!file.outcome)

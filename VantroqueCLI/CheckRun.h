@@ -25,7 +25,7 @@ public:
     using Take = std::function<Result<void>(std::size_t index, CheckedFile& file)>;
 
     CheckRun(const Arguments& arguments, const std::vector<std::string>& files, std::size_t jobs,
-             const std::vector<Profile>& profiles, Take take);
+             const std::vector<Profile>& profiles, RecognizerPool& recognizers, Take take);
 
     TerminalProgress& display() { return m_display; }
     /// Blocks until all files are told. Fails when that is not possible; the rest is then left out.
@@ -46,7 +46,7 @@ private:
     const std::size_t m_jobs;
     const std::vector<Profile>& m_profiles;
     const Take m_take;
-    RecognizerPool m_recognizers;
+    RecognizerPool& m_recognizers;
     TerminalProgress m_display;
     ProbeAhead m_probes;
     std::atomic<bool> m_hasFailed = false;

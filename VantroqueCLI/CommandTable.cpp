@@ -35,6 +35,26 @@ const std::vector<Command>& commands()
           {"output", true},
           {"overwrite", false}},
          check},
+        {"watch",
+         "--done DIR --failed DIR [--settle SECONDS] [--once] [--profile ID]...\n"
+         "        [--group GROUP]... [--all] [--format text|json|junit]\n"
+         "        [--text-language CODE]... [--profiles-dir DIR] DIR",
+         "Checks the films that arrive in a folder, each when it has stood still for so long (10\n"
+         "      seconds) and nobody writes it, puts the report beside it and moves both: to "
+         "--done\n"
+         "      when no platform fails it, otherwise to --failed. --once does what is there and\n"
+         "      ends. After a kill it goes on where it was.",
+         {{"done", true},
+          {"failed", true},
+          {"settle", true},
+          {"once", false},
+          {"profile", true},
+          {"group", true},
+          {"all", false},
+          {"format", true},
+          {"text-language", true},
+          {"profiles-dir", true}},
+         watch},
         {"collect",
          "[--files-from LIST]... [--format text|json|junit|table] [-o FILE] [--overwrite]\n"
          "        OUT...",

@@ -27,5 +27,6 @@ ExitStatus probe(const Arguments& arguments);
 ExitStatus profiles(const Arguments& arguments);
 ExitStatus scopes(const Arguments& arguments);
 ExitStatus still(const Arguments& arguments);
+ExitStatus watch(const Arguments& arguments);
 
 } // namespace vantroque

@@ -8,6 +8,7 @@
 #include "VantroqueCLI/Output.h"
 #include "VantroqueCLI/OutputTarget.h"
 #include "VantroqueCLI/ProfileChoice.h"
+#include "VantroqueCLI/TextLanguages.h"
 #include "VantroquePlatform/Spelling/EnchantSpeller.h"
 
 #include <mutex>
@@ -74,7 +75,8 @@ Result<ExitStatus> writePdf(const Arguments& arguments)
     const auto captions = TRY(CheckCall::givenCaptions(arguments));
     const OffscreenDrawing drawing;
     Sections sections(arguments.files().size(), captions);
-    CheckRun run(arguments, arguments.files(), jobs, profiles,
+    const auto recognizers = startRecognizers(arguments, profiles);
+    CheckRun run(arguments, arguments.files(), jobs, profiles, *recognizers,
                  [&](std::size_t index, const CheckedFile& file) {
                      sections.add(index, file);
                      return Result<void>();

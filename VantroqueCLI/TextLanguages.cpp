@@ -24,6 +24,15 @@ RecognizerPool::Start recognizerStart(const std::vector<std::string>& languages)
     return [languages] { return TesseractRecognizer::make(languages); };
 }
 
+std::unique_ptr<RecognizerPool> startRecognizers(const Arguments& arguments,
+                                                 const std::vector<Profile>& profiles)
+{
+    auto recognizers = std::make_unique<RecognizerPool>(recognizerStart(textLanguages(arguments)));
+    if (!arguments.has("skip-signal"))
+        complainIfTextCannotBeRead(*recognizers, profiles);
+    return recognizers;
+}
+
 void complainIfTextCannotBeRead(RecognizerPool& recognizers, const std::vector<Profile>& profiles)
 {
     if (!Analyzer::needsTextReading(profiles))

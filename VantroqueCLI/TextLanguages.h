@@ -4,6 +4,7 @@
 #include "Text/RecognizerPool.h"
 #include "VantroqueCLI/Arguments.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,11 @@ std::vector<std::string> textLanguages(const Arguments& arguments);
 
 /// Recognizers of these languages.
 RecognizerPool::Start recognizerStart(const std::vector<std::string>& languages);
+
+/// Those that a call asks for. Says why text cannot be read, when some profile asks for it, the
+/// call has films decoded, and it cannot.
+std::unique_ptr<RecognizerPool> startRecognizers(const Arguments& arguments,
+                                                 const std::vector<Profile>& profiles);
 
 /// Says why text cannot be read, when some profile asks for it and it cannot.
 void complainIfTextCannotBeRead(RecognizerPool& recognizers, const std::vector<Profile>& profiles);

@@ -17,6 +17,7 @@ namespace {
 struct Advice {
     QString words;
     std::vector<Trouble::Step> steps;
+    bool mayPass = false; ///< Without anything being done to the file.
 };
 
 Trouble::Step copyAgain()
@@ -77,13 +78,15 @@ std::vector<Advice> onMachine()
           {u"Copy the file to a disk of this machine and add the copy."_s,
            u"When the copy breaks off too, the disk or the share is at fault."_s}}},
         {ToolWords::notEnoughMemory(), {makeRoom()}},
-        {u"Too many files are open"_s, {makeRoom()}},
+        {u"Too many files are open"_s, {makeRoom()}, true},
         {u"The disk is full"_s,
          {{u"Free some room on the disk of the temporary folder, then try again."_s,
-           u"Pictures of the film lie there while it is measured."_s}}},
+           u"Pictures of the film lie there while it is measured."_s}},
+         true},
         {u"A file would grow larger"_s,
          {{u"Ask who looks after this machine for a higher limit on the size of files."_s,
-           u"Pictures of the film are written while it is measured."_s}}},
+           u"Pictures of the film are written while it is measured."_s}},
+         true},
         {u"There is no permission"_s,
          {{u"Get the permission to read the file, then try again."_s,
            u"Its owner can give it, in the file manager under the file's properties."_s}}},
@@ -96,7 +99,8 @@ std::vector<Advice> onMachine()
            u"What makes a decoder crash is damaged, or was made to do harm."_s}}},
         {u" not found. Install ffmpeg"_s,
          {{u"Install ffmpeg, then try again."_s,
-           u"On Debian and Ubuntu: sudo apt install ffmpeg"_s}}},
+           u"On Debian and Ubuntu: sudo apt install ffmpeg"_s}},
+         true},
     };
 }
 
@@ -157,6 +161,14 @@ bool Trouble::isOfOthers(const QString& reason)
     const auto match = ended().match(reason);
     return match.hasMatch()
            && FFTool::wasEndedByOthers(match.captured(2).toInt(), match.captured(3).toUtf8());
+}
+
+bool Trouble::mayPass(const QString& reason)
+{
+    const QString sentence = of(reason).sentence;
+    return isOfOthers(reason) || std::ranges::any_of(onMachine(), [&](const Advice& advice) {
+               return advice.mayPass && sentence.contains(advice.words);
+           });
 }
 
 } // namespace vantroque

@@ -26,6 +26,10 @@ struct Trouble {
 
     /// Whether it failed because somebody else ended a tool, which says nothing about the file.
     static bool isOfOthers(const QString& reason);
+
+    /// Whether another time may do: somebody ended a tool, tools are not there, or a disk or what
+    /// this machine allows is used up. It says nothing about the file either.
+    static bool mayPass(const QString& reason);
 };
 
 } // namespace vantroque
