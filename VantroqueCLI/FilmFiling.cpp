@@ -138,12 +138,12 @@ FilmFiling::Outcome FilmFiling::goOn(const Settling::Film& film) const
     const auto held = HeldFilm::hold(m_from / film.name);
     if (!held || FileStamp::in(held->status()) != film.stamp)
         return std::nullopt;
-    const std::string beginning = fs::path(film.name).stem();
     for (const bool passes : {true, false}) {
         std::error_code error;
-        for (const auto& entry : fs::directory_iterator(folder(passes), error)) {
-            const fs::path& path = entry.path();
-            if (!path.filename().native().starts_with(beginning))
+        for (auto entry = fs::directory_iterator(folder(passes), error);
+             !error && entry != fs::directory_iterator(); entry.increment(error)) {
+            const fs::path& path = entry->path();
+            if (!path.filename().native().starts_with(fs::path(film.name).stem().native()))
                 continue;
             if (FilmReport::isOn(path, held->status()))
                 return goOn(film, path, passes);

@@ -38,8 +38,9 @@ std::optional<Settling::Time> Settling::next() const
 
 void Settling::startOver(const std::string& name, Time now)
 {
+    constexpr auto least = std::chrono::seconds(1); // also where nothing need settle
     if (const auto seen = m_seen.find(name); seen != m_seen.end())
-        seen->second = {seen->second.stamp, now};
+        seen->second = {seen->second.stamp, now, now + least};
 }
 
 void Settling::wait(const std::string& name, Time until)

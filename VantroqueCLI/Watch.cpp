@@ -86,8 +86,9 @@ Result<void> Watch::take(const Film& film)
         return {};
     const auto standing = m_filing.goOn(film);
     if (!standing) {
-        goesOn(film);
         m_told.tell(film.name, standing.error().description);
+        m_settling.retry(film.name, now());
+        m_status = ExitStatus::trouble;
         return {};
     }
     if (!*standing)

@@ -3,6 +3,7 @@
 #include "Analysis/Analyzer.h"
 #include "Support/FakeTools.h"
 #include "Support/Media.h"
+#include "Tools/FFTool.h"
 
 // What an operator is told of a file that cannot be analysed, on the whole road.
 
@@ -122,6 +123,18 @@ TEST(Trouble, AMissingToolIsToBeInstalled)
     if (trouble.tool == u"ffprobe, status 1"_s)
         GTEST_SKIP() << "the tools stand in a fixed folder of this machine";
     EXPECT_EQ(trouble.steps.at(0).why, u"On Debian and Ubuntu: sudo apt install ffmpeg"_s);
+}
+
+TEST(Trouble, MayPassWhereItSaysNothingOfTheFile)
+{
+    const FFToolError missing{.kind = FFToolError::Kind::notFound, .tool = u"ffmpeg"_s};
+    for (const QString& reason :
+         {missing.description(), u"The disk is full.\nffmpeg wrote"_s,
+          u"Too many files are open."_s, u"ffmpeg exited with status 143: "_s})
+        EXPECT_TRUE(Trouble::mayPass(reason)) << reason.toStdString();
+    for (const QString& reason : {u"The file is empty."_s, u"ffprobe exited with status 139: "_s,
+                                  u"ffprobe exited with status 1: a.mov: The disk is full"_s})
+        EXPECT_FALSE(Trouble::mayPass(reason)) << reason.toStdString();
 }
 
 TEST(Trouble, OfAToolThatCrashesTheFileIsSuspected)

@@ -64,7 +64,7 @@ TEST(Manual, TellsOfEachCommandThatTheHelpTellsOf)
             EXPECT_THAT(page.toStdString(), HasSubstr(".BI " + name.toStdString() + " \" "));
             ++commands;
         }
-    EXPECT_EQ(commands, 10);
+    EXPECT_EQ(commands, 11);
     for (const QByteArray& line : page.split('\n'))
         EXPECT_FALSE(line.startsWith('\'')) << "a macro: " << line.toStdString();
 }
@@ -85,6 +85,7 @@ TEST(Installed, AllOfItIsFoundFromWhereverItLies)
 #ifndef VANTROQUE_SANITIZED // which is never packed
     const fs::path share = folder / "second" / "share";
     for (const char* name : {"vantroque/Schemas/check.schema.json", "doc/vantroque-cli/FARM.md",
+                             "doc/vantroque-cli/examples/vantroque-watch.service",
                              "doc/vantroque-cli/examples/northlight-online.json",
                              "doc/vantroque-cli/examples/ci/gitlab-ci.yml"})
         EXPECT_TRUE(fs::is_regular_file(share / name)) << name;

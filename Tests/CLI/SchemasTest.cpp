@@ -120,7 +120,13 @@ TEST_F(Schemas, HoldWhatCheckPrints)
     const auto lines = told("check.jsonl", all + Words{"jsonl"} + films);
     const auto joined = told("joined.json", {"collect", "--format", "json", lines});
     EXPECT_EQ(Json::parse(contents(document)).value()[u"files"_s].toArray().size(), 3);
-    EXPECT_EQ(problems("check", {document, lines, joined}), "");
+    for (const char* folder : {"watched", "passed", "rejected"})
+        fs::create_directory(m_folder / folder);
+    m_folder.write("watched/a.mp4", contents(Clips::plain()));
+    told("watch", {"watch", "--once", "--settle", "0", "--all", "--done", m_folder / "passed",
+                   "--failed", m_folder / "rejected", m_folder / "watched"});
+    const auto watched = m_folder / "rejected" / "a.mp4.json";
+    EXPECT_EQ(problems("check", {document, lines, joined, watched}), "");
 }
 
 TEST_F(Schemas, HoldWhatProbePrints)
