@@ -3,6 +3,7 @@
 #include "Records/AudioLevels.h"
 #include "Records/DecodeHealth.h"
 #include "Records/DetailEstimate.h"
+#include "Records/FlashInfo.h"
 #include "Records/FrameCadence.h"
 #include "Records/PictureLevels.h"
 #include "Records/SoundScan.h"
@@ -70,6 +71,7 @@ struct SignalInfo {
     std::optional<std::vector<TrackLoudness>> audioTracks; ///< All but those that are graded.
     std::optional<DetailEstimate> detail;
     std::optional<DecodeHealth> decodeHealth;
+    std::optional<std::vector<FlashInfo>> flashes; ///< One by each light that was asked for.
 
     VANTROQUE_RECORD(SignalInfo, pictureStart, pictureEnd, soundStart, soundEnd, integratedLKFS,
                      truePeakDb, loudnessRangeLU, maxShortTerm, maxMomentary, loudestSeconds,
@@ -78,7 +80,7 @@ struct SignalInfo {
                      audioIslands, leaderToneHz, leaderPopPeakDb, leaderToneChecked,
                      headSilenceSeconds, slateTextLines, textRegions, textScanAttempted, levels,
                      cadence, phase, channelLevels, channelSeries, lostChannels, soundScan,
-                     soundScanAttempted, audioTracks, detail, decodeHealth)
+                     soundScanAttempted, audioTracks, detail, decodeHealth, flashes)
 };
 
 } // namespace vantroque

@@ -33,6 +33,8 @@ const std::vector<Refusal>& refusals()
     static const auto leaveOutFurtherTracks = [](SignalPlan& plan) {
         plan.leaveOutFurtherTracks();
     };
+    static const auto hasFlashes = [](const SignalPlan& plan) { return plan.hasFlashes(); };
+    static const auto leaveOutFlashes = [](SignalPlan& plan) { plan.leaveOutFlashes(); };
     static const std::vector<Refusal> all{
         // Some formats have no luma plane that can be taken out.
         {"could not choose their formats: Parsed_extractplanes",
@@ -49,6 +51,9 @@ const std::vector<Refusal>& refusals()
         // What cannot be decoded at all beside the sound that is graded.
         {"not found for input stream", hasFurtherTracks, leaveOutFurtherTracks},
         {"while opening decoder for input stream", hasFurtherTracks, leaveOutFurtherTracks},
+        {"No such filter: 'geq'", hasFlashes, leaveOutFlashes},
+        {"Error initializing complex filters", hasFlashes, leaveOutFlashes},
+        {"Error reinitializing filters!", hasFlashes, leaveOutFlashes},
         {"File too large", usesDisk, leaveOutDisk},
         {"av_interleaved_write_frame()", usesDisk, leaveOutDisk},
     };

@@ -5,6 +5,8 @@
 #include "Base/Text.h"
 #include "Signal/DecodeHealthAnalyzer.h"
 #include "Signal/DecodeRun.h"
+#include "Signal/FlashBranch.h"
+#include "Signal/FlashReader.h"
 #include "Signal/SignalLog.h"
 #include "Signal/SignalLogParser.h"
 #include "Signal/SignalPlan.h"
@@ -131,6 +133,16 @@ std::optional<SoundScan> soundScan(SoundReader& reader, const SignalLog& log, do
     return reader.finish(soundStart);
 }
 
+/// Flashes are only looked for when the FIFO of their pictures can be made.
+std::optional<FlashReader> flashReader(const SignalPlan& plan, const MediaInfo& media,
+                                       const Options& options)
+{
+    std::optional<FlashReader> reader;
+    if (plan.hasFlashes() && ::mkfifo(plan.flashFifo().c_str(), 0600) == 0)
+        reader.emplace(FlashBranch::sources(*media.video, options.flashes), plan.flashFifo());
+    return reader && reader->isOpen() ? std::move(reader) : std::nullopt;
+}
+
 } // namespace
 
 bool leavesRoom(const VideoStreamInfo& video)
@@ -154,13 +166,18 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     SignalPlan plan(source, options, folder,
                     scratch ? previewIn(folder, source, options, progress != nullptr)
                             : std::nullopt);
-    if (!scratch)
+    if (!scratch) {
         plan.leaveOutBits();
+        plan.leaveOutFlashes();
+    }
     std::optional<SoundReader> sound;
     if (scratch)
         openSoundReader(sound, plan, source);
     if (!sound)
         plan.leaveOutSoundScan();
+    auto flashes = flashReader(plan, source, options);
+    if (!flashes)
+        plan.leaveOutFlashes();
     if (options.textFrames) {
         std::error_code ignored;
         fs::create_directories(options.textFrames->directory, ignored);
@@ -175,6 +192,8 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     const auto restart = [&] {
         if (sound)
             sound->restart();
+        if (flashes)
+            flashes->restart();
         if (options.onRestart)
             options.onRestart();
     };
@@ -202,6 +221,8 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
         if (sound)
             info.soundScan = soundScan(*sound, log, info.soundStart.value_or(0));
     }
+    if (flashes && plan.hasFlashes())
+        info.flashes = flashes->finish(std::ssize(log.lumaDifferences()));
     SideOutputs outputs = sideOutputs(plan, std::move(output->output));
     // ffmpeg sums up also what it decoded no sample of, as silence.
     if (media.audio && !log.hasSound())

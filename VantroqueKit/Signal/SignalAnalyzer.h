@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <vector>
 
 /// The one full decode of a file: a single ffmpeg run whose filter graph feeds every measurement,
 /// and what is made of its output.
@@ -38,7 +39,9 @@ struct Options {
     /// Called when the decode begins anew, since ffmpeg could not do a part of what is asked. Text
     /// frames that are there already count no longer.
     std::function<void()> onRestart = {};
-    std::optional<int> previewWidth;         ///< Pixels; asks for pictures to show meanwhile.
+    std::optional<int> previewWidth; ///< Pixels; asks for pictures to show meanwhile.
+    /// Asks for flashes that may harm, on each of these screens; a picture in HDR has its own.
+    std::vector<FlashLight> flashes = {};
     double timeout = FFTool::defaultTimeout; ///< Seconds.
 };
 

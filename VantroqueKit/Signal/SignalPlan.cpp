@@ -2,6 +2,7 @@
 
 #include "Base/Numbers.h"
 #include "Signal/AudioTracks.h"
+#include "Signal/FlashBranch.h"
 #include "Tools/FFmpegCall.h"
 
 #include <algorithm>
@@ -154,6 +155,8 @@ void SignalPlan::addVideoChains(std::vector<std::string>& chains) const
         labels.emplace_back("[vtext]");
     if (m_preview)
         labels.emplace_back("[vprev]");
+    if (hasFlashes())
+        labels.emplace_back("[vflash]");
     chains.push_back("[0:" + video.specifier()
                      + "]cropdetect=limit=24:round=2:reset=0,blackdetect=d=0.02:pix_th=0.10,"
                        "freezedetect=n=-60dB:d=1.0,split="
@@ -176,6 +179,8 @@ void SignalPlan::addVideoChains(std::vector<std::string>& chains) const
     if (m_preview)
         chains.push_back("[vprev]" + levelsSelect() + ",scale=" + wholeText(m_preview->width) + ":"
                          + wholeText(m_preview->height) + ":flags=area,format=yuv444p[preview]");
+    if (hasFlashes())
+        chains.push_back(FlashBranch::chains(video));
     // The height stays, so that idet still sees the fields.
     chains.push_back(
         std::string("[vfull]") + (video.width > 640 ? "scale=480:ih:flags=fast_bilinear," : "")
@@ -255,6 +260,9 @@ std::vector<std::string> SignalPlan::arguments() const
                   previewFifo().native()});
     if (scansSound())
         call.add({"-map", "[scan]", "-f", "f32le", soundFifo().native()});
+    if (hasFlashes())
+        call.add({"-map", "[flash]", "-fps_mode", "passthrough", "-f", "rawvideo",
+                  flashFifo().native()});
     const auto sink = [&](const char* label) { call.add({"-map", label}).nowhere(); };
     if (m_media.video && m_options.includeDetail) {
         sink("[phalf]");

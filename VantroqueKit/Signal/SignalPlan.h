@@ -51,6 +51,9 @@ public:
     /// The frames for text recognition. A scan that lacks some would miss text, so all go.
     bool hasTextFrames() const { return m_options.textFrames.has_value(); }
     void leaveOutTextFrames() { m_options.textFrames.reset(); }
+    /// The small pictures in which flashes are looked for.
+    bool hasFlashes() const { return m_media.video && !m_options.flashes.empty(); }
+    void leaveOutFlashes() { m_options.flashes.clear(); }
 
     const std::optional<PictureSize>& preview() const { return m_preview; }
     const FileUrl& source() const { return m_media.url; }
@@ -61,6 +64,7 @@ public:
     std::filesystem::path bitsDump() const { return m_scratch / "bits.raw"; }
     std::filesystem::path soundFifo() const { return m_scratch / "sound.f32"; }
     std::filesystem::path previewFifo() const { return m_scratch / "preview.yuv"; }
+    std::filesystem::path flashFifo() const { return m_scratch / "flash.yuv"; }
 
 private:
     FrameRate frameRate() const;
