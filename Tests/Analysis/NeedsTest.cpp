@@ -91,6 +91,41 @@ MediaInfo probedOnly()
     return media;
 }
 
+Profile withFlashes(std::optional<FlashLight> luminance = {})
+{
+    Profile profile = bareProfile();
+    profile.video = VideoRule();
+    profile.video->flashes = FlashRule{{u"BCAP Code"_s, {}, u"2015"_s, {}, {}}, luminance};
+    return profile;
+}
+
+TEST(Needs, FlashesAreMeasuredForWhoAsksAndOnlyOnce)
+{
+    EXPECT_THAT(Analyzer::flashLights({withLevels()}), testing::IsEmpty());
+    EXPECT_THAT(Analyzer::flashLights({withFlashes(), withFlashes(FlashLight::bt1886),
+                                       withFlashes(FlashLight::legacy)}),
+                testing::ElementsAre(FlashLight::bt1886, FlashLight::legacy));
+    EXPECT_TRUE(needsSignalPass({withFlashes()}));
+
+    MediaInfo media = measured();
+    EXPECT_FALSE(storedMeasurementsAreStale(media, {withLevels()}));
+    EXPECT_TRUE(storedMeasurementsAreStale(media, {withFlashes()}));
+    FlashInfo info;
+    media.signal->flashes = {info};
+    EXPECT_FALSE(storedMeasurementsAreStale(media, {withFlashes()}));
+    EXPECT_TRUE(storedMeasurementsAreStale(media, {withFlashes(FlashLight::legacy)}));
+    // What could not be measured is not tried again and again.
+    media.signal->flashes->clear();
+    EXPECT_FALSE(storedMeasurementsAreStale(media, {withFlashes()}));
+    // A picture in HDR has a light of its own; sound has none.
+    media.video->colorTransfer = u"smpte2084"_s;
+    media.signal->flashes = {info};
+    EXPECT_TRUE(storedMeasurementsAreStale(media, {withFlashes()}));
+    media.video.reset();
+    media.signal->flashes.reset();
+    EXPECT_FALSE(storedMeasurementsAreStale(media, {withFlashes()}));
+}
+
 TEST(NeedsSignalPass, NoProfilesNeedNone)
 {
     EXPECT_FALSE(needsSignalPass({}));

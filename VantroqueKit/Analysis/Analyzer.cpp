@@ -5,6 +5,7 @@
 #include "Base/ScratchFolder.h"
 #include "Check/TwoPop.h"
 #include "Probe/Prober.h"
+#include "Signal/FlashBranch.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Text/TextFrameScan.h"
 #include "Tools/ToolContext.h"
@@ -86,12 +87,33 @@ bool lacksSoundScan(const MediaInfo& media, const std::vector<Profile>& profiles
            && needsSoundScan(profiles);
 }
 
+/// A record in which flashes were looked for and not measured lacks nothing: they cannot be.
+bool lacksFlashes(const MediaInfo& media, const std::vector<Profile>& profiles)
+{
+    if (!media.video || !media.signal)
+        return false;
+    const auto& flashes = media.signal->flashes;
+    return std::ranges::any_of(Analyzer::flashLights(profiles), [&](FlashLight asked) {
+        const FlashLight light = FlashBranch::lightOf(*media.video, asked);
+        return !flashes
+               || (!flashes->empty()
+                   && std::ranges::count(*flashes, light, &FlashInfo::light) == 0);
+    });
+}
+
+/// A measurement that only some profiles ask for.
+bool lacksAsked(const MediaInfo& media, const std::vector<Profile>& profiles)
+{
+    return lacksLoudestWindows(*media.signal, profiles) || lacksSoundScan(media, profiles)
+           || lacksFlashes(media, profiles);
+}
+
 bool needsDecode(const MediaInfo& media, bool isCurrent, const std::vector<Profile>& profiles)
 {
     if (!media.signal)
         return needsSignalPass(profiles);
     return !isCurrent || !media.signal->blackRuns || !media.signal->decodeHealth
-           || lacksLoudestWindows(*media.signal, profiles) || lacksSoundScan(media, profiles);
+           || lacksAsked(media, profiles);
 }
 
 /// The decode of a stored record. Text that was read once is not read again.
@@ -222,6 +244,7 @@ Result<SignalInfo> decode(const MediaInfo& media, const std::vector<Profile>& pr
     SignalAnalyzer::Options asked;
     asked.includeDetail = options.includeDetail;
     asked.scanSound = needsSoundScan(profiles);
+    asked.flashes = flashLights(profiles);
     if (progress != nullptr && progress->wantsPreview())
         asked.previewWidth = previewWidth;
     // The decode sees the picture as it is stored. Where it is shown turned, text is read
@@ -308,12 +331,26 @@ bool needsSignalPass(const std::vector<Profile>& profiles)
 {
     return needsSoundScan(profiles) || std::ranges::any_of(profiles, [](const Profile& profile) {
                const auto& rate = profile.frameRate;
+               const auto& video = profile.video;
                return profile.loudness || profile.content
-                      || (profile.video && profile.video->levels)
+                      || (video && (video->levels || video->flashes))
                       || (rate
                           && (rate->duplicateFramesForbidden.value_or(false)
                               || rate->telecineForbidden.value_or(false)));
            });
+}
+
+std::vector<FlashLight> flashLights(const std::vector<Profile>& profiles)
+{
+    std::vector<FlashLight> lights;
+    for (const Profile& profile : profiles) {
+        if (!profile.video || !profile.video->flashes)
+            continue;
+        const auto light = profile.video->flashes->luminance.value_or(FlashLight::bt1886);
+        if (std::ranges::count(lights, light) == 0)
+            lights.push_back(light);
+    }
+    return lights;
 }
 
 bool needsTextPlacement(const std::vector<Profile>& profiles)
@@ -342,7 +379,7 @@ bool storedMeasurementsAreStale(const MediaInfo& media, const std::vector<Profil
         return true;
     if (needsTextPlacement(profiles) && !signal.textScanAttempted.value_or(false))
         return true;
-    if (lacksLoudestWindows(signal, profiles) || lacksSoundScan(media, profiles))
+    if (lacksAsked(media, profiles))
         return true;
     if (!slateSeconds(profiles))
         return false;

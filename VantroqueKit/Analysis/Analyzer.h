@@ -70,6 +70,8 @@ FileReport report(const MediaInfo& media, const std::vector<Profile>& profiles);
 
 /// Loudness, content, picture levels or cadence play a part in some profile.
 bool needsSignalPass(const std::vector<Profile>& profiles);
+/// The lights on which some profile has flashes looked for, each once; in HDR they are one.
+std::vector<FlashLight> flashLights(const std::vector<Profile>& profiles);
 /// Some profile limits where text may stand.
 bool needsTextPlacement(const std::vector<Profile>& profiles);
 /// Scoring takes text out of the picture: a slate's, or what stands in the ad.

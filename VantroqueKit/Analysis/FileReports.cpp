@@ -2,6 +2,7 @@
 #include "Captions/EmbeddedCaptions.h"
 #include "Check/Checker.h"
 #include "Check/EventOrder.h"
+#include "Check/FlashChecks.h"
 #include "Check/RowMoments.h"
 #include "Check/SignalChecks.h"
 #include "Check/SignalEvents.h"
@@ -103,9 +104,11 @@ FileReport report(const MediaInfo& media, const std::vector<Profile>& profiles)
         report.sections = {*section};
         report.events = SignalEvents::events(media, leaderEnd);
     }
-    if (auto texts = TextEvents::events(media, kept); !texts.empty()) {
+    auto places = TextEvents::events(media, kept);
+    std::ranges::move(FlashChecks::events(media, kept), std::back_inserter(places));
+    if (!places.empty()) {
         auto events = report.events.value_or(std::vector<SignalEvent>());
-        std::ranges::move(texts, std::back_inserter(events));
+        std::ranges::move(places, std::back_inserter(events));
         report.events = EventOrder::byFrame(std::move(events));
     }
     RowMoments::mark(report, kept);

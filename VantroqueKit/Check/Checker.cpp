@@ -14,7 +14,7 @@ constexpr std::array checksInOrder{
     checkContainer, checkVideoCodec,    checkResolution, checkPixels,    checkChroma,
     checkFrameRate, checkCadence,       checkLevels,     checkBitrate,   checkRecommendedBitrate,
     checkAudio,     checkAudioCoverage, checkLoudness,   checkSoundScan, checkDuration,
-    checkContent,   checkTextPlacement, checkFile,       checkDecoding,
+    checkContent,   checkTextPlacement, checkFlashes,    checkFile,      checkDecoding,
 };
 
 bool namesZonesOnly(const Profile& profile)

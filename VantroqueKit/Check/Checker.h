@@ -43,6 +43,8 @@ void checkDuration(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkContent(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkTextPlacement(const Profile& profile, const MediaInfo& media, Rows& rows);
 void checkFile(const Profile& profile, const MediaInfo& media, Rows& rows);
+/// Flashes that may harm, where the profile asks.
+void checkFlashes(const Profile& profile, const MediaInfo& media, Rows& rows);
 /// A file that is cut off or damaged is no deliverable for any platform; a recommendation does not
 /// say so.
 void checkDecoding(const Profile& profile, const MediaInfo& media, Rows& rows);

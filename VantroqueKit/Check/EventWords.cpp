@@ -40,6 +40,13 @@ QString pastArea(const SignalEvent& event)
     return percent.isEmpty() ? u"past the safe area"_s : u"past "_s + percent;
 }
 
+QString flashing(const SignalEvent& event)
+{
+    static const QRegularExpression share(u" on ([\\d.]+%) of the screen"_s);
+    const QString percent = taken(event, share);
+    return percent.isEmpty() ? u"flashing"_s : u"flashing "_s + percent;
+}
+
 QString word(const SignalEvent& event)
 {
     static const QRegularExpression quoted(u"^(\".+?\")[ :]"_s);
@@ -61,6 +68,10 @@ QString title(Kind kind)
     case Kind::safeZone: return u"Safe zones"_s;
     case Kind::captionSpelling: return u"Spelling"_s;
     case Kind::captionDoubled: return u"Doubled words"_s;
+    case Kind::psyFlash: return u"Photosensitivity: flashes"_s;
+    case Kind::psyRed: return u"Photosensitivity: red"_s;
+    case Kind::psyExtended: return u"Photosensitivity: long flashing"_s;
+    case Kind::psyPattern: return u"Photosensitivity: stripes"_s;
     case Kind::decoding: break;
     }
     return u"Decoding"_s;
@@ -79,6 +90,10 @@ QString brief(const SignalEvent& event)
     case Kind::safeZone: return u"under controls"_s;
     case Kind::captionSpelling:
     case Kind::captionDoubled: return word(event);
+    case Kind::psyFlash:
+    case Kind::psyRed:
+    case Kind::psyExtended: return flashing(event);
+    case Kind::psyPattern: return u"stripes"_s;
     case Kind::decoding: break;
     }
     return u"damaged"_s;

@@ -24,7 +24,11 @@ std::optional<Kind> kindOf(const QString& row)
                                                {u"text-zones"_s, Kind::safeZone},
                                                {u"captions-spelling"_s, Kind::captionSpelling},
                                                {u"captions-doubled"_s, Kind::captionDoubled},
-                                               {u"decoding"_s, Kind::decoding}};
+                                               {u"decoding"_s, Kind::decoding},
+                                               {u"psy-flash"_s, Kind::psyFlash},
+                                               {u"psy-red"_s, Kind::psyRed},
+                                               {u"psy-extended"_s, Kind::psyExtended},
+                                               {u"psy-pattern"_s, Kind::psyPattern}};
     const auto found = kinds.find(row);
     return found == kinds.end() ? std::nullopt : std::optional(found->second);
 }

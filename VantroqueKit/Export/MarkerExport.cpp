@@ -27,6 +27,10 @@ QString name(SignalEvent::Kind kind)
     case safeZone: return u"Safe zones"_s;
     case captionSpelling: return u"Captions"_s;
     case captionDoubled: return u"Doubled words"_s;
+    case psyFlash: return u"Flashing"_s;
+    case psyRed: return u"Red flashing"_s;
+    case psyExtended: return u"Long flashing"_s;
+    case psyPattern: return u"Stripes"_s;
     case decoding: break;
     }
     return u"Decoding"_s;

@@ -84,6 +84,12 @@ private:
             among(u".video.chromaPreferred"_s, *rule.chromaPreferred, known);
         for (const QString& chroma : rule.chromaAccepted.value_or(std::vector<QString>()))
             among(u".video.chromaAccepted"_s, chroma, known);
+        if (!rule.flashes)
+            return;
+        about(rule.flashes->source, u".video.flashes.source"_s);
+        if (const auto& light = rule.flashes->luminance)
+            among(u".video.flashes.luminance"_s, Text::utf8(enumName(*light)),
+                  {u"bt1886"_s, u"legacy"_s});
     }
     void about(const CodecOption& option, const QString& path) const
     {

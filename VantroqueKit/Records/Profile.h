@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Base/Record.h"
+#include "Records/FlashInfo.h"
 #include "Records/RuleSource.h"
 
 #include <QString>
@@ -60,6 +61,15 @@ struct LevelsRule {
     VANTROQUE_RECORD(LevelsRule, standard, tolerancePercent, areaPercent, rejectSeconds)
 };
 
+/// Flashes that may harm people with photosensitive epilepsy (Recommendation ITU-R BT.1702). The
+/// presence of the rule asks for the measurement.
+struct FlashRule {
+    RuleSource source;                   ///< Who asks for it.
+    std::optional<FlashLight> luminance; ///< Of SDR: BT.1886 unless it says `legacy`.
+
+    VANTROQUE_RECORD(FlashRule, source, luminance)
+};
+
 struct VideoRule {
     std::vector<CodecOption> codecs;
     std::vector<ResolutionOption> resolutions; ///< Empty: any size.
@@ -69,9 +79,10 @@ struct VideoRule {
     std::optional<QString> chromaPreferred; ///< "422" and the like.
     std::optional<std::vector<QString>> chromaAccepted;
     std::optional<LevelsRule> levels;
+    std::optional<FlashRule> flashes;
 
     VANTROQUE_RECORD(VideoRule, codecs, resolutions, squarePixelsRequired, progressiveRequired,
-                     interlacedAllowedRates, chromaPreferred, chromaAccepted, levels)
+                     interlacedAllowedRates, chromaPreferred, chromaAccepted, levels, flashes)
 };
 
 struct FrameRateRule {

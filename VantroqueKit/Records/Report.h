@@ -99,7 +99,11 @@ struct SignalEvent {
         safeZone,
         captionSpelling,
         captionDoubled,
-        decoding
+        decoding,
+        psyFlash,
+        psyRed,
+        psyExtended,
+        psyPattern
     };
 
     QString id; ///< Unique in the file's event list.
@@ -113,7 +117,8 @@ struct SignalEvent {
     VANTROQUE_RECORD(SignalEvent, id, kind, frame, endFrame, verdict, text, box)
 };
 VANTROQUE_ENUM_NAMES(SignalEvent::Kind, levels, blackFrame, flashFrame, duplicateFrame, phase,
-                     deadChannel, safeArea, safeZone, captionSpelling, captionDoubled, decoding)
+                     deadChannel, safeArea, safeZone, captionSpelling, captionDoubled, decoding,
+                     psyFlash, psyRed, psyExtended, psyPattern)
 
 /// The picture's outline, for players and exports.
 struct VideoSummary {

@@ -71,7 +71,8 @@ struct SignalInfo {
     std::optional<std::vector<TrackLoudness>> audioTracks; ///< All but those that are graded.
     std::optional<DetailEstimate> detail;
     std::optional<DecodeHealth> decodeHealth;
-    std::optional<std::vector<FlashInfo>> flashes; ///< One by each light that was asked for.
+    /// One by each light that was asked for; none where that could not be measured.
+    std::optional<std::vector<FlashInfo>> flashes;
 
     VANTROQUE_RECORD(SignalInfo, pictureStart, pictureEnd, soundStart, soundEnd, integratedLKFS,
                      truePeakDb, loudnessRangeLU, maxShortTerm, maxMomentary, loudestSeconds,

@@ -50,13 +50,6 @@ bool isFullRange(const VideoStreamInfo& video)
                                         || video.pixFmt.startsWith(u"ya"_s));
 }
 
-FlashLight lightOf(const VideoStreamInfo& video, FlashLight asked)
-{
-    if (video.colorTransfer == u"smpte2084"_s)
-        return FlashLight::pq;
-    return video.isHDR() ? FlashLight::hlg : asked;
-}
-
 } // namespace
 
 std::string chains(const VideoStreamInfo& video)
@@ -87,6 +80,13 @@ std::vector<FlashAnalyzer::Source> sources(const VideoStreamInfo& video,
             sources.push_back(source);
     }
     return sources;
+}
+
+FlashLight lightOf(const VideoStreamInfo& video, FlashLight asked)
+{
+    if (video.colorTransfer == u"smpte2084"_s)
+        return FlashLight::pq;
+    return video.isHDR() ? FlashLight::hlg : asked;
 }
 
 std::size_t frameBytes(const FlashPicture& picture)

@@ -20,6 +20,9 @@ std::string chains(const VideoStreamInfo& video);
 std::vector<FlashAnalyzer::Source> sources(const VideoStreamInfo& video,
                                            const std::vector<FlashLight>& asked);
 
+/// The light of a picture: its own in HDR, otherwise that which is asked for.
+FlashLight lightOf(const VideoStreamInfo& video, FlashLight asked);
+
 /// The bytes of one picture with its time.
 std::size_t frameBytes(const FlashPicture& picture);
 /// Reads the time out of a picture of that many bytes.

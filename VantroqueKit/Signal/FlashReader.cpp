@@ -102,12 +102,12 @@ void FlashReader::restart()
     start();
 }
 
-std::optional<std::vector<FlashInfo>> FlashReader::finish(std::int64_t frames)
+std::vector<FlashInfo> FlashReader::finish(std::int64_t frames)
 {
     stop();
     const std::int64_t pictures = m_reading->sources.front().fields ? frames * 2 : frames;
     if (m_reading->pictures < pictures || pictures == 0)
-        return std::nullopt;
+        return {};
     std::vector<FlashInfo> found;
     for (FlashAnalyzer& analyzer : m_reading->analyzers)
         found.push_back(analyzer.finished());

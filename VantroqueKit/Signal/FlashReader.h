@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <stop_token>
 #include <thread>
 #include <vector>
@@ -29,9 +28,9 @@ public:
 
     /// Forgets what was read; the tool is to run once more.
     void restart();
-    /// What was found, one for each source; nothing unless there were as many pictures as that many
+    /// What was found, one for each source; none unless there were as many pictures as that many
     /// frames have.
-    std::optional<std::vector<FlashInfo>> finish(std::int64_t frames);
+    std::vector<FlashInfo> finish(std::int64_t frames);
 
 private:
     /// What the thread has; it stays where it is when the reader is moved.

@@ -221,8 +221,10 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
         if (sound)
             info.soundScan = soundScan(*sound, log, info.soundStart.value_or(0));
     }
-    if (flashes && plan.hasFlashes())
-        info.flashes = flashes->finish(std::ssize(log.lumaDifferences()));
+    if (!options.flashes.empty())
+        info.flashes = flashes && plan.hasFlashes()
+                           ? flashes->finish(std::ssize(log.lumaDifferences()))
+                           : std::vector<FlashInfo>();
     SideOutputs outputs = sideOutputs(plan, std::move(output->output));
     // ffmpeg sums up also what it decoded no sample of, as silence.
     if (media.audio && !log.hasSound())

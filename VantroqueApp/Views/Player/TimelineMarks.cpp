@@ -45,6 +45,10 @@ TimelineMarks::Lane TimelineMarks::laneOf(Kind kind)
     case Kind::blackFrame:
     case Kind::flashFrame:
     case Kind::duplicateFrame:
+    case Kind::psyFlash:
+    case Kind::psyRed:
+    case Kind::psyExtended:
+    case Kind::psyPattern:
     case Kind::decoding: break;
     }
     return Lane::picture;
