@@ -7,6 +7,7 @@
 #include "Check/SignalChecks.h"
 #include "Check/SignalEvents.h"
 #include "Check/SignalReport.h"
+#include "Check/SoundScanChecks.h"
 #include "Check/TextEvents.h"
 #include "Signal/Leader.h"
 
@@ -106,6 +107,7 @@ FileReport report(const MediaInfo& media, const std::vector<Profile>& profiles)
     }
     auto places = TextEvents::events(media, kept);
     std::ranges::move(FlashChecks::events(media, kept), std::back_inserter(places));
+    std::ranges::move(SoundScanChecks::events(media, kept), std::back_inserter(places));
     if (!places.empty()) {
         auto events = report.events.value_or(std::vector<SignalEvent>());
         std::ranges::move(places, std::back_inserter(events));

@@ -72,6 +72,8 @@ QString title(Kind kind)
     case Kind::psyRed: return u"Photosensitivity: red"_s;
     case Kind::psyExtended: return u"Photosensitivity: long flashing"_s;
     case Kind::psyPattern: return u"Photosensitivity: stripes"_s;
+    case Kind::alertTone: return u"Alert tones"_s;
+    case Kind::clipping: return u"Clipping"_s;
     case Kind::decoding: break;
     }
     return u"Decoding"_s;
@@ -94,6 +96,8 @@ QString brief(const SignalEvent& event)
     case Kind::psyRed:
     case Kind::psyExtended: return flashing(event);
     case Kind::psyPattern: return u"stripes"_s;
+    case Kind::alertTone: return u"alert tones"_s;
+    case Kind::clipping: return u"clipped"_s;
     case Kind::decoding: break;
     }
     return u"damaged"_s;

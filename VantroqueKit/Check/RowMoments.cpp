@@ -28,7 +28,9 @@ std::optional<Kind> kindOf(const QString& row)
                                                {u"psy-flash"_s, Kind::psyFlash},
                                                {u"psy-red"_s, Kind::psyRed},
                                                {u"psy-extended"_s, Kind::psyExtended},
-                                               {u"psy-pattern"_s, Kind::psyPattern}};
+                                               {u"psy-pattern"_s, Kind::psyPattern},
+                                               {u"alert-tones"_s, Kind::alertTone},
+                                               {u"clipping"_s, Kind::clipping}};
     const auto found = kinds.find(row);
     return found == kinds.end() ? std::nullopt : std::optional(found->second);
 }

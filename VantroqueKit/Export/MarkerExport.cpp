@@ -31,6 +31,8 @@ QString name(SignalEvent::Kind kind)
     case psyRed: return u"Red flashing"_s;
     case psyExtended: return u"Long flashing"_s;
     case psyPattern: return u"Stripes"_s;
+    case alertTone: return u"Alert tones"_s;
+    case clipping: return u"Clipping"_s;
     case decoding: break;
     }
     return u"Decoding"_s;

@@ -103,7 +103,9 @@ struct SignalEvent {
         psyFlash,
         psyRed,
         psyExtended,
-        psyPattern
+        psyPattern,
+        alertTone,
+        clipping
     };
 
     QString id; ///< Unique in the file's event list.
@@ -118,7 +120,7 @@ struct SignalEvent {
 };
 VANTROQUE_ENUM_NAMES(SignalEvent::Kind, levels, blackFrame, flashFrame, duplicateFrame, phase,
                      deadChannel, safeArea, safeZone, captionSpelling, captionDoubled, decoding,
-                     psyFlash, psyRed, psyExtended, psyPattern)
+                     psyFlash, psyRed, psyExtended, psyPattern, alertTone, clipping)
 
 /// The picture's outline, for players and exports.
 struct VideoSummary {

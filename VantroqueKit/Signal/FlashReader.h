@@ -1,30 +1,22 @@
 #pragma once
 
-#include "Base/FileDescriptor.h"
 #include "Flashes/FlashAnalyzer.h"
+#include "Signal/FifoReader.h"
 
 #include <cstdint>
-#include <filesystem>
-#include <memory>
-#include <stop_token>
-#include <thread>
 #include <vector>
 
 namespace vantroque {
 
-/// Reads the small pictures that a decode writes into a FIFO, on a thread of its own, and looks for
-/// flashes in them as they come: an hour of them would fill memory and disk. It reads whatever is
-/// written, so that the decode never waits for long.
+/// Looks for flashes in the small pictures that a decode writes into a FIFO.
 class FlashReader {
 public:
-    /// Opens the FIFO at once and without waiting. The sources have pictures of one shape.
+    /// The sources, one at least, have pictures of one shape.
     FlashReader(std::vector<FlashAnalyzer::Source> sources, const std::filesystem::path& fifo);
-    FlashReader(FlashReader&& other) noexcept;
-    ~FlashReader();
 
-    bool isOpen() const;
+    bool isOpen() const { return m_fifo.isOpen(); }
 
-    // Each to be called when the tool has ended.
+    // To be called when the tool has ended.
 
     /// Forgets what was read; the tool is to run once more.
     void restart();
@@ -33,14 +25,15 @@ public:
     std::vector<FlashInfo> finish(std::int64_t frames);
 
 private:
-    /// What the thread has; it stays where it is when the reader is moved.
-    struct Reading;
-
     void start();
-    void stop();
+    void add(std::span<const std::byte> bytes);
+    const FlashPicture& picture() const { return m_sources.front().picture; }
 
-    std::unique_ptr<Reading> m_reading;
-    std::jthread m_thread;
+    std::vector<FlashAnalyzer::Source> m_sources;
+    std::vector<FlashAnalyzer> m_analyzers;
+    std::vector<std::uint16_t> m_samples; ///< Of one picture.
+    std::int64_t m_pictures = 0;
+    FifoReader m_fifo; ///< The last, since its thread uses the others.
 };
 
 } // namespace vantroque

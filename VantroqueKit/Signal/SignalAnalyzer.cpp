@@ -5,12 +5,10 @@
 #include "Base/Text.h"
 #include "Signal/DecodeHealthAnalyzer.h"
 #include "Signal/DecodeRun.h"
-#include "Signal/FlashBranch.h"
-#include "Signal/FlashReader.h"
+#include "Signal/SideReaders.h"
 #include "Signal/SignalLog.h"
 #include "Signal/SignalLogParser.h"
 #include "Signal/SignalPlan.h"
-#include "Signal/SoundReader.h"
 #include "Signal/SparseSample.h"
 #include "Tools/Playlists.h"
 #include "Tools/ToolWords.h"
@@ -106,43 +104,6 @@ std::optional<PictureSize> previewIn(const fs::path& scratch, const MediaInfo& m
     return size;
 }
 
-/// Sound is only looked at when the FIFO of its samples can be made.
-void openSoundReader(std::optional<SoundReader>& reader, const SignalPlan& plan,
-                     const MediaInfo& media)
-{
-    if (!plan.scansSound() || ::mkfifo(plan.soundFifo().c_str(), 0600) != 0)
-        return;
-    reader.emplace(std::max(media.audio->measuredChannels(), 1), media.audio->sampleRate,
-                   plan.soundFifo());
-    if (!reader->isOpen())
-        reader.reset();
-}
-
-/// What was found, when all that was decoded was looked at: the levels are measured of the same
-/// samples, in windows.
-std::optional<SoundScan> soundScan(SoundReader& reader, const SignalLog& log, double soundStart)
-{
-    constexpr std::int64_t window = 4'800;
-    const auto levels = log.levelWindows().find(1);
-    if (levels == log.levelWindows().end())
-        return std::nullopt;
-    const std::int64_t decoded = window * std::ssize(levels->second.rms);
-    const std::int64_t missing = decoded - reader.samples();
-    if (missing < 0 || missing >= window)
-        return std::nullopt;
-    return reader.finish(soundStart);
-}
-
-/// Flashes are only looked for when the FIFO of their pictures can be made.
-std::optional<FlashReader> flashReader(const SignalPlan& plan, const MediaInfo& media,
-                                       const Options& options)
-{
-    std::optional<FlashReader> reader;
-    if (plan.hasFlashes() && ::mkfifo(plan.flashFifo().c_str(), 0600) == 0)
-        reader.emplace(FlashBranch::sources(*media.video, options.flashes), plan.flashFifo());
-    return reader && reader->isOpen() ? std::move(reader) : std::nullopt;
-}
-
 } // namespace
 
 bool leavesRoom(const VideoStreamInfo& video)
@@ -166,18 +127,9 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
     SignalPlan plan(source, options, folder,
                     scratch ? previewIn(folder, source, options, progress != nullptr)
                             : std::nullopt);
-    if (!scratch) {
+    if (!scratch)
         plan.leaveOutBits();
-        plan.leaveOutFlashes();
-    }
-    std::optional<SoundReader> sound;
-    if (scratch)
-        openSoundReader(sound, plan, source);
-    if (!sound)
-        plan.leaveOutSoundScan();
-    auto flashes = flashReader(plan, source, options);
-    if (!flashes)
-        plan.leaveOutFlashes();
+    SideReaders readers(plan, source, options, scratch.has_value());
     if (options.textFrames) {
         std::error_code ignored;
         fs::create_directories(options.textFrames->directory, ignored);
@@ -190,10 +142,7 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
         display.emplace(*progress, source, plan);
     }
     const auto restart = [&] {
-        if (sound)
-            sound->restart();
-        if (flashes)
-            flashes->restart();
+        readers.restart();
         if (options.onRestart)
             options.onRestart();
     };
@@ -208,23 +157,14 @@ Result<SignalInfo, FFToolError> analyze(const FileUrl& url, const MediaInfo& med
         if (auto error = fullDisk(plan.halfStats()))
             return tl::unexpected(std::move(*error));
     SignalLog log(Text::view(output->words));
-    if (sound)
-        log.leaveOut(sound->samples() * source.audio->measuredChannels() * sizeof(float));
+    readers.leaveOutOf(log);
     if (!DecodeRun::counts(*output, source, log))
         return tl::unexpected(failedRun(*output));
     SignalInfo info = parse(log, media.durationSeconds, media.audio);
     const DecodeTrouble trouble(Text::view(output->words), source.url.path().native(),
                                 source.video ? source.video->nominalFrameRate : 0);
     info.decodeHealth = DecodeHealthAnalyzer::measure(trouble, source);
-    if (options.scanSound && source.audio) {
-        info.soundScanAttempted = true;
-        if (sound)
-            info.soundScan = soundScan(*sound, log, info.soundStart.value_or(0));
-    }
-    if (!options.flashes.empty())
-        info.flashes = flashes && plan.hasFlashes()
-                           ? flashes->finish(std::ssize(log.lumaDifferences()))
-                           : std::vector<FlashInfo>();
+    readers.addTo(info, log);
     SideOutputs outputs = sideOutputs(plan, std::move(output->output));
     // ffmpeg sums up also what it decoded no sample of, as silence.
     if (media.audio && !log.hasSound())

@@ -5,7 +5,10 @@
 namespace vantroque {
 
 SoundReader::SoundReader(int channels, int sampleRate, const std::filesystem::path& fifo)
-    : m_channels(channels), m_sampleRate(sampleRate), m_scanner(channels, sampleRate), m_fifo(fifo)
+    : m_channels(channels),
+      m_sampleRate(sampleRate),
+      m_scanner(channels, sampleRate),
+      m_fifo(fifo, sizeof(float) * static_cast<std::size_t>(channels))
 {
     if (isOpen())
         start();
@@ -18,12 +21,8 @@ void SoundReader::start()
 
 void SoundReader::add(std::span<const std::byte> bytes)
 {
-    m_pending.insert(m_pending.end(), bytes.begin(), bytes.end());
-    const std::size_t whole = sizeof(float) * static_cast<std::size_t>(m_channels);
-    const std::size_t ready = m_pending.size() / whole * whole;
-    m_samples.resize(ready / sizeof(float));
-    std::memcpy(m_samples.data(), m_pending.data(), ready);
-    m_pending.erase(m_pending.begin(), m_pending.begin() + static_cast<std::ptrdiff_t>(ready));
+    m_samples.resize(bytes.size() / sizeof(float));
+    std::memcpy(m_samples.data(), bytes.data(), bytes.size());
     m_scanner.add(m_samples);
 }
 
@@ -31,7 +30,6 @@ void SoundReader::restart()
 {
     m_fifo.stop();
     m_scanner = SoundScanner(m_channels, m_sampleRate);
-    m_pending.clear();
     start();
 }
 

@@ -3,7 +3,6 @@
 #include "Signal/FifoReader.h"
 #include "Sound/SoundScanner.h"
 
-#include <optional>
 #include <vector>
 
 namespace vantroque {
@@ -19,7 +18,7 @@ public:
 
     /// Forgets what was read; the tool is to run once more.
     void restart();
-    /// Returns when all was read: how many samples of a channel.
+    /// How many samples of a channel there were.
     std::int64_t samples();
     /// What was found; times count from where `soundStart` seconds do.
     SoundScan finish(double soundStart);
@@ -31,9 +30,8 @@ private:
     int m_channels;
     int m_sampleRate;
     SoundScanner m_scanner;
-    std::vector<float> m_samples;     ///< Of the next whole ones.
-    std::vector<std::byte> m_pending; ///< The beginning of the next.
-    FifoReader m_fifo;                ///< The last: its thread uses all the others.
+    std::vector<float> m_samples;
+    FifoReader m_fifo; ///< The last, since its thread uses the others.
 };
 
 } // namespace vantroque

@@ -12,8 +12,8 @@ constexpr double upper = 960;
 
 /// Short signals, in which neighbouring notes of music run together with the tones.
 const TonePair::Search quick{0.2, {0}, {15, 20, 25}};
-/// Quiet ones under music, whose notes are apart in so long a window. Their frequency may be off by
-/// half a percent (47 CFR 11.31).
+/// Quiet ones under music, of two seconds, whose notes are apart in so long a window. Their
+/// frequency may be off by half a percent (47 CFR 11.31).
 const TonePair::Search thorough{1, {-4, -3, -2, -1, 0, 1, 2, 3, 4}, {8, 10, 13, 16}};
 
 bool isSteady(double now, double before, double most)
@@ -32,8 +32,9 @@ AttentionSignalFinder::AttentionSignalFinder(double rate) : m_joined(samplesOf(r
 {
     m_looks.push_back(
         {TonePair(rate, lower, upper, quick), samplesOf(rate, 0.05), 4, 1.12}); // 1 dB
-    m_looks.push_back({TonePair(rate, lower, upper, thorough), samplesOf(rate, 0.25), 2,
-                       4}); // which may be filled in part
+    // Notes of music that is out of tune may lie there, but are not held so long.
+    m_looks.push_back(
+        {TonePair(rate, lower, upper, thorough), samplesOf(rate, 0.25), 5, 1.26}); // 2 dB
     m_recent.resize(2 * m_looks.back().pair.samples());
 }
 

@@ -8,8 +8,8 @@
 namespace vantroque {
 
 /// Finds the attention signal of public warnings in one channel: 853 and 960 Hz together (47 CFR
-/// 11.31 (a) (2)), from a third of a second on, also under
-/// other sound. They are steady, as notes of instruments are not.
+/// 11.31 (a) (2)), from a third of a second on, under other
+/// sound that is as loud from two seconds on. They are steady, as notes of instruments are not.
 class AttentionSignalFinder {
 public:
     /// `rate` in hertz, at least 4,000.

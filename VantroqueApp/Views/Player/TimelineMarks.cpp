@@ -40,7 +40,9 @@ TimelineMarks::Lane TimelineMarks::laneOf(Kind kind)
     case Kind::captionSpelling:
     case Kind::captionDoubled: return Lane::text;
     case Kind::phase:
-    case Kind::deadChannel: return Lane::sound;
+    case Kind::deadChannel:
+    case Kind::alertTone:
+    case Kind::clipping: return Lane::sound;
     case Kind::levels:
     case Kind::blackFrame:
     case Kind::flashFrame:

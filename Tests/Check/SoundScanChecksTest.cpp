@@ -1,3 +1,4 @@
+#include "Check/SoundScanChecks.h"
 #include "Builders.h"
 
 namespace vantroque::Checker {
@@ -38,13 +39,13 @@ CheckResult clipping(Verdict verdict, const char* measured)
 
 } // namespace
 
-TEST(SoundScanRows, NothingFoundPasses)
+TEST(SoundScanChecks, NothingFoundPasses)
 {
     EXPECT_THAT(rowsOn(SoundScan{}),
                 ElementsAre(alerts(Verdict::pass, "none"), clipping(Verdict::pass, "none")));
 }
 
-TEST(SoundScanRows, SoundsOfAWarningFailAndSayWhere)
+TEST(SoundScanChecks, SoundsOfAWarningFailAndSayWhere)
 {
     SoundScan scan;
     for (const double start : {2.0, 8.0, 14.0, 20.0})
@@ -60,7 +61,7 @@ TEST(SoundScanRows, SoundsOfAWarningFailAndSayWhere)
     EXPECT_EQ(rowsOn(scan).at(0), expected);
 }
 
-TEST(SoundScanRows, ClippingOnlyWarnsAndPointsAtTheLongest)
+TEST(SoundScanChecks, ClippingOnlyWarnsAndPointsAtTheLongest)
 {
     SoundScan scan;
     scan.clippedRuns = {{0, 1, 3}, {1, 4, 9}};
@@ -74,13 +75,13 @@ TEST(SoundScanRows, ClippingOnlyWarnsAndPointsAtTheLongest)
     EXPECT_EQ(rowsOn(scan).at(1).measured, u"1 place, the longest 3 samples at 00:00:01:00"_s);
 }
 
-TEST(SoundScanRows, WhatWasNotMeasuredIsNoPass)
+TEST(SoundScanChecks, WhatWasNotMeasuredIsNoPass)
 {
     EXPECT_THAT(rowsOn({}), ElementsAre(alerts(Verdict::warn, "could not be measured"),
                                         clipping(Verdict::warn, "could not be measured")));
 }
 
-TEST(SoundScanRows, AProfileThatAsksForNothingAndAFileWithoutSoundHaveNone)
+TEST(SoundScanChecks, AProfileThatAsksForNothingAndAFileWithoutSoundHaveNone)
 {
     EXPECT_THAT(rowsOf(checkSoundScan, bareProfile(), measuredSpot()), IsEmpty());
     Profile profile = bareProfile();
@@ -88,6 +89,32 @@ TEST(SoundScanRows, AProfileThatAsksForNothingAndAFileWithoutSoundHaveNone)
     MediaInfo media = measuredSpot();
     media.audio.reset();
     EXPECT_THAT(rowsOf(checkSoundScan, profile, media), IsEmpty());
+}
+
+TEST(SoundScanChecks, PlacesAreEventsForTheProfilesThatAskAndOfBothChannelsOne)
+{
+    MediaInfo media = measuredSpot();
+    media.signal->soundScan =
+        SoundScan{{{AlertTone::Kind::attention, 0, 2, 4}, {AlertTone::Kind::attention, 1, 2, 4}},
+                  {{0, 6, 5}, {1, 6, 3}, {0, 8, 4}},
+                  3};
+    Profile profile = bareProfile();
+    EXPECT_THAT(SoundScanChecks::events(media, {profile}), IsEmpty());
+    profile.sound = SoundRule{RuleSource{u"47 CFR"_s, {}, u"2019"_s}, {}};
+    EXPECT_EQ(SoundScanChecks::events(media, {bareProfile(), profile}),
+              (std::vector<SignalEvent>{{{},
+                                         SignalEvent::Kind::alertTone,
+                                         50,
+                                         100,
+                                         Verdict::fail,
+                                         u"Public warning: attention signal (853 and 960 Hz)"_s,
+                                         {}}}));
+    profile.sound = SoundRule{{}, RuleSource{u"House rules"_s, {}, u"2025"_s}};
+    const auto clipped = SoundScanChecks::events(media, {profile});
+    ASSERT_EQ(clipped.size(), 2U);
+    EXPECT_EQ(clipped[0].frame, 150);
+    EXPECT_EQ(clipped[0].text, u"Clipped: 5 samples at full scale"_s);
+    EXPECT_EQ(clipped[1].frame, 200);
 }
 
 } // namespace vantroque::Checker

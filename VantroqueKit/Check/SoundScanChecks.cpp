@@ -1,3 +1,5 @@
+#include "Check/SoundScanChecks.h"
+
 #include "Base/Timecode.h"
 #include "Check/CheckRow.h"
 #include "Check/CheckTexts.h"
@@ -33,12 +35,15 @@ std::optional<CheckResult> unmeasured(const CheckRow& row, const MediaInfo& medi
     return std::nullopt;
 }
 
+QString name(AlertTone::Kind kind)
+{
+    return kind == AlertTone::Kind::attention ? u"attention signal (853 and 960 Hz)"_s
+                                              : u"data of a warning"_s;
+}
+
 QString alertText(const AlertTone& tone, const MediaInfo& media)
 {
-    const QString what = tone.kind == AlertTone::Kind::attention
-                             ? u"attention signal (853 and 960 Hz)"_s
-                             : u"data of a warning"_s;
-    return u"%1 at %2 for %3"_s.arg(what, timecode(tone.start, media),
+    return u"%1 at %2 for %3"_s.arg(name(tone.kind), timecode(tone.start, media),
                                     SignalChecks::seconds(tone.end - tone.start));
 }
 
@@ -86,6 +91,13 @@ CheckResult clippingRow(const RuleSource& source, const MediaInfo& media)
     return result;
 }
 
+bool isAsked(const std::vector<Profile>& profiles, std::optional<RuleSource> SoundRule::*rule)
+{
+    return std::ranges::any_of(profiles, [&](const Profile& profile) {
+        return profile.sound && ((*profile.sound).*rule);
+    });
+}
+
 } // namespace
 
 void checkSoundScan(const Profile& profile, const MediaInfo& media, Rows& rows)
@@ -99,3 +111,43 @@ void checkSoundScan(const Profile& profile, const MediaInfo& media, Rows& rows)
 }
 
 } // namespace vantroque::Checker
+
+namespace vantroque::SoundScanChecks {
+
+using namespace Qt::StringLiterals;
+using namespace Checker;
+
+std::vector<SignalEvent> events(const MediaInfo& media, const std::vector<Profile>& profiles)
+{
+    if (!media.video || !media.signal || !media.signal->soundScan)
+        return {};
+    const SoundScan& scan = *media.signal->soundScan;
+    std::vector<SignalEvent> list;
+    if (isAsked(profiles, &SoundRule::alertTonesForbidden))
+        for (const AlertTone& tone : scan.alertTones)
+            list.push_back({{},
+                            SignalEvent::Kind::alertTone,
+                            frameAt(tone.start, media),
+                            frameAt(tone.end, media),
+                            Verdict::fail,
+                            u"Public warning: "_s + name(tone.kind),
+                            {}});
+    if (isAsked(profiles, &SoundRule::clippingForbidden))
+        for (const ClippedRun& run : scan.clippedRuns)
+            list.push_back({{},
+                            SignalEvent::Kind::clipping,
+                            frameAt(run.start, media),
+                            {},
+                            Verdict::warn,
+                            u"Clipped: %1 samples at full scale"_s.arg(run.samples),
+                            {}});
+    // Of one frame and of both channels one word is enough.
+    const auto isSame = [](const SignalEvent& event, const SignalEvent& other) {
+        return event.kind == other.kind && event.frame == other.frame
+               && event.endFrame == other.endFrame;
+    };
+    list.erase(std::unique(list.begin(), list.end(), isSame), list.end());
+    return list;
+}
+
+} // namespace vantroque::SoundScanChecks
