@@ -1,8 +1,9 @@
 // SignalBenchmark MEDIA: how long the levels of the largest raw dump take, how fast and in how much
-// memory the log of a two-hour film is read, and what closing the tools in costs a start and a
-// decode.
+// memory the log of a two-hour film is read, what closing the tools in costs a start and a decode,
+// and what looking for flashes costs the pass.
 
 #include "Base/Numbers.h"
+#include "Probe/Prober.h"
 #include "Signal/LevelsAnalyzer.h"
 #include "Signal/SignalAnalyzer.h"
 #include "Signal/SignalLogParser.h"
@@ -192,13 +193,60 @@ void benchmarkCage(const std::string& media)
                  {"-v", "error", "-nostdin", "-i", media, "-f", "null", "-"}, media);
 }
 
+double ownTime()
+{
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+/// The processor time of some work, the tools' and our own.
+double workOf(const std::function<void()>& work)
+{
+    const double before = toolTime() + ownTime();
+    work();
+    return toolTime() + ownTime() - before;
+}
+
+/// In turns, so that what else the machine does meets all of them.
+void benchmarkFlashes(const std::string& path)
+{
+    const auto media = Prober::probe(FileUrl::fromPath(path));
+    const auto ffmpeg = FFTool::find("ffmpeg");
+    if (!media || !media->video || !ffmpeg)
+        return;
+    const std::vector<std::string> decode{"-v", "error", "-nostdin", "-i", path, "-f", "null", "-"};
+    std::vector<double> bare;
+    std::vector<double> without;
+    std::vector<double> with;
+    for (int i = 0; i < 5; ++i) {
+        bare.push_back(workOf([&] { (void)FFTool::run(*ffmpeg, decode, {.reads = {path}}); }));
+        without.push_back(
+            workOf([&] { (void)SignalAnalyzer::analyze(media->url, *media, {}, nullptr); }));
+        with.push_back(workOf([&] {
+            (void)SignalAnalyzer::analyze(media->url, *media, {.flashes = {FlashLight::bt1886}},
+                                          nullptr);
+        }));
+    }
+    std::cout << "a bare decode        " << printed(median(bare), 2)
+              << " s of processor time\nthe pass             " << printed(median(without), 2)
+              << " s, with flashes " << printed(median(with), 2)
+              << " s: " << printed((median(with) - median(without)) / median(bare), 3)
+              << " of the decode (0.25 at most)\n";
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     benchmarkLog(); // first, while the peak is its own
     benchmarkLevels();
-    if (argc > 1)
+    if (argc > 1) {
         benchmarkCage(argv[1]);
+        benchmarkFlashes(argv[1]);
+    }
     return 0;
 }

@@ -51,7 +51,7 @@ foreach(component cli window)
     install(FILES ${described}/copyright DESTINATION ${folder} COMPONENT ${component})
     packed_file(${described}/changelog ${folder} changelog ${component})
 endforeach()
-install(FILES docs/CAPTIONS.md docs/DAMAGE.md docs/FARM.md docs/SAFETY.md docs/WATCH.md
+install(FILES docs/CAPTIONS.md docs/DAMAGE.md docs/FARM.md docs/FLASHES.md docs/SAFETY.md docs/SOUND.md docs/WATCH.md
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vantroque-cli COMPONENT cli)
 install(DIRECTORY docs/ci docs/examples/
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vantroque-cli/examples COMPONENT cli)

@@ -125,7 +125,7 @@ TEST_F(ProfilesOfTheWindow, KeysGoThroughTheListAndTickPlatforms)
     key(Qt::Key_Home);
     EXPECT_EQ(list().currentIndex().data(), u"Amazon Streaming TV and Prime Video"_s);
     key(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(model().profiles().enabledProfileIDs().size(), 42U);
+    EXPECT_EQ(model().profiles().enabledProfileIDs().size(), 43U);
     key(Qt::Key_Up);
     EXPECT_EQ(QApplication::focusWidget(), &search());
     key(Qt::Key_Down);
@@ -208,7 +208,7 @@ TEST_F(ProfilesOfTheWindow, AllHeadingsStayInSightWithTheirCounts)
     for (const auto* title : list().findChildren<QPushButton*>())
         if (title->accessibleName().contains(u','))
             counts << title->accessibleName();
-    EXPECT_EQ(counts, (QStringList{u"Digital / CTV, 23 of 23"_s, u"Broadcast, 0 of 14"_s,
+    EXPECT_EQ(counts, (QStringList{u"Digital / CTV, 23 of 23"_s, u"Broadcast, 0 of 15"_s,
                                    u"Recommendations, 0 of 5"_s}));
 }
 
@@ -216,17 +216,17 @@ TEST_F(ProfilesOfTheWindow, AHeadingAtTheFootIsScrolledToAndThenFolds)
 {
     openPanel(shipped());
     resizeTo({1024, 700});
-    press(u"Broadcast, 0 of 14"_s);
+    press(u"Broadcast, 0 of 15"_s);
     EXPECT_EQ(headers()[1]->y(), 36);
     EXPECT_EQ(list().visualRect(row(u"ARD, ZDF and ORF Programme"_s)).top(), 72);
-    const QPushButton& title = press(u"Broadcast, 0 of 14"_s);
+    const QPushButton& title = press(u"Broadcast, 0 of 15"_s);
     EXPECT_FALSE(row(u"ATSC A/85 Loudness"_s).isValid());
     EXPECT_EQ(title.accessibleDescription(), u"folded"_s);
     search().setText(u"A/85"_s);
     EXPECT_TRUE(row(u"ATSC A/85 Loudness"_s).isValid()) << "a search looks into it";
     search().clear();
-    press(u"Broadcast, 0 of 14"_s);
-    press(u"Broadcast, 0 of 14"_s);
+    press(u"Broadcast, 0 of 15"_s);
+    press(u"Broadcast, 0 of 15"_s);
     EXPECT_TRUE(row(u"ATSC A/85 Loudness"_s).isValid());
 }
 
@@ -236,9 +236,9 @@ TEST_F(ProfilesOfTheWindow, AllAndNoneOfAGroupLeaveTheOthers)
     EXPECT_FALSE(the<QPushButton>(u"All of Digital / CTV"_s)->isEnabled()) << "nothing to change";
     EXPECT_FALSE(the<QPushButton>(u"None of Broadcast"_s)->isEnabled());
     press(u"All of Broadcast"_s);
-    EXPECT_EQ(model().profiles().enabledProfileIDs().size(), 37U);
+    EXPECT_EQ(model().profiles().enabledProfileIDs().size(), 38U);
     press(u"None of Digital / CTV"_s);
-    EXPECT_EQ(model().profiles().enabledProfileIDs().size(), 14U);
+    EXPECT_EQ(model().profiles().enabledProfileIDs().size(), 15U);
     EXPECT_FALSE(the<QPushButton>(u"None of Digital / CTV"_s)->isEnabled());
 }
 
@@ -320,7 +320,7 @@ TEST_F(ProfilesOfTheWindow, TabStaysInThePanelAndComesToAllOfIt)
                          u"Digital / CTV, 23 of 23"_s,
                          u"None of Digital / CTV"_s,
                          u"Open the Folder of Your Own Profiles"_s,
-                         u"Broadcast, 0 of 14"_s,
+                         u"Broadcast, 0 of 15"_s,
                          u"All of Broadcast"_s,
                          u"Recommendations, 0 of 5"_s,
                          u"All of Recommendations"_s,

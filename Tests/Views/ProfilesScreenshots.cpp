@@ -61,7 +61,7 @@ void shoot(Studio& studio, const QString& look)
     }
     studio.shoot(look + u"-profiles-sets"_s);
     sets.choose(1);
-    press(studio, u"Broadcast, 0 of 14"_s);
+    press(studio, u"Broadcast, 0 of 15"_s);
     studio.shoot(look + u"-profiles-scrolled"_s);
     search.setText(u"loud"_s);
     studio.shoot(look + u"-profiles-found"_s);

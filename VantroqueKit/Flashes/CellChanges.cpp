@@ -74,8 +74,8 @@ RedChanges::Chromaticity RedChanges::chromaticity(float red, float green, float 
                            : 0.2126F * red + 0.7152F * green + 0.0722F * blue;
     const float z = isWide ? 0.0281F * green + 1.0610F * blue
                            : 0.0193F * red + 0.1192F * green + 0.9505F * blue;
-    const float sum = x + 15 * y + 3 * z;
-    return {4 * x / sum, 9 * y / sum};
+    const float part = 1 / (x + 15 * y + 3 * z);
+    return {4 * x * part, 9 * y * part};
 }
 
 const std::vector<CellChange>& RedChanges::of(const CellLight& light)

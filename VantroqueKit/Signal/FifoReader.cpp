@@ -13,6 +13,10 @@ namespace vantroque {
 FifoReader::FifoReader(const std::filesystem::path& fifo, std::size_t unitBytes)
     : m_fifo(::open(fifo.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC)), m_unitBytes(unitBytes)
 {
+    // The most that anybody may ask for: the tool then waits for its reader less often.
+    constexpr int mebibyte = 1'048'576;
+    if (isOpen())
+        ::fcntl(m_fifo.get(), F_SETPIPE_SZ, mebibyte);
 }
 
 void FifoReader::start(Consume consume)
@@ -33,8 +37,8 @@ void FifoReader::stop()
 void FifoReader::readUntil(const std::stop_token& stop, const Consume& consume)
 {
     constexpr int pollMilliseconds = 20;
-    constexpr std::size_t heldByFifo = 65'536;
-    std::vector<std::byte> bytes(m_unitBytes * std::max<std::size_t>(heldByFifo / m_unitBytes, 1));
+    constexpr std::size_t atOnce = 65'536;
+    std::vector<std::byte> bytes(m_unitBytes * std::max<std::size_t>(atOnce / m_unitBytes, 1));
     std::size_t filled = 0;
     while (true) {
         pollfd ready{m_fifo.get(), POLLIN, 0};
