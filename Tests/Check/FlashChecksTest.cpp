@@ -78,7 +78,7 @@ TEST(FlashChecks, ACleanSpotPassesWithHowNearItComes)
 {
     const auto rows = rowsOf(spotWith({}));
     ASSERT_EQ(rows.size(), 4U);
-    EXPECT_EQ(rows[0], row("psy-flash", "Photosensitivity: flashes", Verdict::pass,
+    EXPECT_EQ(rows[0], row("psy-flash", "PSE flashes", Verdict::pass,
                            "none over the limit; 99% of it at most",
                            "at most three flashes in a second on more than a quarter of the screen "
                            "(BCAP Code, rule 4.6, 2015)"));

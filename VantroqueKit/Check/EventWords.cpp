@@ -68,10 +68,10 @@ QString title(Kind kind)
     case Kind::safeZone: return u"Safe zones"_s;
     case Kind::captionSpelling: return u"Spelling"_s;
     case Kind::captionDoubled: return u"Doubled words"_s;
-    case Kind::psyFlash: return u"Photosensitivity: flashes"_s;
-    case Kind::psyRed: return u"Photosensitivity: red"_s;
-    case Kind::psyExtended: return u"Photosensitivity: long flashing"_s;
-    case Kind::psyPattern: return u"Photosensitivity: stripes"_s;
+    case Kind::psyFlash: return u"PSE flashes"_s;
+    case Kind::psyRed: return u"PSE red"_s;
+    case Kind::psyExtended: return u"PSE long flashing"_s;
+    case Kind::psyPattern: return u"PSE stripes"_s;
     case Kind::alertTone: return u"Alert tones"_s;
     case Kind::clipping: return u"Clipping"_s;
     case Kind::decoding: break;

@@ -151,20 +151,17 @@ struct Subject {
 const std::array<Subject, 4>& subjects()
 {
     static const std::array<Subject, 4> all{{
-        {Kind::luminance, SignalEvent::Kind::psyFlash, u"psy-flash"_s,
-         u"Photosensitivity: flashes"_s,
+        {Kind::luminance, SignalEvent::Kind::psyFlash, u"psy-flash"_s, u"PSE flashes"_s,
          u"at most three flashes in a second on more than a quarter of the screen"_s, u"none"_s,
          u"Flash less often, on less of the screen or with less contrast there."_s},
-        {Kind::red, SignalEvent::Kind::psyRed, u"psy-red"_s, u"Photosensitivity: red"_s,
+        {Kind::red, SignalEvent::Kind::psyRed, u"psy-red"_s, u"PSE red"_s,
          u"at most three changes to saturated red and back in a second on more than a quarter of "
          u"the screen"_s,
          u"none"_s, u"Take colour out of the red there, or change less often."_s},
-        {Kind::extended, SignalEvent::Kind::psyExtended, u"psy-extended"_s,
-         u"Photosensitivity: long flashing"_s, u"no flashing for longer than 5 s"_s,
-         u"none for longer than 5 s"_s,
+        {Kind::extended, SignalEvent::Kind::psyExtended, u"psy-extended"_s, u"PSE long flashing"_s,
+         u"no flashing for longer than 5 s"_s, u"none for longer than 5 s"_s,
          u"Shorten it: long flashing is a risk though each second is inside the limits."_s},
-        {Kind::pattern, SignalEvent::Kind::psyPattern, u"psy-pattern"_s,
-         u"Photosensitivity: stripes"_s,
+        {Kind::pattern, SignalEvent::Kind::psyPattern, u"psy-pattern"_s, u"PSE stripes"_s,
          u"no regular light and dark stripes, more than five pairs, on more than 40% of the screen "
          u"or 25% where they move"_s,
          u"none"_s, u"Look at it: the limits of stripes are known at second hand."_s},
