@@ -77,7 +77,7 @@ protected:
 
 TEST_F(ScarceResources, ADecodeWithTooLittleMemoryGivesTheWholeReportOrNone)
 {
-    sweep("ffmpeg", 240, 1'200, 32, Clips::plain());
+    sweep("ffmpeg", 240, 1'200, 48, Clips::plain());
 }
 
 fs::path deepFilm()
@@ -88,12 +88,12 @@ fs::path deepFilm()
 
 TEST_F(ScarceResources, ADeepDecodeWithTooLittleMemoryGivesTheWholeReportOrNone)
 {
-    sweep("ffmpeg", 300, 2'400, 100, deepFilm());
+    sweep("ffmpeg", 300, 2'400, 150, deepFilm());
 }
 
 TEST_F(ScarceResources, AProbeWithTooLittleMemoryGivesTheWholeReportOrNone)
 {
-    sweep("ffprobe", 200, 400, 8, Clips::plain());
+    sweep("ffprobe", 200, 400, 12, Clips::plain());
 }
 
 TEST_F(ScarceResources, TooFewDescriptorsAreToldAsSuch)

@@ -35,7 +35,7 @@ void addVoice(MadeSound& sound, std::mt19937& chance, double tuning)
             const double time = static_cast<double>(i) / madeRate;
             phase += turn * hertz * (1 + vibrato * std::sin(turn * 5.5 * time)) / madeRate;
             double value = 0;
-            for (int partial = 1; partial <= 8; ++partial)
+            for (int partial = 1; partial <= 4; ++partial)
                 value += std::sin(partial * phase) / partial;
             sound[at + i] += static_cast<float>(0.05 * value * std::exp(-fall * time));
         }
@@ -54,7 +54,7 @@ MadeSound music(double seconds, unsigned seed, double tuning)
 {
     std::mt19937 chance(seed);
     MadeSound sound = silence(seconds);
-    for (int voice = 0; voice < 4; ++voice)
+    for (int voice = 0; voice < 3; ++voice)
         addVoice(sound, chance, tuning);
     for (float& sample : sound)
         sample += static_cast<float>(0.005 * (static_cast<int>(chance() % 2'001) - 1'000) / 1'000);

@@ -10,7 +10,7 @@ using MadeSound = std::vector<float>;
 constexpr int madeRate = 48'000;
 
 MadeSound silence(double seconds);
-/// Tunes of four voices with overtones and vibrato, in tune with an A of so many hertz, and noise
+/// Tunes of three voices with overtones and vibrato, in tune with an A of so many hertz, and noise
 /// under them, at -20 dBFS; another one for each seed.
 MadeSound music(double seconds, unsigned seed, double tuning = 440);
 /// The sum of waves of those frequencies, each so loud, from `start` on.
