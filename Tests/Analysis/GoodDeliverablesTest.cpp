@@ -173,7 +173,7 @@ const std::vector<Deliverable>& deliverables()
           "tiktok-in-feed", "twitch-vertical-video"}},
         {europeanMxf,
          {"ard-zdf-orf", "arte-programme", "australia-free-tv", "clearcast-library", "ebu-r128",
-          "extreme-reach-uk-roi", "france-pad", "peach-germany", "rtl-germany"}},
+          "extreme-reach-uk-roi", "france-pad", "peach-germany", "rtl-germany", "zdf-commercial"}},
         {americanMxf, {"cbc-radio-canada"}},
         {intraMxf, {"uk-dpp-programme"}},
         {proresHQ, {"extreme-reach-broadcast"}},
