@@ -163,7 +163,7 @@ std::set<std::string> WatchedFolder::waitUntil(Settling::Time time) const
 {
     using namespace std::chrono;
     const auto left = ceil<milliseconds>(time - Settling::Clock::now()).count();
-    pollfd events{m_events.get(), POLLIN, 0}; // a closed one is passed over
+    pollfd events{m_events.get(), POLLIN, 0}; // a closed one is skipped
     if (left <= 0
         || ::poll(&events, 1, static_cast<int>(std::min<std::int64_t>(left, INT32_MAX))) <= 0)
         return {};
