@@ -44,7 +44,11 @@ public:
     }
 
 private:
-    std::size_t index(int x, int y) const { return static_cast<std::size_t>(y * m_columns + x); }
+    std::size_t index(int x, int y) const
+    {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(m_columns)
+               + static_cast<std::size_t>(x);
+    }
 
     int m_columns;
     int m_rows;

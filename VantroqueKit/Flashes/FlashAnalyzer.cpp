@@ -11,7 +11,7 @@ namespace {
 constexpr Microseconds tenth = 100'000;
 constexpr Microseconds halfSecond = 500'000;
 /// No film is longer than this many tenths of a second, whatever its times say: three days.
-constexpr Microseconds mostTenths = 3 * 24 * 36'000;
+constexpr Microseconds mostTenths = Microseconds{3} * 24 * 36'000;
 
 bool isHdr(FlashLight light)
 {

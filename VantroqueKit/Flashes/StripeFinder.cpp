@@ -67,7 +67,7 @@ void StripeFinder::markLine(const std::vector<float>& luminance, std::size_t fir
     // differ.
     std::size_t start = 0;
     const auto mark = [&](std::size_t end) { // of places
-        constexpr std::size_t leastEdges = 2 * (mostPairs + 1);
+        constexpr std::size_t leastEdges = std::size_t{2} * (mostPairs + 1);
         if (end - start < leastEdges)
             return;
         for (std::size_t i = places[start]; i < places[end - 1]; ++i)
@@ -99,9 +99,12 @@ void StripeFinder::dropTexture(const std::vector<float>& luminance)
     constexpr int around = 4;
     const int columns = m_picture.columns();
     const int rows = m_picture.rows();
+    const auto index = [&](int x, int y) {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(columns)
+               + static_cast<std::size_t>(x);
+    };
     const auto at = [&](int x, int y) {
-        return luminance[static_cast<std::size_t>(std::clamp(y, 0, rows - 1) * columns
-                                                  + std::clamp(x, 0, columns - 1))];
+        return luminance[index(std::clamp(x, 0, columns - 1), std::clamp(y, 0, rows - 1))];
     };
     const auto gradients = [&](int x, int y, float& xx, float& yy, float& xy) {
         const float dx = at(x + 1, y) - at(x - 1, y);
@@ -125,7 +128,7 @@ void StripeFinder::dropTexture(const std::vector<float>& luminance)
                 continue;
             for (int y = top; y < std::min(top + side, rows); ++y)
                 for (int x = left; x < std::min(left + side, columns); ++x)
-                    m_striped[static_cast<std::size_t>(y * columns + x)] = 0;
+                    m_striped[index(x, y)] = 0;
         }
 }
 
